@@ -1,0 +1,1 @@
+// The item model.
