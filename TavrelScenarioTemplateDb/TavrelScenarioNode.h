@@ -1,0 +1,62 @@
+#ifndef TAVREL_SCENARIO_TEMPLATE_DB_TAVREL_SCENARIO_NODE_H
+#define TAVREL_SCENARIO_TEMPLATE_DB_TAVREL_SCENARIO_NODE_H
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <ScenarioTemplateDb/ScenarioNode.h>
+#include <TavrelScenarioTemplateDb/Export.h>
+
+namespace cfg {
+class Section;
+}
+
+namespace TavrelScenarioTemplateDb {
+
+// The view of one section of a scenario file. The constructor builds the whole subtree: first the plain sub-sections,
+// then vehicles, drivers and scripts, whatever their order in the file; a sub-section "ScenarioTemplate" gets no node.
+// From then on the tree stays as it is, while names, ids and values are read from the sections at each call.
+// Destroying a node touches no section, so the tree may outlive the file.
+class TAVREL_DRIVER_API TavrelScenarioNode : public ScenarioTemplateDb::ScenarioNode {
+public:
+    // Neither is owned; `parentNode` is null at the root. Throws Exception* (ExceptionCodeGeneric) without a section,
+    // and whatever building a parameter or a script below throws.
+    TavrelScenarioNode(cfg::Section* nodeSection, ScenarioTemplateDb::ScenarioNode* parentNode);
+    TavrelScenarioNode(const TavrelScenarioNode&) = delete;
+    TavrelScenarioNode& operator=(const TavrelScenarioNode&) = delete;
+    ~TavrelScenarioNode() override;
+
+    // The name of the section, as id and as name.
+    std::string getId() const override;
+    std::string getName() const override;
+    // Empty.
+    std::string getDescription() const override;
+    ScenarioTemplateDb::ScenarioNode* getParent() const override;
+    std::size_t getIndex() const override;
+    std::size_t getChildNumber() const override;
+    ScenarioTemplateDb::ScenarioNode* getChild(const std::string& id) const override;
+    ScenarioTemplateDb::ScenarioNode* getChild(std::size_t index) const override;
+    void getChildren(std::vector<ScenarioTemplateDb::ScenarioNode*>& out) const override;
+    std::size_t getChildIndex(const ScenarioTemplateDb::ScenarioNode* child) const override;
+    // The number of parameters that the section has now, which is not that of the objects in this node once a
+    // parameter was added to the section.
+    std::size_t getParameterNumber() const override;
+    ScenarioTemplateDb::ScenarioParameter* getParameter(const std::string& id) const override;
+    ScenarioTemplateDb::ScenarioParameter* getParameter(std::size_t index) const override;
+    void getParameters(std::vector<ScenarioTemplateDb::ScenarioParameter*>& out) const override;
+    std::size_t getParameterIndex(const ScenarioTemplateDb::ScenarioParameter* parameter) const override;
+    // "/sce/" and the id at the root; below it the parent's, "/" and the id.
+    std::string getNodeId() const override;
+
+private:
+    cfg::Section* section; // not owned, never null
+    ScenarioTemplateDb::ScenarioNode* parent;
+    std::vector<std::unique_ptr<ScenarioTemplateDb::ScenarioNode>> children;
+    std::vector<std::unique_ptr<ScenarioTemplateDb::ScenarioParameter>> parameters; // destroyed before the children
+};
+
+} // namespace TavrelScenarioTemplateDb
+
+#endif

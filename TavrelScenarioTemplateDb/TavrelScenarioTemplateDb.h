@@ -1,0 +1,22 @@
+#ifndef TAVREL_SCENARIO_TEMPLATE_DB_TAVREL_SCENARIO_TEMPLATE_DB_H
+#define TAVREL_SCENARIO_TEMPLATE_DB_TAVREL_SCENARIO_TEMPLATE_DB_H
+
+// The driver together with the interface that it implements.
+#include <ScenarioTemplateDb/ScenarioTemplateDb.h>
+#include <TavrelScenarioTemplateDb/DriverNode.h>
+#include <TavrelScenarioTemplateDb/ScriptNode.h>
+#include <TavrelScenarioTemplateDb/ScriptVariableParameter.h>
+#include <TavrelScenarioTemplateDb/TavrelConfigurationDirectory.h>
+#include <TavrelScenarioTemplateDb/TavrelConfigurationRootDirectory.h>
+#include <TavrelScenarioTemplateDb/TavrelConfigurationScenarioDirectory.h>
+#include <TavrelScenarioTemplateDb/TavrelDatabaseDriver.h>
+#include <TavrelScenarioTemplateDb/TavrelRange.h>
+#include <TavrelScenarioTemplateDb/TavrelScenario.h>
+#include <TavrelScenarioTemplateDb/TavrelScenarioNode.h>
+#include <TavrelScenarioTemplateDb/TavrelScenarioParameter.h>
+#include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDatabase.h>
+#include <TavrelScenarioTemplateDb/TavrelVariadicParameter.h>
+#include <TavrelScenarioTemplateDb/TavrelVersionDirectory.h>
+#include <TavrelScenarioTemplateDb/VehicleNode.h>
+
+#endif
