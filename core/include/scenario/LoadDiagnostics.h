@@ -1,0 +1,30 @@
+#ifndef SCENARIO_LOADDIAGNOSTICS_H
+#define SCENARIO_LOADDIAGNOSTICS_H
+
+#include <cstdint>
+#include <string>
+
+#include <scenario/Export.h>
+
+// Why a text was refused, or what in it was passed over. A load itself answers only yes or no; an author needs the
+// place and the cause.
+struct LoadProblem {
+    std::string file;      // as given to LoadScenarioFile; empty for a text in memory
+    std::uint32_t row = 1; // of the line, from 1
+    std::string line;      // the line as it stands
+    std::string cause; // a sentence without its full stop, such as: unknown action "SetSpedd", did you mean "SetSpeed"
+    bool isWarning = false; // the load went on
+};
+
+// Told of each problem while a load runs, the innermost cause only. It must not load anything itself.
+class TAVREL_MODEL_API LoadProblemListener {
+public:
+    virtual ~LoadProblemListener();
+    virtual void OnLoadProblem(const LoadProblem& problem) = 0;
+};
+
+// Makes `listener` the one that is told, until another takes its place; null for none, as at the start. Borrowed.
+// Answers the one before. Without a listener causes are not even composed, and a listener changes no result.
+TAVREL_MODEL_API LoadProblemListener* SetLoadProblemListener(LoadProblemListener* listener);
+
+#endif

@@ -1,0 +1,14 @@
+#ifndef SCENARIO_PARAMETERVALUE_H
+#define SCENARIO_PARAMETERVALUE_H
+
+#include <cstdint>
+#include <string>
+
+// One argument as the run-time entries behind CODE numbers receive it.
+struct ParameterValue {
+    std::int32_t tag = 4; // 0 INTEGER, 1 FLOAT, 2 BOOL, 3 STRING, 4 VOID
+    float number = 0.0F;
+    std::string text;
+};
+
+#endif

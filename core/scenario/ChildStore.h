@@ -1,0 +1,89 @@
+#ifndef SCENARIO_CHILDSTORE_H
+#define SCENARIO_CHILDSTORE_H
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include <lmkUtils/AssertAbort.h>
+#include <scenario/ScenarioItem.h>
+
+// The one way in which items keep children: a vector of pointers in text order. Containers with several vectors choose
+// the vector by kind, so that the cast to the element's class holds.
+namespace childStore {
+
+// Where a null child is reported; the numbers differ from class to class.
+struct NullChildSite {
+    const char* source;
+    int line;
+};
+
+// Appends all for filter 0, else those of that kind.
+template <class Item>
+void Append(const std::vector<Item*>& store, std::vector<ScenarioItem*>& out, std::uint32_t kindFilter) {
+    if (kindFilter == 0) {
+        out.insert(out.end(), store.begin(), store.end());
+        return;
+    }
+    for (Item* child : store) {
+        if (child && child->kind == kindFilter) out.push_back(child);
+    }
+}
+
+template <class Item>
+typename std::vector<Item*>::iterator Find(std::vector<Item*>& store, const ScenarioItem* child) {
+    return std::find_if(store.begin(), store.end(), [child](const Item* held) { return held == child; });
+}
+
+// Directly before or behind `reference` if it is here; otherwise at the end when `after`, else at the front.
+template <class Item>
+void Place(ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* child, const ScenarioItem* reference,
+           bool after, NullChildSite site) {
+    if (!child) AssertAbort(site.source, site.line);
+    auto position = reference ? Find(store, reference) : store.end();
+    if (position == store.end()) {
+        position = after ? store.end() : store.begin();
+    } else if (after) {
+        ++position;
+    }
+    store.insert(position, static_cast<Item*>(child));
+    child->parent = owner;
+}
+
+// Takes out the first entry and destroys the child when `owner` is its parent. False: it was not here.
+template <class Item>
+bool Remove(const ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* child) {
+    const auto position = Find(store, child);
+    if (!child || position == store.end()) return false;
+    store.erase(position);
+    if (child->parent == owner) delete child;
+    return true;
+}
+
+// Every position of `oldChild`; it is not destroyed. The new parent is set even when there was no position.
+template <class Item>
+void Replace(ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* newChild, const ScenarioItem* oldChild) {
+    for (Item*& held : store) {
+        if (held == oldChild) held = static_cast<Item*>(newChild);
+    }
+    if (newChild) newChild->parent = owner;
+}
+
+template <class Item>
+void Swap(std::vector<Item*>& store, const ScenarioItem* a, const ScenarioItem* b) {
+    const auto first = Find(store, a);
+    const auto second = Find(store, b);
+    if (first != store.end() && second != store.end()) std::swap(*first, *second);
+}
+
+// In order; empty places are skipped.
+template <class Item>
+void Destroy(std::vector<Item*>& store) {
+    for (Item* child : store) delete child;
+    store.clear();
+}
+
+} // namespace childStore
+
+#endif

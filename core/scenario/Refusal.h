@@ -1,0 +1,32 @@
+#ifndef SCENARIO_REFUSAL_H
+#define SCENARIO_REFUSAL_H
+
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// What a class says when it refuses a line or an item. The reader, which alone knows file and row, tells the listener
+// of <scenario/LoadDiagnostics.h>; without one nothing here is composed.
+
+// Whether anyone listens. Guards causes that cost something to find, such as a name that is nearly right.
+bool RefusalsAreTold();
+// Keeps the cause of the refusal under way. The first one kept for a line stands.
+void KeepRefusalCause(std::string cause);
+// Tells the listener of something that is passed over at the reader's line while the load goes on.
+void TellLoadWarning(const std::string& cause);
+// `, did you mean "NAME"`, with the candidate nearest to `name`, or nothing when none is near.
+std::string DidYouMean(std::string_view name, const std::vector<std::string>& candidates);
+
+// Always false, so that a refusal is one line: return Refuse("KIND \"", word, "\" is not among \"", list, "\"");
+template <class... Parts>
+bool Refuse(const Parts&... parts) {
+    if (RefusalsAreTold()) {
+        std::ostringstream text;
+        (text << ... << parts);
+        KeepRefusalCause(text.str());
+    }
+    return false;
+}
+
+#endif
