@@ -1,0 +1,92 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<sce version="1">
+  <Scenario>
+    <name>Parking</name>
+    <description>Backwards, between two cars, without touching either.</description>
+    <duration type="real" unit="s" verboseName="Duration" ScenarioTreeValue="120"/>
+    <difficulty type="enumeration" verboseName="Difficulty" ScenarioTreeValue="medium"/>
+    <randomSeed type="integer" verboseName="Seed of the random numbers" ScenarioTreeValue="18"/>
+    <startPosition type="vector" unit="m" verboseName="Start position" ScenarioTreeValue="0 1.75 0"/>
+    <tags type="list" verboseName="Tags" ScenarioTreeValue="parking"/>
+    <showHints type="boolean" verboseName="Show hints" ScenarioTreeValue="true"/>
+    <Weather>
+      <kind type="enumeration" verboseName="Weather" ScenarioTreeValue="clear"/>
+      <fog type="boolean" verboseName="Fog" ScenarioTreeValue="false"/>
+      <visibility type="real" unit="m" verboseName="Visibility" ScenarioTreeValue="10000"/>
+      <rain type="real" unit="%" verboseName="Rain" ScenarioTreeValue="0"/>
+      <temperature type="real" unit="°C" verboseName="Air temperature" ScenarioTreeValue="291.15"/>
+      <windSpeed type="real" unit="m/s" verboseName="Wind speed" ScenarioTreeValue="0"/>
+      <friction type="real" verboseName="Grip" ScenarioTreeValue="1"/>
+      <hour type="real" verboseName="Time of day, hours" ScenarioTreeValue="12"/>
+    </Weather>
+    <Road>
+      <name type="string" verboseName="Road" ScenarioTreeValue="Side Street"/>
+      <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="200"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333"/>
+      <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="1"/>
+      <Stretch>
+        <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
+        <to type="real" unit="m" verboseName="To" ScenarioTreeValue="200"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333"/>
+        <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
+        <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
+      </Stretch>
+    </Road>
+    <Vehicle>
+      <id ScenarioTreeValue="0"/>
+      <driverId ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="Student"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="2.777778"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="0"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="1"/>
+      <driverId ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Front car"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="0"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="44"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="0"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="44"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="0"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="2"/>
+      <driverId ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Rear car"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_estate"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="0"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="32"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="0"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="32"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="0"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Driver>
+      <id ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="Student"/>
+      <label ScenarioTreeValue="S1"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="calm"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
+    </Driver>
+    <Driver>
+      <id ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Nobody"/>
+      <label ScenarioTreeValue="N"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="calm"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0"/>
+    </Driver>
+  </Scenario>
+</sce>

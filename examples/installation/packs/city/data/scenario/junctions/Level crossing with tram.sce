@@ -1,0 +1,83 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<sce version="1">
+  <Scenario>
+    <name>Level crossing with tram</name>
+    <description>The barrier closes late; a tram comes.</description>
+    <duration type="real" unit="s" verboseName="Duration" ScenarioTreeValue="110"/>
+    <difficulty type="enumeration" verboseName="Difficulty" ScenarioTreeValue="medium"/>
+    <randomSeed type="integer" verboseName="Seed of the random numbers" ScenarioTreeValue="12"/>
+    <startPosition type="vector" unit="m" verboseName="Start position" ScenarioTreeValue="0 1.75 0"/>
+    <tags type="list" verboseName="Tags" ScenarioTreeValue="tram barrier"/>
+    <showHints type="boolean" verboseName="Show hints" ScenarioTreeValue="true"/>
+    <Weather>
+      <kind type="enumeration" verboseName="Weather" ScenarioTreeValue="rain"/>
+      <fog type="boolean" verboseName="Fog" ScenarioTreeValue="false"/>
+      <visibility type="real" unit="m" verboseName="Visibility" ScenarioTreeValue="4000"/>
+      <rain type="real" unit="%" verboseName="Rain" ScenarioTreeValue="0.3"/>
+      <temperature type="real" unit="°C" verboseName="Air temperature" ScenarioTreeValue="282.15"/>
+      <windSpeed type="real" unit="m/s" verboseName="Wind speed" ScenarioTreeValue="0"/>
+      <friction type="real" verboseName="Grip" ScenarioTreeValue="1"/>
+      <hour type="real" verboseName="Time of day, hours" ScenarioTreeValue="12"/>
+    </Weather>
+    <Road>
+      <name type="string" verboseName="Road" ScenarioTreeValue="Tram Lane"/>
+      <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="1200"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+      <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="2"/>
+      <Stretch>
+        <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
+        <to type="real" unit="m" verboseName="To" ScenarioTreeValue="1200"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+        <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
+        <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
+      </Stretch>
+      <Barrier>
+        <number type="integer" ScenarioTreeValue="0"/>
+        <position type="real" unit="m" verboseName="Position" ScenarioTreeValue="500"/>
+        <closed type="boolean" verboseName="Closed" ScenarioTreeValue="false"/>
+      </Barrier>
+    </Road>
+    <Vehicle>
+      <id ScenarioTreeValue="0"/>
+      <driverId ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="Student"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="12.5"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="0"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="5"/>
+      <driverId ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Tram 14"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="tram_low_floor"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="9.722222"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="900"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="-1"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="900"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="0"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="3.141593"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="32"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="39000"/>
+    </Vehicle>
+    <Driver>
+      <id ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="Student"/>
+      <label ScenarioTreeValue="S1"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="normal"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
+    </Driver>
+    <Driver>
+      <id ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Tram driver"/>
+      <label ScenarioTreeValue="T14"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="calm"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="1"/>
+    </Driver>
+  </Scenario>
+</sce>

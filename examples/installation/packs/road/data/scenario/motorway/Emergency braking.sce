@@ -1,0 +1,112 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<sce version="1">
+  <Scenario>
+    <name>Emergency braking</name>
+    <description>The car ahead brakes hard at a moment drawn by lot. The reaction time is measured.</description>
+    <duration type="real" unit="s" verboseName="Duration" ScenarioTreeValue="60"/>
+    <difficulty type="enumeration" verboseName="Difficulty" ScenarioTreeValue="hard"/>
+    <randomSeed type="integer" verboseName="Seed of the random numbers" ScenarioTreeValue="42"/>
+    <startPosition type="vector" unit="m" verboseName="Start position" ScenarioTreeValue="0 1.75 0"/>
+    <tags type="list" verboseName="Tags" ScenarioTreeValue="motorway braking reaction"/>
+    <showHints type="boolean" verboseName="Show hints" ScenarioTreeValue="true"/>
+    <Weather>
+      <kind type="enumeration" verboseName="Weather" ScenarioTreeValue="clear"/>
+      <fog type="boolean" verboseName="Fog" ScenarioTreeValue="false"/>
+      <visibility type="real" unit="m" verboseName="Visibility" ScenarioTreeValue="10000"/>
+      <rain type="real" unit="%" verboseName="Rain" ScenarioTreeValue="0"/>
+      <temperature type="real" unit="°C" verboseName="Air temperature" ScenarioTreeValue="291.15"/>
+      <windSpeed type="real" unit="m/s" verboseName="Wind speed" ScenarioTreeValue="0"/>
+      <friction type="real" verboseName="Grip" ScenarioTreeValue="1"/>
+      <hour type="real" verboseName="Time of day, hours" ScenarioTreeValue="12"/>
+    </Weather>
+    <Road>
+      <name type="string" verboseName="Road" ScenarioTreeValue="A 8"/>
+      <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="9000"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="36.111111"/>
+      <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="3"/>
+      <Stretch>
+        <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
+        <to type="real" unit="m" verboseName="To" ScenarioTreeValue="9000"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="36.111111"/>
+        <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
+        <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
+      </Stretch>
+    </Road>
+    <Vehicle>
+      <id ScenarioTreeValue="0"/>
+      <driverId ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="Student"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_estate"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="33.333333"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="1.75"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.7"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1480"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="1"/>
+      <driverId ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Car ahead"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="33.333333"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="65"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="65"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="1.75"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="2"/>
+      <driverId ScenarioTreeValue="3"/>
+      <name ScenarioTreeValue="Car behind"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="33.333333"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="-70"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="-70"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="1.75"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Driver>
+      <id ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="Student"/>
+      <label ScenarioTreeValue="S1"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="normal"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.95"/>
+    </Driver>
+    <Driver>
+      <id ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Dora"/>
+      <label ScenarioTreeValue="A1"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="reckless"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.3"/>
+    </Driver>
+    <Driver>
+      <id ScenarioTreeValue="3"/>
+      <name ScenarioTreeValue="Emil"/>
+      <label ScenarioTreeValue="B1"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="normal"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
+    </Driver>
+    <VariadicParameter>
+      <name>Gap</name>
+      <description>Distance to the car ahead</description>
+      <parameterId>/sce/Scenario/Vehicle[id/@ScenarioTreeValue=1]/roadPosition</parameterId>
+      <parameterUnit>m</parameterUnit>
+      <RealParameter>
+        <default>65</default>
+        <RealRange>
+          <minimum>30</minimum>
+          <maximum>120</maximum>
+        </RealRange>
+      </RealParameter>
+    </VariadicParameter>
+  </Scenario>
+</sce>

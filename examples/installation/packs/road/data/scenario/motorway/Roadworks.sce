@@ -1,0 +1,200 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<sce version="1">
+  <Scenario>
+    <name>Roadworks</name>
+    <description>Three lanes become two, then one. Zip merging is expected.</description>
+    <duration type="real" unit="s" verboseName="Duration" ScenarioTreeValue="200"/>
+    <difficulty type="enumeration" verboseName="Difficulty" ScenarioTreeValue="medium"/>
+    <randomSeed type="integer" verboseName="Seed of the random numbers" ScenarioTreeValue="5"/>
+    <startPosition type="vector" unit="m" verboseName="Start position" ScenarioTreeValue="0 1.75 0"/>
+    <tags type="list" verboseName="Tags" ScenarioTreeValue="motorway merging"/>
+    <showHints type="boolean" verboseName="Show hints" ScenarioTreeValue="true"/>
+    <Weather>
+      <kind type="enumeration" verboseName="Weather" ScenarioTreeValue="clear"/>
+      <fog type="boolean" verboseName="Fog" ScenarioTreeValue="false"/>
+      <visibility type="real" unit="m" verboseName="Visibility" ScenarioTreeValue="10000"/>
+      <rain type="real" unit="%" verboseName="Rain" ScenarioTreeValue="0"/>
+      <temperature type="real" unit="°C" verboseName="Air temperature" ScenarioTreeValue="300.15"/>
+      <windSpeed type="real" unit="m/s" verboseName="Wind speed" ScenarioTreeValue="0"/>
+      <friction type="real" verboseName="Grip" ScenarioTreeValue="1"/>
+      <hour type="real" verboseName="Time of day, hours" ScenarioTreeValue="12"/>
+    </Weather>
+    <Road>
+      <name type="string" verboseName="Road" ScenarioTreeValue="A 8"/>
+      <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="6000"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="33.333333"/>
+      <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="3"/>
+      <Stretch>
+        <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
+        <to type="real" unit="m" verboseName="To" ScenarioTreeValue="1500"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="33.333333"/>
+        <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
+        <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
+      </Stretch>
+      <Stretch>
+        <from type="real" unit="m" verboseName="From" ScenarioTreeValue="1500"/>
+        <to type="real" unit="m" verboseName="To" ScenarioTreeValue="2400"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="22.222222"/>
+        <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
+        <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
+      </Stretch>
+      <Stretch>
+        <from type="real" unit="m" verboseName="From" ScenarioTreeValue="2400"/>
+        <to type="real" unit="m" verboseName="To" ScenarioTreeValue="5000"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="16.666667"/>
+        <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
+        <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
+      </Stretch>
+      <Stretch>
+        <from type="real" unit="m" verboseName="From" ScenarioTreeValue="5000"/>
+        <to type="real" unit="m" verboseName="To" ScenarioTreeValue="6000"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="36.111111"/>
+        <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
+        <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
+      </Stretch>
+      <RoadSign>
+        <number type="integer" ScenarioTreeValue="0"/>
+        <position type="real" unit="m" verboseName="Position" ScenarioTreeValue="1500"/>
+        <text type="string" verboseName="Text" ScenarioTreeValue="80"/>
+      </RoadSign>
+      <RoadSign>
+        <number type="integer" ScenarioTreeValue="1"/>
+        <position type="real" unit="m" verboseName="Position" ScenarioTreeValue="2400"/>
+        <text type="string" verboseName="Text" ScenarioTreeValue="60"/>
+      </RoadSign>
+    </Road>
+    <Vehicle>
+      <id ScenarioTreeValue="0"/>
+      <driverId ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="Student"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="30.555556"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="2"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="5.25"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="1"/>
+      <driverId ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Traffic 1"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="26.666667"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="60"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="2"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="60"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="5.25"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="2"/>
+      <driverId ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Traffic 2"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="25.555556"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="120"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="120"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="1.75"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="3"/>
+      <driverId ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Traffic 3"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="truck_18t"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="24.444444"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="180"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="2"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="180"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="5.25"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="4"/>
+      <driverId ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Traffic 4"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="23.333333"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="240"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="240"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="1.75"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="5"/>
+      <driverId ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Traffic 5"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="22.222222"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="300"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="2"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="300"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="5.25"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="6"/>
+      <driverId ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Traffic 6"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="truck_18t"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="21.111111"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="360"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="360"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="1.75"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Driver>
+      <id ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="Student"/>
+      <label ScenarioTreeValue="S1"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="normal"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
+    </Driver>
+    <Driver>
+      <id ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="Traffic"/>
+      <label ScenarioTreeValue="TR"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="normal"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.7"/>
+    </Driver>
+    <Trigger>
+      <name type="string" verboseName="Trigger" ScenarioTreeValue="merge"/>
+    </Trigger>
+    <Object>
+      <name type="string" ScenarioTreeValue="cone row"/>
+      <x type="real" unit="m" ScenarioTreeValue="2400"/>
+      <y type="real" unit="m" ScenarioTreeValue="8.75"/>
+    </Object>
+    <VariadicParameter>
+      <name>Traffic</name>
+      <description>Speed of the first car</description>
+      <parameterId>/sce/Scenario/Vehicle[id/@ScenarioTreeValue=1]/initialSpeed</parameterId>
+      <parameterUnit>km/h</parameterUnit>
+      <RealParameter>
+        <default>96</default>
+        <RealRange>
+          <minimum>60</minimum>
+          <maximum>110</maximum>
+        </RealRange>
+      </RealParameter>
+    </VariadicParameter>
+  </Scenario>
+</sce>

@@ -1,0 +1,78 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<sce version="1">
+  <Scenario>
+    <name>夜間運転</name>
+    <description>街灯のない道。ハイビームとロービームの切り替え。</description>
+    <duration type="real" unit="s" verboseName="Duration" ScenarioTreeValue="120"/>
+    <difficulty type="enumeration" verboseName="Difficulty" ScenarioTreeValue="medium"/>
+    <randomSeed type="integer" verboseName="Seed of the random numbers" ScenarioTreeValue="31"/>
+    <startPosition type="vector" unit="m" verboseName="Start position" ScenarioTreeValue="0 1.5 0"/>
+    <tags type="list" verboseName="Tags" ScenarioTreeValue="night lights"/>
+    <showHints type="boolean" verboseName="Show hints" ScenarioTreeValue="true"/>
+    <Weather>
+      <kind type="enumeration" verboseName="Weather" ScenarioTreeValue="clear"/>
+      <fog type="boolean" verboseName="Fog" ScenarioTreeValue="false"/>
+      <visibility type="real" unit="m" verboseName="Visibility" ScenarioTreeValue="10000"/>
+      <rain type="real" unit="%" verboseName="Rain" ScenarioTreeValue="0"/>
+      <temperature type="real" unit="°C" verboseName="Air temperature" ScenarioTreeValue="285.15"/>
+      <windSpeed type="real" unit="m/s" verboseName="Wind speed" ScenarioTreeValue="0"/>
+      <friction type="real" verboseName="Grip" ScenarioTreeValue="1"/>
+      <hour type="real" verboseName="Time of day, hours" ScenarioTreeValue="22.5"/>
+    </Weather>
+    <Road>
+      <name type="string" verboseName="Road" ScenarioTreeValue="国道 20"/>
+      <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="4000"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="16.666667"/>
+      <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="2"/>
+      <Stretch>
+        <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
+        <to type="real" unit="m" verboseName="To" ScenarioTreeValue="4000"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="16.666667"/>
+        <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
+        <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
+      </Stretch>
+    </Road>
+    <Vehicle>
+      <id ScenarioTreeValue="0"/>
+      <driverId ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="生徒"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="16.666667"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="0"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="1"/>
+      <driverId ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="対向車"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="16.666667"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="1500"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="-1"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="1500"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="0"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="3.141593"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+    </Vehicle>
+    <Driver>
+      <id ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="陽子"/>
+      <label ScenarioTreeValue="S1"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="normal"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
+    </Driver>
+    <Driver>
+      <id ScenarioTreeValue="2"/>
+      <name ScenarioTreeValue="健"/>
+      <label ScenarioTreeValue="T1"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="calm"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
+    </Driver>
+  </Scenario>
+</sce>
