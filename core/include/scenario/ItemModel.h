@@ -2,11 +2,18 @@
 #define SCENARIO_ITEMMODEL_H
 
 // Every item class, the reader and the writer.
+#include <scenario/Criteria.h>
+#include <scenario/IncludeRepository.h>
 #include <scenario/LoadDiagnostics.h>
 #include <scenario/ParameterValue.h>
 #include <scenario/ScenarioItem.h>
 #include <scenario/config.h>
+#include <scenario/evaluation.h>
+#include <scenario/include.h>
 #include <scenario/program.h>
+#include <scenario/rule.h>
+#include <scenario/scenario.h>
+#include <scenario/task.h>
 #include <scenario/token.h>
 #include <scenario/variable.h>
 
