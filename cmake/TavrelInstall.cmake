@@ -10,7 +10,7 @@ install(TARGETS ScenarioTemplateDb tavrel-environment TavrelScenarioTemplateDb
 
 foreach(folder ScenarioTemplateDb TavrelScenarioTemplateDb)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
-    FILES_MATCHING PATTERN "*.h")
+    FILES_MATCHING PATTERN "*.h" PATTERN internal EXCLUDE)
 endforeach()
 foreach(folder core/include environment/include)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development

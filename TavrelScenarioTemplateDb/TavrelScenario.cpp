@@ -1,0 +1,247 @@
+#include <TavrelScenarioTemplateDb/TavrelScenario.h>
+
+#include <map>
+#include <string_view>
+#include <utility>
+
+#include <Commons/Encoding.h>
+#include <Commons/FileUtils.h>
+#include <Commons/System.h>
+#include <ScenarioTemplateDb/Exception.h>
+#include <ScenarioTemplateDb/ScenarioNode.h>
+#include <TavrelScenarioTemplateDb/TavrelConfigurationScenarioDirectory.h>
+#include <TavrelScenarioTemplateDb/TavrelScenarioNode.h>
+#include <TavrelScenarioTemplateDb/TavrelVariadicParameter.h>
+#include <cfg/CfgScenario.h>
+#include <cfg/Scenario.h>
+#include <cfg/VariadicParameter.h>
+#include <lmkUtils/EnvConfig.h>
+
+namespace TavrelScenarioTemplateDb {
+
+using ScenarioTemplateDb::Exception;
+using ScenarioTemplateDb::ExceptionCodeInvalidIndex;
+using ScenarioTemplateDb::ExceptionCodeScenarioLoad;
+using ScenarioTemplateDb::ExceptionCodeScenarioRead;
+using ScenarioTemplateDb::ScenarioNode;
+using ScenarioTemplateDb::ScenarioParameter;
+
+namespace {
+
+constexpr auto kPathMode = static_cast<Commons::Encoding::Mode>(1);
+
+// A path in generic form as the system opens it. An unknown variable stays in the text, which then names no file.
+std::string expandedPath(const std::string& path) {
+    std::string expanded;
+    Commons::System::ExpandLocalEnvironmentVariables(path, expanded, Commons::System::DaemonVariableMatchingPattern,
+                                                     std::map<std::string, std::string>());
+    return expanded;
+}
+
+// Whether `text` is the step of a script's variable, ^Variable\[name=\d+\]/value$. Written out, because an expression
+// of the standard library recurses once per digit and ids may be as long as anyone likes.
+bool isScriptVariableStep(std::string_view text) {
+    constexpr std::string_view kBegin = "Variable[name=";
+    constexpr std::string_view kEnd = "]/value";
+    if (text.size() <= kBegin.size() + kEnd.size() || !text.starts_with(kBegin) || !text.ends_with(kEnd)) return false;
+    text.remove_prefix(kBegin.size());
+    text.remove_suffix(kEnd.size());
+    return text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+} // namespace
+
+TavrelScenario::TavrelScenario(const std::string& configurationName, const std::string& scenarioPath,
+                               const std::string& scenarioDirectory)
+    : path(scenarioPath), directory(scenarioDirectory), configuration(configurationName) {}
+
+// By way of the other constructor, so that the destructor cleans up when the load fails.
+TavrelScenario::TavrelScenario(cfg::CfgScenario* scenario)
+    : TavrelScenario(lmkUtils::EnvConfig::getCurrentConfiguration(), std::string(), std::string()) {
+    cfgScenarioIsExternal = scenario != nullptr;
+    cfgScenario = scenario;
+    loadCfgScenario();
+}
+
+TavrelScenario::~TavrelScenario() {
+    if (!cfgScenarioIsExternal) delete cfgScenario;
+}
+
+std::string TavrelScenario::getPath() const { return path; }
+
+ScenarioNode* TavrelScenario::getRootScenarioNode() const {
+    // The load comes first: it may look up the target of a variadic parameter and so build the tree itself. A second
+    // tree would leave those targets behind.
+    if (!cfgScenario) loadScenario();
+    if (!rootScenarioNode)
+        rootScenarioNode = std::make_unique<TavrelScenarioNode>(cfgScenario->getRootSection(), nullptr);
+    return rootScenarioNode.get();
+}
+
+ScenarioParameter* TavrelScenario::getParameterFromId(std::string id) const {
+    std::queue<std::string> steps;
+    splitId(id, steps);
+    for (const char* first : {"sce", "Scenario"}) {
+        if (steps.empty() || steps.front() != first) return nullptr;
+        steps.pop();
+    }
+    const ScenarioNode* node = getRootScenarioNode();
+    while (!steps.empty()) {
+        const std::string step = std::move(steps.front());
+        steps.pop();
+        if (steps.empty()) return node->getParameter(step);
+        node = node->getChild(step);
+    }
+    return nullptr; // the root itself
+}
+
+std::string TavrelScenario::getFilePath() const {
+    return TavrelConfigurationScenarioDirectory::getFilePathFromDataBasePath(path, directory);
+}
+
+void TavrelScenario::setPath(const std::string& newPath) { path = newPath; }
+
+std::string TavrelScenario::getName() const {
+    if (!cfgScenario) loadScenario();
+    return cfgScenario->getRootSection()->name;
+}
+
+void TavrelScenario::setName(const std::string& name) {
+    if (!cfgScenario) loadScenario();
+    cfgScenario->getRootSection()->name = name;
+}
+
+std::string TavrelScenario::getDescription() const {
+    if (!cfgScenario) loadScenario();
+    return cfgScenario->getRootSection()->description;
+}
+
+void TavrelScenario::setDescription(const std::string& description) {
+    if (!cfgScenario) loadScenario();
+    cfgScenario->getRootSection()->description = description;
+}
+
+void TavrelScenario::fetch(std::vector<unsigned char>& bytes) const {
+    if (Commons::FileUtils::LoadFile(expandedPath(getFilePath()), bytes)) return;
+    throw Exception("Unable to load scenario " + getName(), ExceptionCodeScenarioRead);
+}
+
+std::size_t TavrelScenario::getVariadicParameterNumber() const {
+    if (!cfgScenario) loadScenario();
+    return variadicParameters.size();
+}
+
+ScenarioTemplateDb::VariadicParameter* TavrelScenario::getVariadicParameter(std::size_t index) const {
+    if (index >= variadicParameters.size())
+        throw Exception("Invalid variadic parameter index", ExceptionCodeInvalidIndex);
+    return variadicParameters[index].get();
+}
+
+void TavrelScenario::getVariadicParameters(std::vector<ScenarioTemplateDb::VariadicParameter*>& parameters) const {
+    parameters.clear();
+    for (const auto& parameter : variadicParameters) parameters.push_back(parameter.get());
+}
+
+void TavrelScenario::getTavrelVariadicParameters(std::vector<TavrelVariadicParameter*>& parameters) const {
+    parameters.clear();
+    for (const auto& parameter : variadicParameters) parameters.push_back(parameter.get());
+}
+
+TavrelVariadicParameter* TavrelScenario::addNewVariadicParameter() {
+    if (!cfgScenario) loadScenario();
+    cfg::Section* section = cfgScenario->getRootSection()->createSubSection(cfg::VariadicParameter::sectionName());
+    variadicParameters.push_back(
+        std::make_unique<TavrelVariadicParameter>(dynamic_cast<cfg::VariadicParameter*>(section)));
+    return variadicParameters.back().get();
+}
+
+void TavrelScenario::removeVariadicParameter(std::size_t index) {
+    if (index >= getVariadicParameterNumber()) return;
+    cfg::VariadicParameter* section = variadicParameters[index]->getSection();
+    variadicParameters.erase(variadicParameters.begin() + static_cast<std::ptrdiff_t>(index));
+    cfgScenario->getRootSection()->removeSubSection(section);
+}
+
+void TavrelScenario::clear() {
+    if (!cfgScenario) return;
+    cfg::Scenario* root = cfgScenario->getRootSection();
+    root->description.clear();
+    variadicParameters.clear();
+    root->removeSubSections(cfg::VariadicParameter::sectionName());
+}
+
+void TavrelScenario::save() {
+    const std::string target =
+        expandedPath(TavrelConfigurationScenarioDirectory::getFilePathFromDataBasePath(path, directory));
+    if (!cfgScenario) loadScenario();
+    // The answer has nowhere to go. Whoever must know reads the file back.
+    cfgScenario->save(target.c_str(), kPathMode, false);
+}
+
+void TavrelScenario::loadScenario() const {
+    const std::string expanded = expandedPath(getFilePath());
+    // Stays, whatever becomes of the load: one attempt per object, and what is asked later has an answer.
+    cfgScenario = new cfg::CfgScenario();
+    if (!cfgScenario->load(expanded.c_str(), kPathMode, nullptr, nullptr, false, true, true))
+        throw Exception("Unable to load scenario " + expanded + " :\n" + cfgScenario->errorMessage,
+                        ExceptionCodeScenarioLoad);
+    loadCfgScenario();
+}
+
+void TavrelScenario::loadCfgScenario() const {
+    if (!cfgScenario) loadScenario();
+    std::vector<cfg::Section*> sections;
+    cfgScenario->getRootSection()->getSubSections(cfg::VariadicParameter::sectionName(), sections);
+    for (cfg::Section* section : sections) {
+        auto* declaration = dynamic_cast<cfg::VariadicParameter*>(section);
+        if (!declaration) continue;
+        // A target that does not exist ends the load here, with the parameters made so far: an author has to see that
+        // a declaration leads nowhere.
+        ScenarioParameter* target = getParameterFromId(declaration->parameterId);
+        variadicParameters.push_back(std::make_unique<TavrelVariadicParameter>(target, declaration));
+    }
+}
+
+cfg::CfgScenario* TavrelScenario::getCfgScenarioSection() const {
+    if (!cfgScenario) loadScenario();
+    return cfgScenario;
+}
+
+// Steps end at a "/", but not at one inside brackets: a vehicle's step holds one, and a script's variable has one
+// behind its bracket. The positions of the next bracket and slash are kept from step to step, so that an id of any
+// length takes linear time.
+void TavrelScenario::splitId(const std::string& id, std::queue<std::string>& pieces) {
+    constexpr std::size_t kNone = std::string::npos;
+    const auto searchFrom = [&id](std::size_t begin, char sign, std::size_t known) {
+        return known != kNone && known < begin ? id.find(sign, begin) : known;
+    };
+    std::size_t opening = id.find('[');
+    std::size_t closing = id.find(']');
+    std::size_t slash = id.find('/');
+    std::size_t begin = 0;
+    while (begin < id.size()) {
+        const std::string_view rest = std::string_view(id).substr(begin);
+        if (isScriptVariableStep(rest)) {
+            pieces.emplace(rest);
+            return;
+        }
+        opening = searchFrom(begin, '[', opening);
+        closing = searchFrom(begin, ']', closing);
+        slash = searchFrom(begin, '/', slash);
+        std::size_t end = slash;
+        std::size_t next = slash + 1;
+        if (slash >= opening) { // also where there is neither
+            if (closing == kNone) {
+                pieces.emplace(rest); // an open bracket, or the last plain step
+                return;
+            }
+            // The first bracket that closes counts, wherever it stands; the sign behind it is taken for a slash.
+            end = closing + 1;
+            next = closing + 2;
+        }
+        if (end > begin) pieces.push(id.substr(begin, end - begin));
+        begin = next;
+    }
+}
+
+} // namespace TavrelScenarioTemplateDb

@@ -1,0 +1,138 @@
+#include <TavrelScenarioTemplateDb/TavrelScenarioNode.h>
+
+#include <string_view>
+
+#include <ScenarioTemplateDb/Exception.h>
+#include <ScenarioTemplateDb/ScenarioParameter.h>
+#include <TavrelScenarioTemplateDb/DriverNode.h>
+#include <TavrelScenarioTemplateDb/TavrelScenarioParameter.h>
+#include <TavrelScenarioTemplateDb/VehicleNode.h>
+#include <cfg/Driver.h>
+#include <cfg/ScenarioScript.h>
+#include <cfg/Section.h>
+#include <cfg/Vehicle.h>
+
+namespace TavrelScenarioTemplateDb {
+
+using ScenarioTemplateDb::Exception;
+using ScenarioTemplateDb::ExceptionCodeGeneric;
+using ScenarioTemplateDb::ScenarioNode;
+using ScenarioTemplateDb::ScenarioParameter;
+
+namespace {
+
+// Whether a sub-section is shown as a node of its own name. The others have nodes of their own classes, but for the
+// template of the scenario, which a host never sees.
+bool isPlainSection(std::string_view name) {
+    return name != "Vehicle" && name != "Driver" && name != "ScenarioScript" && name != "ScenarioTemplate";
+}
+
+} // namespace
+
+TavrelScenarioNode::TavrelScenarioNode(cfg::Section* nodeSection, ScenarioNode* parentNode)
+    : section(nodeSection), parent(parentNode) {
+    if (!section) throw new Exception("Failed to initialize the scenario element", ExceptionCodeGeneric);
+
+    const std::size_t subSectionNumber = section->getSubSectionCount();
+    if (subSectionNumber > 0) {
+        children.reserve(subSectionNumber);
+        for (std::size_t index = 0; index < subSectionNumber; ++index) {
+            cfg::Section* subSection = section->getSubSection(index);
+            if (isPlainSection(subSection->getName()))
+                children.push_back(std::make_unique<TavrelScenarioNode>(subSection, this));
+        }
+        std::vector<cfg::Section*> vehicles;
+        section->getSubSections(cfg::Vehicle::sectionName(), vehicles);
+        for (cfg::Section* vehicle : vehicles)
+            children.push_back(std::make_unique<VehicleNode>(dynamic_cast<cfg::Vehicle*>(vehicle), this));
+        std::vector<cfg::Section*> drivers;
+        section->getSubSections(cfg::Driver::sectionName(), drivers);
+        for (cfg::Section* driver : drivers)
+            children.push_back(std::make_unique<DriverNode>(dynamic_cast<cfg::Driver*>(driver), this));
+    }
+
+    parameters.reserve(TavrelScenarioNode::getParameterNumber());
+    const cfg::Section::ParameterIterator end = section->endParameter();
+    for (cfg::Section::ParameterIterator position = section->beginParameter(); position != end; ++position)
+        parameters.push_back(std::make_unique<TavrelScenarioParameter>(&position, this));
+}
+
+TavrelScenarioNode::~TavrelScenarioNode() = default;
+
+std::string TavrelScenarioNode::getId() const { return section->getName(); }
+
+std::string TavrelScenarioNode::getName() const { return section->getName(); }
+
+std::string TavrelScenarioNode::getDescription() const { return std::string(); }
+
+ScenarioNode* TavrelScenarioNode::getParent() const { return parent; }
+
+std::size_t TavrelScenarioNode::getIndex() const { return parent ? parent->getChildIndex(this) : 0; }
+
+std::size_t TavrelScenarioNode::getChildNumber() const { return children.size(); }
+
+ScenarioNode* TavrelScenarioNode::getChild(const std::string& id) const {
+    for (const auto& child : children)
+        if (child->getId() == id) return child.get();
+    throw new Exception("No child element with id=" + id + " in scenario element : " + getName(), ExceptionCodeGeneric);
+}
+
+ScenarioNode* TavrelScenarioNode::getChild(std::size_t index) const {
+    if (index >= children.size())
+        throw new Exception(std::string("Out of bound child index of the scenario element : ") + section->getName(),
+                            ExceptionCodeGeneric);
+    return children[index].get();
+}
+
+void TavrelScenarioNode::getChildren(std::vector<ScenarioNode*>& out) const {
+    out.clear();
+    for (const auto& child : children) out.push_back(child.get());
+}
+
+std::size_t TavrelScenarioNode::getChildIndex(const ScenarioNode* child) const {
+    for (std::size_t index = 0; index < children.size(); ++index)
+        if (children[index].get() == child) return index;
+    throw new Exception("The child element " + (child ? child->getName() : std::string()) +
+                            " was not found in parent scenario element " + section->getName(),
+                        ExceptionCodeGeneric);
+}
+
+std::size_t TavrelScenarioNode::getParameterNumber() const {
+    std::size_t number = 0;
+    const cfg::Section::ParameterIterator end = section->endParameter();
+    for (cfg::Section::ParameterIterator position = section->beginParameter(); position != end; ++position) ++number;
+    return number;
+}
+
+ScenarioParameter* TavrelScenarioNode::getParameter(const std::string& id) const {
+    for (const auto& parameter : parameters)
+        if (parameter->getId() == id) return parameter.get();
+    throw new Exception("No child parameter with id=" + id + " in scenario element : " + getName(),
+                        ExceptionCodeGeneric);
+}
+
+ScenarioParameter* TavrelScenarioNode::getParameter(std::size_t index) const {
+    if (index >= parameters.size())
+        throw new Exception(std::string("Out of bound child index of the scenario parameter : ") + section->getName(),
+                            ExceptionCodeGeneric);
+    return parameters[index].get();
+}
+
+void TavrelScenarioNode::getParameters(std::vector<ScenarioParameter*>& out) const {
+    out.clear();
+    for (const auto& parameter : parameters) out.push_back(parameter.get());
+}
+
+std::size_t TavrelScenarioNode::getParameterIndex(const ScenarioParameter* parameter) const {
+    for (std::size_t index = 0; index < parameters.size(); ++index)
+        if (parameters[index].get() == parameter) return index;
+    throw new Exception("The child parameter " + (parameter ? parameter->getName() : std::string()) +
+                            " was not found in parent element " + section->getName(),
+                        ExceptionCodeGeneric);
+}
+
+std::string TavrelScenarioNode::getNodeId() const {
+    return parent ? parent->getNodeId() + "/" + getId() : "/sce/" + getId();
+}
+
+} // namespace TavrelScenarioTemplateDb
