@@ -180,6 +180,11 @@ void TavrelScenario::save() {
 
 void TavrelScenario::loadScenario() const {
     const std::string expanded = expandedPath(getFilePath());
+    // A subclass may load again. What points into the sections of before goes with them.
+    variadicParameters.clear();
+    rootScenarioNode.reset();
+    if (!cfgScenarioIsExternal) delete std::exchange(cfgScenario, nullptr);
+    cfgScenarioIsExternal = false;
     // Stays, whatever becomes of the load: one attempt per object, and what is asked later has an answer.
     cfgScenario = new cfg::CfgScenario();
     if (!cfgScenario->load(expanded.c_str(), kPathMode, nullptr, nullptr, false, true, true))
@@ -189,7 +194,10 @@ void TavrelScenario::loadScenario() const {
 }
 
 void TavrelScenario::loadCfgScenario() const {
-    if (!cfgScenario) loadScenario();
+    if (!cfgScenario) {
+        loadScenario(); // which comes back here
+        return;
+    }
     std::vector<cfg::Section*> sections;
     cfgScenario->getRootSection()->getSubSections(cfg::VariadicParameter::sectionName(), sections);
     for (cfg::Section* section : sections) {
