@@ -71,6 +71,14 @@ double NumberOf(const std::string& text) {
     return strtod_l(text.c_str(), nullptr, ClassicLocale());
 }
 
+float Narrow(double number) {
+    constexpr float kMax = std::numeric_limits<float>::max();
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    if (number > kMax) return kInfinity;
+    if (number < -kMax) return -kInfinity;
+    return static_cast<float>(number);
+}
+
 std::int32_t WholeNumberOf(const std::string& text) {
     using Limits = std::numeric_limits<std::int32_t>;
     const char* at = text.c_str();

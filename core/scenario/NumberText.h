@@ -1,5 +1,5 @@
-#ifndef TAVREL_CORE_NUMBER_TEXT_H
-#define TAVREL_CORE_NUMBER_TEXT_H
+#ifndef SCENARIO_NUMBERTEXT_H
+#define SCENARIO_NUMBERTEXT_H
 
 #include <cstdint>
 #include <string>
@@ -10,6 +10,9 @@
 
 // As `atof`: the number that the text begins with, 0.0 if there is none. Takes hexadecimal, "inf" and "nan".
 double NumberOf(const std::string& text);
+
+// The nearest 32-bit number; beyond their range it is infinite.
+float Narrow(double number);
 
 // As `atoi`: the decimal whole number that the text begins with, 0 if there is none, the nearest limit beyond 32 bits.
 std::int32_t WholeNumberOf(const std::string& text);

@@ -1,5 +1,5 @@
-#ifndef TAVREL_CORE_STEP_SCOPE_H
-#define TAVREL_CORE_STEP_SCOPE_H
+#ifndef SCENARIO_STEPSCOPE_H
+#define SCENARIO_STEPSCOPE_H
 
 #include <cstdint>
 

@@ -2,13 +2,17 @@
 #define SCENARIO_ITEMMODEL_H
 
 // Every item class, the reader and the writer.
+#include <scenario/Condition.h>
 #include <scenario/Criteria.h>
 #include <scenario/IncludeRepository.h>
 #include <scenario/LoadDiagnostics.h>
+#include <scenario/Parameter.h>
 #include <scenario/ParameterValue.h>
 #include <scenario/ScenarioItem.h>
+#include <scenario/action.h>
 #include <scenario/config.h>
 #include <scenario/evaluation.h>
+#include <scenario/function.h>
 #include <scenario/include.h>
 #include <scenario/program.h>
 #include <scenario/rule.h>

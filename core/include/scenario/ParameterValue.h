@@ -1,6 +1,7 @@
 #ifndef SCENARIO_PARAMETERVALUE_H
 #define SCENARIO_PARAMETERVALUE_H
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -10,5 +11,8 @@ struct ParameterValue {
     float number = 0.0F;
     std::string text;
 };
+
+// The arguments of a call, in the order of its parameters; those beyond the last parameter are fresh.
+using ParameterValues = std::array<ParameterValue, 12>;
 
 #endif

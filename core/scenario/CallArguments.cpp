@@ -1,0 +1,60 @@
+#include "CallArguments.h"
+
+#include <algorithm>
+#include <deque>
+
+#include <lmkUtils/AssertAbort.h>
+#include <scenario/Parameter.h>
+
+namespace {
+
+constexpr const char* kSource = "function";
+
+// One record set for each level of calls within calls. A deque, since records must not move while they are in use.
+std::deque<ParameterValues>& Levels() {
+    static std::deque<ParameterValues> levels;
+    return levels;
+}
+std::size_t depth = 0;
+
+// A text longer than this is given back, so that one huge value does not stay for the life of the process.
+constexpr std::size_t kKeptText = 4096;
+
+ParameterValues& NextLevel() {
+    std::deque<ParameterValues>& levels = Levels();
+    if (depth == levels.size()) levels.emplace_back();
+    return levels[depth];
+}
+
+void Refresh(ParameterValue& value) {
+    value.tag = 4;
+    value.number = 0.0F;
+    if (value.text.capacity() > kKeptText)
+        value.text = std::string();
+    else
+        value.text.clear();
+}
+
+} // namespace
+
+CallArguments::Level::Level() : values(NextLevel()) { ++depth; }
+
+CallArguments::Level::~Level() {
+    for (std::size_t i = 0; i < filled; ++i) Refresh(values[i]);
+    --depth;
+}
+
+CallArguments::CallArguments(const Function& call) {
+    const std::size_t count = std::min(call.parameters.size(), level.values.size());
+    for (; level.filled < count;) {
+        const Parameter* parameter = call.parameters[level.filled];
+        if (!parameter) AssertAbort(kSource, 633);
+        // Counted first, for a fill that throws half way.
+        parameter->FillValue(level.values[level.filled++]);
+    }
+}
+
+void LogMissingEntry(const Function& call, std::int32_t code) {
+    LogMessage(LogSeverity::Error, std::string(KindKeyword(call.kind)) + " [" + call.name +
+                                       "]: no implementation for CODE " + std::to_string(code));
+}

@@ -1,0 +1,10 @@
+#ifndef SCENARIO_CALLUPGRADES_H
+#define SCENARIO_CALLUPGRADES_H
+
+class Function;
+
+// Brings a call as older scripts wrote it into the form of its definition. Nothing else in the library knows that old
+// scripts exist. A call or a definition too short for an upgrade is left alone; its parameters then do not match.
+void UpgradeCall(Function& call, Function& definition);
+
+#endif

@@ -1,0 +1,29 @@
+#include "Definitions.h"
+
+#include <cctype>
+#include <string>
+#include <vector>
+
+#include "LoadIndex.h"
+#include "Refusal.h"
+
+Token* RootDefinitionOf(const Token& item) {
+    Token* definition = item.model;
+    while (definition && definition->model != definition) definition = definition->model;
+    return definition;
+}
+
+bool RefuseUnknownDefinition(const Token& item, const char* listName) {
+    if (!RefusalsAreTold()) return false;
+    const ScenarioItemKind kind = item.kind == KindElseAction ? KindAction : item.kind;
+    std::vector<std::string> names;
+    if (ScenarioItem* folder = FindDefinitionFolder(GetModelRoot(&item), listName)) {
+        std::vector<ScenarioItem*> definitions;
+        folder->CollectItemsOfKind(definitions, kind, false, true);
+        for (const ScenarioItem* definition : definitions)
+            if (definition != &item) names.push_back(definition->name);
+    }
+    std::string word = KindKeyword(kind);
+    for (char& c : word) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return Refuse("unknown ", word, " \"", item.name, "\"", DidYouMean(item.name, names));
+}
