@@ -38,5 +38,167 @@
       <name ScenarioTreeValue="Student"/>
       <label ScenarioTreeValue="S1"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Classic fog"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Fog"
+
+		TYPEOF CONDITION (ALWAYS)
+		{
+			MODIFIER="BECOMES_TRUE"
+		}
+
+		TYPEOF ACTION (SET_WEATHER)
+		{
+
+			TYPEOF PARAMETER (WEATHER)
+			{
+				KIND="ENUM"
+				VALUE="WEATHER_FOG"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SET_VISIBILITY)
+		{
+
+			TYPEOF PARAMETER (VISIBILITY)
+			{
+				KIND="USER"
+				VALUE="80"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (CHANGE_TIME)
+			{
+				KIND="USER"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF RULE (2)
+	{
+		LABEL="Too fast for the fog"
+
+		TYPEOF CONDITION (AND)
+		{
+
+			TYPEOF CONDITION (INFERIOR)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_VISIBILITY)
+					{
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="100"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF CONDITION (IS_VHL_FASTER)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="13.889"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+		{
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SPEED)
+			{
+				KIND="USER"
+				VALUE="12.5"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (ACCELERATION)
+			{
+				KIND="USER"
+				VALUE="-2"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PLAY_SOUND)
+		{
+
+			TYPEOF PARAMETER (SOUND_NAME)
+			{
+				KIND="FILE"
+				VALUE="chime.wav"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VOLUME)
+			{
+				KIND="USER"
+				VALUE="0.5"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF RULE (3)
+	{
+		LABEL="End"
+
+		TYPEOF CONDITION (IS_TIME_AFTER)
+		{
+
+			TYPEOF PARAMETER (SCENARIO_TIME)
+			{
+				KIND="USER"
+				VALUE="40"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

@@ -63,5 +63,309 @@
       <name ScenarioTreeValue="Trucker"/>
       <label ScenarioTreeValue="T1"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Classic overtaking"
+	FILE="classic/overtaking.sc"
+	TASK_KIND="0"
+
+	TYPEOF INCLUDE (1)
+	{
+		ISA_INDEX="1"
+		TASK_KIND="0"
+		FILE="alt/pause.sc"
+	}
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Truck speed"
+		TYPE="FLOAT"
+		VALUE="16.7"
+		INTERACTIVE_TYPE="FLOAT"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="10"
+		INTERACTIVE_MAX_VALUE="25"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="TRAFFIC"
+	}
+
+	TYPEOF VARIABLE (2)
+	{
+		LABEL="Overtakings"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="VOID"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Follow"
+		TASK_KIND="0"
+
+		TYPEOF RULE (1)
+		{
+			LABEL="Truck"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="VARIABLE"
+					VALUE="1"
+					OWNER_FILE="classic/overtaking.sc"
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (2)
+		{
+			LABEL="Close"
+
+			TYPEOF CONDITION (INFERIOR)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="1"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="30"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Overtake"
+		TASK_KIND="0"
+
+		TYPEOF RULE (3)
+		{
+			LABEL="Faster"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="27.778"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (DISPLAY_MESSAGE)
+			{
+
+				TYPEOF PARAMETER (MESSAGE)
+				{
+					KIND="USER"
+					VALUE="Overtake now"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DISPLAY_TIME)
+				{
+					KIND="USER"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Ahead"
+
+			TYPEOF CONDITION (INFERIOR)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="1"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="-30"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (ADD_TO_VARIABLE)
+			{
+
+				TYPEOF PARAMETER (VARIABLE_REF)
+				{
+					KIND="VARIABLE"
+					VALUE="2"
+					OWNER_FILE="classic/overtaking.sc"
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="Done"
+		TASK_KIND="0"
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
+    <VariadicParameter>
+      <name>Truck speed</name>
+      <description>Speed of the truck</description>
+      <parameterId>/sce/Scenario/ScenarioScript[scriptName="main"]/Variable[name=1]/value</parameterId>
+      <parameterUnit></parameterUnit>
+      <RealParameter>
+        <default>16.7</default>
+        <RealRange>
+          <minimum>14</minimum>
+          <maximum>22</maximum>
+        </RealRange>
+      </RealParameter>
+    </VariadicParameter>
   </Scenario>
 </sce>

@@ -28,5 +28,72 @@
       <name ScenarioTreeValue="Student"/>
       <label ScenarioTreeValue="S1"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Classic channel"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Channel"
+
+		TYPEOF CONDITION (EQUAL)
+		{
+
+			TYPEOF PARAMETER (VALUE_A)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (GET_EXPORTED_CHANNEL)
+				{
+
+					TYPEOF PARAMETER (USER_DATA_ID)
+					{
+						KIND="EXPORT_CHANNEL"
+						VALUE="2"
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VALUE_B)
+			{
+				KIND="USER"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (NOTHING)
+		{
+		}
+
+		TYPEOF ELSE_ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Channel 2 is up"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="INFORMATION"
+				OWNER_FILE=""
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

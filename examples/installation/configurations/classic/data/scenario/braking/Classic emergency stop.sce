@@ -28,5 +28,191 @@
       <name ScenarioTreeValue="Student"/>
       <label ScenarioTreeValue="S1"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Classic emergency stop"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Braking from"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="VOID"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Drive"
+		TASK_KIND="0"
+
+		TYPEOF RULE (1)
+		{
+			LABEL="Now"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VARIABLE)
+			{
+
+				TYPEOF PARAMETER (VARIABLE_REF)
+				{
+					KIND="VARIABLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_VHL_SPEED)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (DISPLAY_MESSAGE)
+			{
+
+				TYPEOF PARAMETER (MESSAGE)
+				{
+					KIND="USER"
+					VALUE="Brake!"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DISPLAY_TIME)
+				{
+					KIND="USER"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (BRAKE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DECELERATION)
+				{
+					KIND="USER"
+					VALUE="8"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Brake"
+		TASK_KIND="0"
+
+		TYPEOF RULE (2)
+		{
+			LABEL="Stands"
+
+			TYPEOF CONDITION (IS_VHL_STOPPED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (LOG_MESSAGE)
+			{
+
+				TYPEOF PARAMETER (MESSAGE)
+				{
+					KIND="USER"
+					VALUE="Stopped"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SEVERITY)
+				{
+					KIND="ENUM"
+					VALUE="INFORMATION"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (END_TASK)
+			{
+			}
+		}
+
+		TYPEOF RULE (3)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="20"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

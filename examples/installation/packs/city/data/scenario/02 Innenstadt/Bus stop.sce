@@ -74,5 +74,415 @@
       <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="calm"/>
       <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Bus stop"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Collision"
+		EVALUATION="ERROR"
+
+		TYPEOF CONDITION (HAS_VHL_COLLIDED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PLAY_SOUND)
+		{
+
+			TYPEOF PARAMETER (SOUND_NAME)
+			{
+				KIND="FILE"
+				VALUE="crash.wav"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VOLUME)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Collision"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="ERROR"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF RULE (2)
+	{
+		LABEL="Walking pace beside the bus"
+		EVALUATION="WARNING"
+
+		TYPEOF CONDITION (AND)
+		{
+
+			TYPEOF CONDITION (IS_BETWEEN)
+			{
+
+				TYPEOF PARAMETER (INPUT_VALUE)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="1"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LOW_VALUE)
+				{
+					KIND="USER"
+					VALUE="-18"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (HIGH_VALUE)
+				{
+					KIND="USER"
+					VALUE="30"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF CONDITION (IS_VHL_FASTER)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="5.556"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF ACTION (DISPLAY_VALUE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Too fast"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (INPUT_VALUE)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (MULTIPLY)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="FUNCTION"
+
+						TYPEOF FUNCTION (GET_VHL_SPEED)
+						{
+
+							TYPEOF PARAMETER (VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="0"
+								OWNER_FILE=""
+							}
+						}
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="USER"
+						VALUE="3.6"
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Approach"
+		TASK_KIND="0"
+
+		TYPEOF RULE (3)
+		{
+			LABEL="Hazard lights"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_INDICATOR)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SIDE)
+				{
+					KIND="ENUM"
+					VALUE="SIDE_BOTH"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_LANE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LANE)
+				{
+					KIND="ENUM"
+					VALUE="LANE_SHOULDER"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Bus"
+
+			TYPEOF CONDITION (IS_VHL_CLOSER)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DISTANCE)
+				{
+					KIND="USER"
+					VALUE="70"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="ENUM"
+					VALUE="SPEED_WALK"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-3"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Past the bus"
+		TASK_KIND="0"
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Past"
+
+			TYPEOF CONDITION (INFERIOR)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="1"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="-20"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="ENUM"
+					VALUE="SPEED_TOWN"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1.5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (CREATE_VHL)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="8"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VHL_MODEL)
+				{
+					KIND="ENUM"
+					VALUE="MODEL_BICYCLE"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (MAP_X)
+				{
+					KIND="USER"
+					VALUE="600"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (MAP_Y)
+				{
+					KIND="USER"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

@@ -88,5 +88,475 @@
       <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="calm"/>
       <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Parking"
+	FILE="innenstadt/parking.sc"
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Turns"
+		TYPE="INTEGER"
+		VALUE="0"
+		INTERACTIVE_TYPE="INTEGER"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF VARIABLE (2)
+	{
+		LABEL="Turns so far"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="VOID"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF VARIABLE (3)
+	{
+		LABEL="Touched"
+		TYPE="BOOL"
+		VALUE="0"
+		INTERACTIVE_TYPE="BOOL"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Beside the gap"
+		TASK_KIND="0"
+
+		TYPEOF RULE (1)
+		{
+			LABEL="Beside the front car"
+
+			TYPEOF CONDITION (SUPEQUAL)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_VHL_X)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="43"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (BRAKE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DECELERATION)
+				{
+					KIND="USER"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (2)
+		{
+			LABEL="Stands"
+
+			TYPEOF CONDITION (IS_VHL_STOPPED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_GEAR)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (GEAR)
+				{
+					KIND="ENUM"
+					VALUE="GEAR_REVERSE"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Backwards"
+		TASK_KIND="0"
+
+		TYPEOF RULE (3)
+		{
+			LABEL="Turn"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (ADD_TO_VARIABLE)
+			{
+
+				TYPEOF PARAMETER (VARIABLE_REF)
+				{
+					KIND="VARIABLE"
+					VALUE="2"
+					OWNER_FILE="innenstadt/parking.sc"
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_INTEGER_VARIABLE)
+			{
+
+				TYPEOF PARAMETER (INTEGER_VARIABLE_REF)
+				{
+					KIND="VARIABLE"
+					VALUE="1"
+					OWNER_FILE="innenstadt/parking.sc"
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="VARIABLE"
+					VALUE="2"
+					OWNER_FILE="innenstadt/parking.sc"
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_POSITION)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (MAP_X)
+				{
+					KIND="USER"
+					VALUE="38"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (MAP_Y)
+				{
+					KIND="USER"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (HEADING)
+				{
+					KIND="USER"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_LANE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LANE)
+				{
+					KIND="ENUM"
+					VALUE="LANE_SHOULDER"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (4)
+		{
+			LABEL="In the gap"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="6"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="Check"
+		TASK_KIND="0"
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Touched"
+
+			TYPEOF CONDITION (INFERIOR)
+			{
+				MODIFIER="BECOMES_TRUE"
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (MINIMUM)
+					{
+
+						TYPEOF PARAMETER (VALUE_A)
+						{
+							KIND="FUNCTION"
+
+							TYPEOF FUNCTION (ABSOLUTE)
+							{
+
+								TYPEOF PARAMETER (INPUT_VALUE)
+								{
+									KIND="FUNCTION"
+
+									TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+									{
+
+										TYPEOF PARAMETER (VHL_NUMBER)
+										{
+											KIND="VEHICLE"
+											VALUE="0"
+											OWNER_FILE=""
+										}
+
+										TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+										{
+											KIND="VEHICLE"
+											VALUE="1"
+											OWNER_FILE=""
+										}
+									}
+									OWNER_FILE=""
+								}
+							}
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (VALUE_B)
+						{
+							KIND="FUNCTION"
+
+							TYPEOF FUNCTION (ABSOLUTE)
+							{
+
+								TYPEOF PARAMETER (INPUT_VALUE)
+								{
+									KIND="FUNCTION"
+
+									TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+									{
+
+										TYPEOF PARAMETER (VHL_NUMBER)
+										{
+											KIND="VEHICLE"
+											VALUE="0"
+											OWNER_FILE=""
+										}
+
+										TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+										{
+											KIND="VEHICLE"
+											VALUE="2"
+											OWNER_FILE=""
+										}
+									}
+									OWNER_FILE=""
+								}
+							}
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="4.5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_FLAG)
+			{
+
+				TYPEOF PARAMETER (BOOL_VARIABLE_REF)
+				{
+					KIND="VARIABLE"
+					VALUE="3"
+					OWNER_FILE="innenstadt/parking.sc"
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="YES"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (6)
+		{
+			LABEL="Again"
+
+			TYPEOF CONDITION (AND)
+			{
+
+				TYPEOF CONDITION (IS_VARIABLE_TRUE)
+				{
+
+					TYPEOF PARAMETER (BOOL_VARIABLE_REF)
+					{
+						KIND="VARIABLE"
+						VALUE="3"
+						OWNER_FILE="innenstadt/parking.sc"
+					}
+				}
+
+				TYPEOF CONDITION (INFERIOR)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="VARIABLE"
+						VALUE="2"
+						OWNER_FILE="innenstadt/parking.sc"
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="USER"
+						VALUE="3"
+						OWNER_FILE=""
+					}
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (7)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

@@ -77,5 +77,427 @@
     <Sound>
       <name type="string" verboseName="Sound" ScenarioTreeValue="siren"/>
     </Sound>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Rettungswagen"
+	FILE="innenstadt/rettungswagen.sc"
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Gebremst nach"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="VOID"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Collision"
+		EVALUATION="ERROR"
+
+		TYPEOF CONDITION (HAS_VHL_COLLIDED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PLAY_SOUND)
+		{
+
+			TYPEOF PARAMETER (SOUND_NAME)
+			{
+				KIND="FILE"
+				VALUE="crash.wav"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VOLUME)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Collision"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="ERROR"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Nichtsahnend"
+		TASK_KIND="0"
+
+		TYPEOF RULE (2)
+		{
+			LABEL="Unterwegs"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_LIGHT)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="9"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT)
+				{
+					KIND="ENUM"
+					VALUE="LIGHT_BLUE"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="YES"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="9"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="22.222"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (3)
+		{
+			LABEL="Sirene"
+
+			TYPEOF CONDITION (IS_VHL_CLOSER)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="9"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DISTANCE)
+				{
+					KIND="USER"
+					VALUE="120"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (PLAY_SOUND)
+			{
+
+				TYPEOF PARAMETER (SOUND_NAME)
+				{
+					KIND="SOUND"
+					VALUE="siren"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VOLUME)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Platz machen"
+		TASK_KIND="0"
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Rechts"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_INDICATOR)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SIDE)
+				{
+					KIND="ENUM"
+					VALUE="SIDE_RIGHT"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="5.556"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-2"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Bremst"
+
+			TYPEOF CONDITION (IS_VHL_BRAKING)
+			{
+				MODIFIER="BECOMES_TRUE"
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VARIABLE)
+			{
+
+				TYPEOF PARAMETER (VARIABLE_REF)
+				{
+					KIND="VARIABLE"
+					VALUE="1"
+					OWNER_FILE="innenstadt/rettungswagen.sc"
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_STATE_TIME)
+					{
+					}
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (6)
+		{
+			LABEL="Vorbei"
+
+			TYPEOF CONDITION (IS_VHL_BEHIND)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="9"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SOUND)
+			{
+
+				TYPEOF PARAMETER (SOUND_NAME)
+				{
+					KIND="SOUND"
+					VALUE="siren"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="Weiter"
+		TASK_KIND="0"
+
+		TYPEOF RULE (7)
+		{
+			LABEL="Blinker aus"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_INDICATOR)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SIDE)
+				{
+					KIND="ENUM"
+					VALUE="SIDE_NONE"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="12.5"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (8)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

@@ -50,6 +50,44 @@
       <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
       <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
       <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
+      <ScenarioScript>
+        <scriptName>pedals</scriptName>
+        <scriptType>nuro</scriptType>
+        <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Pedals"
+	FILE="innenstadt/pedals.sc"
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (7)
+	{
+		LABEL="Brake pedal"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="FLOAT"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="1"
+		INTERACTIVE_STEP_VALUE="0.01"
+		CATEGORY="CABIN"
+	}
+
+	TYPEOF VARIABLE (8)
+	{
+		LABEL="Pedal noise"
+		TYPE="BOOL"
+		VALUE="1"
+		INTERACTIVE_TYPE="BOOL"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="CABIN"
+	}
+}
+</text>
+      </ScenarioScript>
     </Vehicle>
     <Driver>
       <id ScenarioTreeValue="1"/>
@@ -66,5 +104,380 @@
     <Trigger>
       <name type="string" verboseName="Trigger" ScenarioTreeValue="child"/>
     </Trigger>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="School zone"
+	FILE="innenstadt/school_zone.sc"
+	TASK_KIND="0"
+
+	TYPEOF INCLUDE (1)
+	{
+		ISA_INDEX="1"
+		TASK_KIND="0"
+		FILE="speed_monitor.sc"
+	}
+
+	TYPEOF INCLUDE (2)
+	{
+		ISA_INDEX="1"
+		TASK_KIND="0"
+		FILE="school/Fußgänger.sc"
+	}
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Collision"
+		EVALUATION="ERROR"
+
+		TYPEOF CONDITION (HAS_VHL_COLLIDED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PLAY_SOUND)
+		{
+
+			TYPEOF PARAMETER (SOUND_NAME)
+			{
+				KIND="FILE"
+				VALUE="crash.wav"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VOLUME)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Collision"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="ERROR"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF RULE (2)
+	{
+		LABEL="Pause until the student is ready"
+		IS_DISABLED="1"
+
+		TYPEOF CONDITION (IS_KEY_PRESSED)
+		{
+			MODIFIER="HAS_BEEN_FALSE"
+
+			TYPEOF PARAMETER (KEY)
+			{
+				KIND="ENUM"
+				VALUE="KEY_START"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PAUSE_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Too fast"
+		TASK_KIND="0"
+
+		TYPEOF RULE (3)
+		{
+			LABEL="Start"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_SPEED_LIMIT)
+			{
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="ENUM"
+					VALUE="SPEED_ZONE_30"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Sign"
+
+			TYPEOF CONDITION (HAS_PASSED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DISTANCE)
+				{
+					KIND="USER"
+					VALUE="60"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="ENUM"
+					VALUE="SPEED_ZONE_30"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-2"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Thirty"
+		TASK_KIND="0"
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Child"
+
+			TYPEOF CONDITION (CHANCE)
+			{
+				MODIFIER="BECOMES_TRUE"
+
+				TYPEOF PARAMETER (PROBABILITY)
+				{
+					KIND="USER"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (FIRE_TRIGGER)
+			{
+
+				TYPEOF PARAMETER (TRIGGER_NAME)
+				{
+					KIND="TRIGGER"
+					VALUE="child"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (BRAKE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DECELERATION)
+				{
+					KIND="USER"
+					VALUE="7"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (6)
+		{
+			LABEL="No child today"
+
+			TYPEOF CONDITION (HAS_PASSED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DISTANCE)
+				{
+					KIND="USER"
+					VALUE="500"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="Child on the road"
+		TASK_KIND="0"
+
+		TYPEOF RULE (7)
+		{
+			LABEL="Stands"
+
+			TYPEOF CONDITION (IS_VHL_STOPPED)
+			{
+				MODIFIER="HAS_BEEN_TRUE_FOR"
+				DURATION="3.000000"
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="ENUM"
+					VALUE="SPEED_WALK"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (4)
+	{
+		LABEL="End"
+		TASK_KIND="0"
+
+		TYPEOF RULE (8)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

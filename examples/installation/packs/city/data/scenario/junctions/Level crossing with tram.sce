@@ -79,5 +79,563 @@
       <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="calm"/>
       <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="1"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Level crossing"
+	FILE="junctions/crossing.sc"
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Warning before the barrier"
+		TYPE="FLOAT"
+		VALUE="4"
+		INTERACTIVE_TYPE="FLOAT"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="1"
+		INTERACTIVE_MAX_VALUE="10"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="TRAM"
+	}
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Collision"
+		EVALUATION="ERROR"
+
+		TYPEOF CONDITION (HAS_VHL_COLLIDED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PLAY_SOUND)
+		{
+
+			TYPEOF PARAMETER (SOUND_NAME)
+			{
+				KIND="FILE"
+				VALUE="crash.wav"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VOLUME)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Collision"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="ERROR"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Open"
+		TASK_KIND="0"
+
+		TYPEOF RULE (2)
+		{
+			LABEL="Tram sets off"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="5"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="9.722"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_BARRIER)
+			{
+
+				TYPEOF PARAMETER (BARRIER_NUMBER)
+				{
+					KIND="BARRIER"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="NO"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (3)
+		{
+			LABEL="Tram comes"
+
+			TYPEOF CONDITION (INFERIOR)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (MINUS)
+					{
+
+						TYPEOF PARAMETER (VALUE_A)
+						{
+							KIND="FUNCTION"
+
+							TYPEOF FUNCTION (GET_VHL_ROAD_POSITION)
+							{
+
+								TYPEOF PARAMETER (VHL_NUMBER)
+								{
+									KIND="VEHICLE"
+									VALUE="5"
+									OWNER_FILE=""
+								}
+							}
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (VALUE_B)
+						{
+							KIND="USER"
+							VALUE="500"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="220"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Warning"
+		TASK_KIND="0"
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Flashing"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_TRAFFIC_LIGHT)
+			{
+
+				TYPEOF PARAMETER (TRAFFIC_LIGHT_NUMBER)
+				{
+					KIND="TRAFFIC_LIGHT"
+					VALUE="7"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT_COLOUR)
+				{
+					KIND="ENUM"
+					VALUE="COLOUR_FLASHING"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (PLAY_SOUND)
+			{
+
+				TYPEOF PARAMETER (SOUND_NAME)
+				{
+					KIND="FILE"
+					VALUE="warning.wav"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VOLUME)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (BRAKE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DECELERATION)
+				{
+					KIND="USER"
+					VALUE="3.5"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Barrier"
+
+			TYPEOF CONDITION (SUPEQUAL)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_STATE_TIME)
+					{
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="VARIABLE"
+					VALUE="1"
+					OWNER_FILE="junctions/crossing.sc"
+				}
+			}
+
+			TYPEOF ACTION (SET_BARRIER)
+			{
+
+				TYPEOF PARAMETER (BARRIER_NUMBER)
+				{
+					KIND="BARRIER"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="YES"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="Closed"
+		TASK_KIND="0"
+
+		TYPEOF RULE (6)
+		{
+			LABEL="Through the barrier"
+			EVALUATION="ERROR"
+
+			TYPEOF CONDITION (AND)
+			{
+
+				TYPEOF CONDITION (IS_BARRIER_CLOSED)
+				{
+
+					TYPEOF PARAMETER (BARRIER_NUMBER)
+					{
+						KIND="BARRIER"
+						VALUE="0"
+						OWNER_FILE=""
+					}
+				}
+
+				TYPEOF CONDITION (IS_BETWEEN)
+				{
+
+					TYPEOF PARAMETER (INPUT_VALUE)
+					{
+						KIND="FUNCTION"
+
+						TYPEOF FUNCTION (GET_VHL_ROAD_POSITION)
+						{
+
+							TYPEOF PARAMETER (VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="0"
+								OWNER_FILE=""
+							}
+						}
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (LOW_VALUE)
+					{
+						KIND="USER"
+						VALUE="499"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (HIGH_VALUE)
+					{
+						KIND="USER"
+						VALUE="505"
+						OWNER_FILE=""
+					}
+				}
+			}
+
+			TYPEOF ACTION (LOG_MESSAGE)
+			{
+
+				TYPEOF PARAMETER (MESSAGE)
+				{
+					KIND="USER"
+					VALUE="Drove through the barrier"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SEVERITY)
+				{
+					KIND="ENUM"
+					VALUE="ERROR"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (7)
+		{
+			LABEL="Tram has passed"
+
+			TYPEOF CONDITION (INFERIOR)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_VHL_ROAD_POSITION)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="5"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="450"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_BARRIER)
+			{
+
+				TYPEOF PARAMETER (BARRIER_NUMBER)
+				{
+					KIND="BARRIER"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="NO"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (REMOVE_VHL)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (4)
+	{
+		LABEL="Open again"
+		TASK_KIND="0"
+
+		TYPEOF RULE (8)
+		{
+			LABEL="Barrier is up"
+
+			TYPEOF CONDITION (EQUAL)
+			{
+
+				TYPEOF PARAMETER (FLAG_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_BARRIER)
+					{
+
+						TYPEOF PARAMETER (BARRIER_NUMBER)
+						{
+							KIND="BARRIER"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (FLAG_B)
+				{
+					KIND="USER"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="12.5"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1.5"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (9)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="8"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

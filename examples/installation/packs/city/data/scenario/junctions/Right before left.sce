@@ -95,5 +95,340 @@
       <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="calm"/>
       <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Right before left"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Waited"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="VOID"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Collision"
+		EVALUATION="ERROR"
+
+		TYPEOF CONDITION (HAS_VHL_COLLIDED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PLAY_SOUND)
+		{
+
+			TYPEOF PARAMETER (SOUND_NAME)
+			{
+				KIND="FILE"
+				VALUE="crash.wav"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VOLUME)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Collision"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="ERROR"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Approach"
+		TASK_KIND="0"
+
+		TYPEOF RULE (2)
+		{
+			LABEL="Slow down"
+
+			TYPEOF CONDITION (INFERIOR)
+			{
+				MODIFIER="BECOMES_TRUE"
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (MINUS)
+					{
+
+						TYPEOF PARAMETER (VALUE_A)
+						{
+							KIND="USER"
+							VALUE="105"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (VALUE_B)
+						{
+							KIND="FUNCTION"
+
+							TYPEOF FUNCTION (GET_VHL_ROAD_POSITION)
+							{
+
+								TYPEOF PARAMETER (VHL_NUMBER)
+								{
+									KIND="VEHICLE"
+									VALUE="0"
+									OWNER_FILE=""
+								}
+							}
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="35"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (BRAKE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DECELERATION)
+				{
+					KIND="USER"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (3)
+		{
+			LABEL="At the line"
+
+			TYPEOF CONDITION (IS_VHL_STOPPED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Let the right one pass"
+		TASK_KIND="0"
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Cars move"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="6.944"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Wait"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VARIABLE)
+			{
+
+				TYPEOF PARAMETER (VARIABLE_REF)
+				{
+					KIND="VARIABLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_STATE_TIME)
+					{
+					}
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="Cross"
+		TASK_KIND="0"
+
+		TYPEOF RULE (6)
+		{
+			LABEL="Go"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="7.778"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1.5"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (7)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="12"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

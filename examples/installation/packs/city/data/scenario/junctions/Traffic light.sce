@@ -79,6 +79,696 @@
       <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="normal"/>
       <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Traffic light"
+	FILE="junctions/traffic_light.sc"
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Seconds of amber"
+		TYPE="FLOAT"
+		VALUE="3"
+		INTERACTIVE_TYPE="FLOAT"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="2"
+		INTERACTIVE_MAX_VALUE="5"
+		INTERACTIVE_STEP_VALUE="0.5"
+		CATEGORY="LIGHT"
+	}
+
+	TYPEOF VARIABLE (2)
+	{
+		LABEL="Stopped in time"
+		TYPE="BOOL"
+		VALUE="0"
+		INTERACTIVE_TYPE="BOOL"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Collision"
+		EVALUATION="ERROR"
+
+		TYPEOF CONDITION (HAS_VHL_COLLIDED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PLAY_SOUND)
+		{
+
+			TYPEOF PARAMETER (SOUND_NAME)
+			{
+				KIND="FILE"
+				VALUE="crash.wav"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VOLUME)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Collision"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="ERROR"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF RULE (2)
+	{
+		LABEL="Ran a red light"
+		EVALUATION="ERROR"
+
+		TYPEOF CONDITION (AND)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF CONDITION (IS_TRAFFIC_LIGHT)
+			{
+
+				TYPEOF PARAMETER (TRAFFIC_LIGHT_NUMBER)
+				{
+					KIND="TRAFFIC_LIGHT"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT_COLOUR)
+				{
+					KIND="ENUM"
+					VALUE="COLOUR_RED"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF CONDITION (IS_BETWEEN)
+			{
+
+				TYPEOF PARAMETER (INPUT_VALUE)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_VHL_ROAD_POSITION)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LOW_VALUE)
+				{
+					KIND="USER"
+					VALUE="400"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (HIGH_VALUE)
+				{
+					KIND="USER"
+					VALUE="410"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF CONDITION (IS_VHL_FASTER)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Ran a red light"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="ERROR"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Green"
+		TASK_KIND="0"
+
+		TYPEOF RULE (3)
+		{
+			LABEL="Drive"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_TRAFFIC_LIGHT)
+			{
+
+				TYPEOF PARAMETER (TRAFFIC_LIGHT_NUMBER)
+				{
+					KIND="TRAFFIC_LIGHT"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT_COLOUR)
+				{
+					KIND="ENUM"
+					VALUE="COLOUR_GREEN"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="13.889"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Worst moment"
+
+			TYPEOF CONDITION (INFERIOR)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (MINUS)
+					{
+
+						TYPEOF PARAMETER (VALUE_A)
+						{
+							KIND="USER"
+							VALUE="400"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (VALUE_B)
+						{
+							KIND="FUNCTION"
+
+							TYPEOF FUNCTION (GET_VHL_ROAD_POSITION)
+							{
+
+								TYPEOF PARAMETER (VHL_NUMBER)
+								{
+									KIND="VEHICLE"
+									VALUE="0"
+									OWNER_FILE=""
+								}
+							}
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (MULTIPLY)
+					{
+
+						TYPEOF PARAMETER (VALUE_A)
+						{
+							KIND="USER"
+							VALUE="3"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (VALUE_B)
+						{
+							KIND="FUNCTION"
+
+							TYPEOF FUNCTION (GET_VHL_SPEED)
+							{
+
+								TYPEOF PARAMETER (VHL_NUMBER)
+								{
+									KIND="VEHICLE"
+									VALUE="0"
+									OWNER_FILE=""
+								}
+							}
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Amber"
+		TASK_KIND="0"
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Amber"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_TRAFFIC_LIGHT)
+			{
+
+				TYPEOF PARAMETER (TRAFFIC_LIGHT_NUMBER)
+				{
+					KIND="TRAFFIC_LIGHT"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT_COLOUR)
+				{
+					KIND="ENUM"
+					VALUE="COLOUR_AMBER"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (BRAKE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DECELERATION)
+				{
+					KIND="USER"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (6)
+		{
+			LABEL="Over"
+
+			TYPEOF CONDITION (SUPEQUAL)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_STATE_TIME)
+					{
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="VARIABLE"
+					VALUE="1"
+					OWNER_FILE="junctions/traffic_light.sc"
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="Red"
+		TASK_KIND="0"
+
+		TYPEOF RULE (7)
+		{
+			LABEL="Red"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_TRAFFIC_LIGHT)
+			{
+
+				TYPEOF PARAMETER (TRAFFIC_LIGHT_NUMBER)
+				{
+					KIND="TRAFFIC_LIGHT"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT_COLOUR)
+				{
+					KIND="ENUM"
+					VALUE="COLOUR_RED"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_LANE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LANE)
+				{
+					KIND="ENUM"
+					VALUE="LANE_RIGHT"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (REMOVE_VHL)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (8)
+		{
+			LABEL="Stands"
+
+			TYPEOF CONDITION (IS_VHL_STOPPED)
+			{
+				MODIFIER="BECOMES_TRUE"
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_FLAG)
+			{
+
+				TYPEOF PARAMETER (BOOL_VARIABLE_REF)
+				{
+					KIND="VARIABLE"
+					VALUE="2"
+					OWNER_FILE="junctions/traffic_light.sc"
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="YES"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (9)
+		{
+			LABEL="Long"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="12"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (4)
+	{
+		LABEL="Red and amber"
+		TASK_KIND="0"
+
+		TYPEOF RULE (10)
+		{
+			LABEL="Ready"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_TRAFFIC_LIGHT)
+			{
+
+				TYPEOF PARAMETER (TRAFFIC_LIGHT_NUMBER)
+				{
+					KIND="TRAFFIC_LIGHT"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT_COLOUR)
+				{
+					KIND="ENUM"
+					VALUE="COLOUR_RED_AMBER"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (11)
+		{
+			LABEL="Go"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="1.5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="5"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (5)
+	{
+		LABEL="Green again"
+		TASK_KIND="0"
+
+		TYPEOF RULE (12)
+		{
+			LABEL="Go"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_TRAFFIC_LIGHT)
+			{
+
+				TYPEOF PARAMETER (TRAFFIC_LIGHT_NUMBER)
+				{
+					KIND="TRAFFIC_LIGHT"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT_COLOUR)
+				{
+					KIND="ENUM"
+					VALUE="COLOUR_GREEN"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (APPLY_PROFILE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (PROFILE_FILE)
+				{
+					KIND="FILE"
+					VALUE="gentle_start.profile"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (13)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="10"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
     <VariadicParameter>
       <name>Start</name>
       <description>Speed at the start</description>

@@ -95,5 +95,727 @@
       <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="calm"/>
       <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Joining"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Gap ahead"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="VOID"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF VARIABLE (2)
+	{
+		LABEL="Gap behind"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="VOID"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF VARIABLE (3)
+	{
+		LABEL="Gap needed"
+		TYPE="FLOAT"
+		VALUE="22"
+		INTERACTIVE_TYPE="FLOAT"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="10"
+		INTERACTIVE_MAX_VALUE="60"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="TRAFFIC"
+	}
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Collision"
+		EVALUATION="ERROR"
+
+		TYPEOF CONDITION (HAS_VHL_COLLIDED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PLAY_SOUND)
+		{
+
+			TYPEOF PARAMETER (SOUND_NAME)
+			{
+				KIND="FILE"
+				VALUE="crash.wav"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VOLUME)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Collision"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="ERROR"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF RULE (2)
+	{
+		LABEL="Gaps"
+
+		TYPEOF CONDITION (ALWAYS)
+		{
+		}
+
+		TYPEOF ACTION (SET_VARIABLE)
+		{
+
+			TYPEOF PARAMETER (VARIABLE_REF)
+			{
+				KIND="VARIABLE"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VALUE_B)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+				{
+
+					TYPEOF PARAMETER (VHL_NUMBER)
+					{
+						KIND="VEHICLE"
+						VALUE="0"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+					{
+						KIND="VEHICLE"
+						VALUE="1"
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SET_VARIABLE)
+		{
+
+			TYPEOF PARAMETER (VARIABLE_REF)
+			{
+				KIND="VARIABLE"
+				VALUE="2"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VALUE_B)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (MINUS)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="USER"
+						VALUE="0"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="FUNCTION"
+
+						TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+						{
+
+							TYPEOF PARAMETER (VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="0"
+								OWNER_FILE=""
+							}
+
+							TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="2"
+								OWNER_FILE=""
+							}
+						}
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="On the slip road"
+		TASK_KIND="0"
+
+		TYPEOF RULE (3)
+		{
+			LABEL="Accelerate"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="26.389"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="2.2"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_INDICATOR)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SIDE)
+				{
+					KIND="ENUM"
+					VALUE="SIDE_LEFT"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Gap"
+
+			TYPEOF CONDITION (AND)
+			{
+
+				TYPEOF CONDITION (SUPERIOR)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="VARIABLE"
+						VALUE="1"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="VARIABLE"
+						VALUE="3"
+						OWNER_FILE=""
+					}
+				}
+
+				TYPEOF CONDITION (SUPERIOR)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="VARIABLE"
+						VALUE="2"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="VARIABLE"
+						VALUE="3"
+						OWNER_FILE=""
+					}
+				}
+
+				TYPEOF CONDITION (IS_VHL_FASTER)
+				{
+
+					TYPEOF PARAMETER (VHL_NUMBER)
+					{
+						KIND="VEHICLE"
+						VALUE="0"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (SPEED)
+					{
+						KIND="USER"
+						VALUE="20.833"
+						OWNER_FILE=""
+					}
+				}
+			}
+
+			TYPEOF ACTION (CHANGE_LANE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SIDE)
+				{
+					KIND="ENUM"
+					VALUE="SIDE_LEFT"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (CHANGE_TIME)
+				{
+					KIND="USER"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (5)
+		{
+			LABEL="End of the slip road"
+
+			TYPEOF CONDITION (HAS_PASSED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DISTANCE)
+				{
+					KIND="USER"
+					VALUE="320"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (BRAKE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DECELERATION)
+				{
+					KIND="USER"
+					VALUE="6"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (LOG_MESSAGE)
+			{
+
+				TYPEOF PARAMETER (MESSAGE)
+				{
+					KIND="USER"
+					VALUE="No gap"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SEVERITY)
+				{
+					KIND="ENUM"
+					VALUE="WARNING"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Joining"
+		TASK_KIND="0"
+
+		TYPEOF RULE (6)
+		{
+			LABEL="Joined"
+
+			TYPEOF CONDITION (IS_VHL_ON_LANE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LANE)
+				{
+					KIND="ENUM"
+					VALUE="LANE_RIGHT"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_INDICATOR)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SIDE)
+				{
+					KIND="ENUM"
+					VALUE="SIDE_NONE"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (LIMIT)
+					{
+
+						TYPEOF PARAMETER (INPUT_VALUE)
+						{
+							KIND="FUNCTION"
+
+							TYPEOF FUNCTION (GET_VHL_SPEED)
+							{
+
+								TYPEOF PARAMETER (VHL_NUMBER)
+								{
+									KIND="VEHICLE"
+									VALUE="1"
+									OWNER_FILE=""
+								}
+							}
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (LOW_VALUE)
+						{
+							KIND="USER"
+							VALUE="20"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (HIGH_VALUE)
+						{
+							KIND="USER"
+							VALUE="25"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="Waiting at the end"
+		TASK_KIND="0"
+
+		TYPEOF RULE (7)
+		{
+			LABEL="All past"
+
+			TYPEOF CONDITION (OR)
+			{
+
+				TYPEOF CONDITION (INFERIOR)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="FUNCTION"
+
+						TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+						{
+
+							TYPEOF PARAMETER (VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="0"
+								OWNER_FILE=""
+							}
+
+							TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="2"
+								OWNER_FILE=""
+							}
+						}
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="USER"
+						VALUE="-200"
+						OWNER_FILE=""
+					}
+				}
+
+				TYPEOF CONDITION (SUPERIOR)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="FUNCTION"
+
+						TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+						{
+
+							TYPEOF PARAMETER (VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="0"
+								OWNER_FILE=""
+							}
+
+							TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="2"
+								OWNER_FILE=""
+							}
+						}
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="USER"
+						VALUE="60"
+						OWNER_FILE=""
+					}
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="22.222"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="2.5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (CHANGE_LANE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SIDE)
+				{
+					KIND="ENUM"
+					VALUE="SIDE_LEFT"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (CHANGE_TIME)
+				{
+					KIND="USER"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (4)
+	{
+		LABEL="Joined"
+		TASK_KIND="0"
+
+		TYPEOF RULE (8)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="6"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

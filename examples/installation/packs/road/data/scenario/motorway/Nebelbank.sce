@@ -86,6 +86,752 @@
     <Trigger>
       <name type="string" verboseName="Trigger" ScenarioTreeValue="fog"/>
     </Trigger>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Nebelbank"
+	FILE="motorway/nebelbank.sc"
+	TASK_KIND="0"
+
+	TYPEOF INCLUDE (1)
+	{
+		ISA_INDEX="1"
+		TASK_KIND="0"
+		FILE="weather/fog_bank.sc"
+	}
+
+	TYPEOF INCLUDE (2)
+	{
+		ISA_INDEX="1"
+		TASK_KIND="0"
+		FILE="speed_monitor.sc"
+	}
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Sicht im Nebel"
+		TYPE="FLOAT"
+		VALUE="60"
+		INTERACTIVE_TYPE="FLOAT"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="20"
+		INTERACTIVE_MAX_VALUE="150"
+		INTERACTIVE_STEP_VALUE="5"
+		CATEGORY="WETTER"
+	}
+
+	TYPEOF VARIABLE (2)
+	{
+		LABEL="Höchste Geschwindigkeit im Nebel"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="VOID"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF VARIABLE (3)
+	{
+		LABEL="Warnung gesprochen"
+		TYPE="BOOL"
+		VALUE="0"
+		INTERACTIVE_TYPE="BOOL"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Collision"
+		EVALUATION="ERROR"
+
+		TYPEOF CONDITION (HAS_VHL_COLLIDED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PLAY_SOUND)
+		{
+
+			TYPEOF PARAMETER (SOUND_NAME)
+			{
+				KIND="FILE"
+				VALUE="crash.wav"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VOLUME)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Collision"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="ERROR"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF RULE (2)
+	{
+		LABEL="Höchste Geschwindigkeit"
+
+		TYPEOF CONDITION (AND)
+		{
+
+			TYPEOF CONDITION (IS_VISIBILITY_BELOW)
+			{
+
+				TYPEOF PARAMETER (VISIBILITY)
+				{
+					KIND="USER"
+					VALUE="150"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF CONDITION (SUPERIOR)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_VHL_SPEED)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="VARIABLE"
+					VALUE="2"
+					OWNER_FILE="motorway/nebelbank.sc"
+				}
+			}
+		}
+
+		TYPEOF ACTION (SET_VARIABLE)
+		{
+
+			TYPEOF PARAMETER (VARIABLE_REF)
+			{
+				KIND="VARIABLE"
+				VALUE="2"
+				OWNER_FILE="motorway/nebelbank.sc"
+			}
+
+			TYPEOF PARAMETER (VALUE_B)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (GET_VHL_SPEED)
+				{
+
+					TYPEOF PARAMETER (VHL_NUMBER)
+					{
+						KIND="VEHICLE"
+						VALUE="0"
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF RULE (3)
+	{
+		LABEL="Faustregel: Sicht gleich Tempo"
+		EVALUATION="WARNING"
+
+		TYPEOF CONDITION (SUPERIOR)
+		{
+			MODIFIER="HAS_BEEN_TRUE_FOR"
+			DURATION="5.000000"
+
+			TYPEOF PARAMETER (VALUE_A)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (MULTIPLY)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="FUNCTION"
+
+						TYPEOF FUNCTION (GET_VHL_SPEED)
+						{
+
+							TYPEOF PARAMETER (VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="0"
+								OWNER_FILE=""
+							}
+						}
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="USER"
+						VALUE="3.6"
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VALUE_B)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (GET_VISIBILITY)
+				{
+				}
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SET_FLAG)
+		{
+
+			TYPEOF PARAMETER (BOOL_VARIABLE_REF)
+			{
+				KIND="VARIABLE"
+				VALUE="3"
+				OWNER_FILE="motorway/nebelbank.sc"
+			}
+
+			TYPEOF PARAMETER (ENABLED)
+			{
+				KIND="ENUM"
+				VALUE="YES"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Freie Fahrt"
+		TASK_KIND="0"
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Losfahren"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_SPEED_LIMIT)
+			{
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="ENUM"
+					VALUE="SPEED_MOTORWAY"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="34.722"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Nebel"
+
+			TYPEOF CONDITION (IS_VISIBILITY_BELOW)
+			{
+
+				TYPEOF PARAMETER (VISIBILITY)
+				{
+					KIND="USER"
+					VALUE="1000"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (PLAY_SOUND)
+			{
+
+				TYPEOF PARAMETER (SOUND_NAME)
+				{
+					KIND="SOUND"
+					VALUE="fog_warning"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VOLUME)
+				{
+					KIND="USER"
+					VALUE="0.7"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (FIRE_TRIGGER)
+			{
+
+				TYPEOF PARAMETER (TRIGGER_NAME)
+				{
+					KIND="TRIGGER"
+					VALUE="fog"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Im Nebel"
+		TASK_KIND="0"
+
+		TYPEOF RULE (6)
+		{
+			LABEL="Langsamer"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_LIGHT)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT)
+				{
+					KIND="ENUM"
+					VALUE="LIGHT_FOG_REAR"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="YES"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (MAXIMUM)
+					{
+
+						TYPEOF PARAMETER (VALUE_A)
+						{
+							KIND="USER"
+							VALUE="14"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (VALUE_B)
+						{
+							KIND="FUNCTION"
+
+							TYPEOF FUNCTION (DIVIDE)
+							{
+
+								TYPEOF PARAMETER (VALUE_A)
+								{
+									KIND="VARIABLE"
+									VALUE="1"
+									OWNER_FILE="motorway/nebelbank.sc"
+								}
+
+								TYPEOF PARAMETER (VALUE_B)
+								{
+									KIND="USER"
+									VALUE="3.6"
+									OWNER_FILE=""
+								}
+							}
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-2"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SPEAK)
+			{
+
+				TYPEOF PARAMETER (MESSAGE)
+				{
+					KIND="USER"
+					VALUE="Fuß vom Gas"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LANGUAGE)
+				{
+					KIND="ENUM"
+					VALUE="GERMAN"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (7)
+		{
+			LABEL="Stau voraus"
+
+			TYPEOF CONDITION (INFERIOR)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_TIME_TO_COLLISION)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="1"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="6"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (BRAKE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DECELERATION)
+				{
+					KIND="USER"
+					VALUE="5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (8)
+		{
+			LABEL="Durch"
+
+			TYPEOF CONDITION (HAS_PASSED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DISTANCE)
+				{
+					KIND="USER"
+					VALUE="4000"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="Stauende"
+		TASK_KIND="0"
+
+		TYPEOF RULE (9)
+		{
+			LABEL="Steht"
+
+			TYPEOF CONDITION (IS_VHL_STOPPED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (4)
+	{
+		LABEL="Auswertung"
+		TASK_KIND="0"
+
+		TYPEOF RULE (10)
+		{
+			LABEL="Warnung gesprochen"
+
+			TYPEOF CONDITION (IS_VARIABLE_TRUE)
+			{
+				MODIFIER="BECOMES_TRUE"
+
+				TYPEOF PARAMETER (BOOL_VARIABLE_REF)
+				{
+					KIND="VARIABLE"
+					VALUE="3"
+					OWNER_FILE="motorway/nebelbank.sc"
+				}
+			}
+
+			TYPEOF ACTION (SPEAK)
+			{
+
+				TYPEOF PARAMETER (MESSAGE)
+				{
+					KIND="USER"
+					VALUE="Zu schnell für die Sicht"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LANGUAGE)
+				{
+					KIND="ENUM"
+					VALUE="GERMAN"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ELSE_ACTION (NOTHING)
+			{
+			}
+		}
+
+		TYPEOF RULE (11)
+		{
+			LABEL="Lichter"
+
+			TYPEOF CONDITION (IS_VHL_LIGHT_ON)
+			{
+				MODIFIER="BECOMES_TRUE"
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT)
+				{
+					KIND="ENUM"
+					VALUE="LIGHT_FOG_REAR"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (LOG_MESSAGE)
+			{
+
+				TYPEOF PARAMETER (MESSAGE)
+				{
+					KIND="USER"
+					VALUE="Nebelschlussleuchte war an"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SEVERITY)
+				{
+					KIND="ENUM"
+					VALUE="INFORMATION"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (12)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="6"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+
+	TYPEOF GENERAL_PARAMETERS (0)
+	{
+	}
+}
+</text>
+    </ScenarioScript>
     <VariadicParameter>
       <name>Visibility</name>
       <description>Visibility before the fog</description>
@@ -96,6 +842,19 @@
         <RealRange>
           <minimum>500</minimum>
           <maximum>5000</maximum>
+        </RealRange>
+      </RealParameter>
+    </VariadicParameter>
+    <VariadicParameter>
+      <name>Sight in the fog</name>
+      <description>Metres</description>
+      <parameterId>/sce/Scenario/ScenarioScript[scriptName="main"]/Variable[name=1]/value</parameterId>
+      <parameterUnit></parameterUnit>
+      <RealParameter>
+        <default>60</default>
+        <RealRange>
+          <minimum>20</minimum>
+          <maximum>150</maximum>
         </RealRange>
       </RealParameter>
     </VariadicParameter>

@@ -183,6 +183,738 @@
       <x type="real" unit="m" ScenarioTreeValue="2400"/>
       <y type="real" unit="m" ScenarioTreeValue="8.75"/>
     </Object>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Roadworks"
+	FILE="motorway/roadworks.sc"
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Merged at"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="VOID"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF VARIABLE (2)
+	{
+		LABEL="Flow"
+		TYPE="FLOAT"
+		VALUE="900"
+		INTERACTIVE_TYPE="FLOAT"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="2400"
+		INTERACTIVE_STEP_VALUE="100"
+		CATEGORY="TRAFFIC"
+	}
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Collision"
+		EVALUATION="ERROR"
+
+		TYPEOF CONDITION (HAS_VHL_COLLIDED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PLAY_SOUND)
+		{
+
+			TYPEOF PARAMETER (SOUND_NAME)
+			{
+				KIND="FILE"
+				VALUE="crash.wav"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VOLUME)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Collision"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="ERROR"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF RULE (2)
+	{
+		LABEL="Slow traffic"
+
+		TYPEOF CONDITION (OR)
+		{
+
+			TYPEOF CONDITION (IS_VHL_SLOWER)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF CONDITION (SUPERIOR)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (COUNT_VHL_AROUND)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (MAP_RADIUS)
+						{
+							KIND="USER"
+							VALUE="100"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF ACTION (SET_ROADSIGN)
+		{
+
+			TYPEOF PARAMETER (ROADSIGN_NUMBER)
+			{
+				KIND="ROADSIGN"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SPEED)
+			{
+				KIND="ENUM"
+				VALUE="SPEED_RURAL"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ELSE_ACTION (SET_ROADSIGN)
+		{
+
+			TYPEOF PARAMETER (ROADSIGN_NUMBER)
+			{
+				KIND="ROADSIGN"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SPEED)
+			{
+				KIND="ENUM"
+				VALUE="SPEED_ROAD"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Three lanes"
+		TASK_KIND="0"
+
+		TYPEOF RULE (3)
+		{
+			LABEL="Traffic"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_SOURCE)
+			{
+
+				TYPEOF PARAMETER (SOURCE_NAME)
+				{
+					KIND="SOURCE"
+					VALUE="A8 east"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (FLOW)
+				{
+					KIND="VARIABLE"
+					VALUE="2"
+					OWNER_FILE="motorway/roadworks.sc"
+				}
+			}
+
+			TYPEOF ACTION (SET_SINK)
+			{
+
+				TYPEOF PARAMETER (SINK_NAME)
+				{
+					KIND="SINK"
+					VALUE="A8 west"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="YES"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="22.222"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="22.222"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="22.222"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="22.222"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="5"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="22.222"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="6"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="22.222"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-1"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (4)
+		{
+			LABEL="First sign"
+
+			TYPEOF CONDITION (HAS_PASSED_SIGN)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ROADSIGN_NUMBER)
+				{
+					KIND="ROADSIGN"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_SPEED_LIMIT)
+			{
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="ENUM"
+					VALUE="SPEED_RURAL"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="22.222"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-1"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Zip"
+		TASK_KIND="0"
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Cones"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SHOW_OBJECT)
+			{
+
+				TYPEOF PARAMETER (OBJECT_REFERENCE)
+				{
+					KIND="OBJECT"
+					VALUE="cone row#1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="YES"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (FIRE_TRIGGER)
+			{
+
+				TYPEOF PARAMETER (TRIGGER_NAME)
+				{
+					KIND="TRIGGER"
+					VALUE="merge"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (6)
+		{
+			LABEL="Change when there is room"
+
+			TYPEOF CONDITION (SUPERIOR)
+			{
+				MODIFIER="BECOMES_TRUE"
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (ABSOLUTE)
+					{
+
+						TYPEOF PARAMETER (INPUT_VALUE)
+						{
+							KIND="FUNCTION"
+
+							TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+							{
+
+								TYPEOF PARAMETER (VHL_NUMBER)
+								{
+									KIND="VEHICLE"
+									VALUE="0"
+									OWNER_FILE=""
+								}
+
+								TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+								{
+									KIND="VEHICLE"
+									VALUE="2"
+									OWNER_FILE=""
+								}
+							}
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="12"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (CHANGE_LANE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SIDE)
+				{
+					KIND="ENUM"
+					VALUE="SIDE_RIGHT"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (CHANGE_TIME)
+				{
+					KIND="USER"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (7)
+		{
+			LABEL="Merged"
+
+			TYPEOF CONDITION (IS_VHL_ON_LANE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LANE)
+				{
+					KIND="ENUM"
+					VALUE="LANE_RIGHT"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VARIABLE)
+			{
+
+				TYPEOF PARAMETER (VARIABLE_REF)
+				{
+					KIND="VARIABLE"
+					VALUE="1"
+					OWNER_FILE="motorway/roadworks.sc"
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_VHL_ROAD_POSITION)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="One lane"
+		TASK_KIND="0"
+
+		TYPEOF RULE (8)
+		{
+			LABEL="In line"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (FOLLOW_TRAJECTORY)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (TRAJECTORY_NAME)
+				{
+					KIND="TRAJECTORY"
+					VALUE="narrow lane"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (9)
+		{
+			LABEL="Through"
+
+			TYPEOF CONDITION (OR)
+			{
+
+				TYPEOF CONDITION (IS_TRAJECTORY_DONE)
+				{
+
+					TYPEOF PARAMETER (VHL_NUMBER)
+					{
+						KIND="VEHICLE"
+						VALUE="0"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (TRAJECTORY_NAME)
+					{
+						KIND="TRAJECTORY"
+						VALUE="narrow lane"
+						OWNER_FILE=""
+					}
+				}
+
+				TYPEOF CONDITION (HAS_PASSED)
+				{
+
+					TYPEOF PARAMETER (VHL_NUMBER)
+					{
+						KIND="VEHICLE"
+						VALUE="0"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (DISTANCE)
+					{
+						KIND="USER"
+						VALUE="5000"
+						OWNER_FILE=""
+					}
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
     <VariadicParameter>
       <name>Traffic</name>
       <description>Speed of the first car</description>

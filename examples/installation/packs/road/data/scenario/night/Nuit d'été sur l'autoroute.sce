@@ -79,6 +79,601 @@
       <x type="real" unit="m" ScenarioTreeValue="2890"/>
       <y type="real" unit="m" ScenarioTreeValue="12"/>
     </Object>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Nuit d'été"
+	FILE="night/nuit.sc"
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Fatigue"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="FLOAT"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="1"
+		INTERACTIVE_STEP_VALUE="0.01"
+		CATEGORY="CONDUCTEUR"
+	}
+
+	TYPEOF VARIABLE (2)
+	{
+		LABEL="Biche"
+		TYPE="BOOL"
+		VALUE="1"
+		INTERACTIVE_TYPE="BOOL"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Collision"
+		EVALUATION="ERROR"
+
+		TYPEOF CONDITION (HAS_VHL_COLLIDED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (PLAY_SOUND)
+		{
+
+			TYPEOF PARAMETER (SOUND_NAME)
+			{
+				KIND="FILE"
+				VALUE="crash.wav"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VOLUME)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Collision"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="ERROR"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF RULE (2)
+	{
+		LABEL="Fatigue"
+
+		TYPEOF CONDITION (EVERY)
+		{
+
+			TYPEOF PARAMETER (PERIOD)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SET_VARIABLE)
+		{
+
+			TYPEOF PARAMETER (VARIABLE_REF)
+			{
+				KIND="VARIABLE"
+				VALUE="1"
+				OWNER_FILE="night/nuit.sc"
+			}
+
+			TYPEOF PARAMETER (VALUE_B)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (MINIMUM)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="USER"
+						VALUE="1"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="FUNCTION"
+
+						TYPEOF FUNCTION (PLUS)
+						{
+
+							TYPEOF PARAMETER (VALUE_A)
+							{
+								KIND="VARIABLE"
+								VALUE="1"
+								OWNER_FILE="night/nuit.sc"
+							}
+
+							TYPEOF PARAMETER (VALUE_B)
+							{
+								KIND="USER"
+								VALUE="0.01"
+								OWNER_FILE=""
+							}
+						}
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF RULE (3)
+	{
+		LABEL="Inattentif"
+
+		TYPEOF CONDITION (INFERIOR)
+		{
+			MODIFIER="IS_FALSE"
+
+			TYPEOF PARAMETER (VALUE_A)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (GET_ATTENTION)
+				{
+
+					TYPEOF PARAMETER (DRIVER_NAME)
+					{
+						KIND="DRIVER"
+						VALUE="Hélène"
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VALUE_B)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (MINUS)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="USER"
+						VALUE="1"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="VARIABLE"
+						VALUE="1"
+						OWNER_FILE="night/nuit.sc"
+					}
+				}
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SET_DRIVER_STYLE)
+		{
+
+			TYPEOF PARAMETER (DRIVER_NAME)
+			{
+				KIND="DRIVER"
+				VALUE="Hélène"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (DRIVER_STYLE)
+			{
+				KIND="ENUM"
+				VALUE="STYLE_CALM"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Route"
+		TASK_KIND="0"
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Départ"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_DAY_HOUR)
+			{
+
+				TYPEOF PARAMETER (DAY_HOUR)
+				{
+					KIND="USER"
+					VALUE="23.5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (ATTACH_DRIVER)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DRIVER_NAME)
+				{
+					KIND="DRIVER"
+					VALUE="Hélène"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="34.722"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Une biche"
+
+			TYPEOF CONDITION (AND)
+			{
+
+				TYPEOF CONDITION (IS_VARIABLE_TRUE)
+				{
+
+					TYPEOF PARAMETER (BOOL_VARIABLE_REF)
+					{
+						KIND="VARIABLE"
+						VALUE="2"
+						OWNER_FILE="night/nuit.sc"
+					}
+				}
+
+				TYPEOF CONDITION (INFERIOR)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="FUNCTION"
+
+						TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+						{
+
+							TYPEOF PARAMETER (VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="0"
+								OWNER_FILE=""
+							}
+
+							TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="7"
+								OWNER_FILE=""
+							}
+						}
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="USER"
+						VALUE="140"
+						OWNER_FILE=""
+					}
+				}
+
+				TYPEOF CONDITION (IS_NIGHT)
+				{
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="Biche"
+		TASK_KIND="0"
+
+		TYPEOF RULE (6)
+		{
+			LABEL="Elle traverse"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (CHANGE_LANE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="7"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SIDE)
+				{
+					KIND="ENUM"
+					VALUE="SIDE_RIGHT"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (CHANGE_TIME)
+				{
+					KIND="USER"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (BRAKE)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DECELERATION)
+				{
+					KIND="USER"
+					VALUE="7.5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (INIT_ANIMATION)
+			{
+
+				TYPEOF PARAMETER (ANIMATION_ID)
+				{
+					KIND="USER"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ANIMATION_NAME)
+				{
+					KIND="USER"
+					VALUE="run"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ANIMATION_LOOP)
+				{
+					KIND="ENUM"
+					VALUE="YES"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ANIMATED_OBJECT_TYPE)
+				{
+					KIND="ENUM"
+					VALUE="ANIMATED_OBJECT_TYPE_VEHICLE"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ANIMATED_OBJECT_ID)
+				{
+					KIND="USER"
+					VALUE="7"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (7)
+		{
+			LABEL="Arrêt"
+
+			TYPEOF CONDITION (OR)
+			{
+
+				TYPEOF CONDITION (IS_VHL_STOPPED)
+				{
+
+					TYPEOF PARAMETER (VHL_NUMBER)
+					{
+						KIND="VEHICLE"
+						VALUE="0"
+						OWNER_FILE=""
+					}
+				}
+
+				TYPEOF CONDITION (SUPERIOR)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="FUNCTION"
+
+						TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+						{
+
+							TYPEOF PARAMETER (VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="7"
+								OWNER_FILE=""
+							}
+
+							TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="0"
+								OWNER_FILE=""
+							}
+						}
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="USER"
+						VALUE="50"
+						OWNER_FILE=""
+					}
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="Fin"
+		TASK_KIND="0"
+
+		TYPEOF RULE (8)
+		{
+			LABEL="Fin"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SNAPSHOT)
+			{
+
+				TYPEOF PARAMETER (CHANNEL_NAME)
+				{
+					KIND="ENUM"
+					VALUE="CHANNEL_CENTRE"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SUFFIX)
+				{
+					KIND="USER"
+					VALUE="biche"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (9)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="4"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+
+	TYPEOF GENERAL_PARAMETERS (0)
+	{
+	}
+}
+</text>
+    </ScenarioScript>
     <VariadicParameter>
       <name>Heure</name>
       <description>Heure du jour</description>

@@ -67,5 +67,310 @@
       <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="normal"/>
       <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Side wind"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Strongest gust"
+		TYPE="FLOAT"
+		VALUE="20"
+		INTERACTIVE_TYPE="FLOAT"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="5"
+		INTERACTIVE_MAX_VALUE="35"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="WEATHER"
+	}
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Gusts on the bridge"
+
+		TYPEOF CONDITION (AND)
+		{
+
+			TYPEOF CONDITION (IS_BETWEEN)
+			{
+
+				TYPEOF PARAMETER (INPUT_VALUE)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_VHL_ROAD_POSITION)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LOW_VALUE)
+				{
+					KIND="USER"
+					VALUE="600"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (HIGH_VALUE)
+				{
+					KIND="USER"
+					VALUE="1500"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF CONDITION (EVERY)
+			{
+
+				TYPEOF PARAMETER (PERIOD)
+				{
+					KIND="USER"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF ACTION (SET_WIND)
+		{
+
+			TYPEOF PARAMETER (WIND_SPEED)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (RANDOM)
+				{
+
+					TYPEOF PARAMETER (LOW_VALUE)
+					{
+						KIND="USER"
+						VALUE="8"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (HIGH_VALUE)
+					{
+						KIND="VARIABLE"
+						VALUE="1"
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (HEADING)
+			{
+				KIND="USER"
+				VALUE="90"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF RULE (2)
+	{
+		LABEL="Shelter"
+
+		TYPEOF CONDITION (IS_BETWEEN)
+		{
+			MODIFIER="BECOMES_FALSE"
+
+			TYPEOF PARAMETER (INPUT_VALUE)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (GET_VHL_ROAD_POSITION)
+				{
+
+					TYPEOF PARAMETER (VHL_NUMBER)
+					{
+						KIND="VEHICLE"
+						VALUE="0"
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (LOW_VALUE)
+			{
+				KIND="USER"
+				VALUE="600"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (HIGH_VALUE)
+			{
+				KIND="USER"
+				VALUE="1500"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SET_WIND)
+		{
+
+			TYPEOF PARAMETER (WIND_SPEED)
+			{
+				KIND="USER"
+				VALUE="2"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (HEADING)
+			{
+				KIND="USER"
+				VALUE="90"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="Drive"
+		TASK_KIND="0"
+
+		TYPEOF RULE (3)
+		{
+			LABEL="Off"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_RANDOM_SEED)
+			{
+
+				TYPEOF PARAMETER (SEED)
+				{
+					KIND="USER"
+					VALUE="19"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="25"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Strong"
+
+			TYPEOF CONDITION (SUPERIOR)
+			{
+				MODIFIER="HAS_BEEN_TRUE"
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_WIND_SPEED)
+					{
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="15"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="19.444"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="-1"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (5)
+		{
+			LABEL="End"
+
+			TYPEOF CONDITION (HAS_PASSED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (DISTANCE)
+				{
+					KIND="USER"
+					VALUE="1800"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

@@ -74,5 +74,357 @@
       <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="calm"/>
       <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.9"/>
     </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="夜間運転"
+	FILE="night/夜間運転.sc"
+	TASK_KIND="0"
+
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="ハイビーム"
+		TYPE="BOOL"
+		VALUE="1"
+		INTERACTIVE_TYPE="BOOL"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="灯火"
+	}
+
+	TYPEOF VARIABLE (2)
+	{
+		LABEL="名前"
+		TYPE="STRING"
+		VALUE="陽子"
+		INTERACTIVE_TYPE="STRING"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="生徒"
+	}
+
+	TYPEOF TASK (1)
+	{
+		LABEL="ハイビーム"
+		TASK_KIND="0"
+
+		TYPEOF RULE (1)
+		{
+			LABEL="点灯"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_DAY_HOUR)
+			{
+
+				TYPEOF PARAMETER (DAY_HOUR)
+				{
+					KIND="USER"
+					VALUE="22.5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_LIGHT)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT)
+				{
+					KIND="ENUM"
+					VALUE="LIGHT_HIGH_BEAM"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="YES"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (2)
+		{
+			LABEL="対向車"
+
+			TYPEOF CONDITION (AND)
+			{
+
+				TYPEOF CONDITION (SUPERIOR)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="FUNCTION"
+
+						TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+						{
+
+							TYPEOF PARAMETER (VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="0"
+								OWNER_FILE=""
+							}
+
+							TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="1"
+								OWNER_FILE=""
+							}
+						}
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="USER"
+						VALUE="0"
+						OWNER_FILE=""
+					}
+				}
+
+				TYPEOF CONDITION (INFERIOR)
+				{
+
+					TYPEOF PARAMETER (VALUE_A)
+					{
+						KIND="FUNCTION"
+
+						TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+						{
+
+							TYPEOF PARAMETER (VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="0"
+								OWNER_FILE=""
+							}
+
+							TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+							{
+								KIND="VEHICLE"
+								VALUE="1"
+								OWNER_FILE=""
+							}
+						}
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (VALUE_B)
+					{
+						KIND="USER"
+						VALUE="400"
+						OWNER_FILE=""
+					}
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="2"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (2)
+	{
+		LABEL="ロービーム"
+		TASK_KIND="0"
+
+		TYPEOF RULE (3)
+		{
+			LABEL="切り替え"
+
+			TYPEOF CONDITION (ALWAYS)
+			{
+				MODIFIER="BECOMES_TRUE"
+			}
+
+			TYPEOF ACTION (SET_VHL_LIGHT)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT)
+				{
+					KIND="ENUM"
+					VALUE="LIGHT_HIGH_BEAM"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="NO"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SET_VHL_LIGHT)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LIGHT)
+				{
+					KIND="ENUM"
+					VALUE="LIGHT_LOW_BEAM"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ENABLED)
+				{
+					KIND="ENUM"
+					VALUE="YES"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (SPEAK)
+			{
+
+				TYPEOF PARAMETER (MESSAGE)
+				{
+					KIND="USER"
+					VALUE="ロービーム"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (LANGUAGE)
+				{
+					KIND="ENUM"
+					VALUE="JAPANESE"
+					OWNER_FILE=""
+				}
+			}
+		}
+
+		TYPEOF RULE (4)
+		{
+			LABEL="通過"
+
+			TYPEOF CONDITION (INFERIOR)
+			{
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_DISTANCE_BETWEEN)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="1"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (TOGGLE_FLAG)
+			{
+
+				TYPEOF PARAMETER (BOOL_VARIABLE_REF)
+				{
+					KIND="VARIABLE"
+					VALUE="1"
+					OWNER_FILE="night/夜間運転.sc"
+				}
+			}
+
+			TYPEOF ACTION (NEXT_STATE)
+			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="終わり"
+		TASK_KIND="0"
+
+		TYPEOF RULE (5)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

@@ -45,5 +45,80 @@
     <Image>
       <name type="string" verboseName="Image" ScenarioTreeValue="plan"/>
     </Image>
+    <ScenarioScript>
+      <scriptName>old</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Animation"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Wave"
+
+		TYPEOF CONDITION (IS_TIME_AFTER)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (SCENARIO_TIME)
+			{
+				KIND="USER"
+				VALUE="2"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (INIT_ANIMATION)
+		{
+
+			TYPEOF PARAMETER (ANIMATION_ID)
+			{
+				KIND="USER"
+				VALUE="3"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (ANIMATION_OFFSET_X)
+			{
+				KIND="USER"
+				VALUE="0.5"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (ANIMATION_OFFSET_Y)
+			{
+				KIND="USER"
+				VALUE="2"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (ANIMATION_NAME)
+			{
+				KIND="USER"
+				VALUE="wave"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VHL_NUMBER_PLUS)
+			{
+				KIND="VEHICLE"
+				VALUE="-1"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (ANIMATION_LOOP)
+			{
+				KIND="ENUM"
+				VALUE="YES"
+				OWNER_FILE=""
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

@@ -45,5 +45,66 @@
     <Image>
       <name type="string" verboseName="Image" ScenarioTreeValue="plan"/>
     </Image>
+    <ScenarioScript>
+      <scriptName>old</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="At a position"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF RULE (1)
+	{
+		LABEL="There"
+
+		TYPEOF CONDITION (IS_VHL_AT_POSITION)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (MAP_X)
+			{
+				KIND="USER"
+				VALUE="120"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (MAP_Y)
+			{
+				KIND="USER"
+				VALUE="1.75"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Arrived"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="INFORMATION"
+				OWNER_FILE=""
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

@@ -45,5 +45,68 @@
     <Image>
       <name type="string" verboseName="Image" ScenarioTreeValue="plan"/>
     </Image>
+    <ScenarioScript>
+      <scriptName>old</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Exported channel"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Channel 5"
+
+		TYPEOF CONDITION (SUPERIOR)
+		{
+
+			TYPEOF PARAMETER (VALUE_A)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (GET_EXPORTED_CHANNEL)
+				{
+
+					TYPEOF PARAMETER (USER_DATA_ID)
+					{
+						KIND="EXPORT_CHANNEL"
+						VALUE="5"
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (VALUE_B)
+			{
+				KIND="USER"
+				VALUE="0.5"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Channel 5 is up"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="INFORMATION"
+				OWNER_FILE=""
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

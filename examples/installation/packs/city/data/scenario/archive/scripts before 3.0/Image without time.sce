@@ -45,5 +45,80 @@
     <Image>
       <name type="string" verboseName="Image" ScenarioTreeValue="plan"/>
     </Image>
+    <ScenarioScript>
+      <scriptName>old</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Image"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Arrow"
+
+		TYPEOF CONDITION (IS_TIME_AFTER)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (SCENARIO_TIME)
+			{
+				KIND="USER"
+				VALUE="2"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SET_IMAGE)
+		{
+
+			TYPEOF PARAMETER (IMAGE_NAME)
+			{
+				KIND="FILE"
+				VALUE="arrow_left.png"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (CHANNEL_NAME)
+			{
+				KIND="ENUM"
+				VALUE="CHANNEL_CENTRE"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (IMAGE_X)
+			{
+				KIND="USER"
+				VALUE="0.1"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (IMAGE_Y)
+			{
+				KIND="USER"
+				VALUE="0.1"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (IMAGE_WIDTH)
+			{
+				KIND="USER"
+				VALUE="0.2"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (IMAGE_HEIGHT)
+			{
+				KIND="USER"
+				VALUE="0.2"
+				OWNER_FILE=""
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

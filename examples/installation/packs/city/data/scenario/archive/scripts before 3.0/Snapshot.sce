@@ -45,5 +45,45 @@
     <Image>
       <name type="string" verboseName="Image" ScenarioTreeValue="plan"/>
     </Image>
+    <ScenarioScript>
+      <scriptName>old</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Snapshot"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Picture"
+
+		TYPEOF CONDITION (IS_TIME_AFTER)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (SCENARIO_TIME)
+			{
+				KIND="USER"
+				VALUE="3"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SNAPSHOT)
+		{
+
+			TYPEOF PARAMETER (CHANNEL_NAME)
+			{
+				KIND="ENUM"
+				VALUE="CHANNEL_MIRROR"
+				OWNER_FILE=""
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

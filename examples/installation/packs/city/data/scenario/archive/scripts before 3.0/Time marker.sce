@@ -45,5 +45,45 @@
     <Image>
       <name type="string" verboseName="Image" ScenarioTreeValue="plan"/>
     </Image>
+    <ScenarioScript>
+      <scriptName>old</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Time marker"
+	FILE=""
+	TASK_KIND="0"
+
+	TYPEOF RULE (1)
+	{
+		LABEL="Mark"
+
+		TYPEOF CONDITION (IS_TIME_AFTER)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (SCENARIO_TIME)
+			{
+				KIND="USER"
+				VALUE="4"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (ADD_TIME_MARKER)
+		{
+
+			TYPEOF PARAMETER (MARKER_NOTE)
+			{
+				KIND="USER"
+				VALUE="Halfway"
+				OWNER_FILE=""
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
   </Scenario>
 </sce>

@@ -1,0 +1,146 @@
+
+TYPEOF EVALUATION (1)
+{
+	LABEL="Basic marking"
+	TASK_KIND="0"
+	SCORE="0 100.000000"
+	SCORE="1 0.000000"
+	SCORE="2 0.000000"
+
+	TYPEOF CRITERIA (1)
+	{
+		LABEL="Speed"
+		TASK_KIND="0"
+		CATEGORY="Speed"
+		CRITICITY="2"
+		ATTRIBUTE_CRITERIA_TYPE="Error"
+		TEXT="Too fast"
+		SOUND="warning.wav"
+
+		TYPEOF RULE (951)
+		{
+			LABEL="Above 60"
+			EVALUATION="ERROR"
+
+			TYPEOF CONDITION (EVALUATION_SPEED_ABOVE)
+			{
+				MODIFIER="BECOMES_TRUE"
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="USER"
+					VALUE="16.667"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (EVALUATION_ADD_ERROR)
+			{
+
+				TYPEOF PARAMETER (LEVEL)
+				{
+					KIND="ENUM"
+					VALUE="LEVEL_SLIGHT"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (COMMENT)
+				{
+					KIND="USER"
+					VALUE="Too fast"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (EVALUATION_ADD_POINTS)
+			{
+
+				TYPEOF PARAMETER (SCORE_NUMBER)
+				{
+					KIND="USER"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (POINTS)
+				{
+					KIND="USER"
+					VALUE="-10"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+
+	TYPEOF CRITERIA (2)
+	{
+		LABEL="Collision"
+		TASK_KIND="0"
+		CATEGORY="Safety"
+		CRITICITY="5"
+		ATTRIBUTE_CRITERIA_TYPE="Error"
+		TEXT="Collision"
+		SOUND="crash.wav"
+
+		TYPEOF RULE (952)
+		{
+			LABEL="Touched"
+			EVALUATION="ERROR"
+
+			TYPEOF CONDITION (EVALUATION_COLLISION)
+			{
+				MODIFIER="BECOMES_TRUE"
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (EVALUATION_ADD_ERROR)
+			{
+
+				TYPEOF PARAMETER (LEVEL)
+				{
+					KIND="ENUM"
+					VALUE="LEVEL_FAILED"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (COMMENT)
+				{
+					KIND="USER"
+					VALUE="Collision"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (EVALUATION_ADD_POINTS)
+			{
+
+				TYPEOF PARAMETER (SCORE_NUMBER)
+				{
+					KIND="USER"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (POINTS)
+				{
+					KIND="USER"
+					VALUE="-100"
+					OWNER_FILE=""
+				}
+			}
+		}
+	}
+}

@@ -1,0 +1,92 @@
+
+TYPEOF INCLUDE (1)
+{
+	LABEL="Keys of the instructor"
+	TASK_KIND="0"
+	FILE="school/instructor keys.sc"
+
+	TYPEOF RULE (931)
+	{
+		LABEL="Help"
+
+		TYPEOF CONDITION (IS_KEY_PRESSED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (KEY)
+			{
+				KIND="ENUM"
+				VALUE="KEY_HELP"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SPEAK)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Look into the mirror, then signal"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (LANGUAGE)
+			{
+				KIND="ENUM"
+				VALUE="ENGLISH"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF RULE (932)
+	{
+		LABEL="Skip"
+
+		TYPEOF CONDITION (IS_KEY_PRESSED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (KEY)
+			{
+				KIND="ENUM"
+				VALUE="KEY_SKIP"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
+
+	TYPEOF RULE (933)
+	{
+		LABEL="Repeat"
+		IS_DISABLED="1"
+
+		TYPEOF CONDITION (IS_KEY_PRESSED)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (KEY)
+			{
+				KIND="ENUM"
+				VALUE="KEY_REPEAT"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (ARM_TRIGGER)
+		{
+
+			TYPEOF PARAMETER (TRIGGER_NAME)
+			{
+				KIND="TRIGGER"
+				VALUE="start"
+				OWNER_FILE=""
+			}
+		}
+	}
+}

@@ -1,0 +1,306 @@
+
+TYPEOF INCLUDE (1)
+{
+	LABEL="Speed monitor"
+	TASK_KIND="0"
+	FILE="speed_monitor.sc"
+
+	TYPEOF VARIABLE (901)
+	{
+		LABEL="Seconds above the limit"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="VOID"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="9999"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="INTERNAL"
+	}
+
+	TYPEOF VARIABLE (902)
+	{
+		LABEL="Warnings given"
+		TYPE="FLOAT"
+		VALUE="0"
+		INTERACTIVE_TYPE="FLOAT"
+		IS_INITIALIZATION_NEEDED_AT_START="0"
+		INTERACTIVE_MIN_VALUE="0"
+		INTERACTIVE_MAX_VALUE="100"
+		INTERACTIVE_STEP_VALUE="1"
+		CATEGORY="MONITOR"
+	}
+
+	TYPEOF RULE (901)
+	{
+		LABEL="Counts the time above the limit"
+
+		TYPEOF CONDITION (IS_VHL_OVER_LIMIT)
+		{
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (TOLERANCE)
+			{
+				KIND="USER"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SET_VARIABLE)
+		{
+
+			TYPEOF PARAMETER (VARIABLE_REF)
+			{
+				KIND="VARIABLE"
+				VALUE="901"
+				OWNER_FILE="speed_monitor.sc"
+			}
+
+			TYPEOF PARAMETER (VALUE_B)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (GET_TIMER)
+				{
+
+					TYPEOF PARAMETER (TIMER_NUMBER)
+					{
+						KIND="USER"
+						VALUE="31"
+						OWNER_FILE=""
+					}
+				}
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (START_TIMER)
+		{
+
+			TYPEOF PARAMETER (TIMER_NUMBER)
+			{
+				KIND="USER"
+				VALUE="31"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ELSE_ACTION (STOP_TIMER)
+		{
+
+			TYPEOF PARAMETER (TIMER_NUMBER)
+			{
+				KIND="USER"
+				VALUE="31"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF RULE (902)
+	{
+		LABEL="Warns after three seconds"
+		IS_DISABLED="1"
+
+		TYPEOF CONDITION (IS_VHL_OVER_LIMIT)
+		{
+			MODIFIER="HAS_BEEN_TRUE_FOR"
+			DURATION="3.000000"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (TOLERANCE)
+			{
+				KIND="USER"
+				VALUE="10"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SHOW_MAP)
+		{
+
+			TYPEOF PARAMETER (MAP_FILE)
+			{
+				KIND="FILE"
+				VALUE="junction.txt"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (DISPLAY_TIME)
+			{
+				KIND="USER"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF RULE (903)
+	{
+		LABEL="Too fast"
+		EVALUATION="WARNING"
+
+		TYPEOF CONDITION (IS_VHL_OVER_LIMIT)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (TOLERANCE)
+			{
+				KIND="USER"
+				VALUE="10"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (ADD_TO_VARIABLE)
+		{
+
+			TYPEOF PARAMETER (VARIABLE_REF)
+			{
+				KIND="VARIABLE"
+				VALUE="902"
+				OWNER_FILE="speed_monitor.sc"
+			}
+
+			TYPEOF PARAMETER (VALUE_B)
+			{
+				KIND="USER"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Above the limit"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="WARNING"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SET_IMAGE)
+		{
+
+			TYPEOF PARAMETER (IMAGE_NAME)
+			{
+				KIND="FILE"
+				VALUE="warning.png"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (CHANNEL_NAME)
+			{
+				KIND="ENUM"
+				VALUE="CHANNEL_CENTRE"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (IMAGE_X)
+			{
+				KIND="USER"
+				VALUE="0.4"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (IMAGE_Y)
+			{
+				KIND="USER"
+				VALUE="0.1"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (IMAGE_WIDTH)
+			{
+				KIND="USER"
+				VALUE="0.2"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (IMAGE_HEIGHT)
+			{
+				KIND="USER"
+				VALUE="0.2"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (DISPLAY_TIME)
+			{
+				KIND="USER"
+				VALUE="2"
+				OWNER_FILE=""
+			}
+		}
+	}
+
+	TYPEOF RULE (904)
+	{
+		LABEL="Slow again"
+
+		TYPEOF CONDITION (IS_VHL_OVER_LIMIT)
+		{
+			MODIFIER="BECOMES_FALSE"
+
+			TYPEOF PARAMETER (VHL_NUMBER)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (TOLERANCE)
+			{
+				KIND="USER"
+				VALUE="0"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (LOG_MESSAGE)
+		{
+
+			TYPEOF PARAMETER (MESSAGE)
+			{
+				KIND="USER"
+				VALUE="Within the limit again"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SEVERITY)
+			{
+				KIND="ENUM"
+				VALUE="INFORMATION"
+				OWNER_FILE=""
+			}
+		}
+	}
+}
