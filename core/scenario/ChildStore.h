@@ -18,6 +18,7 @@ struct NullChildSite {
     const char* source;
     int line;
 };
+inline constexpr NullChildSite kAnyStore = {"core/include/scenario/ScenarioItem", 251};
 
 // Appends all for filter 0, else those of that kind.
 template <class Item>
@@ -39,7 +40,7 @@ typename std::vector<Item*>::iterator Find(std::vector<Item*>& store, const Scen
 // Directly before or behind `reference` if it is here; otherwise at the end when `after`, else at the front.
 template <class Item>
 void Place(ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* child, const ScenarioItem* reference,
-           bool after, NullChildSite site) {
+           bool after, NullChildSite site = kAnyStore) {
     if (!child) AssertAbort(site.source, site.line);
     auto position = reference ? Find(store, reference) : store.end();
     if (position == store.end()) {

@@ -40,6 +40,9 @@ public:
 
     // Steps the own rules and the criteria; states play no part here, except that -3 and -4 stop it.
     void StepEvaluation(double time, ScenarioLib::Scenario* scenario);
+
+private:
+    void LoadReferenced();
 };
 
 // The companion of a scenario that lives in a file beside it and holds the scenario's description. Nothing of it stands

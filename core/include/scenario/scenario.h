@@ -193,6 +193,11 @@ public:
 
 private:
     friend class ::Evaluation;
+
+    void TakeEvaluation(Evaluation* added);
+    void TakeGeneralParameters(GeneralParameters* added);
+    void LoadReferencedLabel();
+
     // Only while a text is being read is it certain that nobody else holds an evaluation that another one replaces.
     bool beingRead = false;
     Evaluation* readEvaluation = nullptr;

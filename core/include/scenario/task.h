@@ -79,6 +79,8 @@ public:
 
     // The position of the first sub-task whose name has this number, -1 if there is none. A name without digits has 0.
     std::ptrdiff_t StateIndex(std::int32_t number) const;
+    // The number of the first sub-task; 0 without one.
+    std::int32_t FirstState() const;
     // The text of a state number, empty if it has none.
     std::string StateName(std::int32_t number) const;
     // The largest level of the rules here and in all sub-tasks below, at least 0.
@@ -89,21 +91,16 @@ public:
     static std::int32_t RuleCount();
 
 protected:
-    // Goes up with everything that an Init does and that is seen outside the tree: a log line, a notification, an Init
-    // that another class may have replaced. While it stands still, doing the same Init once more changes nothing.
-    static std::uint64_t InitTraces();
-    // The number of the first sub-task, of which there must be one.
-    std::int32_t FirstState() const;
-    // From `task` down its first sub-tasks: makes each first state the next one, and starts the level. `asTask` starts
-    // each level as a plain task, whatever its class.
+    // From `task` down its first sub-tasks: makes the first state of each level the next one too, and starts the level.
+    // `asTask` starts it as a plain task, whatever its class.
     static void InitDownward(Task* task, const std::string& path, double time, bool asTask);
 
 private:
+    struct Enclosure;
+    void BeginInit(const std::string& path, double time);
+    void EndInit(double time, Enclosure& enclosure);
     bool StepOwn(double time, ScenarioLib::Scenario* scenario, Task*& state);
     void EnterState(double time);
-    void BeginInit(const std::string& path, double time);
-    void EndInit(double time, const bool* knownInScenario);
-    bool IsInScenario() const;
 };
 
 #endif
