@@ -13,6 +13,7 @@
 namespace cfg {
 
 namespace detail {
+struct Access;
 class Document;
 struct SectionSetup;
 struct Value;
@@ -93,7 +94,7 @@ public:
     explicit Section(const detail::SectionSetup& setup);
 
 private:
-    friend class detail::Document;
+    friend struct detail::Access;
 
     detail::Document* document;          // the file that owns this section
     const std::string* name;             // shared by all sections and parameters of that name

@@ -1,0 +1,56 @@
+#ifndef COMMONS_XML_H
+#define COMMONS_XML_H
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <pugixml.hpp>
+
+// XML as the environment reads it: strict about what is a document, and without any change to the characters of values
+// (no line end and no blank is normalised, nothing is recoded).
+namespace Commons::detail {
+
+struct XmlFault {
+    size_t row; // 0 where the text as a whole is meant
+    std::string reason;
+};
+
+// The row of a position, counted from 1 by line feeds.
+size_t RowAt(std::string_view text, size_t position);
+
+// A parsed document. The nodes point into a copy of the text in which every name and value begins at the position at
+// which it begins in the text itself, so that positions lead from one to the other.
+class XmlDocument {
+public:
+    // Parses a text that must outlive this object's use of PositionOf and RowOf. The fault that it has, if any.
+    std::optional<XmlFault> Parse(const std::string& text);
+
+    // The one element at the top.
+    pugi::xml_node Top() const { return top; }
+
+    // Where a name or value of a node begins in the text.
+    size_t PositionOf(const char* nameOrValue) const { return static_cast<size_t>(nameOrValue - buffer.get()); }
+    size_t RowOf(const char* nameOrValue) const { return RowAt(*source, PositionOf(nameOrValue)); }
+
+private:
+    std::optional<XmlFault> FindTop();
+
+    const std::string* source = nullptr;
+    std::unique_ptr<char[]> buffer;
+    pugi::xml_document document;
+    pugi::xml_node top;
+};
+
+// How values are read everywhere: references resolved, all else as it stands.
+constexpr unsigned kXmlValueFlags = pugi::parse_cdata | pugi::parse_escapes;
+
+// The text with blanks, tabs and line ends cut at both ends, as for numbers in a file that was laid out by hand.
+std::string_view TrimmedXml(std::string_view text);
+bool IsXmlBlank(char c);
+
+} // namespace Commons::detail
+
+#endif

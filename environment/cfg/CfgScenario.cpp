@@ -1,0 +1,78 @@
+#include <cfg/CfgScenario.h>
+
+#include <exception>
+#include <optional>
+#include <utility>
+
+#include "../Commons/Files.h"
+#include "Document.h"
+#include "ScenarioReader.h"
+#include "ScenarioWriter.h"
+
+namespace cfg {
+
+namespace {
+
+using Commons::detail::XmlFault;
+
+std::string Message(const char* path, const XmlFault& fault) {
+    return std::string(path) + ":" + std::to_string(fault.row) + ": " + fault.reason;
+}
+
+std::optional<XmlFault> ReadFile(const char* path, detail::Document& document) {
+    try {
+        std::string bytes;
+        std::string reason;
+        if (!Commons::detail::ReadPlainFile(path, bytes, reason)) return XmlFault{0, reason};
+        return detail::ReadScenario(std::move(bytes), document);
+    } catch (const std::exception&) { // memory is all that can fail
+        return XmlFault{0, "out of memory"};
+    }
+}
+
+// What was written must be readable. A text may hold what XML cannot, such as a NUL.
+std::optional<XmlFault> WriteFile(const char* path, const detail::Document& document) {
+    if (!document.isSound) return XmlFault{0, "not saved, since the scenario could not be loaded"};
+    try {
+        const std::string bytes = detail::WriteScenario(document);
+        detail::Document check;
+        if (std::optional<XmlFault> fault = detail::ReadScenario(bytes, check)) {
+            fault->reason = "not saved, since it could not be loaded again: " + fault->reason;
+            return fault;
+        }
+        std::string reason;
+        if (!Commons::detail::WriteFileWhole(path, bytes, reason)) return XmlFault{0, "not saved: " + reason};
+        return std::nullopt;
+    } catch (const std::exception&) {
+        return XmlFault{0, "not saved: out of memory"};
+    }
+}
+
+} // namespace
+
+CfgScenario::CfgScenario() : document(std::make_unique<detail::Document>()) {}
+CfgScenario::~CfgScenario() = default;
+
+bool CfgScenario::load(const char* path, Commons::Encoding::Mode, Orbe::Network*, ScenarioConvertion::CallBack*, bool,
+                       bool, bool) {
+    errorMessage.clear();
+    document = std::make_unique<detail::Document>();
+    const char* const shownPath = path ? path : "";
+    const std::optional<XmlFault> fault = ReadFile(shownPath, *document);
+    if (!fault) return true;
+    errorMessage = Message(shownPath, *fault);
+    document = std::make_unique<detail::Document>();
+    document->isSound = false;
+    return false;
+}
+
+bool CfgScenario::save(const char* path, Commons::Encoding::Mode, bool) {
+    const char* const shownPath = path ? path : "";
+    const std::optional<XmlFault> fault = WriteFile(shownPath, *document);
+    if (fault) errorMessage = Message(shownPath, *fault);
+    return !fault;
+}
+
+Scenario* CfgScenario::getRootSection() { return document->Root(); }
+
+} // namespace cfg

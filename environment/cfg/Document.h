@@ -1,0 +1,125 @@
+#ifndef CFG_DOCUMENT_H
+#define CFG_DOCUMENT_H
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <memory_resource>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include <cfg/Section.h>
+
+namespace cfg {
+class Scenario;
+}
+
+// How a scenario file is held in memory. The bytes of the file stay as they were loaded; the sections remember where
+// in them they stand, and a save puts what has changed into those bytes. Nothing is moved after a save: each one starts
+// from the bytes that were loaded, so that two saves in a row write the same.
+namespace cfg::detail {
+
+struct FieldRow;
+struct SectionClass;
+
+// The place of what the file does not hold.
+constexpr size_t kNotInFile = static_cast<size_t>(-1);
+
+// Deeper sections are refused: the walks over the tree are recursive, ours and those of the users.
+constexpr size_t kMostLevels = 1000;
+
+// A name that occurs in the file, stored once for all its bearers.
+struct Name {
+    std::string text;
+    const SectionClass* sectionClass; // what an element of that name is, if it is a section
+};
+
+union Number {
+    bool boolean;
+    std::int32_t integer;
+    double real;
+};
+
+// A parameter of a section, or a text field of its class. What it holds lies in the section's own field where the
+// class declares it, else in `own` or, for texts, in the document's store.
+struct Value {
+    Value* next = nullptr;
+    Document* document = nullptr;
+    const std::string* name = nullptr;
+    const std::string* verboseName = nullptr; // null until asked for
+    size_t place = kNotInFile;                // parameter: of the text of its value; text field: of its element's name
+    size_t verbosePlace = kNotInFile;         // of the text of the long name
+    t_ParameterType type = t_ParameterTypeString;
+    lmk::t_unit unit = lmk::UNIT_UNDEFINED;
+    Number own{};
+    Number loaded{}; // what a save compares with
+    union {
+        bool* boolean;
+        std::int32_t* integer;
+        double* real;
+        std::string* text; // null until asked for, which means unchanged
+    };
+
+    Value() : text(nullptr) {}
+};
+
+// What a section is made from.
+struct SectionSetup {
+    Document* document;
+    const Name* name;
+    Section* parent; // null for the root
+    size_t place;
+};
+
+// The inside of a section, for the document's own code.
+struct Access {
+    static Document& DocumentOf(const Section& section) { return *section.document; }
+    static Section*& ParentOf(Section& section) { return section.parent; }
+    static std::vector<Section*>& SubSectionsOf(Section& section) { return section.subSections; }
+    static Value*& ParametersOf(Section& section) { return section.parameters; }
+    static Value*& FieldsOf(Section& section) { return section.fields; }
+    static size_t& PlaceOf(Section& section) { return section.place; }
+};
+
+class Document {
+public:
+    // An empty scenario.
+    Document();
+    ~Document();
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    Scenario* Root() const { return root; }
+    // For the reader, when it has found where the root stands.
+    void PlaceRoot(size_t place);
+
+    const Name* Intern(std::string_view name);
+    // Makes a section of the class that belongs to its name, with the values that the class declares.
+    Section* NewSection(const Name* name, Section* parent, size_t place);
+    Value* NewValue(const std::string* name, t_ParameterType type);
+    std::string* NewText(std::string text);
+
+    // The bytes that were loaded; empty for a scenario that came from no file.
+    std::string source;
+    // Where sections stand in the file that were removed from the tree.
+    std::vector<size_t> removedPlaces;
+    // False after a failed load: such a document must not be saved over the file.
+    bool isSound = true;
+
+private:
+    Value* DeclareValues(Section& section, std::span<const FieldRow> rows);
+
+    std::pmr::monotonic_buffer_resource memory;
+    std::deque<Name> names;
+    std::unordered_map<std::string_view, const Name*> namesByText;
+    std::deque<std::string> texts;
+    std::vector<std::unique_ptr<Section>> sections; // the removed ones, too: others may still point to them
+    Scenario* root;
+};
+
+} // namespace cfg::detail
+
+#endif

@@ -1,0 +1,280 @@
+#include "ScenarioWriter.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <cfg/Scenario.h>
+
+#include "../Commons/Xml.h"
+#include "Document.h"
+#include "ValueText.h"
+#include "XmlText.h"
+
+namespace cfg::detail {
+
+namespace {
+
+using Commons::detail::IsXmlBlank;
+using Commons::detail::TrimmedXml;
+
+constexpr std::string_view kStep = "  ";
+
+// What replaces the bytes from `begin` to `end`.
+struct Edit {
+    size_t begin;
+    size_t end;
+    std::string text;
+};
+
+// A section that the file does not hold yet. `line` is what begins each line at its level: a line end and blanks, or
+// nothing to write all in one line.
+class NewSectionWriter {
+public:
+    NewSectionWriter(std::string& target, std::string_view indentation) : out(target), step(indentation) {}
+
+    void Write(Section& section, const std::string& line) {
+        const std::string name = section.getName();
+        const std::string inner = line.empty() ? line : line + std::string(step);
+        out += "<" + name;
+        const size_t behindName = out.size();
+        out += ">";
+        const size_t behindTag = out.size();
+        for (Value* value = Access::ParametersOf(section); value; value = value->next) {
+            out += inner;
+            WriteParameter(*value);
+        }
+        for (Value* value = Access::FieldsOf(section); value; value = value->next) {
+            out += inner;
+            WriteTextField(*value);
+        }
+        for (Section* subSection : Access::SubSectionsOf(section)) {
+            out += inner;
+            Write(*subSection, inner);
+        }
+        if (out.size() == behindTag)
+            out.replace(behindName, 1, "/>");
+        else
+            out += line + "</" + name + ">";
+    }
+
+    void WriteParameter(const Value& value) {
+        out += "<" + *value.name + " ScenarioTreeValue=\"" + EscapedAttribute(FormatValue(value), '"') + "\"/>";
+    }
+
+    void WriteTextField(const Value& value) {
+        const std::string text = EscapedText(FormatValue(value));
+        out += text.empty() ? "<" + *value.name + "/>" : "<" + *value.name + ">" + text + "</" + *value.name + ">";
+    }
+
+private:
+    std::string& out;
+    std::string_view step;
+};
+
+// Compares the tree with the file and gathers what has to be written into it.
+class Writer {
+public:
+    explicit Writer(const Document& scenario) : source(scenario.source) {
+        CompareSection(*scenario.Root(), RootStep(*scenario.Root()));
+        for (const size_t place : scenario.removedPlaces) Remove(place);
+    }
+
+    std::string Apply() {
+        // An insertion comes before a removal at the same place. What was changed or removed inside of something that
+        // was removed itself is gone with it.
+        std::stable_sort(edits.begin(), edits.end(), [](const Edit& left, const Edit& right) {
+            return left.begin != right.begin ? left.begin < right.begin : left.end < right.end;
+        });
+        std::string out;
+        size_t done = 0;
+        for (const Edit& edit : edits) {
+            if (edit.begin < done) continue;
+            out.append(source, done, edit.begin - done);
+            out += edit.text;
+            done = edit.end;
+        }
+        return out.append(source, done, std::string::npos);
+    }
+
+private:
+    // `step` is by how much an element is indented beyond the one around it.
+    void CompareSection(Section& section, std::string_view step) {
+        for (const Value* value = Access::ParametersOf(section); value; value = value->next)
+            if (value->place != kNotInFile) CompareParameter(*value);
+        for (const Value* value = Access::FieldsOf(section); value; value = value->next)
+            if (value->place != kNotInFile) CompareTextField(*value);
+
+        std::vector<Section*> added;
+        for (Section* subSection : Access::SubSectionsOf(section)) {
+            if (Access::PlaceOf(*subSection) == kNotInFile)
+                added.push_back(subSection);
+            else
+                CompareSection(*subSection, StepBetween(section, *subSection, step));
+        }
+        if (HasUnwritten(section) || !added.empty()) Complete(section, added, step);
+    }
+
+    void CompareParameter(const Value& value) {
+        const size_t end = AttributeEnd(source, value.place);
+        const char quote = source[value.place - 1];
+        if (HoldsText(value.type)) {
+            if (!value.text || *value.text == AttributeText(source, value.place)) return;
+        } else if (!IsChangedNumber(value)) {
+            return;
+        }
+        edits.push_back({value.place, end, EscapedAttribute(FormatValue(value), quote)});
+    }
+
+    void CompareTextField(const Value& value) {
+        if (!HoldsText(value.type) && !IsChangedNumber(value)) return;
+        const ElementText content = ReadElementText(source, value.place);
+        const std::string text = FormatValue(value);
+        if (HoldsText(value.type) && text == content.text) return;
+
+        const ElementExtent element = FindElement(source, value.place);
+        if (element.isEmptyTag) {
+            const size_t slash = element.end - 2;
+            edits.push_back({slash, element.end, ">" + EscapedText(text) + "</" + *value.name + ">"});
+        } else if (content.pieces.empty()) {
+            edits.push_back({element.contentBegin, element.contentBegin, EscapedText(text)});
+        } else {
+            // Comments between pieces of text stay; the whole new text stands where the first piece stood.
+            const bool keepsCData =
+                content.isOneCData && text.find("]]>") == std::string::npos && text.find('\r') == std::string::npos;
+            const auto [begin, end] = content.pieces.front();
+            edits.push_back({begin, end, keepsCData ? "<![CDATA[" + text + "]]>" : EscapedText(text)});
+            for (size_t i = 1; i < content.pieces.size(); ++i)
+                edits.push_back({content.pieces[i].first, content.pieces[i].second, ""});
+        }
+    }
+
+    // Takes an element out with the line that it stands in.
+    void Remove(size_t place) {
+        const ElementExtent element = FindElement(source, place);
+        edits.push_back({element.begin - LineStart(source, element.begin).size(), element.end, ""});
+    }
+
+    // A value that the class declares, that the file leaves out and that is no longer what this means.
+    static bool IsUnwritten(const Value& value) {
+        if (value.place != kNotInFile) return false;
+        return HoldsText(value.type) ? value.text && !value.text->empty() : IsChangedNumber(value);
+    }
+
+    static bool HasUnwritten(Section& section) {
+        for (const Value* chain : {Access::ParametersOf(section), Access::FieldsOf(section)})
+            for (const Value* value = chain; value; value = value->next)
+                if (IsUnwritten(*value)) return true;
+        return false;
+    }
+
+    // Puts in what is missing from a section of the file: values behind the one declared before them, sections last.
+    void Complete(Section& section, const std::vector<Section*>& added, std::string_view step) {
+        const ElementExtent element = FindElement(source, Access::PlaceOf(section));
+        const std::string line = LineOfChildren(element, step);
+        std::string inserted;
+        NewSectionWriter writer(inserted, step);
+        size_t position = element.contentBegin;
+        const bool isBlank = TrimmedXml(ContentOf(element)).empty();
+        const auto flush = [&] {
+            if (!isBlank && !inserted.empty()) edits.push_back({position, position, std::exchange(inserted, {})});
+        };
+
+        WalkValues(Access::ParametersOf(section), [&](const Value& value) {
+            if (value.place != kNotInFile) {
+                flush();
+                position = FindElementEnd(source, AttributeEnd(source, value.place) + 1);
+            } else if (IsUnwritten(value)) {
+                inserted += line;
+                writer.WriteParameter(value);
+            }
+        });
+        WalkValues(Access::FieldsOf(section), [&](const Value& value) {
+            if (value.place != kNotInFile) {
+                flush();
+                position = FindElement(source, value.place).end;
+            } else if (IsUnwritten(value)) {
+                inserted += line;
+                writer.WriteTextField(value);
+            }
+        });
+        flush();
+        for (Section* subSection : added) {
+            inserted += line;
+            writer.Write(*subSection, line);
+        }
+        if (isBlank) {
+            FillBlank(section, element, inserted);
+        } else {
+            position = element.contentEnd;
+            while (IsXmlBlank(source[position - 1])) --position;
+            flush();
+        }
+    }
+
+    // Gives an element its first content.
+    void FillBlank(Section& section, const ElementExtent& element, const std::string& content) {
+        const std::string closingLine(LineStart(source, element.begin));
+        if (!element.isEmptyTag) {
+            edits.push_back({element.contentBegin, element.contentEnd, content + closingLine});
+            return;
+        }
+        size_t begin = element.end - 2; // at "/>"
+        while (IsXmlBlank(source[begin - 1])) --begin;
+        edits.push_back({begin, element.end, ">" + content + closingLine + "</" + section.getName() + ">"});
+    }
+
+    template <typename Visit>
+    static void WalkValues(const Value* value, Visit visit) {
+        for (; value; value = value->next) visit(*value);
+    }
+
+    std::string_view ContentOf(const ElementExtent& element) const {
+        return std::string_view(source).substr(element.contentBegin, element.contentEnd - element.contentBegin);
+    }
+
+    // What begins the line of each child of an element, as its first child shows it.
+    std::string LineOfChildren(const ElementExtent& element, std::string_view step) const {
+        const std::string_view content = ContentOf(element);
+        if (!TrimmedXml(content).empty()) {
+            size_t first = 0;
+            while (IsXmlBlank(content[first])) ++first;
+            return std::string(LineStart(source, element.contentBegin + first));
+        }
+        const std::string own(LineStart(source, element.begin));
+        return own.empty() ? own : own + std::string(step);
+    }
+
+    std::string_view StepBetween(Section& outer, Section& inner, std::string_view known) const {
+        const std::string_view outerLine = LineStart(source, Access::PlaceOf(outer) - 1);
+        const std::string_view innerLine = LineStart(source, Access::PlaceOf(inner) - 1);
+        if (outerLine.empty() || innerLine.size() <= outerLine.size() || !innerLine.starts_with(outerLine))
+            return known;
+        return innerLine.substr(outerLine.size());
+    }
+
+    // The root stands one step deep.
+    std::string_view RootStep(Section& root) const {
+        const std::string_view line = LineStart(source, Access::PlaceOf(root) - 1);
+        const size_t blanks = line.find_first_of(" \t");
+        return blanks == std::string_view::npos ? kStep : line.substr(blanks);
+    }
+
+    const std::string& source;
+    std::vector<Edit> edits;
+};
+
+std::string WriteAnew(const Document& document) {
+    std::string out = "<sce version=\"1\">\n  ";
+    NewSectionWriter(out, kStep).Write(*document.Root(), "\n  ");
+    return out + "\n</sce>\n";
+}
+
+} // namespace
+
+std::string WriteScenario(const Document& document) {
+    return document.source.empty() ? WriteAnew(document) : Writer(document).Apply();
+}
+
+} // namespace cfg::detail
