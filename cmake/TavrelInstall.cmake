@@ -39,7 +39,7 @@ install(FILES ${PROJECT_BINARY_DIR}/TavrelScenarioTemplateDb.pc
 
 if(EXISTS ${PROJECT_SOURCE_DIR}/examples/installation)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/installation DESTINATION ${CMAKE_INSTALL_DATADIR}/tavrel
-  COMPONENT tools)
+  COMPONENT tools PATTERN ".gitattributes" EXCLUDE)
 endif()
 if(TARGET tavrel)
   file(RELATIVE_PATH library_from_command ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
