@@ -14,7 +14,7 @@
       <fog type="boolean" verboseName="Fog" ScenarioTreeValue="false"/>
       <visibility type="real" unit="m" verboseName="Visibility" ScenarioTreeValue="10000"/>
       <rain type="real" unit="%" verboseName="Rain" ScenarioTreeValue="0"/>
-      <temperature type="real" unit="°C" verboseName="Air temperature" ScenarioTreeValue="291.15"/>
+      <temperature type="real" unit="degC" verboseName="Air temperature" ScenarioTreeValue="291.15"/>
       <windSpeed type="real" unit="m/s" verboseName="Wind speed" ScenarioTreeValue="0"/>
       <friction type="real" verboseName="Grip" ScenarioTreeValue="1"/>
       <hour type="real" verboseName="Time of day, hours" ScenarioTreeValue="12"/>

@@ -14,7 +14,7 @@
       <fog type="boolean" verboseName="Fog" ScenarioTreeValue="false"/>
       <visibility type="real" unit="m" verboseName="Visibility" ScenarioTreeValue="10000"/>
       <rain type="real" unit="%" verboseName="Rain" ScenarioTreeValue="0"/>
-      <temperature type="real" unit="°C" verboseName="Air temperature" ScenarioTreeValue="291.15"/>
+      <temperature type="real" unit="degC" verboseName="Air temperature" ScenarioTreeValue="291.15"/>
       <windSpeed type="real" unit="m/s" verboseName="Wind speed" ScenarioTreeValue="0"/>
       <friction type="real" verboseName="Grip" ScenarioTreeValue="1"/>
       <hour type="real" verboseName="Time of day, hours" ScenarioTreeValue="12"/>
@@ -38,6 +38,11 @@
       <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
       <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
       <idleEngineSpeed type="real" unit="rpm" verboseName="Idle engine speed" ScenarioTreeValue="94.24778"/>
+      <power type="real" unit="kW" verboseName="Power" ScenarioTreeValue="81000"/>
+      <torque type="real" unit="N.m" verboseName="Torque" ScenarioTreeValue="205"/>
+      <tank type="real" unit="L" verboseName="Tank" ScenarioTreeValue="0.045"/>
+      <tyrePressure type="real" unit="bar" verboseName="Tyre pressure" ScenarioTreeValue="230000"/>
+      <battery type="real" unit="V" verboseName="Battery" ScenarioTreeValue="12.6"/>
     </Vehicle>
     <Driver>
       <id ScenarioTreeValue="1"/>
