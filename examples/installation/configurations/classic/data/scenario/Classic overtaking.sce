@@ -22,7 +22,7 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="B 12"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="4000"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="27.777778"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="27.777777778"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="2"/>
     </Road>
     <Vehicle>
@@ -30,7 +30,7 @@
       <driverId ScenarioTreeValue="1"/>
       <name ScenarioTreeValue="Student"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="22.222222"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="22.222222222"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>
@@ -44,7 +44,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Truck"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="truck_18t"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="16.666667"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="16.666666667"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="100"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="100"/>

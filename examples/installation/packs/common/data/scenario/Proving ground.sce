@@ -21,7 +21,7 @@
     </Weather>
     <ProvingGround>
       <radius type="real" unit="m" verboseName="Radius" ScenarioTreeValue="150"/>
-      <banking type="real" unit="deg" verboseName="Banking" ScenarioTreeValue="0.139626"/>
+      <banking type="real" unit="deg" verboseName="Banking" ScenarioTreeValue="0.13962634"/>
       <gates type="integer" verboseName="Gates" ScenarioTreeValue="12"/>
     </ProvingGround>
     <Vehicle>
@@ -37,7 +37,7 @@
       <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
       <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
       <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
-      <idleEngineSpeed type="real" unit="rpm" verboseName="Idle engine speed" ScenarioTreeValue="94.24778"/>
+      <idleEngineSpeed type="real" unit="rpm" verboseName="Idle engine speed" ScenarioTreeValue="94.247779608"/>
       <power type="real" unit="kW" verboseName="Power" ScenarioTreeValue="81000"/>
       <torque type="real" unit="N.m" verboseName="Torque" ScenarioTreeValue="205"/>
       <tank type="real" unit="L" verboseName="Tank" ScenarioTreeValue="0.045"/>

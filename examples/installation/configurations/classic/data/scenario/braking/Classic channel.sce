@@ -14,7 +14,7 @@
       <driverId ScenarioTreeValue="1"/>
       <name ScenarioTreeValue="Student"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="13.888889"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="13.888888889"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>

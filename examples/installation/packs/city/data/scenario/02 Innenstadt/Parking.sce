@@ -22,12 +22,12 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="Side Street"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="200"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333333"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="1"/>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="200"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333333"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
@@ -37,7 +37,7 @@
       <driverId ScenarioTreeValue="1"/>
       <name ScenarioTreeValue="Student"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="2.777778"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="2.777777778"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>

@@ -22,12 +22,12 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="Hauptstraße"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="1500"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888888889"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="2"/>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="1500"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888888889"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
@@ -51,7 +51,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Rettungswagen"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="ambulance"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="22.222222"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="22.222222222"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="2"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>

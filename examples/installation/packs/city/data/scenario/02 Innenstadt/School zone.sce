@@ -22,12 +22,12 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="School Lane"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="650"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333333"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="1"/>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="650"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333333"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>

@@ -22,12 +22,12 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="Tram Lane"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="1200"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888888889"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="2"/>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="1200"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888888889"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
@@ -56,12 +56,12 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Tram 14"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="tram_low_floor"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="9.722222"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="9.722222222"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="900"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="-1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="900"/>
       <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="0"/>
-      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="3.141593"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="3.141592654"/>
       <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="32"/>
       <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="39000"/>
     </Vehicle>

@@ -22,12 +22,12 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="Lime Street"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="400"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333333"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="1"/>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="400"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333333"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="cobbles"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
@@ -37,7 +37,7 @@
       <driverId ScenarioTreeValue="1"/>
       <name ScenarioTreeValue="Student"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="7.777778"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="7.777777778"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>
@@ -51,12 +51,12 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="From the right"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="6.944444"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="6.944444444"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="110"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="2"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="110"/>
       <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="0"/>
-      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="1.570796"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="1.570796327"/>
       <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
       <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
     </Vehicle>
@@ -65,12 +65,12 @@
       <driverId ScenarioTreeValue="3"/>
       <name ScenarioTreeValue="From the left"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="van_delivery"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="6.944444"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="6.944444444"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="115"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="-1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="115"/>
       <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="0"/>
-      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="-1.570796"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="-1.570796327"/>
       <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
       <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
     </Vehicle>

@@ -22,12 +22,12 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="Market Square"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="320"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="11.111111"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="11.111111111"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="1"/>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="320"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="11.111111"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="11.111111111"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
@@ -37,7 +37,7 @@
       <driverId ScenarioTreeValue="1"/>
       <name ScenarioTreeValue="Student"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="9.722222"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="9.722222222"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>
@@ -51,7 +51,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="In the circle"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="6.111111"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="6.111111111"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="130"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="130"/>
@@ -65,7 +65,7 @@
       <driverId ScenarioTreeValue="3"/>
       <name ScenarioTreeValue="Bicycle"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="bicycle"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="3.888889"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="3.888888889"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="150"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="150"/>

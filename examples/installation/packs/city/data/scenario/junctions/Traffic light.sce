@@ -22,12 +22,12 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="Main Street"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="900"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888888889"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="2"/>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="900"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888888889"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
@@ -42,7 +42,7 @@
       <driverId ScenarioTreeValue="1"/>
       <name ScenarioTreeValue="Student"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="13.333333"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="13.333333333"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>
@@ -56,12 +56,12 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Crossing car"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="11.111111"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="11.111111111"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="380"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="3"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="380"/>
       <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="0"/>
-      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="1.570796"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="1.570796327"/>
       <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="4.3"/>
       <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="1250"/>
     </Vehicle>

@@ -22,26 +22,26 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="Prüfstrecke"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="3400"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888888889"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="2"/>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="1200"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888888889"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="1200"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="1600"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="8.333333333"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="1600"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="3400"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888888889"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
@@ -98,7 +98,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Bus"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="bus_city"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="8.888889"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="8.888888889"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="150"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="150"/>
@@ -112,7 +112,7 @@
       <driverId ScenarioTreeValue="3"/>
       <name ScenarioTreeValue="Fahrrad"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="bicycle"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="4.166667"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="4.166666667"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="1300"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="1300"/>

@@ -22,7 +22,7 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="Test track"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="1000"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888889"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="13.888888889"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="2"/>
       <TrafficLight>
         <number type="integer" ScenarioTreeValue="0"/>
@@ -74,7 +74,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Other car"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="8.333333"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="8.333333333"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="80"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="80"/>

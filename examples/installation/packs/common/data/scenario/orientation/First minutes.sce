@@ -21,7 +21,7 @@
     </Weather>
     <Cabin>
       <seatHeight type="real" unit="cm" verboseName="Seat height" ScenarioTreeValue="0.32"/>
-      <seatAngle type="real" unit="deg" verboseName="Seat angle" ScenarioTreeValue="0.366519"/>
+      <seatAngle type="real" unit="deg" verboseName="Seat angle" ScenarioTreeValue="0.366519143"/>
       <mirrorsHeated type="boolean" verboseName="Mirrors heated" ScenarioTreeValue="true"/>
       <display type="string" verboseName="Display" ScenarioTreeValue="Extra_0"/>
       <language type="enumeration" verboseName="Language" ScenarioTreeValue="en"/>

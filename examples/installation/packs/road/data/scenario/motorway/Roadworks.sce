@@ -22,33 +22,33 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="A 8"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="6000"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="33.333333"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="33.333333333"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="3"/>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="1500"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="33.333333"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="33.333333333"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="1500"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="2400"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="22.222222"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="22.222222222"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="2400"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="5000"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="16.666667"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="16.666666667"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="5000"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="6000"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="36.111111"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="36.111111111"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
@@ -68,7 +68,7 @@
       <driverId ScenarioTreeValue="1"/>
       <name ScenarioTreeValue="Student"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="30.555556"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="30.555555556"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="2"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>
@@ -82,7 +82,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Traffic 1"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="26.666667"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="26.666666667"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="60"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="2"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="60"/>
@@ -96,7 +96,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Traffic 2"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="25.555556"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="25.555555556"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="120"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="120"/>
@@ -110,7 +110,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Traffic 3"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="truck_18t"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="24.444444"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="24.444444444"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="180"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="2"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="180"/>
@@ -124,7 +124,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Traffic 4"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="23.333333"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="23.333333333"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="240"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="240"/>
@@ -138,7 +138,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Traffic 5"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_small"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="22.222222"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="22.222222222"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="300"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="2"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="300"/>
@@ -152,7 +152,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Traffic 6"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="truck_18t"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="21.111111"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="21.111111111"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="360"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="360"/>

@@ -23,19 +23,19 @@
     <Road>
       <name type="string" verboseName="Road" ScenarioTreeValue="L 312"/>
       <length type="real" unit="km" verboseName="Length" ScenarioTreeValue="5200"/>
-      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="27.777778"/>
+      <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="27.777777778"/>
       <lanes type="integer" verboseName="Lanes" ScenarioTreeValue="2"/>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="0"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="3100"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="27.777778"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="27.777777778"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0"/>
       </Stretch>
       <Stretch>
         <from type="real" unit="m" verboseName="From" ScenarioTreeValue="3100"/>
         <to type="real" unit="m" verboseName="To" ScenarioTreeValue="5200"/>
-        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="19.444444"/>
+        <speedLimit type="real" unit="km/h" verboseName="Speed limit" ScenarioTreeValue="19.444444444"/>
         <surface type="enumeration" verboseName="Surface" ScenarioTreeValue="asphalt"/>
         <gradient type="real" unit="%" verboseName="Gradient" ScenarioTreeValue="0.035"/>
       </Stretch>
@@ -50,7 +50,7 @@
       <driverId ScenarioTreeValue="1"/>
       <name ScenarioTreeValue="Student"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="car_estate"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="23.611111"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="23.611111111"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="0"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="0"/>
@@ -65,7 +65,7 @@
       <driverId ScenarioTreeValue="2"/>
       <name ScenarioTreeValue="Truck"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="truck_18t"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="16.666667"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="16.666666667"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="120"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="120"/>
@@ -80,12 +80,12 @@
       <driverId ScenarioTreeValue="3"/>
       <name ScenarioTreeValue="Oncoming van"/>
       <model type="string" verboseName="Model" ScenarioTreeValue="van_delivery"/>
-      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="26.388889"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="26.388888889"/>
       <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="900"/>
       <lane type="integer" verboseName="Lane" ScenarioTreeValue="-1"/>
       <x type="real" unit="m" verboseName="X" ScenarioTreeValue="900"/>
       <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="-1.75"/>
-      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="3.141593"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="3.141592654"/>
       <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="6.1"/>
       <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="2300"/>
     </Vehicle>
