@@ -23,13 +23,13 @@ struct AttributeRow {
     bool (*take)(Item&, std::string_view value);
 
     // Open while the field is empty; any value is taken.
-    template <std::string Item::*Field>
+    template <auto Field>
     static constexpr AttributeRow text(std::string_view key) {
         return {key, IsEmpty<Field>, Store<Field>};
     }
     // Open while the field is empty; any value is stored, but only one that passes the test is taken. An empty one is
     // always taken, since the writer prints it for a field that is not set.
-    template <std::string Item::*Field, bool (*IsAllowed)(std::string_view)>
+    template <auto Field, bool (*IsAllowed)(std::string_view)>
     static constexpr AttributeRow word(std::string_view key) {
         return {key, IsEmpty<Field>, [](Item& item, std::string_view value) {
                     (item.*Field).assign(value);
@@ -37,7 +37,7 @@ struct AttributeRow {
                 }};
     }
     // Always open; the last value stands.
-    template <std::string Item::*Field>
+    template <auto Field>
     static constexpr AttributeRow lastText(std::string_view key) {
         return {key, IsAlwaysOpen, Store<Field>};
     }
@@ -57,11 +57,11 @@ struct AttributeRow {
 
 private:
     static bool IsAlwaysOpen(const Item&) { return true; }
-    template <std::string Item::*Field>
+    template <auto Field>
     static bool IsEmpty(const Item& item) {
         return (item.*Field).empty();
     }
-    template <std::string Item::*Field>
+    template <auto Field>
     static bool Store(Item& item, std::string_view value) {
         (item.*Field).assign(value);
         return true;

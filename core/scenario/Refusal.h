@@ -15,6 +15,8 @@ bool RefusalsAreTold();
 void KeepRefusalCause(std::string cause);
 // Tells the listener of something that is passed over at the reader's line while the load goes on.
 void TellLoadWarning(const std::string& cause);
+// Tells the listener at once, before a fatal assertion, which leaves the reader no time to do so.
+void TellRefusalNow(const std::string& cause);
 // `, did you mean "NAME"`, with the candidate nearest to `name`, or nothing when none is near.
 std::string DidYouMean(std::string_view name, const std::vector<std::string>& candidates);
 

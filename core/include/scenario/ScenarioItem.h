@@ -247,6 +247,9 @@ TAVREL_MODEL_API void NextLine(ScenarioTextStream& stream);
 // the text with `scenarioDepth` still above 0.
 TAVREL_MODEL_API void SkipBlock(ScenarioTextStream& stream);
 
+// What a failed read puts on the log behind its severity: "SOURCE - row R:", a line feed and the failing line.
+TAVREL_MODEL_API std::string LoadFailureText(const std::string& source, const ScenarioTextStream& stream);
+
 TAVREL_MODEL_API void WriteHeader(std::ostream& out, std::uint32_t kind, const std::string& name);
 // Writes one attribute line, the value as it stands: a double quote in it is not protected. Null writes nothing.
 TAVREL_MODEL_API void WriteAttribute(std::ostream& out, const char* key, const char* value);

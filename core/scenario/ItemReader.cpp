@@ -1,0 +1,195 @@
+// The reader: one pass over the text, one recursion per block, no way back.
+#include <memory>
+#include <new>
+#include <utility>
+#include <vector>
+
+#include <Commons/FileUtils.h>
+#include <boost/lexical_cast/bad_lexical_cast.hpp>
+#include <lmkUtils/AssertAbort.h>
+#include <scenario/ScenarioItem.h>
+
+#include "LoadReport.h"
+#include "LoadState.h"
+#include "Log.h"
+#include "Offer.h"
+#include "Refusal.h"
+#include "TextMatch.h"
+
+namespace {
+
+constexpr char kSource[] = "ScenarioItem";
+
+// A CONFIG keeps its children alive on purpose. Of a text that was refused nobody else knows them.
+void DestroyChildrenOfConfigs(ScenarioItem& item) {
+    std::vector<ScenarioItem*> children;
+    item.GetChildren(children);
+    for (ScenarioItem* child : children) DestroyChildrenOfConfigs(*child);
+    if (item.kind != KindConfig) return;
+    item.DetachChildren();
+    for (ScenarioItem* child : children) delete child;
+}
+
+// The item that is being read. Unless it is kept, it is taken out of the tree and destroyed again, whichever way the
+// read ends: by a refusal or by an exception.
+class ItemBeingRead {
+public:
+    ItemBeingRead(Load& itemLoad, ScenarioItem* newItem, ScenarioItem* itemParent)
+        : load(itemLoad), item(newItem), parent(itemParent) {
+        isTaken = parent && OfferChild(*parent, item);
+        load.Open(item, IsInTree());
+        ++load.depth;
+    }
+    ItemBeingRead(const ItemBeingRead&) = delete;
+    ItemBeingRead& operator=(const ItemBeingRead&) = delete;
+    ~ItemBeingRead() {
+        --load.depth;
+        if (!item) return;
+        if (load.madeConfig) DestroyChildrenOfConfigs(*item);
+        if (isTaken) {
+            TakeBackAndDestroy(*parent, item);
+        } else {
+            delete item;
+        }
+    }
+
+    ScenarioItem* operator->() const { return item; }
+    ScenarioItem* Get() const { return item; }
+    // A root is its own tree; below it, the parent may have ignored the item.
+    bool IsInTree() const { return isTaken || !parent; }
+    ScenarioItem* Keep() {
+        load.Close(item, true);
+        return std::exchange(item, nullptr);
+    }
+    void PassOver() { load.Close(item, false); }
+
+private:
+    Load& load;
+    ScenarioItem* item;
+    ScenarioItem* parent;
+    bool isTaken = false;
+};
+
+// What became of a block.
+enum class Outcome { Refused, Read, PassedOver };
+
+Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly, ScenarioItem*& result);
+
+// From the opening brace to the closing one.
+bool ReadContent(Load& load, const ItemBeingRead& item, ItemLoadContext* context, bool headerOnly) {
+    ScenarioTextStream& stream = load.stream;
+    if (CharAt(stream) != '{') return ReportRefusal(stream, Cause::NoBrace, item.Get());
+    NextLine(stream);
+    ForgetRefusalCause();
+    if (!item->OnLoadBegin()) return ReportRefusal(stream, Cause::ItemRefused, item.Get());
+    for (;;) {
+        ForgetRefusalCause();
+        if (CharAt(stream) == '}') {
+            if (!item->OnLoadEnd()) return ReportRefusal(stream, Cause::ItemIncomplete, item.Get());
+            NextLine(stream);
+            return true;
+        }
+        if (item->LoadAttribute(stream)) {
+            NextLine(stream);
+            continue;
+        }
+        if (headerOnly) {
+            scenarioDepth = 1;
+            SkipBlock(stream);
+            const bool isClosed = scenarioDepth == 0;
+            scenarioDepth = 0;
+            return isClosed || ReportRefusal(stream, Cause::TextEnds, item.Get());
+        }
+        ScenarioItem* child = nullptr;
+        if (ReadBlock(load, item.Get(), context, false, child) == Outcome::Refused) return false;
+    }
+}
+
+// Accepted by kind, yet not taken in: a second include of one file, or a call directly under a call.
+void WarnOfPassedOver(const ScenarioItem& item, const ScenarioItem& parent) {
+    const std::string text = std::string(KindKeyword(item.kind)) + " (" + item.name +
+                             ") is passed over: " + KindKeyword(parent.kind) + " (" + parent.name +
+                             ") does not take it in.";
+    LogMessage(LogSeverity::Warning, text);
+    if (RefusalsAreTold()) TellLoadWarning(text.substr(0, text.size() - 1));
+}
+
+Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly, ScenarioItem*& result) {
+    ScenarioTextStream& stream = load.stream;
+    ScenarioItemKind kind = KindNone;
+    if (!ReadHeader(stream, kind, load.name)) {
+        ReportRefusal(stream, Cause::NoHeader, parent);
+        return Outcome::Refused;
+    }
+    if (kind == KindNone || kind == KindModifier) {
+        ReportRefusal(stream, Cause::UnknownKind, parent);
+        return Outcome::Refused;
+    }
+    if (load.depth >= kMaxNesting || load.outerDepth + load.depth >= kMaxNestingOfAllTexts) {
+        ReportRefusal(stream, Cause::TooDeep, parent);
+        return Outcome::Refused;
+    }
+    NextLine(stream);
+    ScenarioItem* created = CreateItem(kind, load.name, context);
+    if (!created) AssertAbort(kSource, 565);
+    if (kind == KindConfig) load.madeConfig = true;
+
+    ItemBeingRead item(load, created, parent);
+    if (!ReadContent(load, item, context, headerOnly)) return Outcome::Refused;
+    if (!item.IsInTree()) {
+        WarnOfPassedOver(*item.Get(), *parent);
+        item.PassOver();
+        return Outcome::PassedOver;
+    }
+    result = item.Keep();
+    return Outcome::Read;
+}
+
+} // namespace
+
+ScenarioItem* ReadItem(ScenarioTextStream& stream, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly) {
+    Load load(stream, parent);
+    ScenarioItem* item = nullptr;
+    try {
+        ReadBlock(load, parent, context, headerOnly, item);
+    } catch (const boost::bad_lexical_cast&) {
+        ReportRefusal(stream, Cause::NoNumber, parent);
+        throw;
+    }
+    return item;
+}
+
+ScenarioItem* LoadScenarioText(ScenarioTextStream& stream, ScenarioItem* parent, ItemLoadContext* context,
+                               std::ostream* log, bool headerOnly) {
+    scenarioLog = log;
+    return ReadItem(stream, parent, context, headerOnly);
+}
+
+ScenarioItem* LoadScenarioFile(const char* path, std::ostream* log, bool headerOnly) {
+    if (!path) AssertAbort(kSource, 466);
+    scenarioLog = log;
+    const LoadSource source(path);
+
+    std::vector<unsigned char> bytes;
+    try {
+        if (!Commons::FileUtils::LoadFile(path, bytes)) {
+            LogMessage(LogSeverity::Information, std::string("Unable to open file ") + path);
+            ReportUnreadableFile("the file cannot be opened");
+            return nullptr;
+        }
+        if (!bytes.empty()) bytes.push_back('\0');
+    } catch (const std::bad_alloc&) {
+        AssertAbort(kSource, 487);
+    }
+    if (bytes.empty()) {
+        LogMessage(LogSeverity::Warning, std::string("File ") + path + " is empty.");
+        ReportUnreadableFile("the file is empty");
+        return nullptr;
+    }
+
+    ScenarioTextStream stream(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    ItemLoadContext context{nullptr, nullptr};
+    ScenarioItem* item = ReadItem(stream, nullptr, &context, headerOnly);
+    if (!item) LogMessage(LogSeverity::Error, LoadFailureText(path, stream));
+    return item;
+}

@@ -1,0 +1,216 @@
+#include "LoadState.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "LoadIndex.h"
+#include <scenario/program.h>
+
+namespace {
+
+struct ListRow {
+    std::string_view folderName;
+    ScenarioItemKind kind; // of the definitions that are looked up in it
+};
+
+// clang-format off
+constexpr ListRow kLists[] = {
+    {"PARAMETER_LIST", KindParameter},
+    {"FUNCTION_LIST",  KindFunction},
+    {"ACTION_LIST",    KindAction},
+    {"CONDITION_LIST", KindCondition},
+    {"ENUMTAB_LIST",   KindEnumTab},
+};
+// clang-format on
+constexpr std::size_t kListCount = std::size(kLists);
+constexpr std::size_t kEnumTabList = 4;
+
+std::size_t ListOf(std::string_view folderName) {
+    std::size_t list = 0;
+    while (list < kListCount && kLists[list].folderName != folderName) ++list;
+    return list;
+}
+
+Load* currentLoad = nullptr;
+
+std::uint32_t HashOf(std::string_view name) { return static_cast<std::uint32_t>(std::hash<std::string_view>()(name)); }
+
+ScenarioItem* SearchFolder(ScenarioItem* root, const char* listName) {
+    return root->FindItem(KindFolder, listName, std::string());
+}
+
+} // namespace
+
+void NameTable::InsertIfAbsent(std::string_view name, ScenarioItem* item) {
+    if ((used + 1) * 2 > slots.size()) Grow();
+    const std::uint32_t hash = HashOf(name);
+    Slot& slot = SlotOf(name, hash);
+    if (slot.item) return;
+    slot = {name, item, hash};
+    ++used;
+}
+
+ScenarioItem* NameTable::Find(std::string_view name) const {
+    if (slots.empty()) return nullptr;
+    return const_cast<NameTable*>(this)->SlotOf(name, HashOf(name)).item;
+}
+
+NameTable::Slot& NameTable::SlotOf(std::string_view name, std::uint32_t hash) {
+    const std::size_t mask = slots.size() - 1;
+    std::size_t at = hash & mask;
+    while (slots[at].item && (slots[at].hash != hash || slots[at].name != name)) at = (at + 1) & mask;
+    return slots[at];
+}
+
+void NameTable::Grow() {
+    std::vector<Slot> old(std::max<std::size_t>(16, slots.size() * 2));
+    old.swap(slots);
+    for (const Slot& slot : old) {
+        if (slot.item) SlotOf(slot.name, slot.hash) = slot;
+    }
+}
+
+DefinitionIndex::DefinitionIndex(ScenarioItem* treeRoot, Form treeForm) : root(treeRoot), form(treeForm) {
+    if (form == Form::Whole) Walk(root);
+}
+
+void DefinitionIndex::Walk(ScenarioItem* item) {
+    Open(item);
+    const std::size_t first = pending.size();
+    item->GetChildren(pending);
+    for (std::size_t at = first; at < pending.size(); ++at) {
+        if (pending[at]) Walk(pending[at]);
+    }
+    pending.resize(first);
+    Close(item);
+}
+
+void DefinitionIndex::Open(ScenarioItem* item) {
+    const bool isFolder = item->kind == KindFolder;
+    for (std::size_t at = 0; at < kListCount; ++at) {
+        List& list = lists[at];
+        if (!list.isOpen) continue;
+        if (!list.openUnit && !isFolder) list.openUnit = item;
+        if (form == Form::Whole && list.openUnit && item->kind == kLists[at].kind) {
+            list.units.InsertIfAbsent(item->name, list.openUnit);
+        }
+    }
+    if (!isFolder) return;
+    const std::size_t list = ListOf(item->name);
+    if (list == kListCount || lists[list].folder) return;
+    lists[list].folder = item;
+    lists[list].isOpen = true;
+}
+
+void DefinitionIndex::Close(ScenarioItem* item) {
+    for (std::size_t at = 0; at < kListCount; ++at) {
+        List& list = lists[at];
+        if (!list.isOpen) continue;
+        if (list.openUnit == item) {
+            // A unit may have gained or lost items while it was read, so it is looked through when it is complete.
+            if (form == Form::Growing) Enter(list.units, kLists[at].kind, item, item);
+            list.openUnit = nullptr;
+        }
+        if (list.folder == item) list.isOpen = false;
+    }
+}
+
+void DefinitionIndex::Enter(NameTable& table, std::uint32_t kind, ScenarioItem* entry, ScenarioItem* item) {
+    if (item->kind == kind) table.InsertIfAbsent(item->name, entry ? entry : item);
+    const std::size_t first = pending.size();
+    item->GetChildren(pending);
+    for (std::size_t at = first; at < pending.size(); ++at) {
+        if (pending[at]) Enter(table, kind, entry, pending[at]);
+    }
+    pending.resize(first);
+}
+
+ScenarioItem* DefinitionIndex::Find(std::size_t at, std::string_view name) {
+    const List& list = lists[at];
+    const std::uint32_t kind = kLists[at].kind;
+    ScenarioItem* unit = list.units.Find(name);
+    if (unit && unit->kind == kind && unit->name == name) return unit;
+    const std::string text(name);
+    if (unit) {
+        if (ScenarioItem* hit = unit->FindItem(kind, text, std::string())) return hit;
+        // The match inside the unit has gone since; a later unit may hold another.
+        return list.folder->FindItem(kind, text, std::string());
+    }
+    return list.openUnit ? list.openUnit->FindItem(kind, text, std::string()) : nullptr;
+}
+
+ScenarioItem* DefinitionIndex::FindEntry(ScenarioItem* enumTab, std::string_view name) {
+    if (lists[kEnumTabList].openUnit) return enumTab->FindItem(KindEnum, std::string(name), std::string());
+    const auto [known, isNew] = entries.try_emplace(enumTab);
+    if (isNew) Enter(known->second, KindEnum, nullptr, enumTab);
+    return known->second.Find(name);
+}
+
+Load::Load(ScenarioTextStream& text, ScenarioItem* parent)
+    : stream(text), outerDepth(currentLoad ? currentLoad->outerDepth + currentLoad->depth : 0), outer(currentLoad),
+      isRooted(parent == nullptr), modelIsStill(!outer || outer->modelIsStill) {
+    if (parent) {
+        root = GetTreeRoot(parent);
+        if (root == GetTreeRoot(scenarioRootModel)) modelIsStill = false;
+    }
+    currentLoad = this;
+}
+
+Load::~Load() { currentLoad = outer; }
+
+Load* Load::Current() { return currentLoad; }
+
+void Load::Open(ScenarioItem* item, bool isInTree) {
+    if (!root) {
+        root = item;
+        if (!scenarioRootModel) ownIndex = std::make_unique<DefinitionIndex>(item, DefinitionIndex::Form::Growing);
+    }
+    current = item;
+    if (!isInTree) ++itemsOutsideTree;
+    if (ownIndex && itemsOutsideTree == 0) ownIndex->Open(item);
+}
+
+void Load::Close(ScenarioItem* item, bool isInTree) {
+    current = item->parent;
+    if (ownIndex && itemsOutsideTree == 0) ownIndex->Close(item);
+    if (!isInTree) --itemsOutsideTree;
+}
+
+DefinitionIndex* Load::IndexOf(ScenarioItem* modelRoot) {
+    if (!modelRoot) return nullptr;
+    if (modelRoot == scenarioRootModel) {
+        if (!modelIsStill) return nullptr;
+        Load* outermost = this;
+        while (outermost->outer) outermost = outermost->outer;
+        std::unique_ptr<DefinitionIndex>& index = outermost->modelIndex;
+        if (!index || index->Root() != modelRoot) {
+            index = std::make_unique<DefinitionIndex>(modelRoot, DefinitionIndex::Form::Whole);
+        }
+        return index.get();
+    }
+    return modelRoot == root && isRooted ? ownIndex.get() : nullptr;
+}
+
+ScenarioItem* RootOfItemBeingRead(const ScenarioItem* item) {
+    return currentLoad && item && item == currentLoad->current ? currentLoad->root : nullptr;
+}
+
+ScenarioItem* FindDefinitionFolder(ScenarioItem* root, const char* listName) {
+    const std::size_t list = ListOf(listName);
+    DefinitionIndex* index = currentLoad && list < kListCount ? currentLoad->IndexOf(root) : nullptr;
+    return index ? index->Folder(list) : SearchFolder(root, listName);
+}
+
+ScenarioItem* FindDefinition(ScenarioItem* root, const char* listName, std::uint32_t kind, const std::string& name) {
+    const std::size_t list = ListOf(listName);
+    if (list < kListCount && kLists[list].kind == kind && currentLoad) {
+        if (DefinitionIndex* index = currentLoad->IndexOf(root)) return index->Find(list, name);
+    }
+    ScenarioItem* folder = SearchFolder(root, listName);
+    return folder ? folder->FindItem(kind, name, std::string()) : nullptr;
+}
+
+ScenarioItem* FindEnumEntryIn(ScenarioItem* enumTab, const std::string& name) {
+    DefinitionIndex* index = currentLoad ? currentLoad->IndexOf(GetModelRoot(currentLoad->current)) : nullptr;
+    return index ? index->FindEntry(enumTab, name) : enumTab->FindItem(KindEnum, name, std::string());
+}

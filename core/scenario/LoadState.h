@@ -1,0 +1,114 @@
+#ifndef SCENARIO_LOADSTATE_H
+#define SCENARIO_LOADSTATE_H
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include <scenario/ScenarioItem.h>
+
+// First item of each name; a name that comes again is ignored. The names belong to items and must not change meanwhile.
+class NameTable {
+public:
+    void InsertIfAbsent(std::string_view name, ScenarioItem* item);
+    ScenarioItem* Find(std::string_view name) const;
+
+private:
+    struct Slot {
+        std::string_view name;
+        ScenarioItem* item = nullptr;
+        std::uint32_t hash = 0;
+    };
+    Slot& SlotOf(std::string_view name, std::uint32_t hash);
+    void Grow();
+
+    std::vector<Slot> slots; // a power of two, at most half full
+    std::size_t used = 0;
+};
+
+// The definitions of one tree by name, for the time of one load. It must give exactly what the search of the tree
+// gives: the first match in document order, in sub-folders and inside other items as well.
+//
+// A unit is an item that stands in a list through folders alone. For each name the index keeps the first unit that
+// holds a match somewhere, and asks that unit: so what happens inside units costs no bookkeeping. A unit that is still
+// being read is asked last and in full.
+class DefinitionIndex {
+public:
+    // `Whole`: the tree stands, and nothing of it changes during the load. `Growing`: it is what the load builds, and
+    // the reader reports each item.
+    enum class Form { Whole, Growing };
+    DefinitionIndex(ScenarioItem* treeRoot, Form treeForm);
+
+    ScenarioItem* Root() const { return root; }
+    ScenarioItem* Folder(std::size_t list) const { return lists[list].folder; }
+    ScenarioItem* Find(std::size_t list, std::string_view name);
+    ScenarioItem* FindEntry(ScenarioItem* enumTab, std::string_view name);
+
+    void Open(ScenarioItem* item);
+    void Close(ScenarioItem* item);
+
+private:
+    struct List {
+        ScenarioItem* folder = nullptr;
+        bool isOpen = false;              // the folder is being read or walked
+        ScenarioItem* openUnit = nullptr; // the unit that is
+        NameTable units;
+    };
+    void Walk(ScenarioItem* item);
+    // Enters every item of that kind in the subtree under its name, as `entry` or, without one, as itself.
+    void Enter(NameTable& table, std::uint32_t kind, ScenarioItem* entry, ScenarioItem* item);
+
+    ScenarioItem* root;
+    Form form;
+    std::array<List, 5> lists;
+    std::unordered_map<const ScenarioItem*, NameTable> entries; // of each tab that was asked
+    std::vector<ScenarioItem*> pending;                         // the children still to visit, of all levels of a walk
+};
+
+// One entry into the reader, from the first header to the last brace. Loads nest, since an include reads its file.
+class Load {
+public:
+    Load(ScenarioTextStream& text, ScenarioItem* parent);
+    ~Load();
+    Load(const Load&) = delete;
+    Load& operator=(const Load&) = delete;
+
+    // The innermost load under way, or null.
+    static Load* Current();
+
+    // Around the reading of one item; items that their parent ignored, and what they hold, are not part of the tree.
+    void Open(ScenarioItem* item, bool isInTree);
+    void Close(ScenarioItem* item, bool isInTree);
+
+    // The index that answers for definitions below `root`, or null when only a search can tell.
+    DefinitionIndex* IndexOf(ScenarioItem* root);
+
+    ScenarioTextStream& stream;
+    ScenarioItem* root = nullptr;    // of the tree that is being read
+    ScenarioItem* current = nullptr; // whose lines are being read
+    std::string name;                // of the header that is being read, to use one buffer for all
+    bool madeConfig = false;         // some item will not destroy its children
+    unsigned depth = 0;              // blocks that are open
+    unsigned outerDepth;             // the same of the loads around this one
+
+private:
+    Load* outer;
+    bool isRooted;     // what is read is a tree of its own
+    bool modelIsStill; // the root model does not change during this load
+    std::size_t itemsOutsideTree = 0;
+    std::unique_ptr<DefinitionIndex> ownIndex;
+    std::unique_ptr<DefinitionIndex> modelIndex; // of the outermost load only
+};
+
+// The root of the tree of `item` if that is the item whose lines are being read, else null. Saves the way up for each
+// of a million items that stand a thousand levels deep.
+ScenarioItem* RootOfItemBeingRead(const ScenarioItem* item);
+
+// Nested blocks of one text, and of a text with all that it includes: beyond that a read fails.
+constexpr unsigned kMaxNesting = 1000;
+constexpr unsigned kMaxNestingOfAllTexts = 2500;
+
+#endif
