@@ -35,8 +35,8 @@ Load* currentLoad = nullptr;
 
 std::uint32_t HashOf(std::string_view name) { return static_cast<std::uint32_t>(std::hash<std::string_view>()(name)); }
 
-ScenarioItem* SearchFolder(ScenarioItem* root, const char* listName) {
-    return root->FindItem(KindFolder, listName, std::string());
+ScenarioItem* SearchFolder(const ScenarioItem* root, const char* listName) {
+    return const_cast<ScenarioItem*>(root->FindItem(KindFolder, listName, std::string()));
 }
 
 } // namespace
@@ -176,7 +176,7 @@ void Load::Close(ScenarioItem* item, bool isInTree) {
     if (!isInTree) --itemsOutsideTree;
 }
 
-DefinitionIndex* Load::IndexOf(ScenarioItem* modelRoot) {
+DefinitionIndex* Load::IndexOf(const ScenarioItem* modelRoot) {
     if (!modelRoot) return nullptr;
     if (modelRoot == scenarioRootModel) {
         if (!modelIsStill) return nullptr;
@@ -184,7 +184,7 @@ DefinitionIndex* Load::IndexOf(ScenarioItem* modelRoot) {
         while (outermost->outer) outermost = outermost->outer;
         std::unique_ptr<DefinitionIndex>& index = outermost->modelIndex;
         if (!index || index->Root() != modelRoot) {
-            index = std::make_unique<DefinitionIndex>(modelRoot, DefinitionIndex::Form::Whole);
+            index = std::make_unique<DefinitionIndex>(scenarioRootModel, DefinitionIndex::Form::Whole);
         }
         return index.get();
     }
@@ -195,7 +195,7 @@ ScenarioItem* RootOfItemBeingRead(const ScenarioItem* item) {
     return currentLoad && item && item == currentLoad->current ? currentLoad->root : nullptr;
 }
 
-ScenarioItem* FindDefinitionFolder(ScenarioItem* root, const char* listName) {
+ScenarioItem* FindDefinitionFolder(const ScenarioItem* root, const char* listName) {
     const std::size_t list = ListOf(listName);
     DefinitionIndex* index = currentLoad && list < kListCount ? currentLoad->IndexOf(root) : nullptr;
     return index ? index->Folder(list) : SearchFolder(root, listName);

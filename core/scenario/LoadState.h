@@ -84,7 +84,7 @@ public:
     void Close(ScenarioItem* item, bool isInTree);
 
     // The index that answers for definitions below `root`, or null when only a search can tell.
-    DefinitionIndex* IndexOf(ScenarioItem* root);
+    DefinitionIndex* IndexOf(const ScenarioItem* root);
 
     ScenarioTextStream& stream;
     ScenarioItem* root = nullptr;    // of the tree that is being read
