@@ -50,16 +50,19 @@ std::optional<XmlFault> WriteFile(const char* path, const detail::Document& docu
 
 } // namespace
 
-CfgScenario::CfgScenario() : document(std::make_unique<detail::Document>()) {}
+CfgScenario::CfgScenario() = default;
 CfgScenario::~CfgScenario() = default;
 
 bool CfgScenario::load(const char* path, Commons::Encoding::Mode, Orbe::Network*, ScenarioConvertion::CallBack*, bool,
                        bool, bool) {
     errorMessage.clear();
-    document = std::make_unique<detail::Document>();
+    auto loaded = std::make_unique<detail::Document>();
     const char* const shownPath = path ? path : "";
-    const std::optional<XmlFault> fault = ReadFile(shownPath, *document);
-    if (!fault) return true;
+    const std::optional<XmlFault> fault = ReadFile(shownPath, *loaded);
+    if (!fault) {
+        document = std::move(loaded);
+        return true;
+    }
     errorMessage = Message(shownPath, *fault);
     document = std::make_unique<detail::Document>();
     document->isSound = false;
@@ -68,11 +71,17 @@ bool CfgScenario::load(const char* path, Commons::Encoding::Mode, Orbe::Network*
 
 bool CfgScenario::save(const char* path, Commons::Encoding::Mode, bool) {
     const char* const shownPath = path ? path : "";
-    const std::optional<XmlFault> fault = WriteFile(shownPath, *document);
+    const std::optional<XmlFault> fault = WriteFile(shownPath, Current());
     if (fault) errorMessage = Message(shownPath, *fault);
     return !fault;
 }
 
-Scenario* CfgScenario::getRootSection() { return document->Root(); }
+Scenario* CfgScenario::getRootSection() { return Current().Root(); }
+
+// Made when first asked for, since most objects load a file at once.
+detail::Document& CfgScenario::Current() {
+    if (!document) document = std::make_unique<detail::Document>();
+    return *document;
+}
 
 } // namespace cfg

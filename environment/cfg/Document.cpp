@@ -1,5 +1,8 @@
 #include "Document.h"
 
+#include <cstddef>
+#include <cstring>
+#include <memory>
 #include <span>
 #include <utility>
 
@@ -13,24 +16,50 @@ Document::Document() {
     root = static_cast<Scenario*>(NewSection(Intern(Scenario::sectionName()), nullptr, kNotInFile));
 }
 
-Document::~Document() = default;
+Document::~Document() {
+    for (Section* section : sections) section->~Section();
+}
 
 void Document::PlaceRoot(size_t place) { Access::PlaceOf(*root) = place; }
 
-const Name* Document::Intern(std::string_view name) {
-    if (const auto found = namesByText.find(name); found != namesByText.end()) return found->second;
-    const Name& added = names.emplace_back(Name{std::string(name), SectionClassOf(name)});
-    namesByText.emplace(added.text, &added);
-    return &added;
+Name* Document::Intern(std::string_view name) {
+    const auto found = namesByText.find(name);
+    if (found != namesByText.end()) return lastName = found->second;
+    lastName = &names.emplace_back(Name{std::string(name), SectionClassOf(name)});
+    namesByText.emplace(lastName->text, lastName);
+    return lastName;
 }
 
-Section* Document::NewSection(const Name* name, Section* parent, size_t place) {
+Name* Document::InternNext(const char* name) {
+    Name* const before = lastName;
+    if (before->likelyNext && std::strcmp(before->likelyNext->text.c_str(), name) == 0)
+        return lastName = before->likelyNext;
+    Intern(name);
+    before->likelyNext = lastName;
+    return lastName;
+}
+
+Section* Document::NewSection(Name* name, Section* parent, size_t place) {
     const SectionClass& sectionClass = *name->sectionClass;
-    sections.push_back(sectionClass.make({this, name, parent, place}));
-    Section& section = *sections.back();
-    Access::ParametersOf(section) = DeclareValues(section, sectionClass.parameters);
-    Access::FieldsOf(section) = DeclareValues(section, sectionClass.fields);
-    return &section;
+    void* const room = memory.allocate(sectionClass.size, alignof(std::max_align_t));
+    Section* const section = sectionClass.make(room, {this, name, parent, place});
+    sections.push_back(section);
+    const std::string* const* declared = DeclaredNames(*name);
+    Access::ParametersOf(*section) = DeclareValues(*section, sectionClass.parameters, declared);
+    Access::FieldsOf(*section) =
+        DeclareValues(*section, sectionClass.fields, declared + sectionClass.parameters.size());
+    return section;
+}
+
+// Those of the parameters, then those of the text fields.
+const std::string* const* Document::DeclaredNames(Name& name) {
+    const SectionClass& sectionClass = *name.sectionClass;
+    if (name.declared.empty()) {
+        for (const FieldRow& row : sectionClass.parameters) name.declared.push_back(&Intern(row.element)->text);
+        for (const FieldRow& row : sectionClass.fields) name.declared.push_back(&Intern(row.element)->text);
+        lastName = &name;
+    }
+    return name.declared.data();
 }
 
 Value* Document::NewValue(const std::string* name, t_ParameterType type) {
@@ -54,14 +83,16 @@ Value* Document::NewValue(const std::string* name, t_ParameterType type) {
     return value;
 }
 
-std::string* Document::NewText(std::string text) { return &texts.emplace_back(std::move(text)); }
+std::string* Document::NewText(std::string text) {
+    return texts.emplace_back(std::make_unique<std::string>(std::move(text))).get();
+}
 
 // One value per row, in their order, standing in the fields of the section. All of them begin as 0 or empty.
-Value* Document::DeclareValues(Section& section, std::span<const FieldRow> rows) {
+Value* Document::DeclareValues(Section& section, std::span<const FieldRow> rows, const std::string* const* declared) {
     Value* first = nullptr;
     Value** end = &first;
     for (const FieldRow& row : rows) {
-        Value* value = NewValue(&Intern(row.element)->text, row.type);
+        Value* value = NewValue(*declared++, row.type);
         void* const field = row.address(section);
         switch (row.type) {
         case t_ParameterTypeBoolean:

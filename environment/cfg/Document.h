@@ -34,7 +34,11 @@ constexpr size_t kMostLevels = 1000;
 // A name that occurs in the file, stored once for all its bearers.
 struct Name {
     std::string text;
-    const SectionClass* sectionClass; // what an element of that name is, if it is a section
+    const SectionClass* sectionClass;           // what an element of that name is, if it is a section
+    std::vector<const std::string*> declared{}; // names of the values of that class, once there is such a section
+    Name* likelyNext = nullptr;                 // the name that came behind it last time
+    std::string unitText{};                     // the unit that an element of that name had last time
+    lmk::t_unit unit = lmk::UNIT_UNDEFINED;
 };
 
 union Number {
@@ -96,9 +100,12 @@ public:
     // For the reader, when it has found where the root stands.
     void PlaceRoot(size_t place);
 
-    const Name* Intern(std::string_view name);
+    Name* Intern(std::string_view name);
+    // The same for the names of elements in the order of the file. They repeat from one vehicle to the next, so a look
+    // at what followed last time saves most of the searching.
+    Name* InternNext(const char* name);
     // Makes a section of the class that belongs to its name, with the values that the class declares.
-    Section* NewSection(const Name* name, Section* parent, size_t place);
+    Section* NewSection(Name* name, Section* parent, size_t place);
     Value* NewValue(const std::string* name, t_ParameterType type);
     std::string* NewText(std::string text);
 
@@ -110,13 +117,15 @@ public:
     bool isSound = true;
 
 private:
-    Value* DeclareValues(Section& section, std::span<const FieldRow> rows);
+    const std::string* const* DeclaredNames(Name& name);
+    Value* DeclareValues(Section& section, std::span<const FieldRow> rows, const std::string* const* names);
 
     std::pmr::monotonic_buffer_resource memory;
     std::deque<Name> names;
-    std::unordered_map<std::string_view, const Name*> namesByText;
-    std::deque<std::string> texts;
-    std::vector<std::unique_ptr<Section>> sections; // the removed ones, too: others may still point to them
+    std::unordered_map<std::string_view, Name*> namesByText;
+    Name* lastName = nullptr;
+    std::vector<std::unique_ptr<std::string>> texts;
+    std::vector<Section*> sections; // in `memory`; the removed ones, too: others may still point to them
     Scenario* root;
 };
 

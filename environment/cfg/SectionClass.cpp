@@ -67,25 +67,27 @@ constexpr Row kRealRangeFields[] = {
 constexpr Row kLiteralRangeFields[] = {Row::of<&LiteralRange::literal>("literal")};
 
 template <typename Class>
-std::unique_ptr<Section> Make(const SectionSetup& setup) {
-    return std::make_unique<Class>(setup);
+constexpr SectionClass ClassRow(const char* name, std::span<const Row> parameters, std::span<const Row> fields) {
+    static_assert(alignof(Class) <= alignof(std::max_align_t));
+    return {name, sizeof(Class), [](void* room, const SectionSetup& setup) -> Section* { return new (room) Class(setup); },
+            parameters, fields};
 }
 
-constexpr SectionClass kPlain = {"", &Make<Section>, {}, {}};
+constexpr SectionClass kPlain = ClassRow<Section>("", {}, {});
 
 constexpr SectionClass kClasses[] = {
-    {"Scenario",          &Make<Scenario>,          {},                 kScenarioFields},
-    {"Vehicle",           &Make<Vehicle>,           kVehicleParameters, {}},
-    {"Driver",            &Make<Driver>,            kDriverParameters,  {}},
-    {"ScenarioScript",    &Make<ScenarioScript>,    {},                 kScriptFields},
-    {"VariadicParameter", &Make<VariadicParameter>, {},                 kVariadicFields},
-    {"BooleanParameter",  &Make<BooleanParameter>,  {},                 kBooleanFields},
-    {"IntegerParameter",  &Make<IntegerParameter>,  {},                 kIntegerFields},
-    {"RealParameter",     &Make<RealParameter>,     {},                 kRealFields},
-    {"LiteralParameter",  &Make<LiteralParameter>,  {},                 kLiteralFields},
-    {"IntegerRange",      &Make<IntegerRange>,      {},                 kIntegerRangeFields},
-    {"RealRange",         &Make<RealRange>,         {},                 kRealRangeFields},
-    {"LiteralRange",      &Make<LiteralRange>,      {},                 kLiteralRangeFields},
+    ClassRow<Scenario>("Scenario",                    {},                 kScenarioFields),
+    ClassRow<Vehicle>("Vehicle",                      kVehicleParameters, {}),
+    ClassRow<Driver>("Driver",                        kDriverParameters,  {}),
+    ClassRow<ScenarioScript>("ScenarioScript",        {},                 kScriptFields),
+    ClassRow<VariadicParameter>("VariadicParameter",  {},                 kVariadicFields),
+    ClassRow<BooleanParameter>("BooleanParameter",    {},                 kBooleanFields),
+    ClassRow<IntegerParameter>("IntegerParameter",    {},                 kIntegerFields),
+    ClassRow<RealParameter>("RealParameter",          {},                 kRealFields),
+    ClassRow<LiteralParameter>("LiteralParameter",    {},                 kLiteralFields),
+    ClassRow<IntegerRange>("IntegerRange",            {},                 kIntegerRangeFields),
+    ClassRow<RealRange>("RealRange",                  {},                 kRealRangeFields),
+    ClassRow<LiteralRange>("LiteralRange",            {},                 kLiteralRangeFields),
 };
 // clang-format on
 

@@ -1,8 +1,8 @@
 #ifndef CFG_SECTIONCLASS_H
 #define CFG_SECTIONCLASS_H
 
+#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -46,7 +46,8 @@ private:
 
 struct SectionClass {
     const char* name;
-    std::unique_ptr<Section> (*make)(const SectionSetup&);
+    size_t size;
+    Section* (*make)(void* room, const SectionSetup&); // in a room of that size
     std::span<const FieldRow> parameters;
     std::span<const FieldRow> fields;
 };

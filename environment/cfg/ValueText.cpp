@@ -9,7 +9,7 @@ namespace cfg::detail {
 
 namespace {
 
-constexpr const char* kTypeWords[] = {"boolean", "integer", "real", "vector", "list", "enumeration", "string"};
+constexpr std::string_view kTypeWords[] = {"boolean", "integer", "real", "vector", "list", "enumeration", "string"};
 
 template <typename Type>
 bool ParseNumber(std::string_view text, Type& number) {
@@ -35,7 +35,7 @@ bool HoldsText(t_ParameterType type) { return type > t_ParameterTypeReal; }
 
 bool ParseType(std::string_view word, t_ParameterType& type) {
     int number = 0;
-    for (const char* known : kTypeWords) {
+    for (const std::string_view known : kTypeWords) {
         if (word == known) {
             type = static_cast<t_ParameterType>(number);
             return true;
@@ -45,7 +45,7 @@ bool ParseType(std::string_view word, t_ParameterType& type) {
     return false;
 }
 
-const char* TypeWord(t_ParameterType type) { return kTypeWords[type]; }
+std::string TypeWord(t_ParameterType type) { return std::string(kTypeWords[type]); }
 
 bool ParseValue(std::string_view text, Value& value) {
     const std::string_view trimmed = Commons::detail::TrimmedXml(text);

@@ -14,7 +14,7 @@ bool HoldsText(t_ParameterType type);
 
 // The type of a word in the file; false for an unknown word.
 bool ParseType(std::string_view word, t_ParameterType& type);
-const char* TypeWord(t_ParameterType type);
+std::string TypeWord(t_ParameterType type);
 
 // Stores a text of the file as the value and as what was loaded. Blanks around numbers and booleans are passed over.
 // False if the text is not of the value's type.

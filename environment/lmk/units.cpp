@@ -130,7 +130,7 @@ const char* toText(t_unit unit) {
 t_unit toTUnit(const char* text) {
     if (!text) return UNIT_UNDEFINED;
     for (const Row& row : kUnits)
-        if (std::strcmp(row.text, text) == 0) return row.unit;
+        if (row.text[0] == text[0] && std::strcmp(row.text, text) == 0) return row.unit;
     return UNIT_UNDEFINED;
 }
 

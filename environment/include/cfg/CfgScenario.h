@@ -49,6 +49,8 @@ public:
     std::string errorMessage;
 
 private:
+    detail::Document& Current();
+
     std::unique_ptr<detail::Document> document;
 };
 
