@@ -34,15 +34,18 @@ std::int64_t truncated(double value) {
     return static_cast<std::int64_t>(value);
 }
 
+const cfg::Section::ParameterIterator& given(const cfg::Section::ParameterIterator* position) {
+    if (!position) throw new Exception("Failed to initialize the scenario parameter", ExceptionCodeGeneric);
+    return *position;
+}
+
 } // namespace
 
 TavrelScenarioParameter::TavrelScenarioParameter(const cfg::Section::ParameterIterator* position,
                                                  ScenarioNode* parentNode)
-    : parent(parentNode) {
-    if (!position) throw new Exception("Failed to initialize the scenario parameter", ExceptionCodeGeneric);
+    : iterator(given(position)), parent(parentNode) {
     if (!parent)
         throw new Exception("The parameter (" + position->getCName() + ") has no parent element", ExceptionCodeGeneric);
-    iterator = std::make_unique<cfg::Section::ParameterIterator>(*position);
 }
 
 TavrelScenarioParameter::~TavrelScenarioParameter() = default;
@@ -51,18 +54,18 @@ std::size_t TavrelScenarioParameter::getIndex() const { return getParentNode()->
 
 ScenarioNode* TavrelScenarioParameter::getParentNode() const { return parent; }
 
-std::string TavrelScenarioParameter::getId() const { return iterator->getCName(); }
+std::string TavrelScenarioParameter::getId() const { return iterator.getCName(); }
 
-std::string TavrelScenarioParameter::getName() const { return iterator->getCName(); }
+std::string TavrelScenarioParameter::getName() const { return iterator.getCName(); }
 
-std::string TavrelScenarioParameter::getDescription() const { return iterator->getVerboseName(); }
+std::string TavrelScenarioParameter::getDescription() const { return iterator.getVerboseName(); }
 
 std::string TavrelScenarioParameter::getParameterId() const { return getParentNode()->getNodeId() + "/" + getName(); }
 
-std::string TavrelScenarioParameter::getParameterUnit() const { return lmk::toText(iterator->getUnit()); }
+std::string TavrelScenarioParameter::getParameterUnit() const { return lmk::toText(iterator.getUnit()); }
 
 bool TavrelScenarioParameter::hasParameterUnit() const {
-    const int unit = iterator->getUnit();
+    const int unit = iterator.getUnit();
     return unit != 0 && unit != 1;
 }
 
@@ -78,41 +81,41 @@ std::string TavrelScenarioParameter::getValueAsString() const {
     // The number of the type is not appended: it says how many characters of the text are left out. Hosts have come to
     // know these texts, "Unkown" included.
     constexpr std::string_view kMessage = "Unable to get parameter value : Unkown parameter type : ";
-    const auto left = static_cast<std::size_t>(iterator->getType());
+    const auto left = static_cast<std::size_t>(iterator.getType());
     throw Exception(std::string(kMessage.substr(left < kMessage.size() ? left : kMessage.size())),
                     ExceptionCodeGeneric);
 }
 
-bool TavrelScenarioParameter::isInteger() const { return iterator->getType() == kInteger; }
+bool TavrelScenarioParameter::isInteger() const { return iterator.getType() == kInteger; }
 
-bool TavrelScenarioParameter::isReal() const { return iterator->getType() == kReal; }
+bool TavrelScenarioParameter::isReal() const { return iterator.getType() == kReal; }
 
-bool TavrelScenarioParameter::isLiteral() const { return iterator->getType() == kString; }
+bool TavrelScenarioParameter::isLiteral() const { return iterator.getType() == kString; }
 
-bool TavrelScenarioParameter::isBoolean() const { return iterator->getType() == kBoolean; }
+bool TavrelScenarioParameter::isBoolean() const { return iterator.getType() == kBoolean; }
 
 std::string TavrelScenarioParameter::getLiteralValue() const {
     if (!isLiteral()) throw new Exception("Parameter type is not a string", ExceptionCodeParameterType);
-    return iterator->getString();
+    return iterator.getString();
 }
 
 std::int64_t TavrelScenarioParameter::getIntegerValue() const {
     if (!isInteger()) throw new Exception("Parameter type is not an integer", ExceptionCodeParameterType);
-    return truncated(lmk::convToUnit(iterator->getUnit(), static_cast<double>(iterator->getInt())));
+    return truncated(lmk::convToUnit(iterator.getUnit(), static_cast<double>(iterator.getInt())));
 }
 
 double TavrelScenarioParameter::getRealValue() const {
     if (!isReal()) throw new Exception("Parameter type is not a real", ExceptionCodeParameterType);
-    return lmk::convToUnit(iterator->getUnit(), iterator->getDouble());
+    return lmk::convToUnit(iterator.getUnit(), iterator.getDouble());
 }
 
 bool TavrelScenarioParameter::getBooleanValue() const {
     if (!isBoolean()) throw new Exception("Parameter type is not a boolean", ExceptionCodeParameterType);
-    return iterator->getBool();
+    return iterator.getBool();
 }
 
 ParameterType TavrelScenarioParameter::getParameterType() const {
-    switch (static_cast<int>(iterator->getType())) {
+    switch (static_cast<int>(iterator.getType())) {
     case kBoolean:
         return ScenarioTemplateDb::ParameterTypeBoolean;
     case kInteger:

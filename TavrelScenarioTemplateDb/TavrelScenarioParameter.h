@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include <ScenarioTemplateDb/ParameterType.h>
@@ -54,8 +53,9 @@ public:
     virtual ScenarioTemplateDb::ParameterType getParameterType() const;
 
 private:
-    // A copy of its own, so that it stays on its entry while whoever built it moves on.
-    std::unique_ptr<cfg::Section::ParameterIterator> iterator;
+    // A copy of its own, so that it stays on its entry while whoever built it moves on. Mutable because it hands out
+    // the values by reference, for writing; nothing here writes.
+    mutable cfg::Section::ParameterIterator iterator;
     ScenarioTemplateDb::ScenarioNode* parent;
 };
 
