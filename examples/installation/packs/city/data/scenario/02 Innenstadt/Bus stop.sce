@@ -60,6 +60,27 @@
       <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="18"/>
       <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="17500"/>
     </Vehicle>
+    <Vehicle>
+      <id ScenarioTreeValue="8"/>
+      <driverId ScenarioTreeValue="3"/>
+      <name ScenarioTreeValue="Bicycle"/>
+      <model type="string" verboseName="Model" ScenarioTreeValue="bicycle"/>
+      <initialSpeed type="real" unit="km/h" verboseName="Initial speed" ScenarioTreeValue="0"/>
+      <roadPosition type="real" unit="m" verboseName="Position along the road" ScenarioTreeValue="600"/>
+      <lane type="integer" verboseName="Lane" ScenarioTreeValue="0"/>
+      <x type="real" unit="m" verboseName="X" ScenarioTreeValue="600"/>
+      <y type="real" unit="m" verboseName="Y" ScenarioTreeValue="2"/>
+      <heading type="real" unit="deg" verboseName="Heading" ScenarioTreeValue="0"/>
+      <length type="real" unit="m" verboseName="Length" ScenarioTreeValue="1.8"/>
+      <mass type="integer" unit="kg" verboseName="Mass" ScenarioTreeValue="85"/>
+    </Vehicle>
+    <Driver>
+      <id ScenarioTreeValue="3"/>
+      <name ScenarioTreeValue="Cyclist"/>
+      <label ScenarioTreeValue="Y1"/>
+      <style type="enumeration" verboseName="Style of driving" ScenarioTreeValue="normal"/>
+      <attention type="real" unit="%" verboseName="Attention" ScenarioTreeValue="0.8"/>
+    </Driver>
     <Driver>
       <id ScenarioTreeValue="1"/>
       <name ScenarioTreeValue="Student"/>

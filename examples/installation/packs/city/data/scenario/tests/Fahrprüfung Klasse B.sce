@@ -2005,6 +2005,52 @@ TYPEOF SCENARIO (1)
 			}
 		}
 
+		TYPEOF CRITERIA (6)
+		{
+			LABEL="Punkte"
+			TASK_KIND="0"
+			CATEGORY="Ergebnis"
+			CRITICITY="1"
+			ATTRIBUTE_CRITERIA_TYPE="Warning"
+			TEXT="Wenige Punkte"
+			SOUND=""
+
+			TYPEOF RULE (32)
+			{
+				LABEL="Unter 50"
+
+				TYPEOF CONDITION (EVALUATION_SCORE_BELOW)
+				{
+					MODIFIER="BECOMES_TRUE"
+
+					TYPEOF PARAMETER (SCORE_NUMBER)
+					{
+						KIND="USER"
+						VALUE="0"
+						OWNER_FILE=""
+					}
+
+					TYPEOF PARAMETER (POINTS)
+					{
+						KIND="USER"
+						VALUE="50"
+						OWNER_FILE=""
+					}
+				}
+
+				TYPEOF ACTION (EVALUATION_REMARK)
+				{
+
+					TYPEOF PARAMETER (COMMENT)
+					{
+						KIND="USER"
+						VALUE="Weniger als fünfzig Punkte"
+						OWNER_FILE=""
+					}
+				}
+			}
+		}
+
 		TYPEOF CRITERIA (5)
 		{
 			LABEL="Gurt"
@@ -2016,7 +2062,7 @@ TYPEOF SCENARIO (1)
 			TEXT="Nicht angeschnallt"
 			SOUND="chime.wav"
 
-			TYPEOF RULE (32)
+			TYPEOF RULE (33)
 			{
 				LABEL="Ohne Gurt"
 

@@ -78,13 +78,20 @@ TYPEOF INCLUDE (1)
 			}
 		}
 
-		TYPEOF ACTION (ARM_TRIGGER)
+		TYPEOF ACTION (ADD_TIME_MARKER)
 		{
 
-			TYPEOF PARAMETER (TRIGGER_NAME)
+			TYPEOF PARAMETER (MARKER_NOTE)
 			{
-				KIND="TRIGGER"
-				VALUE="start"
+				KIND="USER"
+				VALUE="Asked to repeat"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (MARKER_KEYWORDS)
+			{
+				KIND="USER"
+				VALUE="repeat"
 				OWNER_FILE=""
 			}
 		}
