@@ -27,11 +27,8 @@ constexpr AttributeRow<Rule> kRows[] = {
 
 // Runs one branch. By index, as an action may edit the list that it stands in.
 void Execute(const std::vector<Action*>& branch) {
-    for (std::size_t i = 0; i < branch.size(); ++i) {
-        if (!branch[i]) continue;
-        branch[i]->Execute();
-        StepScope::HostCodeRan();
-    }
+    for (std::size_t i = 0; i < branch.size(); ++i)
+        if (branch[i]) branch[i]->Execute();
 }
 
 } // namespace
