@@ -1,0 +1,221 @@
+#include "CommandLine.h"
+
+#include "CommandTable.h"
+#include "Failure.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <sstream>
+
+namespace tavrel {
+
+namespace {
+
+constexpr std::size_t kWidth = 80;
+constexpr std::size_t kColumn = 26; // where the explanation of an option begins
+
+using Values = std::map<std::string, std::vector<std::string>>;
+
+// Breaks `text` at blanks; every line but the first begins with `indent` blanks.
+std::string Wrapped(const std::string& text, std::size_t indent) {
+    std::istringstream words(text);
+    std::string result, word;
+    std::size_t column = indent;
+    while (words >> word) {
+        if (column > indent && column + 1 + word.size() > kWidth) {
+            result += "\n" + std::string(indent, ' ');
+            column = indent;
+        } else if (column > indent) {
+            result += ' ';
+            ++column;
+        }
+        result += word;
+        column += word.size();
+    }
+    return result;
+}
+
+std::string HelpLine(const std::string& subject, const std::string& explanation) {
+    std::string line = "  " + subject;
+    if (line.size() + 2 > kColumn)
+        line += "\n" + std::string(kColumn, ' ');
+    else
+        line.resize(kColumn, ' ');
+    return line + Wrapped(explanation, kColumn) + "\n";
+}
+
+std::string HelpLine(const OptionRow& row) {
+    const std::string value = *row.value ? fmt::format(" {}", row.value) : "";
+    std::string explanation = row.help;
+    if (*row.words) explanation += fmt::format(" ({})", fmt::join(CLI::detail::split(row.words, ' '), ", "));
+    return HelpLine(row.name + value, explanation);
+}
+
+std::string HelpBlock(const std::string& title, const std::vector<OptionRow>& rows) {
+    std::string text;
+    for (const OptionRow& row : rows) text += HelpLine(row);
+    return text.empty() ? text : "\n" + title + ":\n" + text;
+}
+
+std::string HelpEnd() {
+    std::string text = "\nExit status:\n";
+    for (std::size_t status = 0; status < ExitStatusTexts().size(); ++status)
+        text += HelpLine(std::to_string(status), ExitStatusTexts()[status]);
+    return text;
+}
+
+bool IsOfGroup(const CommandRow& command, const std::string& group) {
+    return std::string(command.name).rfind(group + " ", 0) == 0;
+}
+
+std::string HelpText(const GroupRow& group) {
+    std::string text =
+        fmt::format("Usage: tavrel {} COMMAND [OPTION]...\n\n{}\n\nCommands:\n", group.name, Wrapped(group.summary, 0));
+    for (const CommandRow& command : Commands())
+        if (IsOfGroup(command, group.name)) text += HelpLine(command.name, command.summary);
+    return text + "\n'tavrel COMMAND --help' explains each of them.\n";
+}
+
+// Every option fills its own list in `values`, under its name, so that the sub-commands need no variable of their own.
+void AddOption(CLI::App& app, const OptionRow& row, Values& values) {
+    CLI::callback_t take = [&values, &row](const CLI::results_t& results) {
+        values[row.name] = results;
+        return true;
+    };
+    if (row.takes == Takes::Nothing) {
+        app.add_flag_callback(row.name, [&values, &row] { values[row.name].clear(); });
+        return;
+    }
+    CLI::Option* option = app.add_option(row.name, take);
+    option->expected(row.takes == Takes::Many && !*row.value ? -1 : 1);
+    option->multi_option_policy(row.takes == Takes::Many ? CLI::MultiOptionPolicy::TakeAll
+                                                         : CLI::MultiOptionPolicy::TakeLast);
+    // Brackets and commas belong to a value: parameter ids are full of them.
+    if (*row.value) option->allow_extra_args(false);
+    if (*row.words) {
+        std::vector<std::string> words = CLI::detail::split(row.words, ' ');
+        option->check(CLI::IsMember(std::move(words)));
+    }
+    if (!*row.value) option->required();
+}
+
+const OptionRow* FindCommonOption(const std::string& word) {
+    for (const OptionRow& row : CommonOptions())
+        if (word == row.name) return &row;
+    return nullptr;
+}
+
+// What stands on the line: the sub-command, or only its group, and all the rest.
+struct Line {
+    const CommandRow* command = nullptr;
+    const GroupRow* group = nullptr;
+    std::string unknown; // a word in the place of the sub-command that names none
+    std::vector<std::string> rest;
+    bool asksForHelp = false;
+};
+
+// Takes one word that may name a sub-command or a group, or the second word of a sub-command.
+void TakeName(Line& line, const std::string& word) {
+    const std::string name = line.group ? std::string(line.group->name) + " " + word : word;
+    for (const CommandRow& command : Commands())
+        if (name == command.name) line.command = &command;
+    if (line.command) return;
+    for (const GroupRow& group : Groups())
+        if (name == group.name) {
+            line.group = &group;
+            return;
+        }
+    line.unknown = name;
+}
+
+// The sub-command is found here and not by CLI11, which would take any later word that happens to spell a sub-command,
+// such as a folder with the name "run", for a further one.
+Line SplitLine(int argc, const char* const* argv) {
+    Line line;
+    bool options = true;
+    for (int i = 1; i < argc; ++i) {
+        const std::string word = argv[i];
+        const bool option = options && word.size() > 1 && word[0] == '-';
+        if (options && word == "--help") line.asksForHelp = true;
+        if (word == "--") options = false;
+        if (option || line.command || !line.unknown.empty()) {
+            line.rest.push_back(word);
+            const OptionRow* common = option && !line.command ? FindCommonOption(word) : nullptr;
+            if (common && common->takes != Takes::Nothing && i + 1 < argc) line.rest.emplace_back(argv[++i]);
+        } else {
+            TakeName(line, word);
+        }
+    }
+    return line;
+}
+
+} // namespace
+
+std::string HelpText() {
+    std::string text =
+        "Usage: tavrel COMMAND [OPTION]...\n\n" +
+        Wrapped(
+            "Browses, checks and edits the scenario templates of a driving-simulation installation. Without --config "
+            "and TAVREL_CONFIG it works on the sample installation that came with it, so 'tavrel tree' is a good "
+            "beginning.",
+            0) +
+        "\n\nCommands:\n";
+    for (const CommandRow& command : Commands()) text += HelpLine(command.name, command.summary);
+    text += HelpBlock("Options of every command", CommonOptions());
+    return text + HelpEnd() + "\n'tavrel COMMAND --help' explains each command, with an example.\n";
+}
+
+std::string HelpText(const CommandRow& command) {
+    std::string text = fmt::format("Usage: tavrel {}", command.name);
+    for (const OptionRow& row : command.operands)
+        text += fmt::format(" {}{}", row.name, row.takes == Takes::Many ? "..." : "");
+    text += fmt::format(" [OPTION]...\n\n{}\n", Wrapped(command.description, 0));
+    text += HelpBlock("Operands", command.operands) + HelpBlock("Options", command.options) +
+            HelpBlock("Options of every command", CommonOptions()) + HelpEnd();
+    text += command.examples.size() > 1 ? "\nExamples:\n" : "\nExample:\n";
+    for (const char* example : command.examples) text += fmt::format("  {}\n", example);
+    return text;
+}
+
+Arguments ReadCommandLine(int argc, const char* const* argv, std::string& answer) {
+    Line line = SplitLine(argc, argv);
+    // Help answers whatever else is missing or wrong on the line.
+    if (line.asksForHelp) {
+        answer = line.command ? HelpText(*line.command) : line.group ? HelpText(*line.group) : HelpText();
+        return {};
+    }
+    Arguments arguments;
+    CLI::App app;
+    app.set_help_flag();
+    for (const OptionRow& row : CommonOptions()) AddOption(app, row, arguments.values);
+    if (line.command) {
+        arguments.command = line.command;
+        for (const OptionRow& row : line.command->operands) AddOption(app, row, arguments.values);
+        for (const OptionRow& row : line.command->options) AddOption(app, row, arguments.values);
+    }
+    std::string complaint;
+    if (!line.unknown.empty()) {
+        complaint = fmt::format("there is no command \"{}\"", line.unknown);
+    } else {
+        try {
+            std::reverse(line.rest.begin(), line.rest.end()); // the order that CLI11 wants
+            app.parse(line.rest);
+        } catch (const CLI::ParseError& error) {
+            complaint = OneLine(error.what());
+        }
+    }
+    if (arguments.Has("--version")) {
+        answer = "tavrel " TAVREL_COMMAND_VERSION "\n";
+        return arguments;
+    }
+    if (complaint.empty() && !line.command) complaint = "a command is missing";
+    if (complaint.empty()) return arguments;
+    const std::string subject = line.command ? std::string(line.command->name) + " "
+                                : line.group ? std::string(line.group->name) + " "
+                                             : std::string();
+    throw Failure{ExitUsage, fmt::format("{}; see 'tavrel {}--help'", complaint, subject)};
+}
+
+} // namespace tavrel

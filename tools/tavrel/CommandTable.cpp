@@ -1,0 +1,199 @@
+#include "CommandTable.h"
+
+#include "commands/Commands.h"
+
+namespace tavrel {
+
+namespace {
+
+constexpr auto Flag = Takes::Nothing;
+constexpr auto One = Takes::One;
+constexpr auto Many = Takes::Many;
+constexpr auto None = Offers::Nothing;
+constexpr auto Files = Offers::Files;
+constexpr auto Scenarios = Offers::Scenarios;
+constexpr auto Words = Offers::Words;
+
+// clang-format off
+const OptionRow kScenario {"SCENARIO", "", One, Scenarios, "", "path of a scenario, as tree and list show it"};
+const OptionRow kIndex    {"INDEX", "", One, None, "", "position of the declaration, as 'variadic list' shows it"};
+const OptionRow kJson     {"--json", "", Flag, None, "", "write JSON instead of text"};
+const OptionRow kSaveTo   {"--output", "FILE", One, Files, "", "save to FILE and leave the scenario as it is"};
+const OptionRow kName     {"--name", "TEXT", One, None, "", "name that a user of the template sees"};
+const OptionRow kDescribe {"--description", "TEXT", One, None, "", "what the parameter is good for"};
+const OptionRow kUnit     {"--unit", "UNIT", One, None, "", "unit of the values, such as km/h"};
+const OptionRow kDefault  {"--default", "VALUE", One, None, "", "value to use if the user chooses none"};
+const OptionRow kRange    {"--range", "MIN:MAX", Many, None, "", "permitted numbers; give it again for a further range"};
+const OptionRow kLiteral  {"--literal", "TEXT", Many, None, "", "permitted text; give it again for a further one"};
+const OptionRow kModel    {"--model", "FILE", One, Files, "", "root model for scripts, instead of that of the configuration"};
+// clang-format on
+
+} // namespace
+
+const std::vector<CommandRow>& Commands() {
+    // clang-format off
+    static const std::vector<CommandRow> rows = {
+        {"tree", "show the installation as a tree",
+         "Shows versions, configurations, scenario directories and scenarios. No scenario is opened.",
+         {},
+         {kJson},
+         Runs::Here, RunTree,
+         {"tavrel tree", "tavrel --config /srv/tavrel/tavrel.xml tree"}},
+
+        {"list", "list the scenarios with their names",
+         "Writes one scenario per line: configuration, path and name. The columns are aligned on a terminal and "
+         "separated by one tab elsewhere.",
+         {},
+         {kJson,
+          {"--paths", "", Flag, None, "", "write the paths alone and open no file"}},
+         Runs::OverItsOwnChildren, RunList,
+         {"tavrel list --configuration City", "tavrel list --json"}},
+
+        {"show", "show a scenario: its nodes, parameters and declarations",
+         "Shows the name and description of a scenario, its tree of nodes with the type, value and unit of each "
+         "parameter, and the variadic parameters that it declares.",
+         {kScenario},
+         {kJson},
+         Runs::InOneChild, RunShow,
+         {"tavrel show overtaking.sce"}},
+
+        {"get", "write the value of one parameter",
+         "Writes the value of the parameter with the full id ID, in the unit of the parameter. The sub-command ids "
+         "tells the ids there are. Quote the id, since shells have a meaning for brackets.",
+         {kScenario,
+          {"ID", "", One, None, "", "full id of a parameter"}},
+         {kJson},
+         Runs::InOneChild, RunGet,
+         {"tavrel get overtaking.sce '/sce/Scenario/Vehicle[id/@ScenarioTreeValue=3]/name'"}},
+
+        {"ids", "list the full ids of all parameters",
+         "Writes the full id of each parameter of a scenario, one per line, in the order of the tree.",
+         {kScenario},
+         {},
+         Runs::InOneChild, RunIds,
+         {"tavrel ids overtaking.sce"}},
+
+        {"variadic list", "list the declarations of a scenario",
+         "Lists the variadic parameters that a scenario declares: which parameter may be varied, and over which values.",
+         {kScenario},
+         {kJson},
+         Runs::InOneChild, RunVariadicList,
+         {"tavrel variadic list overtaking.sce"}},
+
+        {"variadic add", "declare that a parameter may be varied",
+         "Declares that the parameter with the full id ID may be varied. What is not given comes from that parameter: "
+         "its type, name, unit and value. The scenario is saved, read again, and the position of the new declaration "
+         "written.",
+         {kScenario,
+          {"ID", "", One, None, "", "full id of the parameter that may be varied"}},
+         {{"--type", "TYPE", One, Words, "integer real boolean literal", "type of the values"},
+          kName, kDescribe, kUnit, kDefault, kRange, kLiteral, kSaveTo},
+         Runs::InOneChild, RunVariadicAdd,
+         {"tavrel variadic add overtaking.sce /sce/Scenario/duration --default 60 --range 30:90 --range 120:180"}},
+
+        {"variadic set", "change a declaration",
+         "Changes what is given and leaves the rest. Ranges or texts that are given take the place of all former ones. "
+         "The type stays: to change it, remove the declaration and add it anew.",
+         {kScenario, kIndex},
+         {{"--target", "ID", One, None, "", "full id of the parameter that may be varied"},
+          kName, kDescribe, kUnit, kDefault, kRange, kLiteral,
+          {"--any", "", Flag, None, "", "take away all ranges or texts, so that any value is permitted"},
+          kSaveTo},
+         Runs::InOneChild, RunVariadicSet,
+         {"tavrel variadic set overtaking.sce 0 --range 50:100"}},
+
+        {"variadic remove", "take a declaration away",
+         "Removes a declaration and saves the scenario.",
+         {kScenario, kIndex},
+         {kSaveTo},
+         Runs::InOneChild, RunVariadicRemove,
+         {"tavrel variadic remove overtaking.sce 0"}},
+
+        {"fetch", "write the bytes of a scenario file",
+         "Writes the file of a scenario, byte for byte.",
+         {kScenario},
+         {{"--output", "FILE", One, Files, "", "write to FILE instead of the standard output"}},
+         Runs::InOneChild, RunFetch,
+         {"tavrel fetch overtaking.sce --output copy.sce"}},
+
+        {"uri", "write the URI of the installation",
+         "Writes the text that identifies the installation and the filters given.",
+         {},
+         {},
+         Runs::Here, RunUri,
+         {"tavrel uri --configuration City"}},
+
+        {"check", "find what is wrong with scenarios, models and scripts",
+         "Looks at scenario files, root models, scripts and includes, at folders of them, and at whole installations, and "
+         "tells what is wrong with each: the file, the row, the line and the cause. Of a script that can be read it tells "
+         "every parameter, action and condition that is not valid. A file that ends the process that reads it, or takes "
+         "too long, is told by name, and the others are still looked at. Without --config, a file belongs to the "
+         "tavrel.xml in the nearest folder above it.",
+         {{"PATH", "", Many, Files, "", "a file, a folder, or an installation file"}},
+         {kJson, kModel},
+         Runs::OverItsOwnChildren, RunCheck,
+         {"tavrel check overtaking.sce", "tavrel check --json packs/city"}},
+
+        {"format", "write a model or script in its usual form",
+         "Reads a root model or script and writes it back in the form of the library's writer: order of attributes, "
+         "indentation, empty lines. Line ends stay as they are. A line that would be lost is told.",
+         {{"FILE", "", One, Files, "", "a root model, script or include"}},
+         {{"--output", "FILE", One, Files, "", "write to FILE, which may be the same file, instead of the standard output"},
+          {"--check", "", Flag, None, "", "write nothing; exit with 1 if the file has another form"},
+          kModel},
+         Runs::InOneChild, RunFormat,
+         {"tavrel format pause.sc --output pause.sc"}},
+
+        {"completion", "write the completion for a shell",
+         "Writes a script that teaches the shell the sub-commands, options and scenarios.",
+         {{"SHELL", "", One, Words, "bash", "the shell"}},
+         {},
+         Runs::Here, RunCompletion,
+         {"source <(tavrel completion bash)"}},
+
+        {"man", "write the manual page",
+         "Writes the manual page in the form that man reads.",
+         {},
+         {},
+         Runs::Here, RunMan,
+         {"tavrel man | man -l -"}},
+    };
+    // clang-format on
+    return rows;
+}
+
+const std::vector<OptionRow>& CommonOptions() {
+    // clang-format off
+    static const std::vector<OptionRow> rows = {
+        {"--config", "FILE", One, Files, "",
+         "the installation file; without it the environment variable TAVREL_CONFIG names one, and without that the "
+         "sample installation is used"},
+        {"--configuration", "NAME", One, None, "", "see this configuration alone"},
+        {"--version-filter", "VERSION", One, None, "", "see configurations of this version alone"},
+        {"--timeout", "SECONDS", One, None, "", "give a file up after this time (default 60)"},
+        {"--verbose", "", Flag, None, "", "also tell what the library logs while it reads"},
+        {"--help", "", Flag, None, "", "explain the command, or the sub-command before it"},
+        {"--version", "", Flag, None, "", "tell the version of the command"},
+    };
+    // clang-format on
+    return rows;
+}
+
+const std::vector<const char*>& ExitStatusTexts() {
+    static const std::vector<const char*> texts = {
+        "all went well",
+        "a check found something, or a run failed",
+        "the command line makes no sense",
+        "something could not be found, read, opened or written; the standard error stream says what",
+    };
+    return texts;
+}
+
+const std::vector<GroupRow>& Groups() {
+    static const std::vector<GroupRow> rows = {
+        {"variadic", "list and edit the declarations of parameters that may be varied"},
+    };
+    return rows;
+}
+
+} // namespace tavrel

@@ -1,0 +1,25 @@
+#include "Context.h"
+
+namespace tavrel {
+
+namespace {
+
+constexpr double kDefaultSeconds = 60;
+constexpr int kWarning = 3; // severity from which a line of the log says that something is wrong
+
+} // namespace
+
+ChildLimits Context::Limits() const {
+    ChildLimits limits;
+    limits.seconds = arguments.Number("--timeout", kDefaultSeconds);
+    if (limits.seconds <= 0) throw Failure{ExitUsage, "--timeout takes a number of seconds above 0"};
+    return limits;
+}
+
+void Context::TellLog(bool onFailure) {
+    const bool all = arguments.Has("--verbose");
+    for (const LogLine& line : out.TakeLog())
+        if (all || (onFailure && line.severity >= kWarning)) Report(line.text);
+}
+
+} // namespace tavrel

@@ -1,0 +1,34 @@
+#ifndef TAVREL_COMMAND_CONTEXT_H
+#define TAVREL_COMMAND_CONTEXT_H
+
+#include "Arguments.h"
+#include "ChildProcess.h"
+#include "Failure.h"
+#include "Output.h"
+
+#include <string>
+
+namespace tavrel {
+
+// What a sub-command works with.
+struct Context {
+    const Arguments& arguments;
+    Output& out;
+    int status = ExitClean; // of the faults told so far
+
+    // Tells a fault that does not end the work: the rest is still done, and the status remembers the gravest.
+    void Tell(const Failure& failure) {
+        Report(failure.sentence);
+        if (failure.status > status) status = failure.status;
+    }
+
+    // How long a file may take, and how much memory, before it is given up.
+    ChildLimits Limits() const;
+
+    // Tells what the library logged, if the user wants to know; with `onFailure` what it logged as wrong in any case.
+    void TellLog(bool onFailure);
+};
+
+} // namespace tavrel
+
+#endif

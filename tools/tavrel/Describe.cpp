@@ -1,0 +1,194 @@
+#include "Describe.h"
+
+#include "Failure.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+
+namespace tavrel {
+
+using ScenarioTemplateDb::Exception;
+using ScenarioTemplateDb::ParameterType;
+using ScenarioTemplateDb::Scenario;
+using ScenarioTemplateDb::ScenarioNode;
+using ScenarioTemplateDb::ScenarioParameter;
+using ScenarioTemplateDb::VariadicParameter;
+
+namespace {
+
+// A declaration may lack the section that holds its default; it has none then.
+template <typename Read>
+auto DefaultOr(const Read& read, decltype(read()) none) {
+    try {
+        return read();
+    } catch (Exception* exception) {
+        delete exception;
+        return none;
+    }
+}
+
+Json DefaultJson(const VariadicParameter& declaration) {
+    return DefaultOr(
+        [&]() -> Json {
+            switch (declaration.getType()) {
+            case ScenarioTemplateDb::ParameterTypeBoolean:
+                return declaration.getBooleanDefaultValue();
+            case ScenarioTemplateDb::ParameterTypeInteger:
+                return declaration.getIntegerDefaultValue();
+            case ScenarioTemplateDb::ParameterTypeReal:
+                return declaration.getRealDefaultValue();
+            case ScenarioTemplateDb::ParameterTypeLiteral:
+                break;
+            }
+            return declaration.getLiteralDefaultValue();
+        },
+        Json());
+}
+
+template <typename T>
+Json RangesJson(const std::vector<const VariadicParameter::Range<T>*>& ranges) {
+    Json list = Json::array();
+    for (const VariadicParameter::Range<T>* range : ranges)
+        list.push_back({{"minimum", range->getMinimum()}, {"maximum", range->getMaximum()}});
+    return list;
+}
+
+// The permitted values: a member "ranges" or "literals", as the type has it.
+void AddDomain(const VariadicParameter& declaration, Json& json) {
+    if (declaration.isInteger()) {
+        std::vector<const VariadicParameter::Range<int>*> ranges;
+        declaration.getIntegerRanges(ranges);
+        json["ranges"] = RangesJson(ranges);
+    } else if (declaration.isReal()) {
+        std::vector<const VariadicParameter::Range<double>*> ranges;
+        declaration.getRealRanges(ranges);
+        json["ranges"] = RangesJson(ranges);
+    } else if (declaration.isLiteral()) {
+        std::vector<std::string> literals;
+        declaration.getLiterals(literals);
+        json["literals"] = literals;
+    }
+}
+
+std::string ScalarText(const Json& value) {
+    if (value.is_string()) return "\"" + value.get<std::string>() + "\"";
+    return value.is_number_float() ? ShortNumber(value.get<double>()) : value.dump();
+}
+
+} // namespace
+
+std::string DumpJson(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
+
+std::string DumpJsonLine(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n"; }
+
+std::string TypeWord(const ScenarioParameter& parameter) {
+    if (parameter.isBoolean()) return "boolean";
+    if (parameter.isInteger()) return "integer";
+    if (parameter.isReal()) return "real";
+    return parameter.isLiteral() ? "literal" : "other";
+}
+
+std::string TypeWord(ParameterType type) {
+    switch (type) {
+    case ScenarioTemplateDb::ParameterTypeBoolean:
+        return "boolean";
+    case ScenarioTemplateDb::ParameterTypeInteger:
+        return "integer";
+    case ScenarioTemplateDb::ParameterTypeReal:
+        return "real";
+    case ScenarioTemplateDb::ParameterTypeLiteral:
+        break;
+    }
+    return "literal";
+}
+
+std::string ShortNumber(double number) {
+    char text[64];
+    return {text, std::to_chars(text, text + sizeof text, number).ptr};
+}
+
+std::string ValueText(const ScenarioParameter& parameter) {
+    try {
+        return parameter.getValueAsString();
+    } catch (const Exception&) {
+        return "?";
+    } catch (Exception* exception) {
+        delete exception;
+        return "?";
+    }
+}
+
+Json ParameterJson(const ScenarioParameter& parameter) {
+    const std::string type = TypeWord(parameter);
+    Json json = {{"id", parameter.getId()},
+                 {"parameterId", parameter.getParameterId()},
+                 {"name", parameter.getName()},
+                 {"description", parameter.getDescription()},
+                 {"type", type},
+                 {"unit", parameter.hasParameterUnit() ? Json(parameter.getParameterUnit()) : Json()},
+                 {"value", Json()},
+                 {"text", Json()}};
+    // The value of a script's variable is any text, whatever its type says; it has a text then and no value.
+    try {
+        json["text"] = parameter.getValueAsString();
+        if (type == "boolean") json["value"] = parameter.getBooleanValue();
+        if (type == "integer") json["value"] = parameter.getIntegerValue();
+        if (type == "real") json["value"] = parameter.getRealValue();
+        if (type == "literal") json["value"] = parameter.getLiteralValue();
+    } catch (...) {
+        CurrentFailure();
+    }
+    return json;
+}
+
+Json NodeJson(const ScenarioNode& node) {
+    Json json = {{"id", node.getId()},
+                 {"nodeId", node.getNodeId()},
+                 {"name", node.getName()},
+                 {"parameters", Json::array()},
+                 {"children", Json::array()}};
+    std::vector<ScenarioParameter*> parameters;
+    node.getParameters(parameters);
+    for (const ScenarioParameter* parameter : parameters) json["parameters"].push_back(ParameterJson(*parameter));
+    if (node.getChildNumber() == 0) return json; // a script refuses to list its children
+    std::vector<ScenarioNode*> children;
+    node.getChildren(children);
+    for (const ScenarioNode* child : children) json["children"].push_back(NodeJson(*child));
+    return json;
+}
+
+Json DeclarationJson(const VariadicParameter& declaration) {
+    Json json = {{"name", declaration.getName()},
+                 {"description", declaration.getDescription()},
+                 {"parameterId", declaration.getParameterId()},
+                 {"unit", declaration.getParameterUnit()},
+                 {"type", TypeWord(declaration.getType())},
+                 {"default", DefaultJson(declaration)}};
+    AddDomain(declaration, json);
+    return json;
+}
+
+Json DeclarationsJson(const Scenario& scenario) {
+    Json list = Json::array();
+    const std::size_t count = scenario.getVariadicParameterNumber(); // opens the file, which the others do not
+    for (std::size_t i = 0; i < count; ++i) list.push_back(DeclarationJson(*scenario.getVariadicParameter(i)));
+    return list;
+}
+
+std::string DeclarationText(const VariadicParameter& declaration) {
+    const Json json = DeclarationJson(declaration);
+    std::string text = json["type"].get<std::string>();
+    if (!declaration.getParameterUnit().empty()) text += ", " + declaration.getParameterUnit();
+    if (!json["default"].is_null()) text += ", default " + ScalarText(json["default"]);
+    std::string domain;
+    if (json.contains("ranges"))
+        for (const Json& range : json["ranges"])
+            domain += fmt::format("{}{} to {}", domain.empty() ? "" : " or ", ScalarText(range["minimum"]),
+                                  ScalarText(range["maximum"]));
+    if (json.contains("literals"))
+        for (const Json& literal : json["literals"]) domain += (domain.empty() ? "" : " or ") + ScalarText(literal);
+    return domain.empty() ? text : text + ", " + domain;
+}
+
+} // namespace tavrel

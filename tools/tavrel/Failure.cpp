@@ -1,0 +1,60 @@
+#include "Failure.h"
+
+#include <ScenarioTemplateDb/Exception.h>
+
+#include <Poco/Exception.h>
+
+#include <cstdio>
+#include <memory>
+#include <new>
+
+namespace tavrel {
+
+Failure CurrentFailure() {
+    using ScenarioTemplateDb::Exception;
+    try {
+        throw;
+    } catch (const Failure& failure) {
+        return failure;
+    } catch (const Exception& exception) {
+        return {ExitUnreadable, PlacedLine(exception.message)};
+    } catch (Exception* exception) {
+        const std::unique_ptr<Exception> owned(exception);
+        return {ExitUnreadable, OneLine(owned->message)};
+    } catch (const Poco::Exception& exception) {
+        return {ExitUnreadable, OneLine(exception.displayText())};
+    } catch (const std::bad_alloc&) {
+        return {ExitUnreadable, "there is not enough memory to read it"};
+    } catch (const std::exception& exception) {
+        return {ExitUnreadable, PlacedLine(exception.what())};
+    } catch (...) {
+        return {ExitUnreadable, "something failed in a form that nobody announced"};
+    }
+}
+
+std::string OneLine(const std::string& message) {
+    std::string line;
+    for (const char c : message) {
+        const bool control = static_cast<unsigned char>(c) < ' ' || c == '\x7f';
+        if (!control)
+            line += c;
+        else if (!line.empty() && line.back() != ' ')
+            line += ' ';
+    }
+    while (!line.empty() && line.back() == ' ') line.pop_back();
+    return line;
+}
+
+std::string PlacedLine(const std::string& message) {
+    std::string line = OneLine(message);
+    const std::size_t row = line.find(":0: ");
+    return row == std::string::npos ? line : line.erase(row, 2);
+}
+
+void Report(const std::string& sentence) {
+    const std::string line = "tavrel: " + sentence + "\n";
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    std::fflush(stderr);
+}
+
+} // namespace tavrel

@@ -1,0 +1,168 @@
+#include "Installation.h"
+
+#include <lmkUtils/EnvConfig.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <set>
+
+namespace tavrel {
+
+namespace {
+
+using lmkUtils::EnvConfig;
+using ScenarioTemplateDb::DatabaseDirectory;
+using ScenarioTemplateDb::Scenario;
+using TavrelScenarioTemplateDb::TavrelDatabaseDriver;
+using TavrelScenarioTemplateDb::TavrelScenario;
+using TavrelScenarioTemplateDb::TavrelScenarioTemplateDatabase;
+
+constexpr const char* kAll = "*";
+
+std::string InstallationFile(const Arguments& arguments) {
+    if (arguments.Has("--config")) return arguments.Text("--config");
+    const char* fromEnvironment = std::getenv("TAVREL_CONFIG");
+    if (fromEnvironment && *fromEnvironment) return fromEnvironment;
+    return SampleInstallationFile();
+}
+
+std::string Names(const std::vector<Configuration>& configurations) {
+    std::string names;
+    for (const Configuration& configuration : configurations) names += (names.empty() ? "" : ", ") + configuration.name;
+    return names;
+}
+
+} // namespace
+
+std::string SampleInstallationFile() {
+    std::error_code error;
+    const std::filesystem::path command = std::filesystem::read_symlink("/proc/self/exe", error);
+    // The place of the sample beside the command is the same in a build tree and where the command is installed.
+    return (command.parent_path() / TAVREL_SAMPLE_FROM_COMMAND / "tavrel.xml").lexically_normal().string();
+}
+
+Installation::Installation(Context& userContext) : Installation(userContext, InstallationFile(userContext.arguments)) {}
+
+Installation::Installation(Context& userContext, const std::string& installationFile)
+    : context(userContext), file(installationFile) {
+    if (file.empty()) throw Failure{ExitUsage, "--config takes the path of an installation file"};
+    // The driver looks at a file only if it is not the one in use, and TAVREL_CONFIG is in use from the beginning; so
+    // the file is taken into use by hand, which tells what is wrong with it.
+    EnvConfig::setTavrelConfigFilePath(file);
+    file = EnvConfig::ourConfigCfgFile;
+}
+
+TavrelDatabaseDriver Installation::Driver() const {
+    return TavrelDatabaseDriver(file, context.arguments.Text("--version-filter", kAll),
+                                context.arguments.Text("--configuration", kAll));
+}
+
+bool Installation::PassesFilter(const Configuration& configuration) const {
+    return context.arguments.Text("--configuration", configuration.name) == configuration.name &&
+           context.arguments.Text("--version-filter", configuration.version) == configuration.version;
+}
+
+std::vector<Configuration> Installation::Configurations() {
+    const TavrelScenarioTemplateDatabase database(file, kAll, kAll);
+    std::vector<Configuration> all, passing;
+    for (const std::string& name : EnvConfig::getConfigurationsList()) {
+        try {
+            all.push_back({name, database.getConfigurationVersion(name)});
+            if (PassesFilter(all.back())) passing.push_back(all.back());
+        } catch (...) {
+            const Failure failure = CurrentFailure();
+            if (context.arguments.Text("--configuration", name) == name) context.Tell(failure);
+        }
+    }
+    if (passing.empty() && context.status == ExitClean) {
+        const bool filtered = context.arguments.Has("--configuration") || context.arguments.Has("--version-filter");
+        context.Tell({ExitUnreadable, filtered ? fmt::format("no configuration passes the filters; {} has {}", file,
+                                                             all.empty() ? "none" : Names(all))
+                                               : fmt::format("{} has no configuration", file)});
+    }
+    std::stable_sort(passing.begin(), passing.end(),
+                     [](const Configuration& a, const Configuration& b) { return a.version < b.version; });
+    return passing;
+}
+
+std::vector<ScenarioDirectory> Installation::Directories(const Configuration& configuration) {
+    const TavrelDatabaseDriver driver(file, configuration.version, configuration.name);
+    const TavrelScenarioTemplateDatabase database(file, configuration.version, configuration.name);
+    std::vector<std::shared_ptr<DatabaseDirectory>> found;
+    driver.getRootDirectory()->getDirectory(0)->getDirectory(0)->getDirectories(found);
+
+    std::vector<ScenarioDirectory> directories;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        ScenarioDirectory directory{configuration, database.getScenarioDirectory(configuration.name, i), {}};
+        try {
+            found[i]->getScenarios(directory.scenarios);
+        } catch (...) {
+            context.Tell(CurrentFailure()); // its message names the folder; the other folders are still shown
+        }
+        // The walk gives the order of the file system, which differs from machine to machine.
+        std::vector<std::pair<std::string, std::shared_ptr<Scenario>>> sorted;
+        for (const std::shared_ptr<Scenario>& scenario : directory.scenarios)
+            sorted.emplace_back(scenario->getPath(), scenario);
+        std::sort(sorted.begin(), sorted.end());
+        std::transform(sorted.begin(), sorted.end(), directory.scenarios.begin(),
+                       [](const auto& entry) { return entry.second; });
+        directories.push_back(std::move(directory));
+    }
+    return directories;
+}
+
+std::vector<ScenarioDirectory> Installation::AllDirectories() {
+    std::vector<ScenarioDirectory> all;
+    for (const Configuration& configuration : Configurations()) {
+        try {
+            for (ScenarioDirectory& directory : Directories(configuration)) all.push_back(std::move(directory));
+        } catch (...) {
+            const Failure failure = CurrentFailure();
+            context.Tell({failure.status, fmt::format("{}: {}", configuration.name, failure.sentence)});
+        }
+    }
+    return all;
+}
+
+OpenedScenario Installation::Open(const std::string& path) {
+    const TavrelScenarioTemplateDatabase database(file, kAll, kAll);
+    std::vector<Configuration> holders;
+    const std::vector<Configuration> candidates = Configurations();
+    for (const Configuration& configuration : candidates) {
+        try {
+            std::vector<std::string> directories;
+            database.getConfigurationScenarioDirectories(configuration.name, directories);
+            const bool holds = std::any_of(directories.begin(), directories.end(), [&](const std::string& directory) {
+                std::error_code error;
+                return std::filesystem::exists(directory + "/" + path, error);
+            });
+            if (holds) holders.push_back(configuration);
+        } catch (...) {
+            const Failure failure = CurrentFailure();
+            context.Tell({failure.status, fmt::format("{}: {}", configuration.name, failure.sentence)});
+        }
+    }
+    if (holders.empty())
+        throw Failure{ExitUnreadable,
+                      fmt::format("there is no scenario \"{}\" in {}; 'tavrel list --paths' shows those that are there",
+                                  path, candidates.size() == 1 ? candidates[0].name : file)};
+    if (holders.size() > 1)
+        throw Failure{ExitUsage,
+                      fmt::format("the configurations {} all have a scenario \"{}\"; choose one of them with "
+                                  "--configuration",
+                                  Names(holders), path)};
+
+    OpenedScenario opened;
+    opened.configuration = holders[0];
+    // The filter makes the configuration the current one.
+    const TavrelDatabaseDriver driver(file, holders[0].version, holders[0].name);
+    opened.scenario.reset(driver.createTavrelScenario(holders[0].name, path));
+    const std::string filePath = opened.scenario->getFilePath();
+    opened.directory = filePath.substr(0, filePath.size() - path.size() - 1);
+    return opened;
+}
+
+} // namespace tavrel

@@ -1,0 +1,101 @@
+#include "Output.h"
+
+#include "Failure.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <iostream>
+#include <streambuf>
+#include <unistd.h>
+
+namespace tavrel {
+
+namespace {
+
+constexpr std::size_t kPieceSize = 64 * 1024;
+
+// A log that nobody takes must not grow for ever: a long run over broken files would end in it.
+constexpr std::size_t kLogLimit = 10000;
+
+} // namespace
+
+// Cuts what the library writes to std::cout into lines.
+class Output::LogBuffer : public std::streambuf {
+public:
+    std::vector<LogLine> lines;
+
+protected:
+    int_type overflow(int_type c) override {
+        if (!traits_type::eq_int_type(c, traits_type::eof())) Add(traits_type::to_char_type(c));
+        return traits_type::not_eof(c);
+    }
+    std::streamsize xsputn(const char* text, std::streamsize size) override {
+        for (std::streamsize i = 0; i < size; ++i) Add(text[i]);
+        return size;
+    }
+
+private:
+    void Add(char c) {
+        if (c != '\n') {
+            current += c;
+            return;
+        }
+        const bool marked = !current.empty() && current[0] >= 1 && current[0] <= 4;
+        if (lines.size() < kLogLimit)
+            lines.push_back({marked ? current[0] : 0, OneLine(marked ? current.substr(1) : current)});
+        current.clear();
+    }
+
+    std::string current;
+};
+
+Output::Output() : log(std::make_unique<LogBuffer>()) {
+    std::cout.flush();
+    descriptor = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3);
+    terminal = isatty(STDOUT_FILENO) == 1;
+    coloured = terminal && !std::getenv("NO_COLOR");
+    // Whatever is written to the descriptor itself must not mix with the results either.
+    if (descriptor >= 0) dup2(STDERR_FILENO, STDOUT_FILENO);
+    former = std::cout.rdbuf(log.get());
+}
+
+Output::~Output() {
+    std::cout.rdbuf(former);
+    if (descriptor >= 0) close(descriptor);
+}
+
+void Output::Print(std::string_view text) {
+    pending += text;
+    if (pending.size() >= kPieceSize) Flush();
+}
+
+void Output::Flush() {
+    std::string piece;
+    piece.swap(pending);
+    std::size_t done = 0;
+    while (done < piece.size()) {
+        const ssize_t written = write(descriptor, piece.data() + done, piece.size() - done);
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0)
+            throw Failure{ExitUnreadable, fmt::format("cannot write the results: {}", std::strerror(errno))};
+        done += static_cast<std::size_t>(written);
+    }
+}
+
+std::string Output::Styled(const char* code, const std::string& text) const {
+    return coloured ? fmt::format("\x1b[{}m{}\x1b[0m", code, text) : text;
+}
+
+std::string Output::Strong(const std::string& text) const { return Styled("1", text); }
+
+std::string Output::Faint(const std::string& text) const { return Styled("2", text); }
+
+std::vector<LogLine> Output::TakeLog() {
+    std::vector<LogLine> lines;
+    lines.swap(log->lines);
+    return lines;
+}
+
+} // namespace tavrel

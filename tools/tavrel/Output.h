@@ -1,0 +1,62 @@
+#ifndef TAVREL_COMMAND_OUTPUT_H
+#define TAVREL_COMMAND_OUTPUT_H
+
+#include <fmt/format.h>
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tavrel {
+
+// A line that the library wrote to its log while it read something.
+struct LogLine {
+    int severity; // 1 information, 2 progress, 3 warning, 4 error, 0 for a line without a mark
+    std::string text;
+};
+
+// The results of the command. The library writes what it meets in a root model to the standard output, by design; so
+// this object takes the real standard output for itself and leaves the process one whose lines are kept apart.
+// There is one object, which lives as long as `main`.
+class Output {
+public:
+    Output();
+    ~Output();
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+
+    // Text is gathered and written in large pieces; Flush writes what is left. Both fail with a Failure, so that a full
+    // disk is told.
+    void Print(std::string_view text);
+    template <typename... Args>
+    void Print(fmt::format_string<Args...> format, Args&&... args) {
+        Print(std::string_view(fmt::format(format, std::forward<Args>(args)...)));
+    }
+    void Flush();
+
+    // Whether a person is looking. The styles give the text back as it is when nobody is, or when NO_COLOR is set.
+    bool IsTerminal() const { return terminal; }
+    std::string Strong(const std::string& text) const;
+    std::string Faint(const std::string& text) const;
+
+    // What the library has logged since the last call.
+    std::vector<LogLine> TakeLog();
+
+private:
+    class LogBuffer;
+
+    std::string Styled(const char* code, const std::string& text) const;
+
+    int descriptor;
+    bool terminal;
+    bool coloured;
+    std::string pending;
+    std::unique_ptr<LogBuffer> log;
+    std::streambuf* former; // what std::cout wrote to before
+};
+
+} // namespace tavrel
+
+#endif

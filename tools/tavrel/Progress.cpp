@@ -1,0 +1,41 @@
+#include "Progress.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace tavrel {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr auto kFirst = std::chrono::seconds(1);
+constexpr auto kThen = std::chrono::milliseconds(200);
+constexpr const char* kClearLine = "\r\x1b[K";
+
+} // namespace
+
+Progress::Progress(double goalNumber, std::string unitText)
+    : goal(goalNumber), unit(std::move(unitText)), wanted(isatty(STDERR_FILENO) == 1), next(Clock::now() + kFirst) {}
+
+Progress::~Progress() { Hide(); }
+
+void Progress::Reach(double done) {
+    if (!wanted || Clock::now() < next) return;
+    next = Clock::now() + kThen;
+    shown = true;
+    const std::string line = fmt::format("{}{:.0f} of {:.0f} {}", kClearLine, done, goal, unit);
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    std::fflush(stderr);
+}
+
+void Progress::Hide() {
+    if (!shown) return;
+    std::fputs(kClearLine, stderr);
+    std::fflush(stderr);
+    shown = false;
+}
+
+} // namespace tavrel

@@ -1,0 +1,33 @@
+#ifndef TAVREL_COMMAND_PROGRESS_H
+#define TAVREL_COMMAND_PROGRESS_H
+
+#include <chrono>
+#include <string>
+
+namespace tavrel {
+
+// How far a long job is, on the standard error stream, if that is a terminal and the job lasts longer than a second.
+// The line goes away with the object.
+class Progress {
+public:
+    // `unit` stands behind the numbers: "files".
+    Progress(double goal, std::string unit);
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    void Reach(double done);
+    // Makes room for another line on the terminal.
+    void Hide();
+
+private:
+    const double goal;
+    const std::string unit;
+    const bool wanted;
+    bool shown = false;
+    std::chrono::steady_clock::time_point next; // when to write again
+};
+
+} // namespace tavrel
+
+#endif

@@ -1,0 +1,279 @@
+#include "Scripts.h"
+
+#include <cfg/CfgScenario.h>
+#include <cfg/Driver.h>
+#include <cfg/Vehicle.h>
+#include <lmkUtils/EnvConfig.h>
+
+#include <fmt/format.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+namespace tavrel {
+
+namespace {
+
+using lmkUtils::EnvConfig;
+namespace fs = std::filesystem;
+
+constexpr const char* kModelFile = "data/tools/nuro/nuro.mdl";
+constexpr const char* kInstallationFile = "tavrel.xml";
+constexpr std::uintmax_t kLargestFile = std::uintmax_t(256) << 20;
+constexpr std::size_t kSniffed = 2048; // bytes from which the kind of a file shows
+
+std::string FirstBytes(const std::string& path) {
+    std::string bytes(kSniffed, '\0');
+    std::ifstream file(path, std::ios::binary);
+    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
+    return bytes;
+}
+
+bool BeginsWith(const std::string& text, const std::string& start) { return text.rfind(start, 0) == 0; }
+
+// Both paths absolute, with links resolved.
+bool LiesIn(const fs::path& file, const std::string& folder) {
+    std::error_code error;
+    const fs::path root = fs::weakly_canonical(folder, error);
+    const fs::path relative = file.lexically_relative(root);
+    return !error && !relative.empty() && *relative.begin() != "..";
+}
+
+void CollectScripts(cfg::Section& section, std::vector<cfg::ScenarioScript*>& scripts) {
+    for (std::size_t i = 0; i < section.getSubSectionCount(); ++i) {
+        cfg::Section* below = section.getSubSection(i);
+        if (auto* script = dynamic_cast<cfg::ScenarioScript*>(below))
+            scripts.push_back(script);
+        else
+            CollectScripts(*below, scripts);
+    }
+}
+
+// Scripts of other kinds, and empty ones, make no node either.
+bool IsOfItemModel(const cfg::ScenarioScript& script) {
+    return !script.text.empty() && (script.scriptType.empty() || script.scriptType == "nuro");
+}
+
+template <typename SectionClass>
+std::vector<SectionClass*> SectionsOf(cfg::CfgScenario& file) {
+    std::vector<cfg::Section*> sections;
+    file.getRootSection()->getSubSections(SectionClass::sectionName(), sections);
+    std::vector<SectionClass*> typed;
+    for (cfg::Section* section : sections)
+        if (auto* fitting = dynamic_cast<SectionClass*>(section)) typed.push_back(fitting);
+    return typed;
+}
+
+// The name and number of each sub-section of the section `listName` go into a table: that is how the file tells which
+// triggers, images and sounds there are.
+void FillNames(cfg::CfgScenario& file, const char* listName, std::map<std::string, std::int32_t>& table) {
+    cfg::Section* list = file.getRootSection()->getSubSection(listName);
+    if (!list) return;
+    for (std::size_t i = 0; i < list->getSubSectionCount(); ++i) {
+        cfg::Section* entry = list->getSubSection(i);
+        std::string name;
+        for (auto parameter = entry->beginParameter(); parameter != entry->endParameter(); ++parameter)
+            if (parameter.getCName() == "name") name = parameter.getString();
+        if (!name.empty()) table.emplace(name, static_cast<std::int32_t>(i));
+    }
+}
+
+LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened) {
+    const std::string wanted = context.arguments.Text("--script");
+    opened->getName(); // opens the file and its root model
+    std::string names, refusal;
+    for (const cfg::ScenarioScript* script : ScriptsOf(opened->File())) {
+        names += (names.empty() ? "" : ", ") + script->name;
+        if (!wanted.empty() && script->name != wanted) continue;
+        ProblemList list;
+        std::uint32_t row = 1;
+        LoadedScript loaded;
+        loaded.title = fmt::format("{}, script {}", opened->getPath(), script->name);
+        loaded.root = ReadScriptText(script->text, row);
+        loaded.scenario = dynamic_cast<ScenarioLib::Scenario*>(loaded.root.get());
+        if (loaded.scenario || (loaded.root && !wanted.empty())) {
+            if (loaded.scenario) FillTables(*loaded.scenario, opened->File());
+            loaded.opened = std::move(opened);
+            return loaded;
+        }
+        if (!loaded.root && refusal.empty())
+            refusal = list.problems.empty() ? fmt::format("{}: row {} cannot be read", loaded.title, row)
+                                            : ProblemSentence(list.problems.back(), loaded.title);
+    }
+    if (!refusal.empty()) throw Failure{ExitUnreadable, refusal};
+    if (names.empty()) throw Failure{ExitUnreadable, opened->getPath() + " has no script"};
+    throw Failure{ExitUnreadable,
+                  wanted.empty()
+                      ? fmt::format("no script of {} is a whole scenario; it has {}", opened->getPath(), names)
+                      : fmt::format("{} has no script \"{}\"; it has {}", opened->getPath(), wanted, names)};
+}
+
+LoadedScript LoadFromDisk(const std::string& path) {
+    ProblemList list;
+    LoadedScript loaded;
+    loaded.title = path;
+    loaded.root = ReadScriptFile(path);
+    if (!loaded.root)
+        throw Failure{ExitUnreadable,
+                      list.problems.empty() ? path + " cannot be read" : ProblemSentence(list.problems.back(), path)};
+    loaded.scenario = dynamic_cast<ScenarioLib::Scenario*>(loaded.root.get());
+    return loaded;
+}
+
+} // namespace
+
+FileKind KindOfFile(const std::string& path) {
+    const std::string extension = fs::path(path).extension().string();
+    if (extension == ".sce") return FileKind::Scenario;
+    if (extension == ".mdl") return FileKind::Model;
+    std::error_code error;
+    if (!fs::is_regular_file(path, error)) return FileKind::Unknown;
+    std::string start = FirstBytes(path);
+    start.erase(0, std::min(start.find_first_not_of("\t\n\f\r"), start.size()));
+    if (BeginsWith(start, "TYPEOF FOLDER")) return FileKind::Model;
+    if (BeginsWith(start, "TYPEOF ")) return FileKind::Script;
+    if (start.find("<tavrel") != std::string::npos) return FileKind::Installation;
+    return FileKind::Unknown;
+}
+
+std::string ReasonNotToOpen(const std::string& path) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (!fs::exists(status)) return "there is no such file";
+    if (!fs::is_regular_file(status)) return "it is no regular file";
+    const std::uintmax_t size = fs::file_size(path, error);
+    if (error) return error.message();
+    if (size > kLargestFile) return fmt::format("with {} bytes it is larger than any file that is read", size);
+    return "";
+}
+
+std::string InstallationFileFor(const Context& context, const std::string& path) {
+    const char* fromEnvironment = std::getenv("TAVREL_CONFIG");
+    if (context.arguments.Has("--config")) return context.arguments.Text("--config");
+    if (fromEnvironment && *fromEnvironment) return fromEnvironment;
+    std::error_code error;
+    for (fs::path folder = fs::weakly_canonical(path, error); !error && folder != folder.root_path();) {
+        folder = folder.parent_path();
+        if (fs::is_regular_file(folder / kInstallationFile, error)) return (folder / kInstallationFile).string();
+        error.clear();
+    }
+    return SampleInstallationFile();
+}
+
+std::string ConfigurationFor(const Context& context, const std::string& path) {
+    if (context.arguments.Has("--configuration")) return context.arguments.Text("--configuration");
+    std::error_code error;
+    const fs::path file = fs::weakly_canonical(path, error);
+    const std::vector<std::string> names = EnvConfig::getConfigurationsList();
+    for (const std::string& name : names)
+        for (const std::string& root : EnvConfig::getSeparatedPathForConfiguration(name, "."))
+            if (LiesIn(file, root)) return name;
+    return names.empty() ? "" : names.front();
+}
+
+std::string RootModelFile(const std::string& configuration) {
+    std::error_code error;
+    for (const std::string& candidate : EnvConfig::getSeparatedPathForConfiguration(configuration, kModelFile))
+        if (fs::is_regular_file(candidate, error)) return candidate;
+    return "";
+}
+
+void UseRootModelFile(const std::string& path) {
+    const std::string reason = ReasonNotToOpen(path);
+    if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", path, reason)};
+    scenarioRootModel = nullptr; // a model is linked within itself
+    ProblemList list;
+    std::unique_ptr<ScenarioItem> root = ReadScriptFile(path);
+    auto* model = dynamic_cast<Folders*>(root.get());
+    if (!model)
+        throw Failure{ExitUnreadable, root ? path + " is no root model, since its top item is no FOLDER"
+                                      : list.problems.empty() ? path + " cannot be read"
+                                                              : ProblemSentence(list.problems.back(), path)};
+    scenarioRootModel = model;
+    root.release(); // scripts point into it for as long as the process lives
+}
+
+void UseRootModel(const std::string& configuration) {
+    const std::string file = RootModelFile(configuration);
+    if (file.empty())
+        throw Failure{ExitUnreadable,
+                      fmt::format("configuration \"{}\" has no root model {}", configuration, kModelFile)};
+    UseRootModelFile(file);
+}
+
+std::unique_ptr<ScenarioItem> ReadScriptFile(const std::string& path) {
+    return std::unique_ptr<ScenarioItem>(LoadScenarioFile(path.c_str(), nullptr, false));
+}
+
+std::unique_ptr<ScenarioItem> ReadScriptText(const std::string& text, std::uint32_t& row) {
+    ScenarioTextStream stream(text.c_str(), text.size() + 1);
+    ItemLoadContext context{nullptr, nullptr};
+    try {
+        std::unique_ptr<ScenarioItem> root(LoadScenarioText(stream, nullptr, &context, nullptr, false));
+        row = stream.line;
+        return root;
+    } catch (...) {
+        row = stream.line; // a number that does not convert
+        throw;
+    }
+}
+
+std::string ProblemSentence(const LoadProblem& problem, const std::string& place) {
+    const std::string line = OneLine(problem.line);
+    return fmt::format("{}:{}: {}{}", problem.file.empty() ? place : problem.file, problem.row, OneLine(problem.cause),
+                       line.empty() ? "" : fmt::format(" ({})", line));
+}
+
+std::vector<cfg::ScenarioScript*> ScriptsOf(cfg::CfgScenario& file) {
+    std::vector<cfg::ScenarioScript*> all, scripts;
+    CollectScripts(*file.getRootSection(), all);
+    for (cfg::ScenarioScript* script : all)
+        if (IsOfItemModel(*script)) scripts.push_back(script);
+    return scripts;
+}
+
+void FillTables(ScenarioLib::Scenario& scenario, cfg::CfgScenario& file) {
+    for (const cfg::Vehicle* vehicle : SectionsOf<cfg::Vehicle>(file)) {
+        VEHICLE& entry = scenario.GetVehicle(vehicle->id);
+        entry.id = vehicle->id;
+        entry.name = vehicle->name;
+    }
+    for (const cfg::Driver* driver : SectionsOf<cfg::Driver>(file))
+        scenario.channelNumbers.emplace(driver->name, driver->id);
+    FillNames(file, "Triggers", scenario.triggers);
+    FillNames(file, "Images", scenario.images);
+    FillNames(file, "Sounds", scenario.sounds);
+    FillNames(file, "Sources", scenario.sources);
+    FillNames(file, "Sinks", scenario.sinks);
+    FillNames(file, "Trajectories", scenario.trajectories);
+    if (scenario.evaluation) scenario.evaluation->owner = &scenario;
+}
+
+LoadedScript LoadScript(Context& context, const std::string& operand) {
+    std::error_code error;
+    if (!std::filesystem::exists(operand, error)) {
+        Installation installation(context);
+        const OpenedScenario found = installation.Open(operand);
+        return LoadFromTemplate(
+            context, std::make_unique<Template>(found.configuration.name, found.scenario->getPath(), found.directory));
+    }
+    const std::string reason = ReasonNotToOpen(operand);
+    if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", operand, reason)};
+    const Installation installation(context, InstallationFileFor(context, operand));
+    const std::string configuration = ConfigurationFor(context, operand);
+    EnvConfig::setConfig(configuration, false);
+    if (KindOfFile(operand) == FileKind::Scenario) {
+        const fs::path path = fs::absolute(operand);
+        return LoadFromTemplate(
+            context, std::make_unique<Template>(configuration, path.filename().string(), path.parent_path().string()));
+    }
+    if (context.arguments.Has("--model"))
+        UseRootModelFile(context.arguments.Text("--model"));
+    else
+        UseRootModel(configuration);
+    return LoadFromDisk(operand);
+}
+
+} // namespace tavrel

@@ -1,0 +1,95 @@
+#ifndef TAVREL_COMMAND_SCRIPTS_H
+#define TAVREL_COMMAND_SCRIPTS_H
+
+#include "Installation.h"
+
+#include <cfg/ScenarioScript.h>
+#include <scenario/ItemModel.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace cfg {
+class CfgScenario;
+class Section;
+} // namespace cfg
+
+namespace tavrel {
+
+// Files on disk that the item model reads, with what they need around them.
+
+// What a file holds, by its name and its first bytes. A file that is none of these is Unknown.
+enum class FileKind { Scenario, Model, Script, Installation, Unknown };
+FileKind KindOfFile(const std::string& path);
+
+// Why `path` is not to be opened: it does not exist, is no regular file (a pipe would block the reader for ever), or is
+// larger than any file of an installation. Empty if it may be opened.
+std::string ReasonNotToOpen(const std::string& path);
+
+// The installation that a file on disk belongs to: the one that the command line or TAVREL_CONFIG names, else the
+// nearest "tavrel.xml" in the folders above the file, else the sample.
+std::string InstallationFileFor(const Context& context, const std::string& path);
+// The configuration of the installation in use whose data path holds the file: the one that the command line names,
+// else the first that holds it, else the first of all. Empty if there is none.
+std::string ConfigurationFor(const Context& context, const std::string& path);
+
+// The root model file of a configuration; empty if its data path has none.
+std::string RootModelFile(const std::string& configuration);
+
+// Gathers what the model has against the texts that are read while this object lives.
+class ProblemList : public LoadProblemListener {
+public:
+    ProblemList() : former(SetLoadProblemListener(this)) {}
+    ~ProblemList() override { SetLoadProblemListener(former); }
+    ProblemList(const ProblemList&) = delete;
+    ProblemList& operator=(const ProblemList&) = delete;
+    void OnLoadProblem(const LoadProblem& problem) override { problems.push_back(problem); }
+
+    std::vector<LoadProblem> problems;
+
+private:
+    LoadProblemListener* const former;
+};
+
+// Reads the root model of a configuration and makes it the one that scripts are linked to. Fails if it cannot be read.
+void UseRootModel(const std::string& configuration);
+// The same with a model file.
+void UseRootModelFile(const std::string& path);
+
+// A model, script or include from disk. Null if it cannot be read; `problems` of a ProblemList then say why.
+std::unique_ptr<ScenarioItem> ReadScriptFile(const std::string& path);
+// A script in memory. `row` receives the row that the reader came to.
+std::unique_ptr<ScenarioItem> ReadScriptText(const std::string& text, std::uint32_t& row);
+
+// A problem as one sentence: "path:row: cause", with the line behind it.
+std::string ProblemSentence(const LoadProblem& problem, const std::string& place);
+
+// A template whose sections the command may look at.
+class Template : public TavrelScenarioTemplateDb::TavrelScenario {
+public:
+    using TavrelScenario::TavrelScenario;
+    cfg::CfgScenario& File() const { return *getCfgScenarioSection(); }
+};
+
+// The scripts of a scenario file that hosts see, with those of vehicles and other sections.
+std::vector<cfg::ScenarioScript*> ScriptsOf(cfg::CfgScenario& file);
+
+// Enters vehicles, drivers and what else the file names into the tables that the texts of parameters are read from.
+void FillTables(ScenarioLib::Scenario& scenario, cfg::CfgScenario& file);
+
+// A script that is to be run or drawn.
+struct LoadedScript {
+    std::string title;                         // for messages: the file or scenario, and the script
+    std::unique_ptr<Template> opened;          // null for a script from disk
+    std::unique_ptr<ScenarioItem> root;        // the top item
+    ScenarioLib::Scenario* scenario = nullptr; // the top item as a scenario, null if it is none
+};
+
+// Reads what the operand names: a script on disk, or a script of a scenario (by path in the tree or on disk), the one
+// that --script names or else the first that is a whole scenario.
+LoadedScript LoadScript(Context& context, const std::string& operand);
+
+} // namespace tavrel
+
+#endif

@@ -1,0 +1,156 @@
+#ifndef TAVREL_COMMAND_BUILTIN_WORLD_H
+#define TAVREL_COMMAND_BUILTIN_WORLD_H
+
+#include <scenario/ItemModel.h>
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+// A small world for scripts to run in without a simulator: vehicles that are points on a road, timers, switches,
+// weather. Together with Functions.cpp, Conditions.cpp and Actions.cpp it stands behind the CODE numbers of the
+// sample's root model. It needs the item model alone, so these files can be copied into another host as they are.
+
+namespace builtin {
+
+struct Vehicle {
+    double roadPosition = 0; // m along the road
+    double x = 0;            // m
+    double y = 0;            // m
+    double heading = 0;      // rad
+    double speed = 0;        // m/s
+    double acceleration = 0; // m/s2, in the last step
+    double targetSpeed = 0;  // m/s
+    double rate = 0;         // m/s2, magnitude, at which the speed approaches the target; 0: the speed stays
+    double travelled = 0;    // m since the start
+    int lane = 1;            // 1 is the right lane, 0 the shoulder, a negative one comes the other way
+    int gear = 1;
+    int indicator = 0;           // 0 none, 1 left, 2 right, 3 both
+    bool present = true;         // one that was taken away counts in no distance
+    bool collided = false;       // since the start
+    int followed = -1;           // number of the vehicle that it follows
+    double headway = 0;          // s behind that vehicle
+    int laneChange = 0;          // lanes to go to the left when `laneChangeTime` comes
+    double laneChangeTime = 0;   // s
+    std::set<int> lights;        // those that are on
+    std::map<int, float> inputs; // by index
+    std::string model;
+    std::string driver;
+    std::map<std::string, double> trajectories;     // done from that time on
+    std::vector<std::pair<double, double>> profile; // seconds since `profileStart`, m/s
+    double profileStart = 0;                        // s
+    std::vector<std::string> outputNames;           // what an output of that index shows
+};
+
+struct Timer {
+    bool runs = false;
+    double startTime = 0; // s
+    double shown = 0;     // s, while it stands
+};
+
+struct Place {
+    double x = 0;
+    double y = 0;
+};
+
+// Told of what an action does that nobody can see in the item tree, such as a text on the screen.
+using EffectListener = std::function<void(const std::string& name, const std::vector<std::string>& arguments)>;
+
+class World {
+public:
+    // What the host fills in before the start.
+    std::map<int, Vehicle> vehicles;
+    std::map<std::string, int> driverStyles;
+    std::map<std::string, double> attention; // 0 to 1, by driver
+    std::map<int, int> trafficLights;        // colours by number
+    std::map<int, bool> barriers;            // closed or not, by number
+    std::map<int, double> signs;             // m along the road, by number
+    std::map<std::string, Place> objects;
+    double visibility = 10000; // m
+    double rain = 0;           // 0 to 1
+    double windSpeed = 0;      // m/s
+    double friction = 1;
+    double dayHour = 12;
+    int weather = 0;
+    double speedLimit = 13.888889; // m/s
+    EffectListener onEffect;       // may be empty
+
+    // What happens while it runs.
+    std::map<int, Timer> timers;
+    std::map<int, float> exportedChannels;
+    std::map<std::string, float> channels; // by category and key
+    std::set<std::string> firedTriggers;
+    int errorCount = 0;
+
+    // Begins a run of `scenario`, which must outlive it, at `time`.
+    void Start(ScenarioLib::Scenario& scenario, double time, std::uint32_t seed);
+    // Moves the world on to `time`, in seconds. To be called before each step of the scenario.
+    void Advance(double time);
+
+    double Now() const { return now; }
+    double Elapsed() const { return now - startTime; }
+    // Whether a period of that length begins between the step before and this one; true at the first step.
+    bool PeriodBegins(double period) const;
+
+    // The task whose rule is being run.
+    Task* CurrentTask() const { return scenario ? scenario->currentTask : nullptr; }
+    // The task around it, of which the current one is a state; the current one itself at the top.
+    Task* TaskAround() const;
+    // The first task of that number; null if there is none.
+    Task* FindTask(int number) const;
+    ScenarioLib::Scenario& Scenario() const { return *scenario; }
+    // The variable that an argument by address names; null if there is none.
+    Variable* FindVariable(const ParameterValue& reference) const;
+
+    // A vehicle, made where it is missing.
+    Vehicle& VehicleAt(int number) { return vehicles[number]; }
+    // The same for a look alone: a vehicle that does not exist stands still at 0 and is not made.
+    const Vehicle& Look(int number) const;
+    // m along the road from one to the other; a very large number if one of them is not there.
+    double Distance(int from, int to) const;
+    double Headway(int number, int other) const;
+    double TimeToCollision(int number, int other) const;
+
+    // Evenly drawn, from 0 up to but not including 1.
+    double Draw();
+    void Seed(std::uint32_t seed) { random.seed(seed); }
+
+    double TimerShows(int number) const;
+    void ChangeVisibility(double goal, double duration);
+    void Effect(const std::string& name, const std::vector<std::string>& arguments) const;
+
+private:
+    void Move(int number, Vehicle& vehicle, double span);
+    void ChooseTarget(int number, Vehicle& vehicle);
+    void FindCollisions();
+
+    ScenarioLib::Scenario* scenario = nullptr;
+    std::mt19937 random; // the sequence of this engine is the same everywhere
+    double startTime = 0;
+    double now = 0;
+    double before = 0; // time of the step before
+    bool first = true;
+    double visibilityGoal = 0, visibilityFrom = 0, visibilityBegin = 0, visibilityEnd = -1;
+};
+
+// A number in the shortest spelling that reads back as itself.
+std::string NumberText(float number);
+// The number that a text begins with, in the same spelling under any locale; 0 if there is none.
+double LeadingNumber(const std::string& text);
+// An argument as a whole number.
+int Whole(const ParameterValue& value);
+// An argument as people read it.
+std::string ArgumentText(const ParameterValue& value);
+
+// Put the implementations into the tables of the item model. `world` must outlive every call that they serve.
+void RegisterFunctions(World& world);
+void RegisterConditions(World& world);
+void RegisterActions(World& world);
+
+} // namespace builtin
+
+#endif

@@ -1,0 +1,463 @@
+#include "../Describe.h"
+#include "../Progress.h"
+#include "../Scripts.h"
+#include "Commands.h"
+
+#include <cfg/CfgScenario.h>
+#include <lmkUtils/ConfigurationError.h>
+#include <lmkUtils/EnvConfig.h>
+#include <scenario/Condition.h>
+#include <scenario/Parameter.h>
+#include <scenario/action.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+
+namespace tavrel {
+
+namespace {
+
+using lmkUtils::EnvConfig;
+using TavrelScenarioTemplateDb::TavrelScenarioTemplateDatabase;
+namespace fs = std::filesystem;
+
+// One file to look at, in one configuration of one installation.
+struct Job {
+    std::string path;
+    FileKind kind;
+    std::string installation;
+    std::string configuration; // empty until the file is looked at: then it is looked for
+};
+
+// What is wrong, in the form in which it travels from the child and in which --json shows it.
+Json Finding(const std::string& file, std::uint32_t row, const std::string& cause) {
+    return {{"file", file},   {"script", Json()}, {"row", row},    {"line", ""},
+            {"cause", cause}, {"place", ""},      {"display", ""}, {"severity", "error"}};
+}
+
+Json FindingOf(const LoadProblem& problem, const std::string& file, const Json& script) {
+    Json finding = Finding(problem.file.empty() ? file : problem.file, problem.row, OneLine(problem.cause));
+    if (problem.file.empty()) finding["script"] = script;
+    finding["line"] = OneLine(problem.line);
+    if (problem.isWarning) finding["severity"] = "warning";
+    return finding;
+}
+
+bool HasError(const Json& findings) {
+    return std::any_of(findings.begin(), findings.end(),
+                       [](const Json& finding) { return finding["severity"] == "error"; });
+}
+
+// "SCENARIO (main) / TASK (1) / RULE (3) / ACTION (SetSpeed)": the way from the top to the item above `item`, in the
+// words of the file, so that an editor finds it.
+std::string PlaceOf(const ScenarioItem& item) {
+    std::string place;
+    for (const ScenarioItem* above = item.parent; above; above = above->parent) {
+        const std::string step = above->name.empty() ? KindKeyword(above->kind)
+                                                     : fmt::format("{} ({})", KindKeyword(above->kind), above->name);
+        place = place.empty() ? step : step + " / " + place;
+    }
+    return place;
+}
+
+struct KindCause {
+    const char* kind;
+    const char* cause;
+};
+
+// What makes a value invalid, by the KIND of its parameter.
+// clang-format off
+constexpr KindCause kParameterCauses[] = {
+    {"FILE",       "the data path has no such file"},
+    {"FUNCTION",   "its call is missing, or returns another type"},
+    {"TASK",       "there is no such task"},
+    {"USER",       "the value is not of the type of its definition, or outside its limits"},
+    {"VARIABLE",   "there is no such variable, or it has another type, or its OWNER_FILE is no file of the scenario"},
+    {"VEHICLE",    "the scenario has no such vehicle"},
+    {"VHC_INPUT",  "the vehicle has no such input"},
+    {"VHC_OUTPUT", "the vehicle has no such output"},
+    {"TRIGGER",    "the scenario has no such trigger"},
+    {"DRIVER",     "the scenario has no such driver"},
+    {"IMAGE",      "the scenario has no such image"},
+    {"SOUND",      "the scenario has no such sound"},
+};
+// clang-format on
+
+// Kinds whose values only a whole scenario can judge; in a script that is included elsewhere they mean nothing.
+constexpr const char* kKindsOfScenario[] = {"TASK",    "VARIABLE", "VEHICLE", "VHC_INPUT", "VHC_OUTPUT",
+                                            "TRIGGER", "DRIVER",   "IMAGE",   "SOUND"};
+
+bool NeedsScenario(const std::string& kind) {
+    return std::find(std::begin(kKindsOfScenario), std::end(kKindsOfScenario), kind) != std::end(kKindsOfScenario);
+}
+
+std::string CauseFor(const Parameter& parameter) {
+    for (const KindCause& row : kParameterCauses)
+        if (parameter.valueKind == row.kind)
+            return fmt::format("parameter \"{}\" with {} \"{}\": {}", parameter.name, parameter.valueKind,
+                               parameter.value, row.cause);
+    return fmt::format("parameter \"{}\" with {} \"{}\" is not valid", parameter.name, parameter.valueKind,
+                       parameter.value);
+}
+
+bool HasInvalidPart(const ScenarioItem& item) {
+    std::vector<ScenarioItem*> children;
+    item.GetChildren(children);
+    if (const auto* function = dynamic_cast<const Function*>(&item))
+        children.insert(children.end(), function->parameters.begin(), function->parameters.end());
+    return std::any_of(children.begin(), children.end(), [](const ScenarioItem* child) { return !child->IsValid(); });
+}
+
+std::string CauseFor(const ScenarioItem& item) {
+    const std::string what = fmt::format("{} \"{}\"", KindKeyword(item.kind), item.name);
+    if (HasInvalidPart(item)) return what + ": a part of it is not valid";
+    if (item.kind == KindAction || item.kind == KindElseAction)
+        return what + ": it stands in no rule that begins with a condition";
+    if (item.kind == KindCondition) return what + ": a rule heeds its first condition alone, and AND and OR need parts";
+    return what + ": it is not valid where it stands";
+}
+
+// The invalid parameters and calls below `item`, in the order of the file. Without a scenario around them only those
+// count that no scenario could make valid.
+void AddInvalid(const ScenarioItem& item, bool whole, const Json& base, Json& findings) {
+    const auto* parameter = dynamic_cast<const Parameter*>(&item);
+    const bool call = dynamic_cast<const Function*>(&item) != nullptr;
+    const bool reference = item.kind == KindInclude && item.IsIndexEntry();
+    const bool counts = parameter ? whole || !NeedsScenario(parameter->valueKind) : reference || (call && whole);
+    if (counts && !item.IsValid()) {
+        Json finding = base;
+        finding["cause"] = parameter ? CauseFor(*parameter)
+                           : reference
+                               ? fmt::format("INCLUDE of \"{}\": the data path has no such script", item.fileName)
+                               : CauseFor(item);
+        finding["place"] = PlaceOf(item);
+        finding["display"] = OneLine(item.displayText);
+        findings.push_back(finding);
+    }
+    std::vector<ScenarioItem*> children;
+    item.GetChildren(children);
+    for (const ScenarioItem* child : children) AddInvalid(*child, whole, base, findings);
+}
+
+void CheckTree(ScenarioItem& root, cfg::CfgScenario* file, const Json& base, Json& findings) {
+    auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(&root);
+    if (scenario && file) FillTables(*scenario, *file);
+    root.UpdateDisplayTextTree();
+    AddInvalid(root, scenario && file, base, findings);
+}
+
+void CheckScript(const std::string& path, cfg::ScenarioScript& script, cfg::CfgScenario& file, Json& findings) {
+    ProblemList list;
+    std::uint32_t row = 1;
+    std::string thrown;
+    std::unique_ptr<ScenarioItem> root;
+    try {
+        root = ReadScriptText(script.text, row);
+    } catch (...) {
+        thrown = CurrentFailure().sentence;
+    }
+    for (const LoadProblem& problem : list.problems) findings.push_back(FindingOf(problem, path, script.name));
+    Json base = Finding(path, 0, "");
+    base["script"] = script.name;
+    if (root) return CheckTree(*root, &file, base, findings);
+    if (HasError(findings)) return;
+    base["row"] = row;
+    base["cause"] = thrown.empty() ? "the text is refused here" : thrown;
+    findings.push_back(base);
+}
+
+// A template is opened as any host opens it, and then each of its scripts is read again, since the template keeps of a
+// script no more than its variables.
+Json CheckScenario(const Job& job) {
+    Json findings = Json::array();
+    const fs::path path(job.path);
+    const Template scenario(job.configuration, path.filename().string(), path.parent_path().string());
+    const auto addFailure = [&] {
+        const std::string cause = CurrentFailure().sentence;
+        if (!HasError(findings)) findings.push_back(Finding(job.path, 0, cause));
+    };
+    scenarioRootModel = nullptr;
+    std::string opening;
+    {
+        ProblemList list; // of the root model
+        try {
+            scenario.getName();
+        } catch (...) {
+            opening = CurrentFailure().sentence;
+        }
+        for (const LoadProblem& problem : list.problems)
+            if (!problem.file.empty()) findings.push_back(FindingOf(problem, job.path, Json()));
+    }
+    if (scenarioRootModel)
+        for (cfg::ScenarioScript* script : ScriptsOf(scenario.File()))
+            CheckScript(job.path, *script, scenario.File(), findings);
+    if (!opening.empty()) {
+        if (!HasError(findings)) findings.push_back(Finding(job.path, 0, opening));
+        return findings;
+    }
+    try {
+        scenario.getRootScenarioNode();
+    } catch (...) {
+        addFailure();
+    }
+    return findings;
+}
+
+// The lists in which the definitions of scripts are looked up; a script that needs a missing one ends its reader.
+constexpr const char* kLists[] = {"PARAMETER_LIST", "FUNCTION_LIST", "ACTION_LIST", "CONDITION_LIST", "ENUMTAB_LIST"};
+
+Json CheckText(const Job& job) {
+    Json findings = Json::array();
+    ProblemList list;
+    std::unique_ptr<ScenarioItem> root;
+    try {
+        root = ReadScriptFile(job.path);
+    } catch (...) {
+        findings.push_back(Finding(job.path, 0, CurrentFailure().sentence));
+    }
+    for (const LoadProblem& problem : list.problems) findings.push_back(FindingOf(problem, job.path, Json()));
+    if (!root) {
+        if (!HasError(findings)) findings.push_back(Finding(job.path, 1, "the text is refused"));
+        return findings;
+    }
+    if (job.kind == FileKind::Script) {
+        CheckTree(*root, nullptr, Finding(job.path, 0, ""), findings);
+        return findings;
+    }
+    if (root->kind != KindFolder) findings.push_back(Finding(job.path, 1, "the top item of a root model is a FOLDER"));
+    for (const char* name : kLists)
+        if (!root->FindItem(KindFolder, name, ""))
+            findings.push_back(Finding(job.path, 0, fmt::format("the FOLDER ({}) is missing", name)));
+    return findings;
+}
+
+// Looks at one file, in the child. What is in use in the process is put in place first, once for the files that share
+// it.
+class Examiner {
+public:
+    explicit Examiner(Context& userContext) : context(userContext) {}
+
+    Json Examine(Job job) {
+        const std::string reason = ReasonNotToOpen(job.path);
+        if (!reason.empty()) return {{"unreadable", fmt::format("{}: {}", job.path, reason)}};
+        if (job.installation.empty()) job.installation = InstallationFileFor(context, job.path);
+        if (job.installation != installation) {
+            EnvConfig::setTavrelConfigFilePath(job.installation);
+            installation = job.installation;
+            modelOf.clear();
+        }
+        if (job.configuration.empty()) job.configuration = ConfigurationFor(context, job.path);
+        if (job.configuration != EnvConfig::getCurrentConfiguration()) EnvConfig::setConfig(job.configuration, false);
+        if (job.kind == FileKind::Scenario) {
+            modelOf.clear();
+            return {{"findings", CheckScenario(job)}};
+        }
+        if (job.kind == FileKind::Model) {
+            scenarioRootModel = nullptr;
+            modelOf.clear();
+        } else {
+            PrepareModel(job.configuration);
+        }
+        return {{"findings", CheckText(job)}};
+    }
+
+private:
+    void PrepareModel(const std::string& configuration) {
+        if (!modelOf.empty() && modelOf == configuration) return;
+        if (context.arguments.Has("--model"))
+            UseRootModelFile(context.arguments.Text("--model"));
+        else
+            UseRootModel(configuration);
+        modelOf = configuration;
+    }
+
+    Context& context;
+    std::string installation; // in use
+    std::string modelOf;      // the configuration whose root model is in use
+};
+
+// The files to look at, and what is found on the way to them.
+class JobList {
+public:
+    JobList(Context& userContext, std::function<void(Json)> addFinding)
+        : context(userContext), found(std::move(addFinding)) {}
+
+    void AddPath(const std::string& path) {
+        std::error_code error;
+        const fs::file_status status = fs::status(path, error);
+        if (!fs::exists(status)) return context.Tell({ExitUnreadable, path + ": there is no such file or folder"});
+        if (fs::is_directory(status)) return AddFolder(path);
+        const FileKind kind = KindOfFile(path);
+        if (kind == FileKind::Installation) return AddInstallation(path);
+        Add({path, kind == FileKind::Unknown ? FileKind::Script : kind, "", ""});
+    }
+
+    const std::vector<Job>& Jobs() const { return jobs; }
+
+private:
+    // A scenario has to open in each configuration that lists it. A script that others include is looked at once, in
+    // the first configuration that has it: the others may have a root model for which it was not written.
+    void Add(const Job& job) {
+        const std::string key = Canonical(job.path) + "\n" + (job.kind == FileKind::Scenario ? job.configuration : "");
+        if (known.insert(key).second) jobs.push_back(job);
+    }
+
+    // Installations first: they know the configuration of each file below them.
+    void AddFolder(const std::string& folder) {
+        std::vector<std::pair<std::string, FileKind>> files;
+        try {
+            for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder))
+                if (!entry.is_directory()) files.emplace_back(entry.path().string(), KindOfFile(entry.path().string()));
+        } catch (const fs::filesystem_error& error) {
+            context.Tell({ExitUnreadable, fmt::format("{}: {}", error.path1().string(), error.code().message())});
+        }
+        std::sort(files.begin(), files.end());
+        std::set<std::string> covered;
+        for (const auto& [path, kind] : files)
+            if (kind == FileKind::Installation) {
+                const std::size_t before = jobs.size();
+                AddInstallation(path);
+                for (std::size_t i = before; i < jobs.size(); ++i) covered.insert(Canonical(jobs[i].path));
+            }
+        for (const auto& [path, kind] : files)
+            if (kind != FileKind::Unknown && kind != FileKind::Installation && covered.count(Canonical(path)) == 0)
+                Add({path, kind, "", ""});
+    }
+
+    void AddInstallation(const std::string& path) {
+        try {
+            EnvConfig::setTavrelConfigFilePath(path);
+        } catch (const lmkUtils::ConfigurationError& error) {
+            return found(Finding(path, 0, OneLine(error.what())));
+        }
+        if (EnvConfig::getConfigurationsList().empty()) found(Finding(path, 0, "it names no configuration"));
+        const TavrelScenarioTemplateDatabase database("", "*", "*");
+        for (const std::string& name : EnvConfig::getConfigurationsList()) {
+            if (context.arguments.Text("--configuration", name) != name) continue;
+            try {
+                database.getConfigurationVersion(name);
+                AddConfiguration(path, name, database);
+            } catch (...) {
+                found(Finding(path, 0, fmt::format("configuration \"{}\": {}", name, CurrentFailure().sentence)));
+            }
+        }
+    }
+
+    void AddConfiguration(const std::string& installation, const std::string& name,
+                          const TavrelScenarioTemplateDatabase& database) {
+        const std::string model = RootModelFile(name);
+        if (model.empty())
+            found(Finding(installation, 0, fmt::format("configuration \"{}\" has no root model", name)));
+        else
+            Add({model, FileKind::Model, installation, name});
+        for (const std::string& folder : EnvConfig::getSeparatedPathForConfiguration(name, Include::kDirectory)) {
+            std::error_code error;
+            std::vector<std::string> scripts;
+            for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
+                 entry.increment(error))
+                if (KindOfFile(entry->path().string()) == FileKind::Script) scripts.push_back(entry->path().string());
+            std::sort(scripts.begin(), scripts.end());
+            for (const std::string& script : scripts) Add({script, FileKind::Script, installation, name});
+        }
+        for (std::size_t i = 0; i < database.getScenarioDirectoryNumber(name); ++i) {
+            std::vector<std::pair<std::string, std::string>> paths;
+            database.getScenarioPaths(name, i, paths);
+            std::sort(paths.begin(), paths.end());
+            for (const auto& [directory, scenario] : paths)
+                Add({database.getScenarioDirectory(name, i) + "/" + scenario, FileKind::Scenario, installation, name});
+        }
+    }
+
+    static std::string Canonical(const std::string& path) {
+        std::error_code error;
+        return fs::weakly_canonical(path, error).string();
+    }
+
+    Context& context;
+    const std::function<void(Json)> found;
+    std::vector<Job> jobs;
+    std::set<std::string> known;
+};
+
+// What broken expectations mean that a text can lead to.
+struct AssertionCause {
+    const char* assertion;
+    const char* cause;
+};
+// clang-format off
+constexpr AssertionCause kAssertionCauses[] = {
+    {"ScenarioItem:122", "a block has a kind for which there are no items"},
+    {"token:271",        "there is no root model to look definitions up in"},
+    {"token:275",        "the root model has no folder for the definitions that the text needs"},
+};
+// clang-format on
+
+std::string Explained(const std::string& cause) {
+    for (const AssertionCause& row : kAssertionCauses)
+        if (cause.find(fmt::format("assertion {})", row.assertion)) != std::string::npos)
+            return fmt::format("{}: {}", cause, row.cause);
+    return cause;
+}
+
+std::string FindingText(const Output& out, const Json& finding) {
+    const auto text = [&](const char* member) { return finding[member].get<std::string>(); };
+    const std::uint32_t row = finding["row"].get<std::uint32_t>();
+    const bool script = finding["script"].is_string();
+    std::string place = text("file");
+    if (script) place += fmt::format(": script {}", text("script"));
+    if (row > 0) place += script ? fmt::format(", row {}", row) : fmt::format(":{}", row);
+    std::string line =
+        fmt::format("{}: {}{}\n", out.Strong(place), text("severity") == "warning" ? "warning: " : "", text("cause"));
+    if (!text("line").empty()) line += fmt::format("    {}\n", text("line"));
+    if (!text("place").empty()) line += fmt::format("    in {}\n", text("place"));
+    if (!text("display").empty()) line += fmt::format("    shown as {}\n", text("display"));
+    return line;
+}
+
+} // namespace
+
+int RunCheck(Context& context) {
+    const bool asJson = context.arguments.Has("--json");
+    Json all = Json::array();
+    std::set<std::string> told; // the faults of a root model come with each scenario that uses it
+    const auto found = [&](Json finding) {
+        if (!told.insert(finding.dump(-1, ' ', false, Json::error_handler_t::replace)).second) return;
+        if (context.status < ExitFindings) context.status = ExitFindings;
+        if (asJson)
+            all.push_back(std::move(finding));
+        else
+            context.out.Print(FindingText(context.out, finding));
+    };
+    JobList list(context, found);
+    for (const std::string& path : context.arguments.Texts("PATH")) list.AddPath(path);
+    const std::vector<Job>& jobs = list.Jobs();
+
+    Progress progress(static_cast<double>(jobs.size()), "files");
+    Examiner examiner(context);
+    EnvConfig::setConfig("", false);
+    ForEachInChildren(
+        jobs.size(), context.Limits(),
+        [&](std::size_t item) {
+            try {
+                return DumpJsonLine(examiner.Examine(jobs[item]));
+            } catch (...) {
+                return DumpJsonLine({{"findings", {Finding(jobs[item].path, 0, CurrentFailure().sentence)}}});
+            }
+        },
+        [&](std::size_t item, const std::string& answer) {
+            const Json result = Json::parse(answer);
+            progress.Reach(static_cast<double>(item));
+            if (result.contains("unreadable")) {
+                progress.Hide();
+                context.Tell({ExitUnreadable, result["unreadable"].get<std::string>()});
+                return;
+            }
+            for (const Json& finding : result["findings"]) found(finding);
+        },
+        [&](std::size_t item, const std::string& cause) { found(Finding(jobs[item].path, 0, Explained(cause))); });
+    if (asJson) context.out.Print(DumpJson(all));
+    return context.status;
+}
+
+} // namespace tavrel

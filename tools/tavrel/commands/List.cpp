@@ -1,0 +1,122 @@
+#include "../Describe.h"
+#include "../Installation.h"
+#include "../Progress.h"
+#include "Commands.h"
+
+#include <cfg/CfgScenario.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace tavrel {
+
+namespace {
+
+struct Entry {
+    const ScenarioDirectory* directory;
+    std::string path;
+    std::string file;
+    std::string name;
+    std::string description;
+    bool read = false;
+};
+
+// Files of this size are no scenarios, and reading one would take the memory of the machine.
+constexpr std::uintmax_t kLargestFile = std::uintmax_t(256) << 20;
+
+std::vector<Entry> Entries(const std::vector<ScenarioDirectory>& directories) {
+    std::vector<Entry> entries;
+    for (const ScenarioDirectory& directory : directories)
+        for (const auto& scenario : directory.scenarios)
+            entries.push_back({&directory, scenario->getPath(), scenario->getFilePath(), "", "", false});
+    return entries;
+}
+
+// Name and description, or the fault. A listing needs neither the scripts of a scenario nor the root model, which an
+// opened template would read anew for each of ten thousand files; so the file alone is read.
+Json ReadName(const std::string& file) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (!error && size > kLargestFile)
+        return {{"fault", fmt::format("{}: it has {} bytes, too many for a scenario", file, size)}};
+    cfg::CfgScenario scenario;
+    if (!scenario.load(file.c_str(), static_cast<Commons::Encoding::Mode>(1), nullptr, nullptr, false, true, true))
+        return {{"fault", PlacedLine(scenario.errorMessage)}};
+    return {{"name", scenario.getRootSection()->name}, {"description", scenario.getRootSection()->description}};
+}
+
+void ReadNames(Context& context, std::vector<Entry>& entries) {
+    Progress progress(static_cast<double>(entries.size()), "scenarios");
+    const auto tell = [&](const std::string& sentence) {
+        progress.Hide();
+        context.Tell({ExitUnreadable, sentence});
+    };
+    ForEachInChildren(
+        entries.size(), context.Limits(),
+        [&](std::size_t item) {
+            try {
+                return DumpJsonLine(ReadName(entries[item].file));
+            } catch (...) {
+                return DumpJsonLine({{"fault", entries[item].file + ": " + CurrentFailure().sentence}});
+            }
+        },
+        [&](std::size_t item, const std::string& answer) {
+            const Json found = Json::parse(answer);
+            progress.Reach(static_cast<double>(item));
+            if (found.contains("fault")) return tell(found["fault"].get<std::string>());
+            entries[item].name = found["name"].get<std::string>();
+            entries[item].description = found["description"].get<std::string>();
+            entries[item].read = true;
+        },
+        [&](std::size_t item, const std::string& cause) { tell(entries[item].file + ": " + cause); });
+}
+
+void PrintText(Output& out, const std::vector<Entry>& entries) {
+    std::size_t configurationWidth = 0, pathWidth = 0;
+    for (const Entry& entry : entries) {
+        configurationWidth = std::max(configurationWidth, entry.directory->configuration.name.size());
+        pathWidth = std::max(pathWidth, entry.path.size());
+    }
+    for (const Entry& entry : entries) {
+        const std::string& configuration = entry.directory->configuration.name;
+        if (out.IsTerminal())
+            out.Print("{:{}}  {:{}}  {}\n", configuration, configurationWidth, entry.path, pathWidth,
+                      out.Strong(OneLine(entry.name)));
+        else
+            out.Print("{}\t{}\t{}\n", configuration, entry.path, OneLine(entry.name));
+    }
+}
+
+// A scenario that could not be read has neither name nor description.
+void PrintJson(Output& out, const std::vector<Entry>& entries) {
+    Json list = Json::array();
+    for (const Entry& entry : entries)
+        list.push_back({{"configuration", entry.directory->configuration.name},
+                        {"version", entry.directory->configuration.version},
+                        {"directory", entry.directory->path},
+                        {"path", entry.path},
+                        {"file", entry.file},
+                        {"name", entry.read ? Json(entry.name) : Json()},
+                        {"description", entry.read ? Json(entry.description) : Json()}});
+    out.Print(DumpJson(list));
+}
+
+} // namespace
+
+int RunList(Context& context) {
+    Installation installation(context);
+    const std::vector<ScenarioDirectory> directories = installation.AllDirectories();
+    std::vector<Entry> entries = Entries(directories);
+    if (context.arguments.Has("--paths")) {
+        for (const Entry& entry : entries) context.out.Print("{}\n", entry.path);
+        return context.status;
+    }
+    ReadNames(context, entries);
+    if (context.arguments.Has("--json"))
+        PrintJson(context.out, entries);
+    else
+        PrintText(context.out, entries);
+    return context.status;
+}
+
+} // namespace tavrel

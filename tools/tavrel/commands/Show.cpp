@@ -1,0 +1,91 @@
+#include "../Describe.h"
+#include "../Installation.h"
+#include "Commands.h"
+
+#include <cfg/VariadicParameter.h>
+
+namespace tavrel {
+
+namespace {
+
+using ScenarioTemplateDb::ScenarioNode;
+using ScenarioTemplateDb::ScenarioParameter;
+
+void PrintParameter(Output& out, const ScenarioParameter& parameter, const std::string& indent) {
+    const std::string unit = parameter.hasParameterUnit() ? " " + parameter.getParameterUnit() : "";
+    const std::string description = parameter.getDescription().empty() ? "" : ", " + parameter.getDescription();
+    out.Print("{}{} = {}{}  {}\n", indent, parameter.getName(), OneLine(ValueText(parameter)), unit,
+              out.Faint("(" + TypeWord(parameter) + description + ")"));
+}
+
+void PrintNode(Output& out, const ScenarioNode& node, const std::string& indent) {
+    out.Print("{}{}\n", indent, out.Strong(OneLine(node.getName())));
+    const std::string below = indent + "  ";
+    std::vector<ScenarioParameter*> parameters;
+    node.getParameters(parameters);
+    for (const ScenarioParameter* parameter : parameters) PrintParameter(out, *parameter, below);
+    if (node.getChildNumber() == 0) return; // a script refuses to list its children
+    std::vector<ScenarioNode*> children;
+    node.getChildren(children);
+    for (const ScenarioNode* child : children) PrintNode(out, *child, below);
+}
+
+void PrintText(Output& out, const OpenedScenario& opened) {
+    const auto& scenario = *opened.scenario;
+    out.Print("{}\n", out.Strong(OneLine(scenario.getName())));
+    if (!scenario.getDescription().empty()) out.Print("{}\n", scenario.getDescription());
+    out.Print("\npath           {}\nconfiguration  {} ({})\nfile           {}\n\n", scenario.getPath(),
+              opened.configuration.name, opened.configuration.version, scenario.getFilePath());
+    PrintNode(out, *scenario.getRootScenarioNode(), "");
+    const std::size_t count = scenario.getVariadicParameterNumber();
+    if (count > 0) out.Print("\n{}\n", out.Strong("Variadic parameters"));
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto& declaration = *scenario.getVariadicParameter(i);
+        out.Print("  {}  {}  {}\n     {}\n", i, OneLine(declaration.getName()),
+                  out.Faint("(" + DeclarationText(declaration) + ")"), declaration.getParameterId());
+    }
+}
+
+void PrintJson(Output& out, const OpenedScenario& opened) {
+    const auto& scenario = *opened.scenario;
+    const Json json = {{"configuration", opened.configuration.name},
+                       {"version", opened.configuration.version},
+                       {"path", scenario.getPath()},
+                       {"file", scenario.getFilePath()},
+                       {"name", scenario.getName()},
+                       {"description", scenario.getDescription()},
+                       {"root", NodeJson(*scenario.getRootScenarioNode())},
+                       {"variadicParameters", DeclarationsJson(scenario)}};
+    out.Print(DumpJson(json));
+}
+
+void PrintIds(Output& out, const ScenarioNode& node) {
+    std::vector<ScenarioParameter*> parameters;
+    node.getParameters(parameters);
+    for (const ScenarioParameter* parameter : parameters) out.Print("{}\n", parameter->getParameterId());
+    if (node.getChildNumber() == 0) return;
+    std::vector<ScenarioNode*> children;
+    node.getChildren(children);
+    for (const ScenarioNode* child : children) PrintIds(out, *child);
+}
+
+} // namespace
+
+int RunShow(Context& context) {
+    Installation installation(context);
+    const OpenedScenario opened = installation.Open(context.arguments.Text("SCENARIO"));
+    if (context.arguments.Has("--json"))
+        PrintJson(context.out, opened);
+    else
+        PrintText(context.out, opened);
+    return context.status;
+}
+
+int RunIds(Context& context) {
+    Installation installation(context);
+    const OpenedScenario opened = installation.Open(context.arguments.Text("SCENARIO"));
+    PrintIds(context.out, *opened.scenario->getRootScenarioNode());
+    return context.status;
+}
+
+} // namespace tavrel
