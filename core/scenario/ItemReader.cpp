@@ -106,12 +106,12 @@ bool ReadContent(Load& load, const ItemBeingRead& item, ItemLoadContext* context
 }
 
 // Accepted by kind, yet not taken in: a second include of one file, or a call directly under a call.
-void WarnOfPassedOver(const ScenarioItem& item, const ScenarioItem& parent) {
+void WarnOfPassedOver(const ScenarioTextStream& header, const ScenarioItem& item, const ScenarioItem& parent) {
     const std::string text = std::string(KindKeyword(item.kind)) + " (" + item.name +
                              ") is passed over: " + KindKeyword(parent.kind) + " (" + parent.name +
                              ") does not take it in.";
     LogMessage(LogSeverity::Warning, text);
-    if (RefusalsAreTold()) TellLoadWarning(text.substr(0, text.size() - 1));
+    ReportWarning(header, text.substr(0, text.size() - 1));
 }
 
 Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly, ScenarioItem*& result) {
@@ -129,6 +129,7 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bo
         ReportRefusal(stream, Cause::TooDeep, parent);
         return Outcome::Refused;
     }
+    const ScenarioTextStream header = stream;
     NextLine(stream);
     ScenarioItem* created = CreateItem(kind, load.name, context);
     if (!created) AssertAbort(kSource, 565);
@@ -137,7 +138,7 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bo
     ItemBeingRead item(load, created, parent);
     if (!ReadContent(load, item, context, headerOnly)) return Outcome::Refused;
     if (!item.IsInTree()) {
-        WarnOfPassedOver(*item.Get(), *parent);
+        WarnOfPassedOver(header, *item.Get(), *parent);
         item.PassOver();
         return Outcome::PassedOver;
     }

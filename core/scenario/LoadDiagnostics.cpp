@@ -136,11 +136,12 @@ bool ReportRefusal(const ScenarioTextStream& stream, Cause cause, const Scenario
 
 void ReportUnreadableFile(const std::string& cause) { Tell(1, {}, cause, false); }
 
+void ReportWarning(const ScenarioTextStream& place, const std::string& cause) {
+    if (listenerInUse) Tell(place.line, RestOfLine(place), cause, true);
+}
+
 void TellLoadWarning(const std::string& cause) {
-    if (!listenerInUse) return;
-    const Load* load = Load::Current();
-    if (!load) return;
-    Tell(load->stream.line, RestOfLine(load->stream), cause, true);
+    if (const Load* load = Load::Current()) ReportWarning(load->stream, cause);
 }
 
 void TellRefusalNow(const std::string& cause) {

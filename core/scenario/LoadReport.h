@@ -14,6 +14,7 @@ enum class Cause { NoHeader, UnknownKind, TooDeep, NoBrace, ItemRefused, ItemInc
 bool ReportRefusal(const ScenarioTextStream& stream, Cause cause, const ScenarioItem* item);
 // The cause of an earlier line explains nothing of this one.
 void ForgetRefusalCause();
+void ReportWarning(const ScenarioTextStream& place, const std::string& cause);
 void ReportUnreadableFile(const std::string& cause);
 
 // The name under which problems are told while it lives.
