@@ -5,6 +5,7 @@
 #include <ScenarioTemplateDb/Exception.h>
 #include <ScenarioTemplateDb/ScenarioParameter.h>
 #include <TavrelScenarioTemplateDb/DriverNode.h>
+#include <TavrelScenarioTemplateDb/ScriptNode.h>
 #include <TavrelScenarioTemplateDb/TavrelScenarioParameter.h>
 #include <TavrelScenarioTemplateDb/VehicleNode.h>
 #include <cfg/Driver.h>
@@ -25,6 +26,11 @@ namespace {
 // template of the scenario, which a host never sees.
 bool isPlainSection(std::string_view name) {
     return name != "Vehicle" && name != "Driver" && name != "ScenarioScript" && name != "ScenarioTemplate";
+}
+
+// Scripts of other kinds, and those without a text, are passed over. They are no error: not every script is for us.
+bool isReadable(const cfg::ScenarioScript& script) {
+    return !script.text.empty() && (script.scriptType.empty() || script.scriptType == "nuro");
 }
 
 } // namespace
@@ -49,6 +55,12 @@ TavrelScenarioNode::TavrelScenarioNode(cfg::Section* nodeSection, ScenarioNode* 
         section->getSubSections(cfg::Driver::sectionName(), drivers);
         for (cfg::Section* driver : drivers)
             children.push_back(std::make_unique<DriverNode>(dynamic_cast<cfg::Driver*>(driver), this));
+        std::vector<cfg::Section*> scripts;
+        section->getSubSections(cfg::ScenarioScript::sectionName(), scripts);
+        for (cfg::Section* entry : scripts) {
+            auto* script = dynamic_cast<cfg::ScenarioScript*>(entry);
+            if (script && isReadable(*script)) children.push_back(std::make_unique<ScriptNode>(script, this));
+        }
     }
 
     parameters.reserve(TavrelScenarioNode::getParameterNumber());
