@@ -113,8 +113,8 @@ std::optional<XmlFault> XmlDocument::FindTop() {
             break;
         case pugi::node_pcdata:
         case pugi::node_cdata:
-            if (!TrimmedXml(node.value()).empty())
-                return XmlFault{RowOf(node.value()), "not XML: text outside the top element"};
+            if (const std::string_view text = TrimmedXml(node.value()); !text.empty())
+                return XmlFault{RowOf(text.data()), "not XML: text outside the top element"};
             break;
         default:
             break;

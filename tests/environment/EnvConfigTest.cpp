@@ -53,10 +53,11 @@ TEST_F(EnvConfigTest, RefusesAnInstallationFileWithItsRow) {
     };
     const Row rows[] = {
         {"empty", "", "1: not XML: the file is empty"},
-        {"not XML", "plain\ntext", "2: not XML: no element"},
+        {"not XML", "\nplain text", "2: not XML: text outside the top element"},
+        {"nothing but a comment", "<!-- \n -->", "2: not XML: no element"},
         {"text around the element", "<tavrel/>\nmore", "2: not XML: text outside the top element"},
         {"two documents", "<tavrel/>\n<tavrel/>", "2: not XML: a second element at the top"},
-        {"cut short", "<tavrel>\n<pathVariable name=\"A\"/>\n", "3: not XML: an element is not closed"},
+        {"cut short", "<tavrel>\n<pathVariable name=\"A\"/>\n", "2: not XML: an element is not closed"},
         {"crossed tags", "<tavrel>\n</other>", "2: not XML: the end tag belongs to no open element"},
         {"another root", "<!-- no\ntavrel -->\n<Tavrel/>", "3: the top element is <Tavrel>, not <tavrel>"},
         {"a NUL is no end of the file", nullptr, "2: not XML: a NUL character"},
