@@ -35,6 +35,8 @@ void Refresh(ParameterValue& value) {
         value.text.clear();
 }
 
+std::string NameInLog(const Function& call) { return std::string(KindKeyword(call.kind)) + " [" + call.name + "]"; }
+
 } // namespace
 
 CallArguments::Level::Level() : values(NextLevel()) { ++depth; }
@@ -46,6 +48,7 @@ CallArguments::Level::~Level() {
 
 CallArguments::CallArguments(const Function& call) {
     const std::size_t count = std::min(call.parameters.size(), level.values.size());
+    if (count < call.parameters.size()) TellTooLong(call);
     for (; level.filled < count;) {
         const Parameter* parameter = call.parameters[level.filled];
         if (!parameter) AssertAbort(kSource, 633);
@@ -54,7 +57,13 @@ CallArguments::CallArguments(const Function& call) {
     }
 }
 
+void CallArguments::TellTooLong(const Function& call) {
+    if (call.isTooLongTold) return;
+    call.isTooLongTold = true;
+    LogMessage(LogSeverity::Error, NameInLog(call) + ": an implementation receives twelve parameters, not " +
+                                       std::to_string(call.parameters.size()));
+}
+
 void LogMissingEntry(const Function& call, std::int32_t code) {
-    LogMessage(LogSeverity::Error, std::string(KindKeyword(call.kind)) + " [" + call.name +
-                                       "]: no implementation for CODE " + std::to_string(code));
+    LogMessage(LogSeverity::Error, NameInLog(call) + ": no implementation for CODE " + std::to_string(code));
 }

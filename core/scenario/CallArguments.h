@@ -16,7 +16,7 @@
 // memory; a call within a call has records of its own.
 class CallArguments {
 public:
-    // Fills the records in order. Parameters beyond the twelfth are not handed on.
+    // Fills the records in order. Parameters beyond the twelfth are not handed on, which is told once for each call.
     explicit CallArguments(const Function& call);
 
     const ParameterValues& Values() const { return level.values; }
@@ -32,6 +32,8 @@ private:
         ParameterValues& values;
         std::size_t filled = 0;
     };
+    static void TellTooLong(const Function& call);
+
     Level level;
 };
 

@@ -17,7 +17,7 @@ struct ParameterKind {
     // Whether the VALUE can be used in the scenario around the parameter.
     bool (*isValid)(const Parameter&);
     // How the VALUE becomes an argument.
-    void (*fill)(const Parameter&, ParameterValue&);
+    void (*fill)(const Parameter&, ParameterMemory&, ParameterValue&);
 };
 
 // The row of a word; null for a word that is not in the vocabulary.
@@ -60,11 +60,11 @@ bool ImageExists(const Parameter&);
 bool SoundExists(const Parameter&);
 bool ItemExists(const Parameter&);
 
-void FillNothing(const Parameter&, ParameterValue&);
-void FillLiteral(const Parameter&, ParameterValue&);
-void FillEntry(const Parameter&, ParameterValue&);
-void FillResult(const Parameter&, ParameterValue&);
-void FillVariable(const Parameter&, ParameterValue&);
+void FillNothing(const Parameter&, ParameterMemory&, ParameterValue&);
+void FillLiteral(const Parameter&, ParameterMemory&, ParameterValue&);
+void FillEntry(const Parameter&, ParameterMemory&, ParameterValue&);
+void FillResult(const Parameter&, ParameterMemory&, ParameterValue&);
+void FillVariable(const Parameter&, ParameterMemory&, ParameterValue&);
 
 } // namespace ParameterKinds
 

@@ -1,8 +1,28 @@
 #ifndef SCENARIO_PARAMETERMEMORY_H
 #define SCENARIO_PARAMETERMEMORY_H
 
-#include <scenario/Parameter.h>
+#include <cstdint>
+#include <string>
+#include <vector>
 
-struct Parameter::Memory {};
+class Variable;
+struct ParameterKind;
+
+// What the evaluations of one parameter have found out. Everything stands beside the text it was found for and is
+// found again when that text has changed; what was found in the tree holds for one version of TreeWatch.
+struct ParameterMemory {
+    std::string kindWord;
+    const ParameterKind* kind = nullptr;
+
+    std::string numberText;
+    float number = 0.0F;
+    bool hasNumber = false;
+
+    std::uint64_t version = 0; // 0 is none
+    std::string name;          // VALUE when it was looked up
+    std::string tabName;       // and the enumeration it was looked up in
+    const Variable* entry = nullptr;
+    std::vector<const Variable*> variables;
+};
 
 #endif

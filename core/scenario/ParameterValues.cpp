@@ -6,9 +6,12 @@
 #include <scenario/program.h>
 #include <scenario/variable.h>
 
+#include "KindTable.h"
 #include "NumberText.h"
 #include "ParameterKinds.h"
 #include "ParameterMemory.h"
+#include "StepScope.h"
+#include "TreeWatch.h"
 
 namespace {
 
@@ -21,15 +24,76 @@ const Parameter& DefinitionOf(const Parameter& parameter) { return static_cast<c
 
 bool IsNumeric(const std::string& type) { return type == "INTEGER" || type == "FLOAT" || type == "BOOL"; }
 
-// Lets every variable of that number that the parameter sees in its file fill the record, so the innermost one stands
-// and each that does not fit leaves its warning.
-void FillFromVariables(const Parameter& parameter, ParameterValue& out) {
-    std::vector<ScenarioItem*> variables;
-    const_cast<Parameter&>(parameter).CollectVisibleItems(KindVariable, variables,
+// A number has fewer characters; a longer text is converted at each use and not kept a second time.
+constexpr std::size_t kKeptNumber = 64;
+
+float NumberFrom(const std::string& text, ParameterMemory& memory) {
+    if (memory.hasNumber && memory.numberText == text) return memory.number;
+    const float number = Narrow(NumberOf(text));
+    memory.hasNumber = text.size() <= kKeptNumber;
+    if (memory.hasNumber) {
+        memory.numberText = text;
+        memory.number = number;
+    }
+    return number;
+}
+
+// Whether a search is needed, since none was made for this version and these texts.
+bool IsOutdated(ParameterMemory& memory, std::uint64_t version, const std::string& name, const std::string& tabName) {
+    if (memory.version == version && memory.name == name && memory.tabName == tabName) return false;
+    memory.version = version;
+    memory.name = name;
+    memory.tabName = tabName;
+    return true;
+}
+
+const Variable* FindEntry(const Parameter& parameter, ParameterMemory& memory) {
+    const std::string& tabName = DefinitionOf(parameter).enumTab;
+    ScenarioItem* root = GetModelRoot(&parameter);
+    const StepScope step;
+    const std::uint64_t version = treeWatch::EnumTabs(root);
+    if (!IsOutdated(memory, version, parameter.value, tabName)) return memory.entry;
+    memory.version = 0; // should the search not come back
+    auto* tab = static_cast<EnumTab*>(parameter.FindEnumTab(tabName));
+    if (!tab) AssertAbort(kSource, 1396);
+    memory.entry = dynamic_cast<const Variable*>(tab->FindEntry(parameter.value));
+    memory.version = version;
+    return memory.entry;
+}
+
+// The innermost place above the parameter where it can see variables; from the call up to there nothing has any.
+ScenarioItem* InnermostLevel(const Parameter& parameter) {
+    static std::vector<ScenarioItem*> variables;
+    ScenarioItem* item = parameter.parent;
+    while (item && (KindIsIn(item->kind, kCallable) || item->kind == KindParameter || item->kind == KindRule)) {
+        variables.clear();
+        item->GetChildren(variables, KindVariable);
+        if (!variables.empty()) break;
+        item = item->parent;
+    }
+    return item;
+}
+
+// Every variable of that number that the parameter sees, outermost first.
+const std::vector<const Variable*>& FindVariables(const Parameter& parameter, ParameterMemory& memory) {
+    ScenarioItem* level = InnermostLevel(parameter);
+    const std::uint64_t version = level ? treeWatch::VisibleVariables(level) : 0;
+    if (!IsOutdated(memory, version, parameter.value, std::string()) && version != 0) return memory.variables;
+    std::vector<ScenarioItem*> found;
+    const_cast<Parameter&>(parameter).CollectVisibleItems(KindVariable, found,
                                                           std::to_string(WholeNumberOf(parameter.value)), "");
-    for (const ScenarioItem* variable : variables) {
+    memory.variables.clear();
+    for (const ScenarioItem* item : found) memory.variables.push_back(static_cast<const Variable*>(item));
+    return memory.variables;
+}
+
+// Lets every variable of that number in the parameter's file fill the record, so that the innermost one stands and
+// each one that does not fit leaves its warning.
+void FillFromVariables(const Parameter& parameter, ParameterMemory& memory, ParameterValue& out) {
+    const StepScope step;
+    for (const Variable* variable : FindVariables(parameter, memory)) {
         const ScenarioItem* file = FindFileScope(variable);
-        if (file && file->fileName == parameter.ownerFile) static_cast<const Variable*>(variable)->FillValue(out);
+        if (file && file->fileName == parameter.ownerFile) variable->FillValue(out);
     }
 }
 
@@ -37,14 +101,14 @@ void FillFromVariables(const Parameter& parameter, ParameterValue& out) {
 
 namespace ParameterKinds {
 
-void FillNothing(const Parameter&, ParameterValue&) {}
+void FillNothing(const Parameter&, ParameterMemory&, ParameterValue&) {}
 
 // Numbers of every type travel as FLOAT.
-void FillLiteral(const Parameter& parameter, ParameterValue& out) {
+void FillLiteral(const Parameter& parameter, ParameterMemory& memory, ParameterValue& out) {
     const std::string& type = parameter.GetType();
     if (IsNumeric(type)) {
         out.tag = kFloatTag;
-        out.number = Narrow(NumberOf(parameter.value));
+        out.number = NumberFrom(parameter.value, memory);
         out.text = parameter.value;
     } else if (type == "STRING") {
         out.tag = kStringTag;
@@ -52,21 +116,19 @@ void FillLiteral(const Parameter& parameter, ParameterValue& out) {
     }
 }
 
-void FillEntry(const Parameter& parameter, ParameterValue& out) {
-    ScenarioItem* tab = parameter.FindEnumTab(DefinitionOf(parameter).enumTab);
-    if (!tab) AssertAbort(kSource, 1396);
-    const auto* entry = dynamic_cast<const Variable*>(static_cast<EnumTab*>(tab)->FindEntry(parameter.value));
+void FillEntry(const Parameter& parameter, ParameterMemory& memory, ParameterValue& out) {
+    const Variable* entry = FindEntry(parameter, memory);
     if (!entry) return;
     if (IsNumeric(entry->type)) {
         out.tag = kFloatTag;
-        out.number = Narrow(NumberOf(entry->value));
+        out.number = NumberFrom(entry->value, memory);
     } else if (entry->type == "STRING") {
         out.tag = kStringTag;
         out.text = entry->value;
     }
 }
 
-void FillResult(const Parameter& parameter, ParameterValue& out) {
+void FillResult(const Parameter& parameter, ParameterMemory&, ParameterValue& out) {
     if (!parameter.functionValue) return;
     const std::string& type = parameter.GetType();
     if (IsNumeric(type)) {
@@ -78,25 +140,32 @@ void FillResult(const Parameter& parameter, ParameterValue& out) {
     }
 }
 
-void FillVariable(const Parameter& parameter, ParameterValue& out) {
+void FillVariable(const Parameter& parameter, ParameterMemory& memory, ParameterValue& out) {
     const std::string& type = parameter.GetType();
     const bool byAddress = DefinitionOf(parameter).usage == "BY_ADDRESS";
     if (IsNumeric(type)) {
         // By address the implementation receives a reference, the number and the file, in place of a value.
         out.tag = byAddress ? kStringTag : kFloatTag;
         if (byAddress)
-            out.text = parameter.value + " " + parameter.ownerFile;
+            out.text.assign(parameter.value).append(" ").append(parameter.ownerFile);
         else
-            FillFromVariables(parameter, out);
+            FillFromVariables(parameter, memory, out);
     } else if (type == "STRING") {
         out.tag = kStringTag;
         if (byAddress)
             out.number = static_cast<float>(WholeNumberOf(parameter.value));
         else
-            FillFromVariables(parameter, out);
+            FillFromVariables(parameter, memory, out);
     }
 }
 
 } // namespace ParameterKinds
 
-void Parameter::FillValue(ParameterValue& out) const { ParameterKindOf(valueKind).fill(*this, out); }
+void Parameter::FillValue(ParameterValue& out) const {
+    if (!memory) memory = std::make_unique<ParameterMemory>();
+    if (!memory->kind || memory->kindWord != valueKind) {
+        memory->kindWord = valueKind;
+        memory->kind = &ParameterKindOf(valueKind);
+    }
+    memory->kind->fill(*this, *memory, out);
+}

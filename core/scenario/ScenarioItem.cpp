@@ -16,6 +16,7 @@
 #include "LoadState.h"
 #include "Log.h"
 #include "Offer.h"
+#include "StepScope.h"
 
 namespace {
 
@@ -76,6 +77,7 @@ ScenarioItem::ScenarioItem(ScenarioItem* parentItem) : parent(parentItem) {}
 
 ScenarioItem::~ScenarioItem() {
     if (watchedItem == this) watchedItem = nullptr;
+    StepScope::ItemDied();
 }
 
 // Children. A parent that takes a child in becomes its parent; that is how a child that was ignored is told apart.

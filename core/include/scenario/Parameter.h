@@ -11,6 +11,7 @@
 #include <scenario/token.h>
 
 class Function;
+struct ParameterMemory;
 
 // One argument of a function, an action or a condition. A definition says what may be given: type, unit, limits and
 // the kinds of value. An instance says what was chosen: KIND tells how its VALUE is read (a literal, an entry of an
@@ -85,9 +86,8 @@ public:
     void FillValue(ParameterValue& out) const;
 
 private:
-    struct Memory;
-    mutable std::unique_ptr<Memory> memory; // what the last evaluations found out; made at the first
-    bool reading = false;                   // between OnLoadBegin and OnLoadEnd, where only the reader adds children
+    mutable std::unique_ptr<ParameterMemory> memory; // what earlier evaluations found out; made by the first
+    bool reading = false; // between OnLoadBegin and OnLoadEnd, where only the reader adds children
 };
 
 #endif

@@ -10,6 +10,7 @@
 #include <scenario/ParameterValue.h>
 #include <scenario/token.h>
 
+class CallArguments;
 class Parameter;
 
 // A call in a script, or the definition of one: a definition stands in the folder "FUNCTION_LIST" of the root model
@@ -70,6 +71,10 @@ public:
 
     // The result of the implementation behind CODE; 0.0 without one. Throws what the implementation throws.
     float Evaluate() const;
+
+private:
+    friend class CallArguments;
+    mutable bool isTooLongTold = false; // that it has more parameters than an implementation can receive
 };
 
 // The implementations of functions by CODE, for a host to extend; entry 0 is the default and gives 0.0. A CODE

@@ -1,0 +1,142 @@
+#include "TreeWatch.h"
+
+#include <string>
+#include <typeinfo>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include <scenario/Criteria.h>
+#include <scenario/ScenarioItem.h>
+#include <scenario/rule.h>
+#include <scenario/task.h>
+
+#include "StepScope.h"
+
+namespace {
+
+// The names along a walk, as they were the last time.
+class Names {
+public:
+    void Begin() { at = 0; }
+    void Meet(const ScenarioItem* item, std::size_t depth = 0) {
+        if (at < entries.size() && entries[at].item == item && entries[at].depth == depth &&
+            entries[at].name == item->name) {
+            ++at;
+            return;
+        }
+        // What follows a difference is taken down anew.
+        entries.resize(at);
+        entries.push_back({item, depth, item->name});
+        ++at;
+        changed = true;
+    }
+    // Whether the walk differed from the one before.
+    bool End() {
+        if (at < entries.size()) {
+            entries.resize(at);
+            changed = true;
+        }
+        return std::exchange(changed, false);
+    }
+
+private:
+    struct Entry {
+        const ScenarioItem* item;
+        std::size_t depth;
+        std::string name;
+    };
+    std::vector<Entry> entries;
+    std::size_t at = 0;
+    bool changed = false;
+};
+
+// One place that was asked about.
+struct Watch {
+    Names names;
+    const ScenarioItem* above = nullptr;
+    std::uint64_t versionAbove = 0;
+    std::uint64_t moment = 0;
+    std::uint64_t version = 0; // 0 until the first look
+};
+
+struct Watches {
+    std::unordered_map<const ScenarioItem*, Watch> variables;
+    std::unordered_map<const ScenarioItem*, Watch> enumTabs;
+    std::uint64_t lastVersion = 0;
+    std::uint64_t deaths = 0;
+
+    // Once an item is gone, every address kept may be that of another one.
+    void ForgetTheDead() {
+        if (deaths == StepScope::Deaths()) return;
+        deaths = StepScope::Deaths();
+        variables.clear();
+        enumTabs.clear();
+    }
+    void Settle(Watch& watch, bool changed) {
+        if (changed || watch.version == 0) watch.version = ++lastVersion;
+        watch.moment = StepScope::Moment();
+    }
+};
+
+Watches& TheWatches() {
+    static Watches watches;
+    return watches;
+}
+
+// Whether a place shows its own variables and then, unconditionally, what its parent shows. All others are asked for
+// the whole of it.
+bool IsPlainLevel(const ScenarioItem& item) {
+    return typeid(item) == typeid(Task) || typeid(item) == typeid(Rule) || typeid(item) == typeid(Criteria);
+}
+
+std::uint64_t LookAtVariables(Watches& watches, ScenarioItem* item) {
+    Watch& watch = watches.variables[item];
+    if (watch.version != 0 && watch.moment == StepScope::Moment()) return watch.version;
+    std::vector<ScenarioItem*> variables;
+    bool changed = false;
+    if (IsPlainLevel(*item)) {
+        const std::uint64_t versionAbove = item->parent ? LookAtVariables(watches, item->parent) : 0;
+        changed = watch.above != item->parent || watch.versionAbove != versionAbove;
+        watch.above = item->parent;
+        watch.versionAbove = versionAbove;
+        item->GetChildren(variables, KindVariable);
+    } else {
+        item->CollectVisibleItems(KindVariable, variables, std::string(), std::string());
+    }
+    watch.names.Begin();
+    for (const ScenarioItem* variable : variables) watch.names.Meet(variable);
+    if (watch.names.End()) changed = true;
+    watches.Settle(watch, changed);
+    return watch.version;
+}
+
+// Every item below the folder but the entries of enumerations can hold a further enumeration.
+void MeetEnumTabs(Names& names, const ScenarioItem* item, std::size_t depth) {
+    names.Meet(item, depth);
+    if (item->kind == KindEnum) return;
+    std::vector<ScenarioItem*> children;
+    item->GetChildren(children);
+    for (const ScenarioItem* child : children)
+        if (child) MeetEnumTabs(names, child, depth + 1);
+}
+
+} // namespace
+
+std::uint64_t treeWatch::VisibleVariables(ScenarioItem* item) {
+    Watches& watches = TheWatches();
+    watches.ForgetTheDead();
+    return LookAtVariables(watches, item);
+}
+
+std::uint64_t treeWatch::EnumTabs(ScenarioItem* root) {
+    Watches& watches = TheWatches();
+    watches.ForgetTheDead();
+    Watch& watch = watches.enumTabs[root];
+    if (watch.version != 0 && watch.moment == StepScope::Moment()) return watch.version;
+    watch.names.Begin();
+    if (const ScenarioItem* folder = root->FindItem(KindFolder, "ENUMTAB_LIST", std::string()))
+        MeetEnumTabs(watch.names, folder, 0);
+    watches.Settle(watch, watch.names.End());
+    return watch.version;
+}
