@@ -187,7 +187,7 @@ void Rule::Step(double time) {
     else
         activeTime += time - lastChangeTime;
     NotifyObservers(result == 1 ? kEventBecameTrue : kEventBecameFalse);
-    StepScope::HostCodeRan();
+    if (!observers.empty()) StepScope::HostCodeRan();
     lastChangeTime = time;
 }
 

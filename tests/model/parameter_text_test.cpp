@@ -1,9 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
-#include <lmkUtils/EnvConfig.h>
+#include <support/DataPath.h>
 #include <support/ScriptWorld.h>
 
 namespace {
@@ -421,20 +418,10 @@ TEST_F(ParameterTextTest, EvaluationAndIncludeAtTheTop) {
 }
 
 TEST_F(ParameterTextTest, FilesAreFoundInTheDirectoryOfTheirKind) {
-    namespace fs = std::filesystem;
-    const fs::path folder = fs::path(testing::TempDir()) / "parameter text";
-    fs::remove_all(folder);
+    DataPath dataPath;
     for (const char* file : {"data/images/a.png", "data/sound/a.wav", "data/script/python/a.py",
-                             "data/script/profile/a.prf", "data/Own/a.own"}) {
-        fs::create_directories((folder / "pack" / file).parent_path());
-        std::ofstream(folder / "pack" / file) << "x";
-    }
-    fs::create_directories(folder / "city");
-    std::ofstream(folder / "city" / "configuration.xml")
-        << "<configuration version=\"1.0\"><dataPath><root>../pack</root></dataPath></configuration>";
-    std::ofstream(folder / "tavrel.xml") << "<tavrel><configuration name=\"City\" path=\"city\"/></tavrel>";
-    lmkUtils::EnvConfig::setTavrelConfigFilePath((folder / "tavrel.xml").string());
-    ASSERT_TRUE(lmkUtils::EnvConfig::setConfig("City", true));
+                             "data/script/profile/a.prf", "data/Own/a.own"})
+        dataPath.Write(file, "x");
 
     Parameter& parameter = InScript();
     for (const Case& c : std::initializer_list<Case>{
@@ -453,8 +440,6 @@ TEST_F(ParameterTextTest, FilesAreFoundInTheDirectoryOfTheirKind) {
         parameter.value = c.value;
         EXPECT_EQ(Shown(parameter), c.expected);
     }
-    lmkUtils::EnvConfig::setConfig("", true);
-    fs::remove_all(folder);
 }
 
 } // namespace
