@@ -25,6 +25,8 @@ const OptionRow kUnit     {"--unit", "UNIT", One, None, "", "unit of the values,
 const OptionRow kDefault  {"--default", "VALUE", One, None, "", "value to use if the user chooses none"};
 const OptionRow kRange    {"--range", "MIN:MAX", Many, None, "", "permitted numbers; give it again for a further range"};
 const OptionRow kLiteral  {"--literal", "TEXT", Many, None, "", "permitted text; give it again for a further one"};
+const OptionRow kScript   {"SCRIPT", "", One, Scenarios, "", "a scenario, as tree and list show it, or a file"};
+const OptionRow kScriptName {"--script", "NAME", One, None, "", "which script of the scenario (default the first whole one)"};
 const OptionRow kModel    {"--model", "FILE", One, Files, "", "root model for scripts, instead of that of the configuration"};
 // clang-format on
 
@@ -143,6 +145,31 @@ const std::vector<CommandRow>& Commands() {
           kModel},
          Runs::InOneChild, RunFormat,
          {"tavrel format pause.sc --output pause.sc"}},
+
+        {"run", "run a scenario and tell what happens",
+         "Runs a scenario of the installation, or a script file, over a time of its own, and tells which rules fired, which "
+         "states were entered, and how variables and scores changed. What stands behind the calls of the script is a small "
+         "world of the command's own, in which vehicles are points on a road. The same run gives the same trace.",
+         {kScript},
+         {kScriptName,
+          {"--from", "SECONDS", One, None, "", "time of the start (default 0)"},
+          {"--until", "SECONDS", One, None, "", "time of the last step (default 60 after the start)"},
+          {"--step", "SECONDS", One, None, "", "time between two steps (default 0.1)"},
+          {"--trace", "FORM", One, Words, "text json", "form of the trace; json has one event per line"},
+          kModel},
+         Runs::InOneChild, RunRun,
+         {"tavrel run overtaking.sce --until 120", "tavrel run overtaking.sce --trace json > trace.json"}},
+
+        {"graph", "draw the state machine of a script",
+         "Writes the tasks, states and rules of a scenario or script as text for the program dot of Graphviz. An edge is a "
+         "rule with an action that names the next state; what is disabled is dashed.",
+         {kScript},
+         {kScriptName,
+          {"--trace", "FILE", One, Files, "", "colour what a run visited, by what 'run --trace json' wrote"},
+          {"--output", "FILE", One, Files, "", "write to FILE instead of the standard output"},
+          kModel},
+         Runs::InOneChild, RunGraph,
+         {"tavrel graph overtaking.sce | dot -Tsvg > overtaking.svg"}},
 
         {"completion", "write the completion for a shell",
          "Writes a script that teaches the shell the sub-commands, options and scenarios.",

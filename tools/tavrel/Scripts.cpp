@@ -1,8 +1,6 @@
 #include "Scripts.h"
 
 #include <cfg/CfgScenario.h>
-#include <cfg/Driver.h>
-#include <cfg/Vehicle.h>
 #include <lmkUtils/EnvConfig.h>
 
 #include <fmt/format.h>
@@ -56,30 +54,6 @@ bool IsOfItemModel(const cfg::ScenarioScript& script) {
     return !script.text.empty() && (script.scriptType.empty() || script.scriptType == "nuro");
 }
 
-template <typename SectionClass>
-std::vector<SectionClass*> SectionsOf(cfg::CfgScenario& file) {
-    std::vector<cfg::Section*> sections;
-    file.getRootSection()->getSubSections(SectionClass::sectionName(), sections);
-    std::vector<SectionClass*> typed;
-    for (cfg::Section* section : sections)
-        if (auto* fitting = dynamic_cast<SectionClass*>(section)) typed.push_back(fitting);
-    return typed;
-}
-
-// The name and number of each sub-section of the section `listName` go into a table: that is how the file tells which
-// triggers, images and sounds there are.
-void FillNames(cfg::CfgScenario& file, const char* listName, std::map<std::string, std::int32_t>& table) {
-    cfg::Section* list = file.getRootSection()->getSubSection(listName);
-    if (!list) return;
-    for (std::size_t i = 0; i < list->getSubSectionCount(); ++i) {
-        cfg::Section* entry = list->getSubSection(i);
-        std::string name;
-        for (auto parameter = entry->beginParameter(); parameter != entry->endParameter(); ++parameter)
-            if (parameter.getCName() == "name") name = parameter.getString();
-        if (!name.empty()) table.emplace(name, static_cast<std::int32_t>(i));
-    }
-}
-
 LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened) {
     const std::string wanted = context.arguments.Text("--script");
     opened->getName(); // opens the file and its root model
@@ -94,7 +68,7 @@ LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened
         loaded.root = ReadScriptText(script->text, row);
         loaded.scenario = dynamic_cast<ScenarioLib::Scenario*>(loaded.root.get());
         if (loaded.scenario || (loaded.root && !wanted.empty())) {
-            if (loaded.scenario) FillTables(*loaded.scenario, opened->File());
+            if (loaded.scenario) loaded.scene->FillTables(*loaded.scenario, opened->File());
             loaded.opened = std::move(opened);
             return loaded;
         }
@@ -232,23 +206,6 @@ std::vector<cfg::ScenarioScript*> ScriptsOf(cfg::CfgScenario& file) {
     for (cfg::ScenarioScript* script : all)
         if (IsOfItemModel(*script)) scripts.push_back(script);
     return scripts;
-}
-
-void FillTables(ScenarioLib::Scenario& scenario, cfg::CfgScenario& file) {
-    for (const cfg::Vehicle* vehicle : SectionsOf<cfg::Vehicle>(file)) {
-        VEHICLE& entry = scenario.GetVehicle(vehicle->id);
-        entry.id = vehicle->id;
-        entry.name = vehicle->name;
-    }
-    for (const cfg::Driver* driver : SectionsOf<cfg::Driver>(file))
-        scenario.channelNumbers.emplace(driver->name, driver->id);
-    FillNames(file, "Triggers", scenario.triggers);
-    FillNames(file, "Images", scenario.images);
-    FillNames(file, "Sounds", scenario.sounds);
-    FillNames(file, "Sources", scenario.sources);
-    FillNames(file, "Sinks", scenario.sinks);
-    FillNames(file, "Trajectories", scenario.trajectories);
-    if (scenario.evaluation) scenario.evaluation->owner = &scenario;
 }
 
 LoadedScript LoadScript(Context& context, const std::string& operand) {

@@ -2,6 +2,7 @@
 #define TAVREL_COMMAND_SCRIPTS_H
 
 #include "Installation.h"
+#include "Scene.h"
 
 #include <cfg/ScenarioScript.h>
 #include <scenario/ItemModel.h>
@@ -75,15 +76,13 @@ public:
 // The scripts of a scenario file that hosts see, with those of vehicles and other sections.
 std::vector<cfg::ScenarioScript*> ScriptsOf(cfg::CfgScenario& file);
 
-// Enters vehicles, drivers and what else the file names into the tables that the texts of parameters are read from.
-void FillTables(ScenarioLib::Scenario& scenario, cfg::CfgScenario& file);
-
 // A script that is to be run or drawn.
 struct LoadedScript {
-    std::string title;                         // for messages: the file or scenario, and the script
-    std::unique_ptr<Template> opened;          // null for a script from disk
-    std::unique_ptr<ScenarioItem> root;        // the top item
-    ScenarioLib::Scenario* scenario = nullptr; // the top item as a scenario, null if it is none
+    std::string title;                                        // for messages: the file or scenario, and the script
+    std::unique_ptr<Template> opened;                         // null for a script from disk
+    std::unique_ptr<Scene> scene = std::make_unique<Scene>(); // what the tables of the scenario borrow
+    std::unique_ptr<ScenarioItem> root;                       // the top item
+    ScenarioLib::Scenario* scenario = nullptr;                // the top item as a scenario, null if it is none
 };
 
 // Reads what the operand names: a script on disk, or a script of a scenario (by path in the tree or on disk), the one

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <limits>
 
 namespace builtin {
 
@@ -172,7 +171,7 @@ double World::TimeToCollision(int number, int other) const {
     return closing <= kStanding ? kLongTime : std::min(kLongTime, distance / closing);
 }
 
-double World::Draw() { return random() / 4294967296.0; }
+double World::Draw() { return static_cast<double>(random()) / 4294967296.0; }
 
 double World::TimerShows(int number) const {
     const auto timer = timers.find(number);

@@ -142,7 +142,8 @@ void AddInvalid(const ScenarioItem& item, bool whole, const Json& base, Json& fi
 
 void CheckTree(ScenarioItem& root, cfg::CfgScenario* file, const Json& base, Json& findings) {
     auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(&root);
-    if (scenario && file) FillTables(*scenario, *file);
+    Scene scene;
+    if (scenario && file) scene.FillTables(*scenario, *file);
     root.UpdateDisplayTextTree();
     AddInvalid(root, scenario && file, base, findings);
 }

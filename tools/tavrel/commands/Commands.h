@@ -18,6 +18,8 @@ int RunVariadicSet(Context& context);
 int RunVariadicRemove(Context& context);
 int RunCheck(Context& context);
 int RunFormat(Context& context);
+int RunRun(Context& context);
+int RunGraph(Context& context);
 int RunFetch(Context& context);
 int RunUri(Context& context);
 int RunCompletion(Context& context);

@@ -1,0 +1,159 @@
+#include "Scene.h"
+
+#include <cfg/CfgScenario.h>
+#include <cfg/Driver.h>
+#include <cfg/Section.h>
+#include <cfg/Vehicle.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tavrel {
+
+namespace {
+
+using cfg::Section;
+
+std::vector<Section*> Below(Section* section, const char* name) {
+    std::vector<Section*> sections;
+    if (section) section->getSubSections(name, sections);
+    return sections;
+}
+
+// The parameter of that name, or the position behind the last one.
+Section::ParameterIterator Find(Section& section, const std::string& name) {
+    auto parameter = section.beginParameter();
+    while (parameter != section.endParameter() && parameter.getCName() != name) ++parameter;
+    return parameter;
+}
+
+double Number(Section* section, const char* name, double fallback) {
+    if (!section) return fallback;
+    auto parameter = Find(*section, name);
+    if (parameter == section->endParameter()) return fallback;
+    switch (parameter.getType()) {
+    case cfg::t_ParameterTypeBoolean:
+        return parameter.getBool() ? 1 : 0;
+    case cfg::t_ParameterTypeInteger:
+        return parameter.getInt();
+    case cfg::t_ParameterTypeReal:
+        return parameter.getDouble();
+    default:
+        return builtin::LeadingNumber(parameter.getString());
+    }
+}
+
+std::string Text(Section* section, const char* name) {
+    if (!section) return "";
+    auto parameter = Find(*section, name);
+    return parameter == section->endParameter() ? "" : parameter.getString();
+}
+
+int WholeNumber(Section* section, const char* name, int fallback) {
+    return static_cast<int>(std::clamp(Number(section, name, fallback), -1e9, 1e9));
+}
+
+// A word of an enumeration in the file as the number that the root model gives it; 0 for one that is not listed.
+int NumberOfWord(const std::string& word, std::initializer_list<const char*> words) {
+    const auto found = std::find(words.begin(), words.end(), word);
+    return found == words.end() ? 0 : static_cast<int>(found - words.begin());
+}
+
+std::vector<VEHICLE::Channel> Channels(Section* vehicle, const char* name) {
+    std::vector<VEHICLE::Channel> channels;
+    for (Section* section : Below(vehicle, name)) channels.push_back({Text(section, "name")});
+    return channels;
+}
+
+// Name to position among its like.
+void FillNames(Section& root, const char* sectionName, std::map<std::string, std::int32_t>& table) {
+    std::int32_t position = 0;
+    for (Section* section : Below(&root, sectionName)) table.emplace(Text(section, "name"), position++);
+}
+
+builtin::Vehicle Standing(Section* section) {
+    builtin::Vehicle vehicle;
+    vehicle.roadPosition = Number(section, "roadPosition", 0);
+    vehicle.x = Number(section, "x", vehicle.roadPosition);
+    vehicle.y = Number(section, "y", 0);
+    vehicle.heading = Number(section, "heading", 0);
+    vehicle.speed = vehicle.targetSpeed = std::max(0.0, Number(section, "initialSpeed", 0));
+    vehicle.lane = WholeNumber(section, "lane", 1);
+    vehicle.model = Text(section, "model");
+    for (const VEHICLE::Channel& output : Channels(section, "Output")) vehicle.outputNames.push_back(output.name);
+    return vehicle;
+}
+
+void FillWeather(builtin::World& world, Section* weather) {
+    world.visibility = Number(weather, "visibility", world.visibility);
+    world.rain = Number(weather, "rain", world.rain);
+    world.windSpeed = Number(weather, "windSpeed", world.windSpeed);
+    world.friction = Number(weather, "friction", world.friction);
+    world.dayHour = Number(weather, "hour", world.dayHour);
+    world.weather = NumberOfWord(Text(weather, "kind"), {"clear", "cloudy", "rain", "fog", "snow"});
+}
+
+void FillRoad(builtin::World& world, Section* road) {
+    for (Section* light : Below(road, "TrafficLight"))
+        world.trafficLights[WholeNumber(light, "number", 0)] =
+            NumberOfWord(Text(light, "colour"), {"off", "green", "amber", "red", "redAmber", "flashing"});
+    for (Section* barrier : Below(road, "Barrier"))
+        world.barriers[WholeNumber(barrier, "number", 0)] = Number(barrier, "closed", 0) != 0;
+    for (Section* sign : Below(road, "RoadSign"))
+        world.signs[WholeNumber(sign, "number", 0)] = Number(sign, "position", 0);
+}
+
+} // namespace
+
+void Scene::FillTables(ScenarioLib::Scenario& scenario, cfg::CfgScenario& file) {
+    Section& root = *file.getRootSection();
+    for (Section* section : Below(&root, cfg::Vehicle::sectionName())) {
+        const auto* vehicle = dynamic_cast<cfg::Vehicle*>(section);
+        if (!vehicle) continue;
+        VEHICLE& entry = scenario.GetVehicle(vehicle->id);
+        entry.id = vehicle->id;
+        entry.name = vehicle->name;
+        entry.inputs = Channels(section, "Input");
+        entry.outputs = Channels(section, "Output");
+    }
+    for (Section* section : Below(&root, cfg::Driver::sectionName()))
+        if (const auto* driver = dynamic_cast<cfg::Driver*>(section))
+            scenario.channelNumbers.emplace(driver->name, driver->id);
+    FillNames(root, "Trigger", scenario.triggers);
+    FillNames(root, "Image", scenario.images);
+    FillNames(root, "Sound", scenario.sounds);
+    for (Section* object : Below(&root, "Object")) {
+        items.emplace_back(CreateItem(KindFolder, Text(object, "name"), nullptr));
+        points.push_back({items.back().get(), 1, Number(object, "x", 0), Number(object, "y", 0), 0});
+    }
+    scenario.pointList = &points;
+    if (scenario.evaluation) scenario.evaluation->owner = &scenario;
+}
+
+void Scene::FillWorld(builtin::World& world, cfg::CfgScenario& file) {
+    Section& root = *file.getRootSection();
+    std::map<std::int32_t, std::string> drivers;
+    for (Section* section : Below(&root, cfg::Driver::sectionName()))
+        if (const auto* driver = dynamic_cast<cfg::Driver*>(section)) {
+            drivers.emplace(driver->id, driver->name);
+            world.driverStyles[driver->name] =
+                NumberOfWord(Text(section, "style"), {"calm", "normal", "hasty", "reckless"});
+            world.attention[driver->name] = Number(section, "attention", 1);
+        }
+    for (Section* section : Below(&root, cfg::Vehicle::sectionName()))
+        if (const auto* vehicle = dynamic_cast<cfg::Vehicle*>(section)) {
+            builtin::Vehicle standing = Standing(section);
+            standing.driver = drivers[vehicle->driverId];
+            world.vehicles.emplace(vehicle->id, std::move(standing));
+        }
+    FillWeather(world, root.getSubSection("Weather"));
+    FillRoad(world, root.getSubSection("Road"));
+    for (Section* object : Below(&root, "Object"))
+        world.objects[Text(object, "name")] = {Number(object, "x", 0), Number(object, "y", 0)};
+}
+
+std::uint32_t Scene::SeedOf(cfg::CfgScenario& file) {
+    return static_cast<std::uint32_t>(WholeNumber(file.getRootSection(), "randomSeed", 0));
+}
+
+} // namespace tavrel
