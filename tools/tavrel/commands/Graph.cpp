@@ -143,8 +143,7 @@ private:
         return nullptr;
     }
 
-    void AddEdge(const std::string& from, const std::string& to, const Rule& rule, const Action&,
-                 const std::string& branch) {
+    void AddEdge(const std::string& from, const std::string& to, const Rule& rule, const std::string& branch) {
         std::string style;
         if (rule.disabled) style += ", style=dashed";
         if (visited.rules.count(PathOf(rule)) != 0) style += fmt::format(", color=\"{}\", penwidth=2", kVisited);
