@@ -85,8 +85,8 @@ TEST(GeneratedInstallation, EveryTemplateOpensWithAllItsVariables) {
         EXPECT_EQ(scenarios.size(), 30U);
         for (const auto& scenario : scenarios) {
             const auto* root = scenario->getRootScenarioNode();
-            ASSERT_EQ(root->getChildNumber(), 1U + 3 + 3 + 2)
-                << scenario->getPath(); // weather, vehicles, drivers, scripts
+            // Weather, the declaration, vehicles, drivers, scripts.
+            ASSERT_EQ(root->getChildNumber(), 1U + 1 + 3 + 3 + 2) << scenario->getPath();
             EXPECT_EQ(root->getChild(9)->getParameterNumber(), 5U) << scenario->getPath();
             EXPECT_EQ(scenario->getVariadicParameterNumber(), 1U);
         }
