@@ -52,10 +52,6 @@ void registerCalls(World& world) {
         parent.nextState = static_cast<int>(arguments[0].number);
         parent.transitionPending = 1;
     });
-    provide<ActionEntry>(ActionTable(), 3, [&](const ParameterValues&) { // end this task
-        world.scenario->currentTask->nextState = Task::kStateEnd;
-        world.scenario->currentTask->transitionPending = 1;
-    });
     provide<ActionEntry>(ActionTable(), 8, [&](const ParameterValues&) { world.scenario->stopped = 1; });
     provide<ActionEntry>(ActionTable(), 10, [&](const ParameterValues& arguments) { // set a variable
         const std::string number = arguments[0].text.substr(0, arguments[0].text.find(' '));
@@ -95,7 +91,7 @@ void run(const std::string& installation) {
     if (!script) throw std::runtime_error("The scenario has no script");
 
     Observer observer;
-    static World world; // the tables of the process refer to it from now on
+    static World world;                             // the tables of the process refer to it from now on
     ItemLoadContext context = {&observer, nullptr}; // observes the tasks and not the rules
     ScenarioTextStream stream(script->text.c_str(), script->text.size() + 1);
     const std::unique_ptr<ScenarioItem> root(LoadScenarioText(stream, nullptr, &context, &std::cerr, false));

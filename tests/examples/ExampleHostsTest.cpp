@@ -73,6 +73,7 @@ TEST(ExampleHosts, RunDrivesTheScriptToItsEnd) {
                                  "  Brake!\n"
                                  "  entered: Brake\n"
                                  "  Stopped\n"
+                                 "  entered: End\n"
                                  "Braking from = 13.888889 after "),
               std::string::npos)
         << result.output;

@@ -186,8 +186,15 @@ TYPEOF SCENARIO (1)
 				}
 			}
 
-			TYPEOF ACTION (END_TASK)
+			TYPEOF ACTION (NEXT_STATE)
 			{
+
+				TYPEOF PARAMETER (STATE)
+				{
+					KIND="TASK"
+					VALUE="3"
+					OWNER_FILE=""
+				}
 			}
 		}
 
@@ -202,6 +209,32 @@ TYPEOF SCENARIO (1)
 				{
 					KIND="USER"
 					VALUE="20"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (STOP_SCENARIO)
+			{
+			}
+		}
+	}
+
+	TYPEOF TASK (3)
+	{
+		LABEL="End"
+		TASK_KIND="0"
+
+		TYPEOF RULE (4)
+		{
+			LABEL="Exercise ends"
+
+			TYPEOF CONDITION (WAIT)
+			{
+
+				TYPEOF PARAMETER (DELAY)
+				{
+					KIND="USER"
+					VALUE="2"
 					OWNER_FILE=""
 				}
 			}

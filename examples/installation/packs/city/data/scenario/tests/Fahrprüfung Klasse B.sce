@@ -1869,6 +1869,164 @@ TYPEOF SCENARIO (1)
 			}
 		}
 
+		TYPEOF CRITERIA (7)
+		{
+			LABEL="Zone 30"
+			TASK_KIND="0"
+			CATEGORY="Geschwindigkeit"
+			CRITICITY="3"
+			ATTRIBUTE_CRITERIA_TYPE="Error"
+			TEXT="Zu schnell in der Zone"
+			SOUND="warning.wav"
+
+			TYPEOF TASK (81)
+			{
+				LABEL="Vor der Zone"
+				TASK_KIND="0"
+
+				TYPEOF RULE (30)
+				{
+					LABEL="Schild"
+
+					TYPEOF CONDITION (HAS_PASSED)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (DISTANCE)
+						{
+							KIND="USER"
+							VALUE="1225"
+							OWNER_FILE=""
+						}
+					}
+
+					TYPEOF ACTION (NEXT_STATE)
+					{
+
+						TYPEOF PARAMETER (STATE)
+						{
+							KIND="TASK"
+							VALUE="82"
+							OWNER_FILE=""
+						}
+					}
+				}
+			}
+
+			TYPEOF TASK (82)
+			{
+				LABEL="In der Zone"
+				TASK_KIND="0"
+
+				TYPEOF RULE (31)
+				{
+					LABEL="Über 33"
+					EVALUATION="WARNING"
+
+					TYPEOF CONDITION (EVALUATION_SPEED_ABOVE)
+					{
+						MODIFIER="BECOMES_TRUE"
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (SPEED)
+						{
+							KIND="USER"
+							VALUE="9.167"
+							OWNER_FILE=""
+						}
+					}
+
+					TYPEOF ACTION (EVALUATION_ADD_ERROR)
+					{
+
+						TYPEOF PARAMETER (LEVEL)
+						{
+							KIND="ENUM"
+							VALUE="LEVEL_SLIGHT"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (COMMENT)
+						{
+							KIND="USER"
+							VALUE="Zu schnell in der Zone"
+							OWNER_FILE=""
+						}
+					}
+
+					TYPEOF ACTION (EVALUATION_ADD_POINTS)
+					{
+
+						TYPEOF PARAMETER (SCORE_NUMBER)
+						{
+							KIND="USER"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (POINTS)
+						{
+							KIND="USER"
+							VALUE="-5"
+							OWNER_FILE=""
+						}
+					}
+				}
+
+				TYPEOF RULE (32)
+				{
+					LABEL="Ende der Zone"
+
+					TYPEOF CONDITION (HAS_PASSED)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+
+						TYPEOF PARAMETER (DISTANCE)
+						{
+							KIND="USER"
+							VALUE="1600"
+							OWNER_FILE=""
+						}
+					}
+
+					TYPEOF ACTION (NEXT_STATE)
+					{
+
+						TYPEOF PARAMETER (STATE)
+						{
+							KIND="TASK"
+							VALUE="83"
+							OWNER_FILE=""
+						}
+					}
+				}
+			}
+
+			TYPEOF TASK (83)
+			{
+				LABEL="Hinter der Zone"
+				TASK_KIND="0"
+			}
+		}
+
 		TYPEOF CRITERIA (3)
 		{
 			LABEL="Fahrstreifen"
@@ -1879,7 +2037,7 @@ TYPEOF SCENARIO (1)
 			TEXT="Fahrstreifen verlassen"
 			SOUND=""
 
-			TYPEOF RULE (30)
+			TYPEOF RULE (33)
 			{
 				LABEL="Links"
 
@@ -1950,7 +2108,7 @@ TYPEOF SCENARIO (1)
 			TEXT="Unfall"
 			SOUND="crash.wav"
 
-			TYPEOF RULE (31)
+			TYPEOF RULE (34)
 			{
 				LABEL="Berührt"
 				EVALUATION="ERROR"
@@ -2015,7 +2173,7 @@ TYPEOF SCENARIO (1)
 			TEXT="Wenige Punkte"
 			SOUND=""
 
-			TYPEOF RULE (32)
+			TYPEOF RULE (35)
 			{
 				LABEL="Unter 50"
 
@@ -2062,7 +2220,7 @@ TYPEOF SCENARIO (1)
 			TEXT="Nicht angeschnallt"
 			SOUND="chime.wav"
 
-			TYPEOF RULE (33)
+			TYPEOF RULE (36)
 			{
 				LABEL="Ohne Gurt"
 

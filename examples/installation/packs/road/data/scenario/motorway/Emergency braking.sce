@@ -459,6 +459,41 @@ TYPEOF SCENARIO (1)
 				}
 			}
 
+			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (SPEED)
+				{
+					KIND="FUNCTION"
+
+					TYPEOF FUNCTION (GET_VHL_SPEED)
+					{
+
+						TYPEOF PARAMETER (VHL_NUMBER)
+						{
+							KIND="VEHICLE"
+							VALUE="0"
+							OWNER_FILE=""
+						}
+					}
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (ACCELERATION)
+				{
+					KIND="USER"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+			}
+
 			TYPEOF ACTION (SET_VHL_LIGHT)
 			{
 
@@ -739,7 +774,7 @@ TYPEOF SCENARIO (1)
 				TYPEOF PARAMETER (VALUE_B)
 				{
 					KIND="USER"
-					VALUE="1.2"
+					VALUE="1.5"
 					OWNER_FILE=""
 				}
 			}
@@ -761,8 +796,32 @@ TYPEOF SCENARIO (1)
 					OWNER_FILE=""
 				}
 			}
+		}
 
-			TYPEOF ELSE_ACTION (DISPLAY_MESSAGE)
+		TYPEOF RULE (10)
+		{
+			LABEL="Slow reaction"
+
+			TYPEOF CONDITION (SUPERIOR)
+			{
+				MODIFIER="BECOMES_TRUE"
+
+				TYPEOF PARAMETER (VALUE_A)
+				{
+					KIND="VARIABLE"
+					VALUE="3"
+					OWNER_FILE="motorway/emergency_braking.sc"
+				}
+
+				TYPEOF PARAMETER (VALUE_B)
+				{
+					KIND="USER"
+					VALUE="1.5"
+					OWNER_FILE=""
+				}
+			}
+
+			TYPEOF ACTION (DISPLAY_MESSAGE)
 			{
 
 				TYPEOF PARAMETER (MESSAGE)
@@ -775,13 +834,13 @@ TYPEOF SCENARIO (1)
 				TYPEOF PARAMETER (DISPLAY_TIME)
 				{
 					KIND="USER"
-					VALUE="1"
+					VALUE="4"
 					OWNER_FILE=""
 				}
 			}
 		}
 
-		TYPEOF RULE (10)
+		TYPEOF RULE (11)
 		{
 			LABEL="Exercise ends"
 
@@ -819,7 +878,7 @@ TYPEOF SCENARIO (1)
 			TEXT="Too close"
 			SOUND="warning.wav"
 
-			TYPEOF RULE (11)
+			TYPEOF RULE (12)
 			{
 				LABEL="Less than half a second"
 				EVALUATION="WARNING"
@@ -874,7 +933,7 @@ TYPEOF SCENARIO (1)
 			TEXT=""
 			SOUND=""
 
-			TYPEOF RULE (12)
+			TYPEOF RULE (13)
 			{
 				LABEL="Touched"
 				EVALUATION="ERROR"

@@ -425,6 +425,31 @@ TYPEOF SCENARIO (1)
 				}
 			}
 
+			TYPEOF ACTION (FOLLOW_VHL)
+			{
+
+				TYPEOF PARAMETER (VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="0"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (OTHER_VHL_NUMBER)
+				{
+					KIND="VEHICLE"
+					VALUE="1"
+					OWNER_FILE=""
+				}
+
+				TYPEOF PARAMETER (HEADWAY)
+				{
+					KIND="USER"
+					VALUE="1.8"
+					OWNER_FILE=""
+				}
+			}
+
 			TYPEOF ACTION (SET_VHL_TARGET_SPEED)
 			{
 

@@ -82,6 +82,26 @@ TYPEOF SCENARIO (1)
 			}
 		}
 	}
+
+	TYPEOF RULE (2)
+	{
+		LABEL="End"
+
+		TYPEOF CONDITION (IS_TIME_AFTER)
+		{
+
+			TYPEOF PARAMETER (SCENARIO_TIME)
+			{
+				KIND="USER"
+				VALUE="20"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (STOP_SCENARIO)
+		{
+		}
+	}
 }
 </text>
     </ScenarioScript>
