@@ -203,6 +203,8 @@ void ConfigFile::modifyEntry(const std::string& key, const std::string& value) {
         // A backslash at the very end would join the new entry to the last one, so an empty line goes between.
         if (content.ends_with('\\')) content += "\n\n";
         if (!content.empty() && !IsLineEnd(content.back())) content += '\n';
+        // A last line that asks to be continued would take the new one in; an empty line ends it.
+        if (Reader(content + "x").ReadLines().back().begin != content.size()) content += '\n';
         content += entry;
     }
     detail::WriteFileWhole(path, content, reason);

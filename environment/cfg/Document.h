@@ -42,9 +42,9 @@ struct Name {
 };
 
 union Number {
+    double real = 0.0; // the widest first, so that an empty one is zero in every form
     bool boolean;
     std::int32_t integer;
-    double real;
 };
 
 // A parameter of a section, or a text field of its class. What it holds lies in the section's own field where the

@@ -111,10 +111,10 @@ const std::string& Section::ParameterIterator::getCName() const { return *value-
 
 const std::string& Section::ParameterIterator::getVerboseName() const {
     if (!value->verboseName) {
-        detail::Document& document = *value->document;
+        detail::Document& file = *value->document;
         const bool isGiven = value->verbosePlace != detail::kNotInFile;
-        const std::string text = isGiven ? detail::AttributeText(document.source, value->verbosePlace) : std::string();
-        value->verboseName = &document.Intern(text)->text;
+        const std::string text = isGiven ? detail::AttributeText(file.source, value->verbosePlace) : std::string();
+        value->verboseName = &file.Intern(text)->text;
     }
     return *value->verboseName;
 }
