@@ -1,0 +1,482 @@
+// Definitions and instances: the link by name, model and user attributes, validity, unique names.
+#include <scenario/ItemModel.h>
+
+#include <functional>
+#include <random>
+#include <set>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <support/ModelText.h>
+
+namespace {
+
+using testing::ElementsAre;
+
+// A root model in which "Go" stands once directly and once in a sub-folder.
+constexpr const char* kModel = R"(
+    TYPEOF FOLDER (model)
+    {
+        TYPEOF FOLDER (PARAMETER_LIST)
+        {
+        }
+
+        TYPEOF FOLDER (lists)
+        {
+            TYPEOF FOLDER (ACTION_LIST)
+            {
+                TYPEOF FOLDER (basic)
+                {
+                    TYPEOF ACTION (Stop)
+                    {
+                        LABEL="in the sub-folder"
+                    }
+                }
+
+                TYPEOF ACTION (Go)
+                {
+                    LABEL="first"
+                }
+
+                TYPEOF FOLDER (later)
+                {
+                    TYPEOF ACTION (Go)
+                    {
+                    }
+                }
+            }
+
+            TYPEOF FOLDER (CONDITION_LIST)
+            {
+                TYPEOF CONDITION (Go)
+                {
+                }
+            }
+        }
+    }
+)";
+
+Token* FirstToken(ScenarioItem& root, ScenarioItemKind kind) {
+    return dynamic_cast<Token*>(root.FindFirstOfKind(kind));
+}
+
+TEST(Link, FindsTheFirstDefinitionOfItsKindAndName) {
+    const RootModel model(kModel);
+    ASSERT_TRUE(model.Get());
+    const ScenarioItem* actions = model.Get()->FindItem(KindFolder, "ACTION_LIST", "");
+    struct {
+        const char* why;
+        const char* call;
+        const char* label; // of the definition; null for a refused text
+    } const rows[] = {
+        {"directly in the list", "TYPEOF ACTION (Go)", "first"},
+        {"in a sub-folder", "TYPEOF ACTION (Stop)", "in the sub-folder"},
+        {"an ELSE_ACTION is an ACTION in the list", "TYPEOF ELSE_ACTION (Go)", "first"},
+        {"the kind counts", "TYPEOF CONDITION (Go)", ""},
+        {"the kind counts, to no avail", "TYPEOF CONDITION (Stop)", nullptr},
+        {"upper and lower case count", "TYPEOF ACTION (go)", nullptr},
+    };
+    for (const auto& row : rows) {
+        const ReadResult read = ReadExactly(std::string("TYPEOF FOLDER (script)\n{\n") + row.call + "\n{\n}\n}\n");
+        ASSERT_EQ(read.item != nullptr, row.label != nullptr) << Why(row);
+        if (!read.item) {
+            EXPECT_EQ(read.row, 5u) << Why(row);
+            continue;
+        }
+        const auto* call = static_cast<const Token*>(read.item->GetFirstChild());
+        EXPECT_NE(call->model, call) << Why(row);
+        EXPECT_EQ(call->model->label, row.label) << Why(row);
+        EXPECT_EQ(call->label, "") << Why(row);
+    }
+
+    // An item in a sub-folder finds itself, unless an earlier one has its name: then it is an instance of that one.
+    std::vector<const ScenarioItem*> all;
+    actions->CollectItemsOfKind(all, KindAction, false, true);
+    for (const ScenarioItem* item : all) {
+        const auto* token = static_cast<const Token*>(item);
+        EXPECT_EQ(token->model == token, token->parent->name != "later") << token->parent->name;
+    }
+}
+
+TEST(Link, AFolderOfTheListsNameMakesDefinitionsAnywhere) {
+    const RootModel model(kModel);
+    const OwnedItem script = ReadScript(R"(
+        TYPEOF FOLDER (ACTION_LIST)
+        {
+            TYPEOF ACTION (Unheard)
+            {
+                LABEL="mine"
+            }
+        }
+    )");
+    ASSERT_TRUE(script);
+    EXPECT_EQ(FirstToken(*script, KindAction)->model, FirstToken(*script, KindAction));
+}
+
+TEST(Link, AnInstanceTakesNoLabel) {
+    const RootModel model(kModel);
+    const ReadResult read = ReadExactly("TYPEOF FOLDER (s)\n{\nTYPEOF ACTION (Go)\n{\nLABEL=\"x\"\n}\n}\n");
+    EXPECT_FALSE(read.item);
+    EXPECT_EQ(read.row, 5u);
+}
+
+TEST(Link, HoldsWithinATextWhileNoRootModelIsSet) {
+    const OwnedItem own = ReadScript(R"(
+        TYPEOF FOLDER (script)
+        {
+            TYPEOF FOLDER (ACTION_LIST)
+            {
+                TYPEOF ACTION (Go)
+                {
+                }
+            }
+
+            TYPEOF ACTION (Go)
+            {
+            }
+        }
+    )");
+    ASSERT_TRUE(own);
+    EXPECT_EQ(static_cast<Token*>(own->FindItem(KindFolder, "script", "")->GetFirstChild()->GetFirstChild()),
+              static_cast<Token*>((static_cast<Folders&>(*own)).children[1])->model);
+    // What comes later in the same text is not known yet.
+    EXPECT_FALSE(ReadScript(R"(
+        TYPEOF FOLDER (ACTION_LIST)
+        {
+            TYPEOF RULE (0)
+            {
+                TYPEOF ELSE_ACTION (Go)
+                {
+                }
+            }
+
+            TYPEOF ACTION (Go)
+            {
+            }
+        }
+    )"));
+}
+
+// Trees of folders, lists, rules and calls, in which every reading refers to something that stands earlier.
+class Generator {
+public:
+    explicit Generator(unsigned seed) : random(seed) {}
+
+    std::string Model() {
+        Begin("FOLDER", "root");
+        for (int i = 0; i < 4; ++i) AddFolder(1, "x");
+        for (std::size_t list = 0; list < 3; ++list)
+            if (!isOpened[list]) AddFolder(1, kLists[list].name); // a missing list ends the process
+        for (int i = 0; i < 10; ++i) AddCall("root");
+        End();
+        return std::move(text);
+    }
+    // Calls of what the model has.
+    std::string Script() {
+        Begin("FOLDER", "script");
+        for (int i = 0; i < 20; ++i) AddRule("script");
+        End();
+        return std::move(text);
+    }
+    // Puts other names in their place, without regard to what is taken.
+    void Rename(ScenarioItem& model) {
+        for (std::size_t list = 0; list < 3; ++list) {
+            std::vector<ScenarioItem*> calls;
+            model.FindItem(KindFolder, kLists[list].name, "")
+                ->CollectItemsOfKind(calls, KindFromKeyword(kLists[list].word), false, true);
+            for (ScenarioItem* call : calls)
+                if (Choose(3) == 0) call->name = Name();
+        }
+    }
+
+private:
+    struct List {
+        const char* name;
+        const char* word;
+    };
+    static constexpr List kLists[] = {
+        {"ACTION_LIST", "ACTION"}, {"CONDITION_LIST", "CONDITION"}, {"FUNCTION_LIST", "FUNCTION"}};
+
+    std::size_t Choose(std::size_t count) { return random() % count; }
+    std::string Name() { return std::string(1, static_cast<char>('a' + Choose(12))); }
+    void Begin(const std::string& word, const std::string& name) { text += "TYPEOF " + word + " (" + name + ")\n{\n"; }
+    void End() { text += "}\n"; }
+
+    void AddFolder(int depth, std::string name) {
+        std::size_t list = 3;
+        if (name == "x" && Choose(2) == 0) name = kLists[Choose(3)].name;
+        for (std::size_t i = 0; i < 3; ++i)
+            if (name == kLists[i].name) list = i;
+        const bool isFirst = list < 3 && !isOpened[list];
+        if (isFirst) isOpened[list] = isInside[list] = true;
+        Begin("FOLDER", name);
+        for (std::size_t i = Choose(6); i > 0; --i) {
+            switch (depth < 6 ? Choose(3) : 1 + Choose(2)) {
+            case 0:
+                AddFolder(depth + 1, "x");
+                break;
+            case 1:
+                AddCall(name);
+                break;
+            default:
+                AddRule(name);
+                break;
+            }
+        }
+        End();
+        if (isFirst) isInside[list] = false;
+    }
+    // A call where it may stand: below the first list, directly in any, or of a name that the first list has.
+    void AddCall(const std::string& parent) {
+        const std::size_t list = Choose(3);
+        const std::string name = Name();
+        if (!isInside[list] && parent != kLists[list].name && !known[list].contains(name)) return;
+        if (isInside[list]) known[list].insert(name);
+        Begin(kLists[list].word, name);
+        End();
+    }
+    void AddRule(const std::string&) {
+        Begin("RULE", "0");
+        for (std::size_t i = Choose(4); i > 0; --i) {
+            const std::size_t list = Choose(2);
+            const std::string name = Name();
+            const bool isElse = list == 0 && Choose(2) == 0;
+            if (!known[list].contains(name) && (isElse || !isInside[list])) continue;
+            if (isInside[list] && !isElse) known[list].insert(name);
+            Begin(isElse ? "ELSE_ACTION" : kLists[list].word, name);
+            End();
+        }
+        End();
+    }
+
+    std::mt19937 random;
+    std::string text;
+    bool isOpened[3] = {};
+    bool isInside[3] = {};
+    std::set<std::string> known[3];
+};
+
+const char* ListOfKind(std::uint32_t kind) {
+    switch (kind) {
+    case KindAction:
+    case KindElseAction:
+        return "ACTION_LIST";
+    case KindCondition:
+        return "CONDITION_LIST";
+    case KindFunction:
+        return "FUNCTION_LIST";
+    default:
+        return nullptr;
+    }
+}
+
+// What the search of the tree gives for `item`.
+const ScenarioItem* Definition(const ScenarioItem& item, const ScenarioItem& root) {
+    const std::uint32_t kind = item.kind == KindElseAction ? static_cast<std::uint32_t>(KindAction) : item.kind;
+    return root.FindItem(KindFolder, ListOfKind(item.kind), "")->FindItem(kind, item.name, "");
+}
+
+int CheckLinks(const ScenarioItem& item, const ScenarioItem& root) {
+    int checked = 0;
+    if (const char* list = ListOfKind(item.kind)) {
+        const auto& token = static_cast<const Token&>(item);
+        EXPECT_EQ(token.model, item.parent->name == list ? &token : Definition(item, root)) << item.name;
+        ++checked;
+    }
+    std::vector<ScenarioItem*> children;
+    item.GetChildren(children);
+    for (const ScenarioItem* child : children) checked += CheckLinks(*child, root);
+    return checked;
+}
+
+// The links are found by an index; they have to be those of a search through the whole tree.
+TEST(Link, FastAndPlainSearchAgree) {
+    int checked = 0;
+    int refused = 0;
+    for (unsigned seed = 0; seed < 400; ++seed) {
+        Generator generator(seed);
+        const std::string modelText = generator.Model();
+        OwnedItem root = std::move(ReadExactly(modelText).item);
+        ASSERT_TRUE(root) << "seed " << seed << "\n" << modelText;
+        checked += CheckLinks(*root, *root);
+
+        const RootModel model(std::move(root));
+        const std::string scriptText = generator.Script();
+        for (int round = 0; round < 3; ++round) {
+            const ReadResult script = ReadExactly(scriptText);
+            if (script.item) checked += CheckLinks(*script.item, *model.Get());
+            if (!script.item) ++refused;
+            ASSERT_TRUE(script.item || round > 0) << "seed " << seed << " row " << script.row;
+            generator.Rename(*model.Get());
+        }
+    }
+    EXPECT_GT(checked, 5000);
+    EXPECT_GT(refused, 50); // a name that went with the renaming must not be found any more
+}
+
+TEST(Link, ADefinitionAddedToTheModelByATextIsFoundInTheSameText) {
+    const RootModel model(kModel);
+    ScenarioItem* actions = model.Get()->FindItem(KindFolder, "ACTION_LIST", "");
+    const std::string text = "TYPEOF FOLDER (new)\n{\nTYPEOF ACTION (Turn)\n{\n}\n"
+                             "TYPEOF RULE (0)\n{\nTYPEOF ACTION (Turn)\n{\n}\nTYPEOF ELSE_ACTION (Go)\n{\n}\n}\n}\n";
+    ScenarioTextStream stream(text.c_str(), text.size());
+    ScenarioItem* added = LoadScenarioText(stream, actions, nullptr, nullptr, false);
+    ASSERT_TRUE(added);
+    CheckLinks(*added, *model.Get());
+}
+
+TEST(Attributes, AreSplitBetweenDefinitionAndUser) {
+    struct User : Task {
+        std::vector<std::string> asked;
+        bool LoadModelAttribute(ScenarioTextStream& stream) override {
+            asked.push_back("model");
+            return Task::LoadModelAttribute(stream);
+        }
+        bool LoadUserAttribute(ScenarioTextStream& stream) override {
+            asked.push_back("user");
+            return Task::LoadUserAttribute(stream);
+        }
+    } token;
+    const auto load = [&](const char* line) {
+        ScenarioTextStream stream(line, std::string(line).size());
+        token.asked.clear();
+        return token.LoadAttribute(stream);
+    };
+    EXPECT_TRUE(load("IS_SELECTED=\"1\""));
+    EXPECT_THAT(token.asked, ElementsAre());
+    EXPECT_TRUE(load("LABEL=\"x\""));
+    EXPECT_THAT(token.asked, ElementsAre("model"));
+    EXPECT_TRUE(load("TASK_KIND=\"1\""));
+    EXPECT_THAT(token.asked, ElementsAre("model", "user"));
+    Task definition;
+    token.SetModel(&definition);
+    token.label.clear();
+    EXPECT_FALSE(load("LABEL=\"x\""));
+    EXPECT_THAT(token.asked, ElementsAre("user"));
+    EXPECT_EQ(SavedText(token), "\nTYPEOF \n{\n\tIS_SELECTED=\"1\"\n\tTASK_KIND=\"1\"\n}\n");
+}
+
+TEST(Validity, ComesFromTheChildrenBottomUp) {
+    const OwnedItem tree = ReadScript(R"(
+        TYPEOF TASK (0)
+        {
+            LABEL="top"
+
+            TYPEOF TASK (1)
+            {
+                TYPEOF TASK (2)
+                {
+                }
+            }
+
+            TYPEOF TASK (3)
+            {
+            }
+        }
+    )");
+    auto& top = static_cast<Task&>(*tree);
+    Task* leaf = top.subTasks[0]->subTasks[0];
+    EXPECT_TRUE(top.IsValid());
+    leaf->valid = false;
+    EXPECT_TRUE(top.IsValid()); // as of the last update
+    top.subTasks[0]->UpdateValidity();
+    top.UpdateValidity();
+    EXPECT_FALSE(top.IsValid());
+    top.UpdateDisplayTextTree(); // refreshes the leaf first
+    EXPECT_TRUE(top.IsValid());
+    EXPECT_EQ(top.displayText, "top");
+
+    top.mark = leaf->mark = true;
+    Token::ResetMarks(&top);
+    EXPECT_FALSE(top.mark || leaf->mark);
+}
+
+TEST(UniqueNames, AreTheSmallestFreeNumbers) {
+    const auto named = [](std::initializer_list<const char*> names) {
+        OwnedItem folder(CreateItem(KindFolder, "root", nullptr));
+        for (const char* name : names) folder->AddChild(CreateItem(KindTask, name, nullptr), nullptr, true);
+        return folder;
+    };
+    struct {
+        const char* why;
+        std::initializer_list<const char*> names;
+        const char* expected; // of the last one
+    } const rows[] = {
+        {"unique", {"a", "speed"}, "speed"},
+        {"taken", {"speed", "speed"}, "0"},
+        {"numbers are taken", {"0", "1", "3", "speed", "speed"}, "2"},
+        {"another spelling of a number is none", {"00", "speed", "speed"}, "0"},
+        {"a number that is shared", {"0", "0"}, "1"},
+    };
+    for (const auto& row : rows) {
+        const OwnedItem folder = named(row.names);
+        auto* last = static_cast<Token*>(static_cast<Folders&>(*folder).children.back());
+        last->MakeUniqueName();
+        EXPECT_EQ(last->name, row.expected) << Why(row);
+    }
+    // One after the other, and an instance not at all.
+    const OwnedItem folder = named({"speed", "speed", "speed", "speed"});
+    const auto& items = static_cast<Folders&>(*folder).children;
+    static_cast<Token*>(items[3])->SetModel(static_cast<Token*>(items[0]));
+    for (ScenarioItem* item : items) static_cast<Token*>(item)->MakeUniqueName();
+    EXPECT_EQ(items[0]->name + items[1]->name + items[2]->name + items[3]->name, "012speed");
+}
+
+TEST(UniqueNames, MayRepeatTheHiddenVariableOfARule) {
+    Task root;
+    root.kind = KindTask;
+    auto* rule = new Rule;
+    rule->kind = KindRule;
+    root.AddChild(rule, nullptr, true);
+    for (const char* name : {"0", "a"}) {
+        rule->variables.push_back(static_cast<Variable*>(CreateItem(KindVariable, name, nullptr)));
+        rule->variables.back()->parent = rule;
+    }
+    auto* variable = static_cast<Variable*>(CreateItem(KindVariable, "a", nullptr));
+    root.AddChild(variable, nullptr, true);
+    // "a" is taken by the rule's variable; "0" is taken too, but no search sees it.
+    variable->MakeUniqueName();
+    EXPECT_EQ(variable->name, "0");
+}
+
+TEST(TokenDeathTest, BrokenExpectationsEndTheProcess) {
+    const auto withChild = [](ScenarioItem* child, const std::function<void(Task&)>& act) {
+        return [child, act] {
+            Task task;
+            task.subTasks.push_back(static_cast<Task*>(child));
+            act(task);
+        };
+    };
+    // A folder among tasks: a host that writes the public fields can bring it about.
+    Folders folder;
+    folder.kind = KindFolder;
+    struct Misfit : Task {
+        Misfit() { kind = KindFolder; }
+    };
+    struct {
+        const char* site;
+        std::function<void()> act;
+    } const rows[] = {
+        {"token:160", [] { Misfit().Clone(); }},
+        {"token:193", withChild(nullptr, [](Task& task) { task.UpdateDisplayTextTree(); })},
+        {"token:221", withChild(nullptr, [](Task& task) { task.UpdateValidity(); })},
+        {"token:364", withChild(nullptr, [](Task& task) { Token::ResetMarks(&task); })},
+        {"token:275", [] { ReadExactly("TYPEOF RULE (0)\n{\nTYPEOF ACTION (x)\n{\n}\n}\n"); }},
+    };
+    for (const auto& row : rows) EXPECT_DEATH(row.act(), std::string("Assertion failed: ") + row.site + "\n");
+
+    struct Holder : Task {
+        ScenarioItem* odd;
+        explicit Holder(ScenarioItem* oddItem) : odd(oddItem) {}
+        void GetChildren(std::vector<ScenarioItem*>& out, std::uint32_t) const override { out.push_back(odd); }
+    };
+    EXPECT_DEATH(Holder(&folder).UpdateValidity(), "Assertion failed: token:222\n");
+    EXPECT_DEATH(
+        {
+            Holder holder(&folder);
+            Token::ResetMarks(&holder);
+        },
+        "Assertion failed: token:365\n");
+}
+
+} // namespace
