@@ -69,12 +69,15 @@ Value* Document::NewValue(const std::string* name, t_ParameterType type) {
     value->type = type;
     switch (type) {
     case t_ParameterTypeBoolean:
+        value->own.boolean = value->loaded.boolean = false;
         value->boolean = &value->own.boolean;
         break;
     case t_ParameterTypeInteger:
+        value->own.integer = value->loaded.integer = 0;
         value->integer = &value->own.integer;
         break;
     case t_ParameterTypeReal:
+        value->own.real = value->loaded.real = 0.0;
         value->real = &value->own.real;
         break;
     default:

@@ -3,7 +3,6 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -63,14 +62,12 @@ TEST(Variables, AreExpandedOnce) {
         {"a dollar before it", "$${GIVEN}", {"$given", true}},
         {"empty", "", {"", true}},
     };
-    const std::regex pattern(Commons::System::DaemonVariableMatchingPattern);
+    const std::string asExpression = std::string("(?:)") + Commons::System::DaemonVariableMatchingPattern;
     for (const Row& row : rows) {
         EXPECT_EQ(expand(row.text), row.expansion) << row.why;
         EXPECT_EQ(expand(row.text, nullptr), row.expansion) << row.why;
         // The published expression and what is done by hand for it must say the same.
-        EXPECT_EQ(std::regex_search(row.text, pattern), row.expansion.text != row.text || !row.expansion.complete)
-            << row.why;
-        EXPECT_EQ(expand(row.text, R"((?:)\$\{([A-Za-z_][A-Za-z0-9_]*)\})"), row.expansion) << row.why;
+        EXPECT_EQ(expand(row.text, asExpression.c_str()), row.expansion) << row.why;
     }
     EXPECT_EQ(expand("%GIVEN% ${GIVEN} %NOBODYS%", "%(\\w+)%"), (Expansion{"given ${GIVEN} %NOBODYS%", false}));
     EXPECT_EQ(expand("${GIVEN}", "(["), (Expansion{"${GIVEN}", false}));
