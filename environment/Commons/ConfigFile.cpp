@@ -200,8 +200,6 @@ void ConfigFile::modifyEntry(const std::string& key, const std::string& value) {
     if (const Line* old = FindEntry(lines, key)) {
         content.replace(old->begin, old->end - old->begin, entry);
     } else {
-        // A backslash at the very end would join the new entry to the last one, so an empty line goes between.
-        if (content.ends_with('\\')) content += "\n\n";
         if (!content.empty() && !IsLineEnd(content.back())) content += '\n';
         // A last line that asks to be continued would take the new one in; an empty line ends it.
         if (Reader(content + "x").ReadLines().back().begin != content.size()) content += '\n';
