@@ -1,7 +1,10 @@
 #include "Installation.h"
 
+#include "Files.h"
+
 #include <lmkUtils/EnvConfig.h>
 
+#include <Poco/Exception.h>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -14,8 +17,6 @@ namespace tavrel {
 namespace {
 
 using lmkUtils::EnvConfig;
-using ScenarioTemplateDb::DatabaseDirectory;
-using ScenarioTemplateDb::Scenario;
 using TavrelScenarioTemplateDb::TavrelDatabaseDriver;
 using TavrelScenarioTemplateDb::TavrelScenario;
 using TavrelScenarioTemplateDb::TavrelScenarioTemplateDatabase;
@@ -33,6 +34,38 @@ std::string Names(const std::vector<Configuration>& configurations) {
     std::string names;
     for (const Configuration& configuration : configurations) names += (names.empty() ? "" : ", ") + configuration.name;
     return names;
+}
+
+// The template at `path`. The driver walks the folders for it and may be stopped by a broken link on the way, although
+// the file itself is there.
+std::unique_ptr<TavrelScenario> Created(const TavrelDatabaseDriver& driver,
+                                        const TavrelScenarioTemplateDatabase& database,
+                                        const std::string& configuration, const std::string& path) {
+    try {
+        return std::unique_ptr<TavrelScenario>(driver.createTavrelScenario(configuration, path));
+    } catch (const Poco::Exception&) {
+        std::vector<std::string> directories;
+        database.getConfigurationScenarioDirectories(configuration, directories);
+        std::error_code error;
+        for (const std::string& directory : directories)
+            if (std::filesystem::is_regular_file(directory + "/" + path, error))
+                return std::make_unique<TavrelScenario>(configuration, path, directory);
+        throw;
+    }
+}
+
+// The scenarios below a folder that a listing gave up at: a broken link there hides no file beside it.
+std::vector<std::string> WhatCanBeWalked(const std::string& folder) {
+    using Walk = std::filesystem::recursive_directory_iterator;
+    std::vector<std::string> scenarios;
+    std::error_code error;
+    for (Walk entry(folder, std::filesystem::directory_options::skip_permission_denied, error), end;
+         !error && entry != end; entry.increment(error)) {
+        std::error_code ignored;
+        if (entry->path().extension() == ".sce" && entry->is_regular_file(ignored))
+            scenarios.push_back(entry->path().lexically_relative(folder).generic_string());
+    }
+    return scenarios;
 }
 
 } // namespace
@@ -89,26 +122,20 @@ std::vector<Configuration> Installation::Configurations() {
 }
 
 std::vector<ScenarioDirectory> Installation::Directories(const Configuration& configuration) {
-    const TavrelDatabaseDriver driver(file, configuration.version, configuration.name);
     const TavrelScenarioTemplateDatabase database(file, configuration.version, configuration.name);
-    std::vector<std::shared_ptr<DatabaseDirectory>> found;
-    driver.getRootDirectory()->getDirectory(0)->getDirectory(0)->getDirectories(found);
-
     std::vector<ScenarioDirectory> directories;
-    for (std::size_t i = 0; i < found.size(); ++i) {
-        ScenarioDirectory directory{configuration, database.getScenarioDirectory(configuration.name, i), {}};
+    for (const std::string& path : database.getScenarioDirectories()) {
+        ScenarioDirectory directory{configuration, path, {}};
+        std::vector<std::pair<std::string, std::string>> paths;
         try {
-            found[i]->getScenarios(directory.scenarios);
+            database.getScenarioPaths(configuration.name, directories.size(), paths);
+            for (const auto& [folder, scenario] : paths) directory.scenarios.push_back(scenario);
         } catch (...) {
-            context.Tell(CurrentFailure()); // its message names the folder; the other folders are still shown
+            context.Tell(CurrentFailure()); // its message names what stopped the listing
+            directory.scenarios = WhatCanBeWalked(path);
         }
         // The walk gives the order of the file system, which differs from machine to machine.
-        std::vector<std::pair<std::string, std::shared_ptr<Scenario>>> sorted;
-        for (const std::shared_ptr<Scenario>& scenario : directory.scenarios)
-            sorted.emplace_back(scenario->getPath(), scenario);
-        std::sort(sorted.begin(), sorted.end());
-        std::transform(sorted.begin(), sorted.end(), directory.scenarios.begin(),
-                       [](const auto& entry) { return entry.second; });
+        std::sort(directory.scenarios.begin(), directory.scenarios.end());
         directories.push_back(std::move(directory));
     }
     return directories;
@@ -159,9 +186,11 @@ OpenedScenario Installation::Open(const std::string& path) {
     opened.configuration = holders[0];
     // The filter makes the configuration the current one.
     const TavrelDatabaseDriver driver(file, holders[0].version, holders[0].name);
-    opened.scenario.reset(driver.createTavrelScenario(holders[0].name, path));
+    opened.scenario = Created(driver, database, holders[0].name, path);
     const std::string filePath = opened.scenario->getFilePath();
     opened.directory = filePath.substr(0, filePath.size() - path.size() - 1);
+    const std::string reason = ReasonNotToOpen(filePath);
+    if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", filePath, reason)};
     return opened;
 }
 

@@ -19,8 +19,10 @@ struct Configuration {
 // One place in the data path of a configuration where scenarios lie, and what lies there.
 struct ScenarioDirectory {
     Configuration configuration;
-    std::string path;                                                     // the folder
-    std::vector<std::shared_ptr<ScenarioTemplateDb::Scenario>> scenarios; // in the order of their paths; none is opened
+    std::string path;                   // the folder
+    std::vector<std::string> scenarios; // relative paths, sorted
+
+    std::string FileOf(const std::string& scenario) const { return path + "/" + scenario; }
 };
 
 // A template that was found by its path. Its configuration is the current one of the process, which is where includes,

@@ -18,7 +18,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* kModelFile = "data/tools/nuro/nuro.mdl";
 constexpr const char* kInstallationFile = "tavrel.xml";
-constexpr std::uintmax_t kLargestFile = std::uintmax_t(256) << 20;
 constexpr std::size_t kSniffed = 2048; // bytes from which the kind of a file shows
 
 std::string FirstBytes(const std::string& path) {
@@ -110,17 +109,6 @@ FileKind KindOfFile(const std::string& path) {
     if (BeginsWith(start, "TYPEOF ")) return FileKind::Script;
     if (start.find("<tavrel") != std::string::npos) return FileKind::Installation;
     return FileKind::Unknown;
-}
-
-std::string ReasonNotToOpen(const std::string& path) {
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (!fs::exists(status)) return "there is no such file";
-    if (!fs::is_regular_file(status)) return "it is no regular file";
-    const std::uintmax_t size = fs::file_size(path, error);
-    if (error) return error.message();
-    if (size > kLargestFile) return fmt::format("with {} bytes it is larger than any file that is read", size);
-    return "";
 }
 
 std::string InstallationFileFor(const Context& context, const std::string& path) {

@@ -1,6 +1,7 @@
 #ifndef TAVREL_COMMAND_SCRIPTS_H
 #define TAVREL_COMMAND_SCRIPTS_H
 
+#include "Files.h"
 #include "Installation.h"
 #include "Scene.h"
 
@@ -23,10 +24,6 @@ namespace tavrel {
 // What a file holds, by its name and its first bytes. A file that is none of these is Unknown.
 enum class FileKind { Scenario, Model, Script, Installation, Unknown };
 FileKind KindOfFile(const std::string& path);
-
-// Why `path` is not to be opened: it does not exist, is no regular file (a pipe would block the reader for ever), or is
-// larger than any file of an installation. Empty if it may be opened.
-std::string ReasonNotToOpen(const std::string& path);
 
 // The installation that a file on disk belongs to: the one that the command line or TAVREL_CONFIG names, else the
 // nearest "tavrel.xml" in the folders above the file, else the sample.

@@ -6,6 +6,12 @@ namespace {
 
 using namespace tavrel;
 
+// What the sub-command works on: its first operand, if it has one.
+std::string Subject(const Arguments& arguments) {
+    const std::vector<OptionRow>& operands = arguments.command->operands;
+    return operands.empty() ? "" : arguments.Text(operands.front().name);
+}
+
 // What the library says of a template does not always name it.
 std::string WithSubject(const Context& context, const Failure& failure) {
     const std::string scenario = context.arguments.Text("SCENARIO");
@@ -49,8 +55,7 @@ int main(int argc, char** argv) {
         }
         Context context{arguments, out};
         if (arguments.command->runs != Runs::InOneChild) return RunToEnd(context);
-        const std::string subject = arguments.Text("SCENARIO", arguments.Text("FILE"));
-        return RunInChild(subject, context.Limits(), [&] { return RunToEnd(context); });
+        return RunInChild(Subject(arguments), context.Limits(), [&] { return RunToEnd(context); });
     } catch (...) {
         const Failure failure = CurrentFailure();
         Report(failure.sentence);

@@ -1,5 +1,5 @@
+#include "../Files.h"
 #include "../Installation.h"
-#include "../SaveFile.h"
 #include "Commands.h"
 
 namespace tavrel {

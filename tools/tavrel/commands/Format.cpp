@@ -1,4 +1,3 @@
-#include "../SaveFile.h"
 #include "../Scripts.h"
 #include "Commands.h"
 

@@ -1,4 +1,5 @@
 #include "../Describe.h"
+#include "../Files.h"
 #include "../Installation.h"
 #include "../Progress.h"
 #include "Commands.h"
@@ -6,7 +7,6 @@
 #include <cfg/CfgScenario.h>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace tavrel {
 
@@ -21,24 +21,19 @@ struct Entry {
     bool read = false;
 };
 
-// Files of this size are no scenarios, and reading one would take the memory of the machine.
-constexpr std::uintmax_t kLargestFile = std::uintmax_t(256) << 20;
-
 std::vector<Entry> Entries(const std::vector<ScenarioDirectory>& directories) {
     std::vector<Entry> entries;
     for (const ScenarioDirectory& directory : directories)
-        for (const auto& scenario : directory.scenarios)
-            entries.push_back({&directory, scenario->getPath(), scenario->getFilePath(), "", "", false});
+        for (const std::string& scenario : directory.scenarios)
+            entries.push_back({&directory, scenario, directory.FileOf(scenario), "", "", false});
     return entries;
 }
 
 // Name and description, or the fault. A listing needs neither the scripts of a scenario nor the root model, which an
 // opened template would read anew for each of ten thousand files; so the file alone is read.
 Json ReadName(const std::string& file) {
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(file, error);
-    if (!error && size > kLargestFile)
-        return {{"fault", fmt::format("{}: it has {} bytes, too many for a scenario", file, size)}};
+    const std::string reason = ReasonNotToOpen(file);
+    if (!reason.empty()) return {{"fault", fmt::format("{}: {}", file, reason)}};
     cfg::CfgScenario scenario;
     if (!scenario.load(file.c_str(), static_cast<Commons::Encoding::Mode>(1), nullptr, nullptr, false, true, true))
         return {{"fault", PlacedLine(scenario.errorMessage)}};

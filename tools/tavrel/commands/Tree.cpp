@@ -21,7 +21,7 @@ void PrintTree(Context& context, const std::string& file, const std::vector<Conf
         for (const ScenarioDirectory& directory : directories) {
             if (directory.configuration.name != configuration.name) continue;
             out.Print("      {}\n", out.Faint(directory.path));
-            for (const auto& scenario : directory.scenarios) out.Print("        {}\n", scenario->getPath());
+            for (const std::string& scenario : directory.scenarios) out.Print("        {}\n", scenario);
         }
     }
 }
@@ -33,9 +33,7 @@ void PrintJson(Context& context, const std::string& file, const std::vector<Conf
         Json directoryList = Json::array();
         for (const ScenarioDirectory& directory : directories) {
             if (directory.configuration.name != configuration.name) continue;
-            Json scenarios = Json::array();
-            for (const auto& scenario : directory.scenarios) scenarios.push_back(scenario->getPath());
-            directoryList.push_back({{"path", directory.path}, {"scenarios", scenarios}});
+            directoryList.push_back({{"path", directory.path}, {"scenarios", directory.scenarios}});
         }
         if (versions.empty() || versions.back()["version"] != configuration.version)
             versions.push_back({{"version", configuration.version}, {"configurations", Json::array()}});

@@ -1,4 +1,4 @@
-#include "SaveFile.h"
+#include "Files.h"
 
 #include "Failure.h"
 
@@ -15,6 +15,8 @@
 namespace tavrel {
 
 namespace {
+
+constexpr std::uintmax_t kLargestFile = std::uintmax_t(256) << 20;
 
 [[noreturn]] void Fail(const std::string& path) {
     throw Failure{ExitUnreadable, fmt::format("cannot write {}: {}", path, std::strerror(errno))};
@@ -37,6 +39,17 @@ bool WriteAndClose(int file, std::string_view text, bool sync) {
 }
 
 } // namespace
+
+std::string ReasonNotToOpen(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status)) return "there is no such file";
+    if (!std::filesystem::is_regular_file(status)) return "it is no regular file";
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    if (error) return error.message();
+    if (size > kLargestFile) return fmt::format("with {} bytes it is larger than any file that is read", size);
+    return "";
+}
 
 void SaveFile(const std::string& path, std::string_view text) {
     struct stat former = {};

@@ -1,10 +1,14 @@
-#ifndef TAVREL_COMMAND_SAVEFILE_H
-#define TAVREL_COMMAND_SAVEFILE_H
+#ifndef TAVREL_COMMAND_FILES_H
+#define TAVREL_COMMAND_FILES_H
 
 #include <string>
 #include <string_view>
 
 namespace tavrel {
+
+// Why `path` is not to be opened: it does not exist, is no regular file (a pipe would block the reader for ever), or is
+// larger than any file of an installation. Empty if it may be opened.
+std::string ReasonNotToOpen(const std::string& path);
 
 // Puts `text` into a file: beside it first, so that a failure leaves the old file whole. Fails with a Failure. A path
 // that names no ordinary file, such as /dev/null, is written to as it is.

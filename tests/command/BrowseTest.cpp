@@ -1,0 +1,233 @@
+#include <filesystem>
+#include <fstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <support/InstallationBuilder.h>
+
+#include "CommandRunner.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr const char* kOvertaking = "rural/Überholen auf der Landstraße.sce";
+
+SectionText namedScenario(const std::string& name) {
+    return SectionText("Scenario").text("name", name).parameter("speed", "2.5", "real", "m/s", "Speed");
+}
+
+// An installation with one configuration "Town" over one root "town", which has a root model.
+class BrowseTest : public testing::Test {
+protected:
+    BrowseTest() {
+        installation.configuration("Town", "1.0", {"town"});
+        installation.model("town");
+        run.common = {"--config", installation.file()};
+    }
+
+    InstallationBuilder installation;
+    CommandRunner run;
+};
+
+TEST_F(BrowseTest, TreeShowsEveryLevelSorted) {
+    installation.scenario("town", "b/two.sce", namedScenario("Two"));
+    installation.scenario("town", "a.sce", namedScenario("One"));
+    const Result result = run({"tree"});
+    EXPECT_THAT(result.lines(), ElementsAre(installation.file(), "  1.0", "    Town",
+                                            "      " + installation.path() + "/town/data/scenario", "        a.sce",
+                                            "        b/two.sce"))
+        << result;
+    EXPECT_EQ(result.status, 0);
+}
+
+TEST_F(BrowseTest, ListWritesConfigurationPathAndNameAndGoesOnBehindABadFile) {
+    installation.scenario("town", "a.sce", namedScenario("One"));
+    installation.scenario("town", "bad.sce", "<sce version=\"1\"><Scenario>");
+    installation.scenario("town", "c.sce", namedScenario("Three"));
+    const Result result = run({"list"});
+    EXPECT_THAT(result.lines(), ElementsAre("Town\ta.sce\tOne", "Town\tbad.sce\t", "Town\tc.sce\tThree")) << result;
+    EXPECT_THAT(result.err, HasSubstr("bad.sce"));
+    EXPECT_EQ(result.status, 3);
+
+    const Result json = run({"list", "--json"});
+    ASSERT_EQ(json.json().size(), 3U) << json;
+    EXPECT_EQ(json.json()[0]["name"], "One");
+    EXPECT_TRUE(json.json()[1]["name"].is_null());
+    EXPECT_EQ(json.json()[2]["version"], "1.0");
+    EXPECT_THAT(run({"list", "--paths"}).lines(), ElementsAre("a.sce", "bad.sce", "c.sce"));
+}
+
+TEST_F(BrowseTest, ABadConfigurationOrLinkHidesNoOther) {
+    installation.scenario("town", "a.sce", namedScenario("One"));
+    installation.configuration("Ruin", "1.0", {"town", "missing"});
+    installation.configuration("Nameless version", "", {"town"});
+    std::filesystem::create_symlink("nowhere", installation.path() + "/town/data/scenario/broken.sce");
+    const Result result = run({"list"});
+    EXPECT_THAT(result.lines(), ElementsAre("Town\ta.sce\tOne")) << result;
+    EXPECT_THAT(result.err, HasSubstr("Ruin: Data Path ["));
+    EXPECT_THAT(result.err, HasSubstr("Unable to get version for configuration Nameless version"));
+    EXPECT_THAT(result.err, HasSubstr("Cannot list scenarios"));
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(run({"show", "a.sce", "--configuration", "Town"}).status, 0) << "the link is not in the way";
+    EXPECT_THAT(run({"get", "a.sce", "/sce/Scenario/speed"}).out, "2.500000\n");
+}
+
+TEST_F(BrowseTest, PoisonIsToldByNameAndTheRestIsListed) {
+    for (int i = 0; i < 60; ++i) installation.scenario("town", "f" + std::to_string(i) + ".sce", namedScenario("Fine"));
+    const std::string folder = installation.path() + "/town/data/scenario/";
+    std::ofstream(folder + "huge.sce").close();
+    std::filesystem::resize_file(folder + "huge.sce", std::uintmax_t(1) << 30); // sparse
+    std::ofstream(folder + "empty.sce").close();
+    const Result result = run({"list"});
+    const std::vector<std::string> lines = result.lines();
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(), [](const auto& line) { return line.ends_with("\tFine"); }), 60)
+        << result;
+    EXPECT_THAT(result.err, HasSubstr("huge.sce: with 1073741824 bytes it is larger"));
+    EXPECT_THAT(result.err, HasSubstr("empty.sce"));
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(run({"show", "huge.sce"}).err, HasSubstr("huge.sce: with 1073741824 bytes it is larger"));
+}
+
+TEST_F(BrowseTest, AScriptThatEndsTheReaderIsASentence) {
+    installation.scenario(
+        "town", "poison.sce",
+        SectionText("Scenario")
+            .section(
+                SectionText("ScenarioScript").text("scriptName", "main").text("text", "TYPEOF TOKEN (t)\n{\n}\n")));
+    for (const char* command : {"show", "ids", "run", "graph"}) {
+        const Result result = run({command, "poison.sce"});
+        EXPECT_EQ(result.status, 3) << command;
+        EXPECT_EQ(result.err,
+                  "tavrel: poison.sce: it broke an expectation of the library (assertion ScenarioItem:122)\n");
+        EXPECT_EQ(result.out, "");
+    }
+}
+
+TEST_F(BrowseTest, OnePathInTwoConfigurationsNeedsAChoice) {
+    installation.scenario("town", "a.sce", namedScenario("One"));
+    installation.configuration("Village", "2.0", {"town"});
+    const Result result = run({"show", "a.sce"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.err, HasSubstr("Town, Village all have a scenario \"a.sce\""));
+    EXPECT_EQ(run({"show", "a.sce", "--version-filter", "2.0"}).status, 0);
+}
+
+TEST_F(BrowseTest, FailuresAreOneSentenceEach) {
+    installation.scenario("town", "a.sce", namedScenario("One"));
+    const struct {
+        const char* why;
+        std::vector<std::string> arguments;
+        int status;
+        std::string sentence;
+    } rows[] = {
+        {"unknown scenario", {"show", "b.sce"}, 3, "there is no scenario \"b.sce\" in Town"},
+        {"thrown by pointer",
+         {"get", "a.sce", "/sce/Scenario/x"},
+         3,
+         "a.sce: No child parameter with id=x in scenario element : Scenario"},
+        {"an id of the wrong shape", {"get", "a.sce", "/sce/Other"}, 3, "\"/sce/Other\" is no parameter id"},
+        {"an unknown configuration", {"tree", "--configuration", "City"}, 3, "no configuration passes the filters"},
+        {"a directory above", {"show", "../a.sce"}, 3, "there is no scenario"},
+    };
+    for (const auto& row : rows) {
+        const Result result = run(row.arguments);
+        EXPECT_EQ(result.status, row.status) << row.why;
+        EXPECT_THAT(result.err, StartsWith("tavrel: " + row.sentence)) << row.why;
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << row.why << result;
+    }
+}
+
+TEST_F(BrowseTest, TheInstallationComesFromTheOptionThenTheVariableThenTheSample) {
+    run.common.clear();
+    EXPECT_THAT(run({"uri"}).out, EndsWith("installation/tavrel.xml\n"));
+    run.environment["TAVREL_CONFIG"] = installation.file();
+    EXPECT_EQ(run({"uri"}).out, "tavrel://" + installation.file() + "\n");
+    EXPECT_EQ(run({"uri", "--config", sampleFile(), "--configuration", "City", "--version-filter", "3.2"}).out,
+              "tavrel://" + sampleFile() + "?version=3.2&config=City\n");
+    run.environment["TAVREL_CONFIG"] = "/nowhere/tavrel.xml";
+    const Result result = run({"tree"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.err, "tavrel: /nowhere/tavrel.xml: no such file\n");
+}
+
+// What a person and a script see of one rich scenario.
+class SampleTest : public testing::Test {
+protected:
+    SampleTest() { run.common = {"--config", sample.file(), "--configuration", "Highway"}; }
+
+    SampleCopy sample;
+    CommandRunner run;
+};
+
+TEST_F(SampleTest, ShowTellsNodesParametersVariablesAndDeclarations) {
+    const Result text = run({"show", kOvertaking});
+    EXPECT_EQ(text.status, 0);
+    EXPECT_EQ(text.err, "") << "what the library logs stays away";
+    EXPECT_THAT(text.out, StartsWith("Überholen auf der Landstraße\n"));
+    EXPECT_THAT(text.out, HasSubstr("\n  Vehicle[3] - Truck\n"));
+    EXPECT_THAT(text.out, HasSubstr("    initialSpeed = 60.000000 km/h  (real, Initial speed)\n"));
+    EXPECT_THAT(text.out, HasSubstr("    Truck speed = 16.667  (real)\n"));
+    EXPECT_THAT(text.out, HasSubstr("  0  Truck speed  (real, km/h, default 60, 50 to 70 or 75 to 90)\n"));
+
+    const nlohmann::json json = run({"show", kOvertaking, "--json"}).json();
+    EXPECT_EQ(json["configuration"], "Highway");
+    EXPECT_EQ(json["root"]["nodeId"], "/sce/Scenario");
+    EXPECT_EQ(json["variadicParameters"][3]["literals"], nlohmann::json({"asphalt", "concrete", "cobbles"}));
+    EXPECT_EQ(json["root"]["parameters"][0]["value"], 180.0);
+    EXPECT_EQ(json["root"]["parameters"][1]["type"], "other");
+    EXPECT_TRUE(json["root"]["parameters"][1]["value"].is_null());
+}
+
+TEST_F(SampleTest, EveryIdThatIsListedCanBeAsked) {
+    const std::vector<std::string> ids = run({"ids", kOvertaking}).lines();
+    EXPECT_GT(ids.size(), 60U);
+    EXPECT_THAT(ids, testing::Contains("/sce/Scenario/ScenarioScript[scriptName=\"main\"]/Variable[name=3]/value"));
+    for (const std::size_t i : {std::size_t(0), ids.size() / 2, ids.size() - 1}) {
+        const Result result = run({"get", kOvertaking, ids[i], "--json"});
+        EXPECT_EQ(result.json()["parameterId"], ids[i]) << result;
+    }
+}
+
+TEST_F(SampleTest, FetchGivesTheBytesOfTheFile) {
+    const std::string bytes = readFile(sample.path + "/packs/road/data/scenario/" + kOvertaking);
+    EXPECT_EQ(run({"fetch", kOvertaking}).out, bytes);
+    const std::string copy = sample.path + "/copy of ü.sce";
+    EXPECT_THAT(run({"fetch", kOvertaking, "--output", copy}).out, IsEmpty());
+    EXPECT_EQ(readFile(copy), bytes);
+}
+
+TEST_F(SampleTest, FolderAndLocaleChangeNothing) {
+    for (const std::vector<std::string>& arguments :
+         std::vector<std::vector<std::string>>{{"tree"},
+                                               {"list"},
+                                               {"show", kOvertaking},
+                                               {"show", kOvertaking, "--json"},
+                                               {"run", kOvertaking, "--until", "20"}}) {
+        const Result usual = run(arguments);
+        CommandRunner german = run;
+        german.folder = "/";
+        german.environment = {{"LC_ALL", "de_DE.UTF-8"}, {"LANG", "de_DE.UTF-8"}};
+        EXPECT_EQ(german(arguments).out, usual.out) << arguments[0];
+        EXPECT_EQ(usual.status, 0) << usual;
+    }
+    CommandRunner inside = run;
+    inside.folder = sample.path;
+    inside.common = {"--config", "tavrel.xml", "--configuration", "Highway"};
+    EXPECT_EQ(inside({"list"}).out, run({"list"}).out);
+}
+
+TEST_F(SampleTest, ResultsThatCannotBeWrittenAreTold) {
+    const Result result = run({"fetch", kOvertaking, "--output", sample.path + "/missing/copy.sce"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.err, HasSubstr("cannot write " + sample.path + "/missing/copy.sce: No such file or directory"));
+    EXPECT_THAT(run({"fetch", kOvertaking, "--output", "/dev/full"}).err, HasSubstr("No space left on device"));
+}
+
+} // namespace
