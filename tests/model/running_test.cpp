@@ -133,8 +133,7 @@ TEST_F(RunningScenarioTest, PauseAndStop) {
         const auto scenario = ReadScenario(host, body);
         EXPECT_EQ(scenario->stopped, 1) << row.why << ": until Init";
         host.Run(*scenario, {0.0, 0.5, 1.0});
-        for (ScenarioItem* rule : std::vector<ScenarioItem*>{scenario->subTasks[0]->rules[0]})
-            static_cast<Rule*>(rule)->Init("", 1.0);
+        scenario->subTasks.front()->rules.front()->Init("", 1.0);
         const std::int32_t before = scenario->stepCount;
         for (const int number : row.on) host.switches[number] = true;
         host.StepAt(2.0);
@@ -149,7 +148,7 @@ TEST_F(RunningScenarioTest, PauseAndStop) {
     const auto scenario = ReadScenario(host, body);
     host.switches.clear();
     host.Run(*scenario, {0.0, 0.5});
-    scenario->includes.clear();
+    for (Include* include : std::vector<Include*>(scenario->includes)) scenario->RemoveChild(include);
     for (const std::int32_t next : {1, -4}) {
         scenario->paused = 1;
         scenario->nextState = next;
