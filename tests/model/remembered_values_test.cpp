@@ -1,0 +1,252 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include <support/ScriptWorld.h>
+
+namespace {
+
+// What a parameter becomes when everything is searched anew.
+ParameterValue SearchedValue(Parameter& parameter) {
+    ParameterValue out;
+    const auto& definition = static_cast<const Parameter&>(*parameter.model);
+    if (parameter.valueKind == "USER") {
+        out.tag = 1;
+        out.number = static_cast<float>(std::atof(parameter.value.c_str()));
+        out.text = parameter.value;
+    } else if (parameter.valueKind == "ENUM") {
+        auto* tab = dynamic_cast<EnumTab*>(parameter.FindEnumTab(definition.enumTab));
+        if (!tab) return out;
+        const auto* entry = dynamic_cast<Variable*>(tab->FindEntry(parameter.value));
+        if (!entry) return out;
+        if (entry->type == "STRING") {
+            out.tag = 3;
+            out.text = entry->value;
+        } else if (entry->type != "VOID") {
+            out.tag = 1;
+            out.number = static_cast<float>(std::atof(entry->value.c_str()));
+        }
+    } else if (parameter.valueKind == "VARIABLE") {
+        out.tag = 1;
+        std::vector<ScenarioItem*> variables;
+        parameter.CollectVisibleItems(KindVariable, variables, std::to_string(std::atoi(parameter.value.c_str())), "");
+        for (const ScenarioItem* variable : variables) {
+            const ScenarioItem* file = FindFileScope(variable);
+            if (file && file->fileName == parameter.ownerFile) static_cast<const Variable*>(variable)->FillValue(out);
+        }
+    }
+    return out;
+}
+
+std::string Shown(const ParameterValue& value) {
+    return std::to_string(value.tag) + " " + std::to_string(value.number) + " [" + value.text + "]";
+}
+
+const char* const kModel = R"(
+    TYPEOF FOLDER (model)
+    {
+        TYPEOF FOLDER (ENUMTAB_LIST)
+        {
+            TYPEOF ENUMTAB (t0)
+            {
+            }
+            TYPEOF FOLDER (more)
+            {
+                TYPEOF ENUMTAB (t1)
+                {
+                }
+            }
+        }
+        TYPEOF FOLDER (PARAMETER_LIST)
+        {
+            TYPEOF PARAMETER (p)
+            {
+                TYPE="FLOAT"
+                ENUMTAB="t0"
+                KINDLIST="USER VARIABLE ENUM"
+            }
+            TYPEOF PARAMETER (which)
+            {
+                TYPE="INTEGER"
+                KINDLIST="USER"
+            }
+        }
+        TYPEOF FOLDER (ACTION_LIST)
+        {
+            TYPEOF ACTION (change)
+            {
+                CODE="1"
+            }
+        }
+        TYPEOF FOLDER (CONDITION_LIST)
+        {
+            TYPEOF CONDITION (test)
+            {
+                CODE="1"
+                TYPEOF PARAMETER (p)
+                {
+                    KIND="USER"
+                    VALUE="0"
+                }
+                TYPEOF PARAMETER (which)
+                {
+                    KIND="USER"
+                    VALUE="0"
+                }
+            }
+        }
+    })";
+
+// A scenario in which every rule asks for a value and then changes something, at random but always alike.
+class RememberedValuesTest : public testing::Test {
+protected:
+    RememberedValuesTest() {
+        std::string rule = "TYPEOF RULE (r)\n{\nTYPEOF CONDITION (test)\n{\nTYPEOF PARAMETER "
+                           "(p)\n{\nKIND=\"USER\"\nVALUE=\"1\"\n}\nTYPEOF PARAMETER (which)\n{\nKIND=\"USER\"\n}\n}\n"
+                           "TYPEOF ACTION (change)\n{\n}\nTYPEOF ELSE_ACTION (change)\n{\n}\n}\n";
+        std::string text = "TYPEOF SCENARIO (s)\n{\nFILE=\"f0\"\nTYPEOF INCLUDE (i)\n{\nFILE=\"f1\"\n" + rule + rule +
+                           "}\n" + rule + rule;
+        for (int depth = 0; depth < 3; ++depth) text += "TYPEOF TASK (0)\n{\n" + rule + rule;
+        text += "}\n}\n}\n}\n";
+        script = world.ReadText(text);
+        std::vector<ScenarioItem*> items;
+        script->CollectItems(KindParameter, "p", items, true, true);
+        for (ScenarioItem* item : items) parameters.push_back(static_cast<Parameter*>(item));
+        items.clear();
+        script->CollectItems(KindParameter, "which", items, true, true);
+        for (std::size_t i = 0; i < items.size(); ++i) static_cast<Parameter*>(items[i])->value = std::to_string(i);
+        for (const ScenarioItemKind kind : {KindTask, KindRule, KindScenario, KindInclude}) {
+            items.clear();
+            script->CollectItemsOfKind(items, kind, true, true);
+            levels.insert(levels.end(), items.begin(), items.end());
+        }
+        for (const char* tab : {"t0", "t1"}) tabs.push_back(world.root->FindItem(KindEnumTab, tab, ""));
+        ActionTable().resize(2);
+        ActionTable()[1] = [this](const ParameterValues&) { Change(); };
+        ConditionTable().resize(2);
+    }
+    ~RememberedValuesTest() override {
+        ActionTable().resize(1);
+        ConditionTable().resize(1);
+    }
+
+    std::size_t Random(std::size_t below) { return std::uniform_int_distribution<std::size_t>(0, below - 1)(random); }
+    template <class Item>
+    Item& Any(const std::vector<Item*>& items) {
+        return *items[Random(items.size())];
+    }
+    std::string Number() { return std::to_string(Random(3)); }
+    std::string Word(const std::vector<std::string>& words) { return words[Random(words.size())]; }
+
+    std::vector<Variable*> Variables(const std::vector<ScenarioItem*>& owners, ScenarioItemKind kind) {
+        std::vector<ScenarioItem*> items;
+        for (ScenarioItem* owner : owners) owner->GetChildren(items, kind);
+        std::vector<Variable*> variables;
+        for (ScenarioItem* item : items) variables.push_back(static_cast<Variable*>(item));
+        return variables;
+    }
+
+    void Change() {
+        const bool isEntry = Random(2) == 0;
+        const std::vector<ScenarioItem*>& owners = isEntry ? tabs : levels;
+        const ScenarioItemKind kind = isEntry ? KindEnum : KindVariable;
+        const std::vector<Variable*> variables = Variables(owners, kind);
+        Parameter& parameter = Any(parameters);
+        switch (Random(14)) {
+        case 0:
+        case 1: {
+            if (variables.size() > 30) break;
+            auto* variable = static_cast<Variable*>(CreateItem(kind, Number(), nullptr));
+            variable->type = Word({"FLOAT", "FLOAT", "INTEGER", "STRING"});
+            variable->value = Number();
+            Any(owners).AddChild(variable, nullptr, Random(2) == 0);
+            break;
+        }
+        case 2:
+            if (variables.size() > 12) {
+                Variable& variable = Any(variables);
+                variable.parent->RemoveChild(&variable);
+            }
+            break;
+        case 3:
+            if (!variables.empty()) Any(variables).name = Number();
+            break;
+        case 4:
+            if (!variables.empty()) Any(variables).value = Number() + ".5";
+            break;
+        case 5:
+            if (!variables.empty()) Any(variables).type = Word({"FLOAT", "INTEGER", "STRING", "VOID"});
+            break;
+        case 6:
+            if (!variables.empty()) {
+                Variable& variable = Any(variables);
+                ScenarioItem* former = variable.parent;
+                variable.parent = nullptr;
+                former->RemoveChild(&variable);
+                Any(owners).AddChild(&variable, nullptr, Random(2) == 0);
+            }
+            break;
+        case 7:
+            parameter.valueKind = Word({"USER", "ENUM", "VARIABLE", "VARIABLE"});
+            break;
+        case 8:
+            parameter.value = Number();
+            break;
+        case 9:
+            parameter.ownerFile = Word({"f0", "f1"});
+            break;
+        case 10:
+            script->fileName = Word({"f0", "f0", "f1"});
+            break;
+        case 11:
+            static_cast<Parameter*>(parameter.model)->enumTab = Word({"t0", "t1"});
+            break;
+        case 12:
+            std::swap(tabs[0]->name, tabs[1]->name);
+            break;
+        case 13:
+            if (!variables.empty()) {
+                Variable& variable = Any(variables);
+                variable.parent->SwapChildren(&variable, &Any(variables));
+            }
+            break;
+        }
+    }
+
+    ScriptWorld world{kModel};
+    std::unique_ptr<ScenarioItem> script;
+    std::vector<Parameter*> parameters;
+    std::vector<ScenarioItem*> levels;
+    std::vector<ScenarioItem*> tabs;
+    std::mt19937 random{4711};
+};
+
+TEST_F(RememberedValuesTest, NothingAHostChangesIsMissed) {
+    ASSERT_EQ(parameters.size(), 10) << world.cause;
+    scenarioLog = nullptr;
+    for (int i = 0; i < 10000; ++i) {
+        Change();
+        Parameter& parameter = Any(parameters);
+        ParameterValue value;
+        parameter.FillValue(value);
+        ASSERT_EQ(Shown(value), Shown(SearchedValue(parameter))) << "change " << i;
+    }
+}
+
+// Within one step the rules follow one another, and each action changes the tree under those that come after it.
+TEST_F(RememberedValuesTest, NothingAnActionChangesIsMissed) {
+    auto& scenario = static_cast<ScenarioLib::Scenario&>(*script);
+    scenarioLog = nullptr;
+    int count = 0;
+    ConditionTable()[1] = [&](const ParameterValues& values) {
+        ++count;
+        EXPECT_EQ(Shown(values[0]), Shown(SearchedValue(*parameters[static_cast<std::size_t>(values[1].number)])));
+        return Random(2) == 0;
+    };
+    scenario.Init("", 0.0);
+    for (int i = 0; i < 500 && !HasFailure(); ++i) scenario.StepScenario(0.1 * i);
+    EXPECT_GT(count, 2000);
+}
+
+} // namespace
