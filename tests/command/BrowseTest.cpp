@@ -104,8 +104,10 @@ TEST_F(BrowseTest, AScriptThatEndsTheReaderIsASentence) {
     for (const char* command : {"show", "ids", "run", "graph"}) {
         const Result result = run({command, "poison.sce"});
         EXPECT_EQ(result.status, 3) << command;
-        EXPECT_EQ(result.err,
-                  "tavrel: poison.sce: it broke an expectation of the library (assertion ScenarioItem:122)\n");
+        EXPECT_EQ(
+            result.err,
+            "tavrel: poison.sce: it broke an expectation of the library (assertion ScenarioItem:122): a block is of "
+            "a kind that has no items\n");
         EXPECT_EQ(result.out, "");
     }
 }

@@ -61,6 +61,36 @@ std::size_t ResidentSize() {
     return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
+struct AssertionCause {
+    const char* assertion;
+    const char* cause;
+};
+
+// The expectations of the library that a text can break, in words.
+// clang-format off
+constexpr AssertionCause kAssertionCauses[] = {
+    {"ScenarioItem:122", "a block is of a kind that has no items"},
+    {"token:275",        "the root model lacks the folder of definitions that the text needs"},
+    {"token:221",        "a block stands where only parameters, calls, rules and tasks may stand"},
+    {"token:222",        "a block stands where only parameters, calls, rules and tasks may stand"},
+    {"function:288",     "the definition of IS_VHL_AT_POSITION has no parameter MAP_RADIUS"},
+    {"action:74",        "an action stands outside any rule"},
+    {"Condition:283",    "a condition stands outside any rule"},
+    {"Parameter:120",    "a parameter stands outside any call"},
+    {"Parameter:452",    "a parameter of KIND \"FUNCTION\" has no function"},
+    {"Parameter:885",    "a parameter of KIND \"ENUM\" names no entry of its enumeration"},
+    {"Parameter:1176",   "the enumeration of a parameter is not in the root model"},
+    {"Parameter:1396",   "the enumeration of a parameter is not in the root model"},
+};
+// clang-format on
+
+std::string AssertionSentence(const std::string& assertion) {
+    std::string sentence = fmt::format("it broke an expectation of the library (assertion {})", assertion);
+    for (const AssertionCause& row : kAssertionCauses)
+        if (assertion == row.assertion) sentence += fmt::format(": {}", row.cause);
+    return sentence;
+}
+
 // Passes on what a child writes to its standard error stream, and keeps the assertion back that it dies of.
 class ErrorRelay {
 public:
@@ -170,8 +200,7 @@ public:
         relay.End();
         status = WIFEXITED(result) ? WEXITSTATUS(result) : 0;
         if (tooSlow) return fmt::format("given up after {} seconds", limits.seconds);
-        if (!relay.assertion.empty())
-            return fmt::format("it broke an expectation of the library (assertion {})", relay.assertion);
+        if (!relay.assertion.empty()) return AssertionSentence(relay.assertion);
         if (WIFEXITED(result)) return "";
         const int signal = WTERMSIG(result);
         return fmt::format("reading it ended the process ({})", strsignal(signal));

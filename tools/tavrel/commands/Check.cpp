@@ -381,26 +381,6 @@ private:
     std::set<std::string> known;
 };
 
-// What broken expectations mean that a text can lead to.
-struct AssertionCause {
-    const char* assertion;
-    const char* cause;
-};
-// clang-format off
-constexpr AssertionCause kAssertionCauses[] = {
-    {"ScenarioItem:122", "a block has a kind for which there are no items"},
-    {"token:271",        "there is no root model to look definitions up in"},
-    {"token:275",        "the root model has no folder for the definitions that the text needs"},
-};
-// clang-format on
-
-std::string Explained(const std::string& cause) {
-    for (const AssertionCause& row : kAssertionCauses)
-        if (cause.find(fmt::format("assertion {})", row.assertion)) != std::string::npos)
-            return fmt::format("{}: {}", cause, row.cause);
-    return cause;
-}
-
 std::string FindingText(const Output& out, const Json& finding) {
     const auto text = [&](const char* member) { return finding[member].get<std::string>(); };
     const std::uint32_t row = finding["row"].get<std::uint32_t>();
@@ -456,7 +436,7 @@ int RunCheck(Context& context) {
             }
             for (const Json& finding : result["findings"]) found(finding);
         },
-        [&](std::size_t item, const std::string& cause) { found(Finding(jobs[item].path, 0, Explained(cause))); });
+        [&](std::size_t item, const std::string& cause) { found(Finding(jobs[item].path, 0, cause)); });
     if (asJson) context.out.Print(DumpJson(all));
     return context.status;
 }

@@ -73,6 +73,7 @@ void PrintValueCases(Output& out, const std::string& command, const std::vector<
         if (*row.value) out.Print(ValueCase(fmt::format("\"{} {}\"", command, row.name), row));
 }
 
+// clang-format off: it takes a brace of the script for the end of a namespace
 constexpr const char* kCompletionHead = R"bash(# Completion of the command tavrel for bash.
 
 # Scenarios of the installation that the line names. Their paths may hold blanks, so they are taken line by line.
@@ -93,6 +94,7 @@ _tavrel() {
   local command="" operands=0 i
   COMPREPLY=()
 )bash";
+// clang-format on
 
 } // namespace
 
@@ -171,7 +173,7 @@ int RunCompletion(Context& context) {
             const std::string place = command.operands[i].takes == Takes::Many ? "*" : std::to_string(i);
             out.Print(ValueCase(fmt::format("\"{}:\"{}", command.name, place), command.operands[i]));
         }
-    out.Print("  esac\n}}\ncomplete -F _tavrel tavrel\n");
+    out.Print("  esac\n}\ncomplete -F _tavrel tavrel\n");
     return context.status;
 }
 

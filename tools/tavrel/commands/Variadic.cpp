@@ -183,7 +183,9 @@ Json Save(Context& context, OpenedScenario& opened) {
         // A template saves into its own directory; the way from there to the file leads anywhere.
         target = context.arguments.Text("--output");
         const std::filesystem::path folder = std::filesystem::canonical(opened.directory);
-        scenario.setPath(std::filesystem::weakly_canonical(target).lexically_relative(folder).generic_string());
+        scenario.setPath(std::filesystem::weakly_canonical(std::filesystem::absolute(target))
+                             .lexically_relative(folder)
+                             .generic_string());
     }
     scenario.save();
     const TavrelScenario saved(opened.configuration.name, scenario.getPath(), opened.directory);
