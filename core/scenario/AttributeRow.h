@@ -70,9 +70,11 @@ private:
 
 template <class Item, std::size_t Count>
 bool LoadFromRows(Item& item, const ScenarioTextStream& stream, const AttributeRow<Item> (&rows)[Count]) {
+    if (stream.cursor >= stream.end) return false;
     std::string_view value;
     for (const AttributeRow<Item>& row : rows) {
-        if (!MatchAttribute(stream, row.key, value)) continue;
+        // Nearly every row is for another key, and most of those begin with another letter.
+        if (row.key.front() != *stream.cursor || !MatchAttribute(stream, row.key, value)) continue;
         if (row.isOpen(item)) return row.take(item, value);
         NoteSecondValue(stream, row.key);
     }

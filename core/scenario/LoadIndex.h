@@ -12,6 +12,13 @@ ScenarioItem* FindDefinitionFolder(const ScenarioItem* root, const char* listNam
 // root->FindItem(FOLDER, listName, "")->FindItem(kind, name, "") gives, null also when there is no such folder. While
 // a text is being read an index answers that lives no longer than the load; otherwise the tree is searched.
 ScenarioItem* FindDefinition(ScenarioItem* root, const char* listName, std::uint32_t kind, const std::string& name);
+// Both at once: the definition, or null, and whether the folder is there.
+struct DefinitionPlace {
+    ScenarioItem* definition;
+    bool hasFolder;
+};
+DefinitionPlace FindDefinitionPlace(ScenarioItem* root, const char* listName, std::uint32_t kind,
+                                    const std::string& name);
 // The first ENUM of that name in `enumTab`, as enumTab->FindItem(ENUM, name, "") gives it.
 ScenarioItem* FindEnumEntryIn(ScenarioItem* enumTab, const std::string& name);
 

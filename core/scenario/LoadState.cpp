@@ -201,13 +201,19 @@ ScenarioItem* FindDefinitionFolder(const ScenarioItem* root, const char* listNam
     return index ? index->Folder(list) : SearchFolder(root, listName);
 }
 
-ScenarioItem* FindDefinition(ScenarioItem* root, const char* listName, std::uint32_t kind, const std::string& name) {
-    const std::size_t list = ListOf(listName);
-    if (list < kListCount && kLists[list].kind == kind && currentLoad) {
-        if (DefinitionIndex* index = currentLoad->IndexOf(root)) return index->Find(list, name);
+DefinitionPlace FindDefinitionPlace(ScenarioItem* root, const char* listName, std::uint32_t kind,
+                                    const std::string& name) {
+    if (currentLoad) {
+        const std::size_t list = ListOf(listName);
+        DefinitionIndex* index = list < kListCount && kLists[list].kind == kind ? currentLoad->IndexOf(root) : nullptr;
+        if (index) return {index->Find(list, name), index->Folder(list) != nullptr};
     }
     ScenarioItem* folder = SearchFolder(root, listName);
-    return folder ? folder->FindItem(kind, name, std::string()) : nullptr;
+    return {folder ? folder->FindItem(kind, name, std::string()) : nullptr, folder != nullptr};
+}
+
+ScenarioItem* FindDefinition(ScenarioItem* root, const char* listName, std::uint32_t kind, const std::string& name) {
+    return FindDefinitionPlace(root, listName, kind, name).definition;
 }
 
 ScenarioItem* FindEnumEntryIn(ScenarioItem* enumTab, const std::string& name) {

@@ -97,12 +97,13 @@ void Token::LinkModel(Token* item, const char* listName) {
     }
     ScenarioItem* root = GetModelRoot(item);
     if (!root) AssertAbort(kSource, 271);
-    if (!FindDefinitionFolder(root, listName)) {
+    const DefinitionPlace place = FindDefinitionPlace(root, listName, DefinitionKindOf(*item), item->name);
+    if (!place.hasFolder) {
         TellRefusalNow(std::string("the model has no folder ") + listName);
         AssertAbort(kSource, 275);
     }
-    auto* definition = dynamic_cast<Token*>(FindDefinition(root, listName, DefinitionKindOf(*item), item->name));
-    item->SetModel(definition);
+    // Whatever has the kind of a token is one.
+    item->SetModel(static_cast<Token*>(place.definition));
 }
 
 void Token::MakeUniqueName() {
