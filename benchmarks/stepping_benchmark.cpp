@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
-#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,19 +14,7 @@
 
 #include <scenario/ItemModel.h>
 
-namespace {
-
-std::uint64_t allocations = 0;
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+#include "CountAllocations.h"
 
 namespace {
 
@@ -67,20 +54,26 @@ std::unique_ptr<ScenarioItem> Read(const std::string& text) {
 
 // The arguments of the conditions, in turn.
 std::pair<std::string, std::string> Literals(std::size_t rule) {
-    return {std::to_string(rule % 97) + "." + std::to_string(rule % 1000), "-" + std::to_string(rule % 89) + ".25"};
+    return {std::to_string(rule % 97) + "." + std::to_string(rule % 1000), std::to_string(rule % 89) + ".25"};
 }
 std::pair<std::string, std::string> Entries(std::size_t rule) {
     return {"E" + std::to_string(rule % 20), "E" + std::to_string((rule + 7) % 20)};
 }
+std::pair<std::string, std::string> Names(std::size_t rule) {
+    return {std::to_string(rule % 10), std::to_string((rule + 3) % 10)};
+}
 using Arguments = std::pair<std::string, std::string> (*)(std::size_t);
 
-std::string Rules(std::size_t first, std::size_t count, const std::string& kind, Arguments arguments) {
+enum class Acting { Never, WhenTrue };
+
+std::string Rules(std::size_t first, std::size_t count, const std::string& kind, Arguments arguments,
+                  Acting acting = Acting::Never) {
     std::string text;
     for (std::size_t i = first; i < first + count; ++i) {
         const auto [a, b] = arguments(i);
-        text += Block("RULE (" + std::to_string(i) + ")",
-                      Block("CONDITION (INFERIOR)", Parameter("A", kind, a) + Parameter("B", kind, b)) +
-                          Block("ACTION (SET)", Parameter("A", "USER", a)));
+        std::string body = Block("CONDITION (INFERIOR)", Parameter("A", kind, a) + Parameter("B", kind, b));
+        if (acting == Acting::WhenTrue) body += Block("ACTION (SET)", Parameter("A", "USER", "1.5"));
+        text += Block("RULE (" + std::to_string(i) + ")", body);
     }
     return text;
 }
@@ -117,9 +110,9 @@ void Step(benchmark::State& state, Scenario& scenario, std::size_t rules) {
     double time = 0.0;
     // To enter the state, to make what is made once, and to meet each branch.
     for (int i = 0; i < 4; ++i) scenario.StepScenario(time += 0.02);
-    const std::uint64_t before = allocations;
+    const std::uint64_t before = allocationsSoFar();
     scenario.StepScenario(time += 0.02);
-    state.counters["allocations"] = static_cast<double>(allocations - before);
+    state.counters["allocations"] = static_cast<double>(allocationsSoFar() - before);
     for (auto _ : state) scenario.StepScenario(time += 0.02);
     state.counters["perRule"] = benchmark::Counter(
         static_cast<double>(rules), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
@@ -175,30 +168,31 @@ BENCHMARK(convertTwice)->Arg(10)->Arg(1000)->Arg(10000)->Arg(100000);
 
 constexpr std::size_t kRules = 10000;
 
-void stepOnVariables(benchmark::State& state) {
+void StepOn(benchmark::State& state, const std::string& kind, Arguments arguments, std::size_t variables,
+            Acting acting = Acting::Never) {
     TheHost();
-    const auto inScope = static_cast<std::size_t>(state.range(0));
-    const Arguments arguments = [](std::size_t rule) {
-        return std::pair<std::string, std::string>(std::to_string(rule % 10), std::to_string((rule + 3) % 10));
-    };
-    const auto item = Read(Block("SCENARIO (0)", Variables(inScope) + Rules(0, kRules, "VARIABLE", arguments)));
+    const auto item = Read(Block("SCENARIO (0)", Variables(variables) + Rules(0, kRules, kind, arguments, acting)));
     Step(state, static_cast<Scenario&>(*item), kRules);
+}
+
+void stepOnLiterals(benchmark::State& state) { StepOn(state, "USER", Literals, 0); }
+BENCHMARK(stepOnLiterals);
+void stepOnEntries(benchmark::State& state) { StepOn(state, "ENUM", Entries, 0); }
+BENCHMARK(stepOnEntries);
+// The argument is the number of variables in scope.
+void stepOnVariables(benchmark::State& state) {
+    StepOn(state, "VARIABLE", Names, static_cast<std::size_t>(state.range(0)));
 }
 BENCHMARK(stepOnVariables)->Arg(10)->Arg(1000);
 
-void stepOnEntries(benchmark::State& state) {
-    TheHost();
-    const auto item = Read(Block("SCENARIO (0)", Rules(0, kRules, "ENUM", Entries)));
-    Step(state, static_cast<Scenario&>(*item), kRules);
+// The same with an action in every second rule or so. After an action everything may have changed, so all that was
+// found by name is looked at again.
+void stepAndActOnLiterals(benchmark::State& state) { StepOn(state, "USER", Literals, 0, Acting::WhenTrue); }
+BENCHMARK(stepAndActOnLiterals);
+void stepAndActOnVariables(benchmark::State& state) {
+    StepOn(state, "VARIABLE", Names, static_cast<std::size_t>(state.range(0)), Acting::WhenTrue);
 }
-BENCHMARK(stepOnEntries);
-
-void stepOnLiterals(benchmark::State& state) {
-    TheHost();
-    const auto item = Read(Block("SCENARIO (0)", Rules(0, kRules, "USER", Literals)));
-    Step(state, static_cast<Scenario&>(*item), kRules);
-}
-BENCHMARK(stepOnLiterals);
+BENCHMARK(stepAndActOnVariables)->Arg(10)->Arg(1000);
 
 // --- names
 

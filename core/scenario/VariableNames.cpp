@@ -115,15 +115,18 @@ void VariableNames::MakeLabelUnique(Variable& variable) {
     }
     if (!labelsAreIndexed) IndexLabels();
     const std::int32_t places = visible[&variable];
-    const auto isTaken = [&](const std::string& candidate) {
+    const auto takenPlaces = [&](const std::string& candidate) {
         const auto found = labels.find(candidate);
-        if (found == labels.end()) return false;
-        return found->second > (candidate == variable.label ? places : 0);
+        return found == labels.end() ? 0 : found->second;
     };
-    std::string candidate = variable.label;
-    while (isTaken(candidate)) candidate.insert(candidate.begin(), '_');
-    if (candidate == variable.label) return;
-    labels[variable.label] -= places;
+    if (takenPlaces(variable.label) <= places) return;
+
+    // Of a hundred variables with one label the last gets ninety-nine underscores; it does not try again what those
+    // before it have found taken.
+    std::size_t& taken = takenUnderscores[variable.label];
+    std::string candidate = std::string(taken + 1, '_') + variable.label;
+    for (; takenPlaces(candidate) > 0; ++taken) candidate.insert(candidate.begin(), '_');
+    labels[variable.label] -= places; // and is still taken, so what is known of underscores stays true
     labels[candidate] += places;
     variable.label = candidate;
 }
@@ -132,6 +135,7 @@ void VariableNames::IndexLabels() {
     labelsAreIndexed = true;
     labels.clear();
     visible.clear();
+    takenUnderscores.clear();
     std::vector<ScenarioItem*> seen;
     task.CollectVisibleItems(KindVariable, seen, "", "");
     for (const ScenarioItem* item : seen) {

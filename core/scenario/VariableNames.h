@@ -46,6 +46,8 @@ private:
     std::unordered_map<const ScenarioItem*, std::int32_t> visible;         // how often each of them is seen
     std::unordered_map<std::string, std::vector<Parameter*>> parametersOf; // by the variable that they name
     std::int32_t firstPossible = 0;                                        // all smaller numbers are taken
+    // By label: so many underscores and fewer, but at least one, are taken.
+    std::unordered_map<std::string, std::size_t> takenUnderscores;
 };
 
 #endif
