@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <map>
 #include <sstream>
 #include <string_view>
+#include <system_error>
 #include <unordered_set>
 
 #include <Poco/DirectoryIterator.h>
@@ -55,6 +57,17 @@ void forEachScenarioFile(const std::string& root, Found found) {
         }
         std::reverse(folders.begin() + subfolders, folders.end());
     }
+}
+
+// A folder as the walk spells it, so that what stands below it can be cut off. Poco resolves ".." by the text alone;
+// behind a link that leads elsewhere than the system goes, so there the system is asked.
+std::string walkableRoot(const std::string& folder) {
+    if (folder.find("/../") != std::string::npos) {
+        std::error_code error;
+        const std::filesystem::path resolved = std::filesystem::canonical(folder, error);
+        if (!error) return resolved.string();
+    }
+    return Poco::Path(folder).absolute().toString();
 }
 
 // What of `path` stands below `root`, with forward slashes.
@@ -247,7 +260,7 @@ void TavrelScenarioTemplateDatabase::getScenarioPaths(const std::string& configu
                                                       std::vector<std::pair<std::string, std::string>>& paths) const {
     paths.clear();
     const std::string directory = getScenarioDirectory(configuration, directoryIndex);
-    std::string root = Poco::Path(directory).absolute().toString();
+    std::string root = walkableRoot(directory);
     std::replace(root.begin(), root.end(), '\\', '/');
     const std::string genericRoot = lmkUtils::EnvConfig::transformInGenericPath(root, false);
     try {
@@ -263,9 +276,10 @@ void TavrelScenarioTemplateDatabase::getScenarioPaths(const std::string& configu
 const std::string& TavrelScenarioTemplateDatabase::getScenarioDirectory(const std::string& path) const {
     static const std::string none;
     for (const std::string& directory : scenarioDirectories) {
+        const std::string root = walkableRoot(directory);
         bool isThere = false;
-        forEachScenarioFile(directory, [&](const std::string& candidate) {
-            isThere = relativePath(candidate, directory) == path;
+        forEachScenarioFile(root, [&](const std::string& candidate) {
+            isThere = relativePath(candidate, root) == path;
             return !isThere;
         });
         if (isThere) return directory;

@@ -332,6 +332,21 @@ TEST_F(DatabaseTest, WhatCannotBeReadEndsTheListing) {
     EXPECT_EQ(loop.message.rfind("Cannot list scenarios : ", 0), 0U) << loop.message;
 }
 
+// Seen as text the root would be "packs/city"; followed as a path it is not.
+TEST_F(DatabaseTest, DotsBehindALinkLeadWhereTheSystemGoes) {
+    touch(scenarios("city") / "wrong.sce");
+    touch(fs::path(installation.path()) / "elsewhere/city/data/scenario/north/right.sce");
+    fs::create_directories(fs::path(installation.path()) / "elsewhere/inner");
+    fs::create_directory_symlink("../elsewhere/inner", fs::path(installation.path()) / "packs/link");
+    installation.configuration("Linked", "1", {"packs/link/../city"});
+    const TavrelScenarioTemplateDatabase linked = database("*", "Linked");
+    EXPECT_THAT(relativePaths(linked, "Linked", 0), ElementsAre("north/right.sce"));
+    const auto found = linked.getScenarioPath("Linked", 0, 0);
+    EXPECT_TRUE(fs::exists(found.first + "/" + found.second));
+    EXPECT_TRUE(fs::exists(linked.getScenarioDirectory("north/right.sce") + "/north/right.sce"));
+    EXPECT_EQ(linked.getScenarioDirectory("wrong.sce"), "");
+}
+
 TEST_F(DatabaseTest, TheDirectoryOfAPathIsTheFirstThatHoldsIt) {
     touch(scenarios("city") / "north/a.sce");
     touch(scenarios("common") / "north/a.sce");
