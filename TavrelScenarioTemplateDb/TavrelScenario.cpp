@@ -59,7 +59,7 @@ bool isScriptVariableStep(std::string_view text) {
 // templates may point into it. While it is being read there is no root model, so that it links within itself and never
 // to the model of a template that was opened before; that one is back if the read fails.
 void readRootModel(const std::string& file) {
-    static auto* const kept = new std::vector<Folders*>(); // by which every model stays reachable
+    static auto* const kept = new std::vector<std::unique_ptr<ScenarioItem>>(); // by which every model stays reachable
     struct Current {
         ~Current() { scenarioRootModel = model; }
         Folders* model = std::exchange(scenarioRootModel, nullptr);
@@ -67,8 +67,7 @@ void readRootModel(const std::string& file) {
     std::unique_ptr<ScenarioItem> item(LoadScenarioFile(file.c_str(), &std::cout, false));
     auto* model = dynamic_cast<Folders*>(item.get());
     if (!model) throw Exception("Unable to get initialize scenario root model " + file, ExceptionCodeGeneric);
-    kept->push_back(model);
-    item.release();
+    kept->push_back(std::move(item));
     current.model = model;
 }
 
