@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
-#include <system_error>
+#include <new>
+#include <stdexcept>
 #include <utility>
 
 #include <fcntl.h>
@@ -108,6 +108,21 @@ int OpenTemporary(const std::string& target, std::string& temporary) {
     return -1;
 }
 
+// Reads to the end of the file, which may be another one than was expected when `content` got its size.
+bool ReadAll(int descriptor, std::string& content) {
+    size_t length = 0;
+    for (;;) {
+        if (length == content.size()) content.resize(content.size() * 2);
+        const ssize_t count = ::read(descriptor, content.data() + length, content.size() - length);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return false;
+        if (count == 0) break;
+        length += static_cast<size_t>(count);
+    }
+    content.resize(length);
+    return true;
+}
+
 bool WriteAll(int descriptor, const std::string& content) {
     size_t written = 0;
     while (written < content.size()) {
@@ -132,7 +147,7 @@ bool ReadPlainFile(const std::string& path, std::string& content, std::string& r
         return false;
     }
     // Without O_NONBLOCK the open of a pipe would wait for a writer.
-    Descriptor file(::open(WithForwardSlashes(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    const Descriptor file(::open(WithForwardSlashes(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status {};
     if (!file || ::fstat(file.get(), &status) != 0) {
         reason = SystemReason(errno);
@@ -142,23 +157,21 @@ bool ReadPlainFile(const std::string& path, std::string& content, std::string& r
         reason = S_ISDIR(status.st_mode) ? SystemReason(EISDIR) : "not a plain file";
         return false;
     }
-    // One byte more than the file is said to hold, so that its end is seen without growing.
-    std::string read(static_cast<size_t>(status.st_size) + 1, '\0');
-    size_t length = 0;
-    for (;;) {
-        if (length == read.size()) read.resize(read.size() * 2);
-        const ssize_t count = ::read(file.get(), read.data() + length, read.size() - length);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) {
+    try {
+        // One byte more than the file is said to hold, so that its end is seen without growing.
+        std::string read(static_cast<size_t>(status.st_size) + 1, '\0');
+        if (!ReadAll(file.get(), read)) {
             reason = SystemReason(errno);
             return false;
         }
-        if (count == 0) break;
-        length += static_cast<size_t>(count);
+        content = std::move(read);
+        return true;
+    } catch (const std::bad_alloc&) {
+        reason = SystemReason(ENOMEM);
+    } catch (const std::length_error&) {
+        reason = SystemReason(ENOMEM);
     }
-    read.resize(length);
-    content = std::move(read);
-    return true;
+    return false;
 }
 
 bool WriteFileWhole(const std::string& path, const std::string& content, std::string& reason) {

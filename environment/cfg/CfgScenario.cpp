@@ -19,12 +19,14 @@ std::string Message(const char* path, const XmlFault& fault) {
     return std::string(path) + ":" + std::to_string(fault.row) + ": " + fault.reason;
 }
 
-std::optional<XmlFault> ReadFile(const char* path, detail::Document& document) {
+// Makes the document of a file; null, or of no use, if there is a fault.
+std::optional<XmlFault> ReadFile(const char* path, std::unique_ptr<detail::Document>& document) {
     try {
         std::string bytes;
         std::string reason;
         if (!Commons::detail::ReadPlainFile(path, bytes, reason)) return XmlFault{0, reason};
-        return detail::ReadScenario(std::move(bytes), document);
+        document = std::make_unique<detail::Document>(bytes.size());
+        return detail::ReadScenario(std::move(bytes), *document);
     } catch (const std::exception&) { // memory is all that can fail
         return XmlFault{0, "out of memory"};
     }
@@ -35,7 +37,7 @@ std::optional<XmlFault> WriteFile(const char* path, const detail::Document& docu
     if (!document.isSound) return XmlFault{0, "not saved, since the scenario could not be loaded"};
     try {
         const std::string bytes = detail::WriteScenario(document);
-        detail::Document check;
+        detail::Document check(bytes.size());
         if (std::optional<XmlFault> fault = detail::ReadScenario(bytes, check)) {
             fault->reason = "not saved, since it could not be loaded again: " + fault->reason;
             return fault;
@@ -56,9 +58,9 @@ CfgScenario::~CfgScenario() = default;
 bool CfgScenario::load(const char* path, Commons::Encoding::Mode, Orbe::Network*, ScenarioConvertion::CallBack*, bool,
                        bool, bool) {
     errorMessage.clear();
-    auto loaded = std::make_unique<detail::Document>();
+    std::unique_ptr<detail::Document> loaded;
     const char* const shownPath = path ? path : "";
-    const std::optional<XmlFault> fault = ReadFile(shownPath, *loaded);
+    const std::optional<XmlFault> fault = ReadFile(shownPath, loaded);
     if (!fault) {
         document = std::move(loaded);
         return true;

@@ -1,5 +1,6 @@
 #include "Document.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <memory>
@@ -12,7 +13,22 @@
 
 namespace cfg::detail {
 
-Document::Document() {
+namespace {
+
+// Sections and values take about twice the room of their text. Small files get by with one piece of memory.
+constexpr size_t kLeastRoom = 2048;
+constexpr size_t kMostRoomAtOnce = size_t{1} << 15; // larger pieces would be fetched from the system each time
+constexpr size_t kUsualNames = 64;
+
+} // namespace
+
+void Access::Detach(Section& section) {
+    section.parent = nullptr;
+    if (section.place != kNotInFile) section.document->removedPlaces.push_back(section.place);
+}
+
+Document::Document(size_t expectedBytes) : memory(std::clamp(2 * expectedBytes, kLeastRoom, kMostRoomAtOnce)) {
+    namesByText.reserve(kUsualNames);
     root = static_cast<Scenario*>(NewSection(Intern(Scenario::sectionName()), nullptr, kNotInFile));
 }
 

@@ -86,12 +86,14 @@ struct Access {
     static Value*& ParametersOf(Section& section) { return section.parameters; }
     static Value*& FieldsOf(Section& section) { return section.fields; }
     static size_t& PlaceOf(Section& section) { return section.place; }
+    // What becomes of a section that its parent gives up: it forgets the parent, and the file loses its text.
+    static void Detach(Section& section);
 };
 
 class Document {
 public:
-    // An empty scenario.
-    Document();
+    // An empty scenario. Room is made for a file of that many bytes.
+    explicit Document(size_t expectedBytes = 0);
     ~Document();
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;

@@ -89,15 +89,18 @@ Section* Section::createSubSection(const char* wanted) {
 void Section::removeSubSection(Section* section) {
     const auto found = std::find(subSections.begin(), subSections.end(), section);
     if (found == subSections.end()) return;
-    section->parent = nullptr;
-    if (section->place != detail::kNotInFile) document->removedPlaces.push_back(section->place);
+    detail::Access::Detach(*section);
     subSections.erase(found);
 }
 
 void Section::removeSubSections(const char* wanted) {
-    std::vector<Section*> leaving;
-    getSubSections(wanted, leaving);
-    for (Section* section : leaving) removeSubSection(section);
+    if (!wanted) return;
+    const std::string_view text = wanted;
+    std::erase_if(subSections, [text](Section* section) {
+        const bool leaves = *section->name == text;
+        if (leaves) detail::Access::Detach(*section);
+        return leaves;
+    });
 }
 
 // The position in the parameter list
