@@ -12,7 +12,8 @@ public:
     FileUnderWay(const FileUnderWay&) = delete;
     FileUnderWay& operator=(const FileUnderWay&) = delete;
 
-    // False for a file that is being read already and for one too deep within others. Its cause is then told.
+    // False for a file that is being read already, for one too deep within others, and for one too many of those that
+    // a single one leads to. The cause is then told.
     bool MayBeRead() const { return isEntered; }
 
 private:

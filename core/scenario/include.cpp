@@ -121,8 +121,10 @@ bool Include::LoadAttribute(ScenarioTextStream& stream) {
 }
 
 std::string Include::ResolveInclude(const std::string& file) {
-    for (IncludeRepository* repository : IncludeRepositories())
-        if (repository->Contains(file)) return repository->Read(file);
+    // By index, as a repository may register another one when it is asked.
+    const std::vector<IncludeRepository*>& repositories = IncludeRepositories();
+    for (std::size_t i = 0; i < repositories.size(); ++i)
+        if (repositories[i]->Contains(file)) return repositories[i]->Read(file);
     throw std::runtime_error("include " + file + " not found in repositories");
 }
 

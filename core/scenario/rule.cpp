@@ -10,6 +10,7 @@
 #include "ChildStore.h"
 #include "Log.h"
 #include "NumberText.h"
+#include "Refusal.h"
 #include "StepScope.h"
 
 namespace {
@@ -18,10 +19,18 @@ constexpr const char* kNormal = "NORMAL";
 
 bool IsEvaluationWord(std::string_view word) { return word == kNormal || word == "WARNING" || word == "ERROR"; }
 
+// The word stays stored, whether it is one or not. The empty text is what a rule is saved with that never met the end
+// of a load: it reads back as unset.
+bool TakeEvaluation(Rule& rule, std::string_view value) {
+    rule.evaluation.assign(value);
+    return value.empty() || IsEvaluationWord(value) ||
+           Refuse("EVALUATION \"", value, "\" is not among \"NORMAL WARNING ERROR\"");
+}
+
 // clang-format off
 constexpr AttributeRow<Rule> kRows[] = {
-    AttributeRow<Rule>::flag<&Rule::disabled>                    ("IS_DISABLED"),
-    AttributeRow<Rule>::word<&Rule::evaluation, IsEvaluationWord>("EVALUATION"),
+    AttributeRow<Rule>::flag<&Rule::disabled>("IS_DISABLED"),
+    {"EVALUATION", [](const Rule& rule) { return rule.evaluation.empty(); }, TakeEvaluation},
 };
 // clang-format on
 

@@ -192,6 +192,17 @@ TEST_F(IncludeTest, NestingHasALimit) {
     EXPECT_EQ(ReadReference("f" + std::to_string(kFiles - 998))->label, "Monitor") << "999 within one another";
 }
 
+TEST_F(IncludeTest, FilesThatDoubleWithEveryLevelEnd) {
+    Texts texts;
+    for (int i = 0; i < 40; ++i) {
+        const std::string next = "\tISA_INDEX=\"1\"\n\tFILE=\"f" + std::to_string(i + 1) + "\"\n";
+        const std::string include = "TYPEOF INCLUDE (1)\n{\n" + next + "}\n";
+        texts.texts["f" + std::to_string(i)] =
+            "TYPEOF INCLUDE (1)\n{\nTYPEOF SCENARIO (1)\n{\n" + include + include + "}\n}\n";
+    }
+    EXPECT_TRUE(ReadReference("f0"));
+}
+
 TEST_F(IncludeTest, ReadsInlineContentAndTheFileOnce) {
     struct {
         const char* why;

@@ -156,6 +156,51 @@ TEST_F(ScenarioTest, SavesReadsAndClones) {
     EXPECT_EQ(NamesOf(*second, KindInclude), "INCLUDE4 ");
 }
 
+TEST_F(ScenarioTest, CutAnywhereItIsRefused) {
+    const std::string whole = ScriptText(kWhole);
+    for (std::size_t end = whole.find('\n'); end + 1 < whole.size(); end = whole.find('\n', end + 1))
+        EXPECT_FALSE(host.Read(whole.substr(0, end))) << whole.substr(0, end);
+}
+
+class Problems : public LoadProblemListener {
+public:
+    Problems() : former(SetLoadProblemListener(this)) {}
+    ~Problems() override { SetLoadProblemListener(former); }
+    void OnLoadProblem(const LoadProblem& problem) override {
+        told += std::to_string(problem.row) + (problem.isWarning ? " warning: " : ": ") + problem.cause + "\n";
+    }
+    std::string told;
+
+private:
+    LoadProblemListener* former;
+};
+
+TEST_F(ScenarioTest, SaysWhyALineIsRefused) {
+    data.Write("data/script/include/task.sc", "TYPEOF TASK (1)\n{\n}\n");
+    data.Write("data/script/include/self.sc", "TYPEOF INCLUDE (1)\n{\n\tISA_INDEX=\"1\"\n\tFILE=\"self.sc\"\n}\n");
+    struct {
+        const char* why;
+        const char* text;
+        const char* cause; // somewhere in what is told
+    } rows[] = {
+        {"a word of a rule", "TYPEOF RULE (1)\n{\nEVALUATION=\"BAD\"\n}\n", "3: EVALUATION \"BAD\" is not among"},
+        {"a number of a task", "TYPEOF TASK (1)\n{\nTASK_KIND=\"x\"\n}\n", "3: TASK_KIND \"x\" is no whole number"},
+        {"a score", "TYPEOF EVALUATION (1)\n{\nSCORE=\"7\"\n}\n",
+         "3: SCORE \"7\" is no whole number followed by a number"},
+        {"an include of another kind", "TYPEOF INCLUDE (1)\n{\nISA_INDEX=\"1\"\nFILE=\"task.sc\"\n}\n",
+         "4 warning: the include \"task.sc\" holds something else than an include"},
+        {"an include of itself", "TYPEOF INCLUDE (1)\n{\nISA_INDEX=\"1\"\nFILE=\"self.sc\"\n}\n",
+         "self.sc\" leads back to itself"},
+        {"a scenario that is missing", "TYPEOF SCENARIO (1)\n{\nISA_INDEX=\"1\"\nFILE=\"none.sc\"\n}\n",
+         "4 warning: the scenario \"none.sc\" could not be loaded"},
+    };
+    for (const auto& row : rows) {
+        Problems problems;
+        host.Read(row.text);
+        EXPECT_NE(problems.told.find(row.cause), std::string::npos) << row.why << ": " << problems.told;
+    }
+}
+
 TEST_F(ScenarioTest, AFileIsHeldOnce) {
     const auto scenario = NewScenario();
     auto* first = New<Include>(KindInclude, "1", "a.sc");
