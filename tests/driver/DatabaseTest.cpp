@@ -203,12 +203,15 @@ TEST_F(DatabaseTest, AConfigurationFilterIsMadeCurrentAndItsDirectoriesAreKept) 
 }
 
 TEST_F(DatabaseTest, OneMissingFolderMakesAConfigurationUnusable) {
-    installation.configuration("Holes", "1", {"packs/city", "packs/gone", "packs/common", "packs/gone", "packs/file"});
+    installation.configuration("Holes", "1",
+                               {"packs/city", "packs/gone", "packs/common", "packs/gone", "packs/file", "packs/loop"});
     touch(scenarios("file"));
+    fs::create_directory_symlink("loop", fs::path(installation.path()) / "packs/loop");
     const std::string gone = scenarios("gone").string();
     const std::string file = scenarios("file").string();
     std::string list;
-    for (const std::string& path : std::unordered_set<std::string>{gone, file}) list += "[" + path + "] ";
+    for (const std::string& path : std::unordered_set<std::string>{gone, file, scenarios("loop").string()})
+        list += "[" + path + "] ";
     const Failure expected = byValue(16, "Data Path " + list + "is inaccessible!");
 
     const TavrelScenarioTemplateDatabase all = database();
