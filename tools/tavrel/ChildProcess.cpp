@@ -15,6 +15,7 @@
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace tavrel {
@@ -36,6 +37,7 @@ constexpr bool kLimitsMemory = true;
 
 constexpr int kExitRecycled = 99;
 constexpr const char* kAssertionMark = "Assertion failed: ";
+constexpr auto kGathering = std::chrono::milliseconds(2);
 constexpr std::size_t kPieceSize = 64 * 1024;
 
 using Clock = std::chrono::steady_clock;
@@ -187,6 +189,9 @@ public:
         char bytes[kPieceSize];
         if (ends[0].revents) TakeFrom(answers, bytes, [&](std::size_t size) { received.append(bytes, size); });
         if (ends[1].revents) TakeFrom(errors, bytes, [&](std::size_t size) { relay.Take(bytes, size); });
+        // Answers come by the thousand and small. Between two looks at the pipe some may gather, or each of them would
+        // cost a change of process.
+        if (ends[0].revents && answers >= 0) std::this_thread::sleep_for(kGathering);
         return answers >= 0 || errors >= 0;
     }
 
