@@ -1,6 +1,7 @@
 #include <scenario/Parameter.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include <lmkUtils/AssertAbort.h>
@@ -14,6 +15,7 @@
 #include "ParameterKinds.h"
 #include "ParameterMemory.h"
 #include "Refusal.h"
+#include "TextMatch.h"
 
 namespace {
 
@@ -127,6 +129,59 @@ constexpr Row kUserRows[] = {
 };
 // clang-format on
 
+// The writer prints every attribute of a definition, those that are not set with an empty value, and what it printed
+// must read back. An author who writes one of these three empty by himself has left something out, and is told so. So
+// they are taken empty inside the writer's own block only: all its lines, one below the other.
+struct UnsetRow {
+    std::size_t place; // in kWrittenOrder
+    bool (*isOpen)(const Parameter&);
+};
+
+// clang-format off
+constexpr std::string_view kWrittenOrder[] = {"UNIT", "TYPE", "USAGE", "ENUMTAB", "FILEDIR", "FILEEXT", "KINDLIST",
+                                              "MINVALUE", "MAXVALUE"};
+constexpr UnsetRow kUnsetRows[] = {
+    {2, HasNo<&Parameter::usage>},
+    {3, HasNo<&Parameter::enumTab>},
+    {8, HasNo<&Parameter::maxValue>},
+};
+// clang-format on
+
+bool BeginsWithKey(std::string_view line, std::string_view key) {
+    return line.starts_with(key) && line.substr(key.size()).starts_with("=\"");
+}
+
+// Moves back to the start of the line above; false at the first line of the text.
+bool PreviousLine(ScenarioTextStream& stream) {
+    const char* at = stream.cursor;
+    while (at > stream.begin && IsSeparator(at[-1])) --at;
+    if (at == stream.begin) return false;
+    while (at > stream.begin && !IsSeparator(at[-1])) --at;
+    stream.cursor = at;
+    return true;
+}
+
+bool StandsInWrittenBlock(ScenarioTextStream stream, std::size_t place) {
+    ScenarioTextStream above = stream;
+    for (std::size_t at = place; at > 0; --at) {
+        if (!PreviousLine(above) || !BeginsWithKey(RestOfLine(above), kWrittenOrder[at - 1])) return false;
+    }
+    for (std::size_t at = place + 1; at < std::size(kWrittenOrder); ++at) {
+        NextLine(stream);
+        if (!BeginsWithKey(RestOfLine(stream), kWrittenOrder[at])) return false;
+    }
+    return true;
+}
+
+bool IsUnsetAsWritten(const Parameter& parameter, const ScenarioTextStream& stream) {
+    const std::string_view line = RestOfLine(stream);
+    if (!line.ends_with("=\"\"")) return false;
+    const std::string_view key = line.substr(0, line.size() - 3);
+    return std::any_of(std::begin(kUnsetRows), std::end(kUnsetRows), [&](const UnsetRow& row) {
+        return key == kWrittenOrder[row.place] && row.isOpen(parameter) && StandsInWrittenBlock(stream, row.place);
+    });
+}
+
 // Whether the parameter holds a default value: it stands in the definition of a call.
 bool IsDefault(const Parameter& parameter) {
     const ScenarioItem* call = parameter.parent;
@@ -215,7 +270,8 @@ bool Parameter::OnLoadEnd() {
 }
 
 bool Parameter::LoadModelAttribute(ScenarioTextStream& stream) {
-    return Token::LoadModelAttribute(stream) || LoadFromRows(*this, stream, kModelRows);
+    return Token::LoadModelAttribute(stream) || IsUnsetAsWritten(*this, stream) ||
+           LoadFromRows(*this, stream, kModelRows);
 }
 
 bool Parameter::LoadUserAttribute(ScenarioTextStream& stream) {

@@ -185,6 +185,15 @@ TEST_F(ParameterTest, DefinitionIsCheckedLineByLine) {
             {"empty usage", "TYPE=\"BOOL\"\nUSAGE=\"\"\nKINDLIST=\"USER\"", 2, "USAGE"},
             {"unknown tab", "ENUMTAB=\"gaer\"\nTYPE=\"BOOL\"\nKINDLIST=\"USER\"", 1, "\"gaer\", did you mean \"gear\""},
             {"empty tab", "ENUMTAB=\"\"\nTYPE=\"BOOL\"\nKINDLIST=\"USER\"", 1, "unknown enumeration"},
+            {"unset ones as the writer prints them",
+             "UNIT=\"\"\nTYPE=\"BOOL\"\nUSAGE=\"\"\nENUMTAB=\"\"\nFILEDIR=\"\"\nFILEEXT=\"\"\nKINDLIST="
+             "\"USER\"\nMINVALUE=\"0\"\n"
+             "MAXVALUE=\"\"",
+             0, ""},
+            {"the same with a line missing",
+             "UNIT=\"\"\nTYPE=\"BOOL\"\nUSAGE=\"\"\nENUMTAB=\"\"\nFILEDIR=\"\"\nFILEEXT=\"\"\nKINDLIST="
+             "\"USER\"\nMAXVALUE=\"\"",
+             3, "USAGE"},
             {"unknown kind", "TYPE=\"BOOL\"\nKINDLIST=\"USER MODIFIER\"", 2, "\"MODIFIER\" in KINDLIST"},
             {"kinds are upper case", "TYPE=\"BOOL\"\nKINDLIST=\"user\"", 2, "\"user\" in KINDLIST"},
             {"file wants a directory", "TYPE=\"STRING\"\nKINDLIST=\"FILE\"\nFILEDIR=\"images\"", 2, "FILEDIR above"},
