@@ -66,7 +66,7 @@ TavrelScenarioNode::TavrelScenarioNode(cfg::Section* nodeSection, ScenarioNode* 
     parameters.reserve(TavrelScenarioNode::getParameterNumber());
     const cfg::Section::ParameterIterator end = section->endParameter();
     for (cfg::Section::ParameterIterator position = section->beginParameter(); position != end; ++position)
-        parameters.push_back(std::make_unique<TavrelScenarioParameter>(&position, this));
+        parameters.emplace_back(&position, this);
 }
 
 TavrelScenarioNode::~TavrelScenarioNode() = default;
@@ -117,8 +117,8 @@ std::size_t TavrelScenarioNode::getParameterNumber() const {
 }
 
 ScenarioParameter* TavrelScenarioNode::getParameter(const std::string& id) const {
-    for (const auto& parameter : parameters)
-        if (parameter->getId() == id) return parameter.get();
+    for (TavrelScenarioParameter& parameter : parameters)
+        if (parameter.getId() == id) return &parameter;
     throw new Exception("No child parameter with id=" + id + " in scenario element : " + getName(),
                         ExceptionCodeGeneric);
 }
@@ -127,17 +127,17 @@ ScenarioParameter* TavrelScenarioNode::getParameter(std::size_t index) const {
     if (index >= parameters.size())
         throw new Exception(std::string("Out of bound child index of the scenario parameter : ") + section->getName(),
                             ExceptionCodeGeneric);
-    return parameters[index].get();
+    return &parameters[index];
 }
 
 void TavrelScenarioNode::getParameters(std::vector<ScenarioParameter*>& out) const {
     out.clear();
-    for (const auto& parameter : parameters) out.push_back(parameter.get());
+    for (TavrelScenarioParameter& parameter : parameters) out.push_back(&parameter);
 }
 
 std::size_t TavrelScenarioNode::getParameterIndex(const ScenarioParameter* parameter) const {
     for (std::size_t index = 0; index < parameters.size(); ++index)
-        if (parameters[index].get() == parameter) return index;
+        if (&parameters[index] == parameter) return index;
     throw new Exception("The child parameter " + (parameter ? parameter->getName() : std::string()) +
                             " was not found in parent element " + section->getName(),
                         ExceptionCodeGeneric);

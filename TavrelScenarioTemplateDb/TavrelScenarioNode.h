@@ -8,6 +8,7 @@
 
 #include <ScenarioTemplateDb/ScenarioNode.h>
 #include <TavrelScenarioTemplateDb/Export.h>
+#include <TavrelScenarioTemplateDb/TavrelScenarioParameter.h>
 
 namespace cfg {
 class Section;
@@ -54,7 +55,9 @@ private:
     cfg::Section* section; // not owned, never null
     ScenarioTemplateDb::ScenarioNode* parent;
     std::vector<std::unique_ptr<ScenarioTemplateDb::ScenarioNode>> children;
-    std::vector<std::unique_ptr<ScenarioTemplateDb::ScenarioParameter>> parameters; // destroyed before the children
+    // Destroyed before the children. Its size is set once, so that a parameter keeps its address; mutable because a
+    // node hands its parameters out of const operations.
+    mutable std::vector<TavrelScenarioParameter> parameters;
 };
 
 } // namespace TavrelScenarioTemplateDb

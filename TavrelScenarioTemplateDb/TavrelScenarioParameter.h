@@ -19,8 +19,9 @@ public:
     // Copies the position; the parent is not owned. Throws Exception* (ExceptionCodeGeneric) if either is null.
     TavrelScenarioParameter(const cfg::Section::ParameterIterator* position,
                             ScenarioTemplateDb::ScenarioNode* parentNode);
-    TavrelScenarioParameter(const TavrelScenarioParameter&) = delete;
-    TavrelScenarioParameter& operator=(const TavrelScenarioParameter&) = delete;
+    // Another view of the same parameter, one that its node does not know: getIndex of a copy throws.
+    TavrelScenarioParameter(const TavrelScenarioParameter& other) = default;
+    TavrelScenarioParameter& operator=(const TavrelScenarioParameter& other) = default;
     ~TavrelScenarioParameter() override;
 
     std::size_t getIndex() const override;
