@@ -9,6 +9,8 @@
 #include <lmkUtils/AssertAbort.h>
 #include <scenario/ScenarioItem.h>
 
+#include "StepScope.h"
+
 // The one way in which items keep children: a vector of pointers in text order. Containers with several vectors choose
 // the vector by kind, so that the cast to the element's class holds.
 namespace childStore {
@@ -50,6 +52,7 @@ void Place(ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* child, 
     }
     store.insert(position, static_cast<Item*>(child));
     child->parent = owner;
+    StepScope::TreeChanged();
 }
 
 // Takes out the first entry and destroys the child when `owner` is its parent. False: it was not here.
@@ -58,6 +61,7 @@ bool Remove(const ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* 
     const auto position = Find(store, child);
     if (!child || position == store.end()) return false;
     store.erase(position);
+    StepScope::TreeChanged();
     if (child->parent == owner) delete child;
     return true;
 }
@@ -69,13 +73,16 @@ void Replace(ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* newCh
         if (held == oldChild) held = static_cast<Item*>(newChild);
     }
     if (newChild) newChild->parent = owner;
+    StepScope::TreeChanged();
 }
 
 template <class Item>
 void Swap(std::vector<Item*>& store, const ScenarioItem* a, const ScenarioItem* b) {
     const auto first = Find(store, a);
     const auto second = Find(store, b);
-    if (first != store.end() && second != store.end()) std::swap(*first, *second);
+    if (first == store.end() || second == store.end()) return;
+    std::swap(*first, *second);
+    StepScope::TreeChanged();
 }
 
 // In order; empty places are skipped.

@@ -20,6 +20,7 @@ struct ParameterMemory {
 
     std::uint64_t version = 0; // 0 is none
     std::string name;          // VALUE when it was looked up
+    std::string searched;      // for a variable, its number as the text that was looked for
     std::string tabName;       // and the enumeration it was looked up in
     const Variable* entry = nullptr;
     std::vector<const Variable*> variables;

@@ -1,6 +1,8 @@
 // How KIND and VALUE of a parameter become an argument.
 #include <scenario/Parameter.h>
 
+#include <algorithm>
+
 #include <lmkUtils/AssertAbort.h>
 #include <scenario/function.h>
 #include <scenario/program.h>
@@ -52,7 +54,10 @@ const Variable* FindEntry(const Parameter& parameter, ParameterMemory& memory) {
     ScenarioItem* root = GetModelRoot(&parameter);
     const StepScope step;
     const std::uint64_t version = treeWatch::EnumTabs(root);
-    if (!IsOutdated(memory, version, parameter.value, tabName)) return memory.entry;
+    // What was found is asked itself too, whatever the watch knows of it.
+    if (!IsOutdated(memory, version, parameter.value, tabName) &&
+        !(memory.entry && memory.entry->name != parameter.value))
+        return memory.entry;
     memory.version = 0; // should the search not come back
     auto* tab = static_cast<EnumTab*>(parameter.FindEnumTab(tabName));
     if (!tab) AssertAbort(kSource, 1396);
@@ -78,10 +83,13 @@ ScenarioItem* InnermostLevel(const Parameter& parameter) {
 const std::vector<const Variable*>& FindVariables(const Parameter& parameter, ParameterMemory& memory) {
     ScenarioItem* level = InnermostLevel(parameter);
     const std::uint64_t version = level ? treeWatch::VisibleVariables(level) : 0;
-    if (!IsOutdated(memory, version, parameter.value, std::string()) && version != 0) return memory.variables;
+    const bool isOutdated = IsOutdated(memory, version, parameter.value, std::string()) || version == 0;
+    if (!isOutdated && std::all_of(memory.variables.begin(), memory.variables.end(),
+                                   [&](const Variable* variable) { return variable->name == memory.searched; }))
+        return memory.variables;
+    memory.searched = std::to_string(WholeNumberOf(parameter.value));
     std::vector<ScenarioItem*> found;
-    const_cast<Parameter&>(parameter).CollectVisibleItems(KindVariable, found,
-                                                          std::to_string(WholeNumberOf(parameter.value)), "");
+    const_cast<Parameter&>(parameter).CollectVisibleItems(KindVariable, found, memory.searched, "");
     memory.variables.clear();
     for (const ScenarioItem* item : found) memory.variables.push_back(static_cast<const Variable*>(item));
     return memory.variables;

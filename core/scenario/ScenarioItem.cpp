@@ -73,7 +73,7 @@ void ScenarioItemObservable::SetObservableId(std::uint32_t id) { observableId = 
 
 std::uint32_t ScenarioItemObservable::GetObservableId() const { return observableId; }
 
-ScenarioItem::ScenarioItem(ScenarioItem* parentItem) : parent(parentItem) {}
+ScenarioItem::ScenarioItem(ScenarioItem* parentItem) : parent(parentItem) { StepScope::TreeChanged(); }
 
 ScenarioItem::~ScenarioItem() {
     if (watchedItem == this) watchedItem = nullptr;
@@ -114,7 +114,10 @@ ScenarioItem* ScenarioItem::GetFirstChild() const {
     return children.empty() ? nullptr : children.front();
 }
 
-void ScenarioItem::SetName(const std::string& newName) { name = newName; }
+void ScenarioItem::SetName(const std::string& newName) {
+    name = newName;
+    StepScope::TreeChanged();
+}
 
 // Reading and writing.
 

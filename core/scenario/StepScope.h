@@ -11,7 +11,9 @@
 class StepScope {
 public:
     StepScope() {
-        if (depth++ == 0) ++moment;
+        if (depth++ > 0) return;
+        ++moment;
+        ++step;
     }
     ~StepScope() { --depth; }
     StepScope(const StepScope&) = delete;
@@ -21,13 +23,23 @@ public:
 
     // Something looked up is worth another look as soon as this number has moved on.
     static std::uint64_t Moment() { return moment; }
+    // Moves on with each outermost step.
+    static std::uint64_t Step() { return step; }
 
+    // What the library itself does to a tree: an item is made, named, placed or taken out.
+    static void TreeChanged() { ++changes; }
+    static std::uint64_t Changes() { return changes; }
     // Whoever keeps the address of an item asks whether any item has died since.
-    static void ItemDied() { ++deaths; }
+    static void ItemDied() {
+        ++deaths;
+        ++changes;
+    }
     static std::uint64_t Deaths() { return deaths; }
 
 private:
     inline static std::uint64_t moment = 0;
+    inline static std::uint64_t step = 0;
+    inline static std::uint64_t changes = 0;
     inline static std::uint64_t deaths = 0;
     inline static int depth = 0;
 };

@@ -1,5 +1,6 @@
 #include "TreeWatch.h"
 
+#include <algorithm>
 #include <string>
 #include <typeinfo>
 #include <unordered_map>
@@ -14,6 +15,9 @@
 #include "StepScope.h"
 
 namespace {
+
+// So many names are compared in less time than a rule takes.
+constexpr std::size_t kFewNames = 64;
 
 // The names along a walk, as they were the last time.
 class Names {
@@ -40,6 +44,13 @@ public:
         return std::exchange(changed, false);
     }
 
+    // Whether the names still stand, without a walk that would show new items. They are all alive, and few.
+    bool StillStand() const {
+        return entries.size() > kFewNames || std::all_of(entries.begin(), entries.end(), [](const Entry& entry) {
+                   return entry.item->name == entry.name;
+               });
+    }
+
 private:
     struct Entry {
         const ScenarioItem* item;
@@ -56,8 +67,16 @@ struct Watch {
     Names names;
     const ScenarioItem* above = nullptr;
     std::uint64_t versionAbove = 0;
-    std::uint64_t moment = 0;
-    std::uint64_t version = 0; // 0 until the first look
+    std::uint64_t moment = 0;  // of the last look
+    std::uint64_t step = 0;    // of the last walk
+    std::uint64_t changes = 0; // of the trees, as of the last walk
+    std::uint64_t version = 0; // 0 until the first walk
+
+    bool IsFresh() const { return version != 0 && moment == StepScope::Moment(); }
+    // Whether what the library knows of says that another walk would meet the same.
+    bool IsUndisturbed() const {
+        return version != 0 && step == StepScope::Step() && changes == StepScope::Changes() && names.StillStand();
+    }
 };
 
 struct Watches {
@@ -76,6 +95,8 @@ struct Watches {
     void Settle(Watch& watch, bool changed) {
         if (changed || watch.version == 0) watch.version = ++lastVersion;
         watch.moment = StepScope::Moment();
+        watch.step = StepScope::Step();
+        watch.changes = StepScope::Changes();
     }
 };
 
@@ -92,18 +113,21 @@ bool IsPlainLevel(const ScenarioItem& item) {
 
 std::uint64_t LookAtVariables(Watches& watches, ScenarioItem* item) {
     Watch& watch = watches.variables[item];
-    if (watch.version != 0 && watch.moment == StepScope::Moment()) return watch.version;
-    std::vector<ScenarioItem*> variables;
-    bool changed = false;
-    if (IsPlainLevel(*item)) {
-        const std::uint64_t versionAbove = item->parent ? LookAtVariables(watches, item->parent) : 0;
-        changed = watch.above != item->parent || watch.versionAbove != versionAbove;
-        watch.above = item->parent;
-        watch.versionAbove = versionAbove;
-        item->GetChildren(variables, KindVariable);
-    } else {
-        item->CollectVisibleItems(KindVariable, variables, std::string(), std::string());
+    if (watch.IsFresh()) return watch.version;
+    const bool isPlain = IsPlainLevel(*item);
+    const std::uint64_t versionAbove = isPlain && item->parent ? LookAtVariables(watches, item->parent) : 0;
+    if (watch.above == item->parent && watch.versionAbove == versionAbove && watch.IsUndisturbed()) {
+        watch.moment = StepScope::Moment();
+        return watch.version;
     }
+    bool changed = isPlain && (watch.above != item->parent || watch.versionAbove != versionAbove);
+    watch.above = item->parent;
+    watch.versionAbove = versionAbove;
+    std::vector<ScenarioItem*> variables;
+    if (isPlain)
+        item->GetChildren(variables, KindVariable);
+    else
+        item->CollectVisibleItems(KindVariable, variables, std::string(), std::string());
     watch.names.Begin();
     for (const ScenarioItem* variable : variables) watch.names.Meet(variable);
     if (watch.names.End()) changed = true;
@@ -133,7 +157,11 @@ std::uint64_t treeWatch::EnumTabs(ScenarioItem* root) {
     Watches& watches = TheWatches();
     watches.ForgetTheDead();
     Watch& watch = watches.enumTabs[root];
-    if (watch.version != 0 && watch.moment == StepScope::Moment()) return watch.version;
+    if (watch.IsFresh()) return watch.version;
+    if (watch.IsUndisturbed()) {
+        watch.moment = StepScope::Moment();
+        return watch.version;
+    }
     watch.names.Begin();
     if (const ScenarioItem* folder = root->FindItem(KindFolder, "ENUMTAB_LIST", std::string()))
         MeetEnumTabs(watch.names, folder, 0);
