@@ -268,6 +268,7 @@ TEST_F(EnvConfigTest, FindsFilesWithinTheRoots) {
     ASSERT_TRUE(EnvConfig::setConfig("C", false));
     const std::string here = installation.path();
     installation.write("outside.txt", "");
+    installation.write("a/outside.txt", "");
     installation.write("a/data/images/only-a.png", "");
     installation.write("b/data/images/only-b.png", "");
     installation.write("a/data/images/both.png", "");

@@ -272,6 +272,7 @@ TEST_F(ScenarioFileTest, RefusesWithTheRow) {
          "\"xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\"..."},
         {"blanks around numbers", scenario("<a type='real' ScenarioTreeValue=' 1.5&#10;'/>"), ""},
         {"infinite", scenario("<a type='real' ScenarioTreeValue='-inf'/>"), ""},
+        {"not a number equals itself", scenario("<a type='real' ScenarioTreeValue='NaN'/>"), ""},
         {"another encoding keeps its bytes",
          "<?xml version='1.0' encoding='ISO-8859-1'?>" + scenario("<a ScenarioTreeValue='\xE9'/>"), ""},
         {"version left out", "<sce><Scenario/></sce>", ""},
