@@ -1,0 +1,165 @@
+// A whole template opened through the driver from a file: read, walked, its declarations edited, saved, opened again.
+
+#include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
+#include <environment/Environment.h>
+
+#include "../Items.h"
+#include "../Support.h"
+#include "../Templates.h"
+
+namespace {
+
+using namespace TavrelScenarioTemplateDb;
+using ScenarioTemplateDb::ScenarioNode;
+using ScenarioTemplateDb::ScenarioParameter;
+
+constexpr const char* kRootModel = R"(
+TYPEOF FOLDER (nuro)
+{
+	TYPEOF FOLDER (PARAMETER_LIST)
+	{
+		TYPEOF PARAMETER (A)
+		{
+			TYPE="FLOAT"
+			USAGE="BY_VALUE"
+			ENUMTAB="T"
+			KINDLIST="USER VARIABLE FUNCTION ENUM"
+		}
+	}
+	TYPEOF FOLDER (FUNCTION_LIST)
+	{
+	}
+	TYPEOF FOLDER (ACTION_LIST)
+	{
+	}
+	TYPEOF FOLDER (CONDITION_LIST)
+	{
+	}
+	TYPEOF FOLDER (ENUMTAB_LIST)
+	{
+		TYPEOF ENUMTAB (T)
+		{
+			TYPEOF ENUM (E)
+			{
+				TYPE="FLOAT"
+				VALUE="1"
+			}
+		}
+	}
+}
+)";
+
+void ReadParameter(const ScenarioTemplateDb::Scenario& scenario, const ScenarioParameter& parameter) {
+    parameter.getIndex();
+    parameter.getId();
+    parameter.getName();
+    parameter.getDescription();
+    parameter.getParameterUnit();
+    parameter.hasParameterUnit();
+    parameter.getValueAsString();
+    Demand(parameter.isInteger() + parameter.isReal() + parameter.isLiteral() + parameter.isBoolean() <= 1,
+           "a parameter is of one type at most");
+    Answers([&] { parameter.getLiteralValue(); });
+    Answers([&] { parameter.getIntegerValue(); });
+    Answers([&] { parameter.getRealValue(); });
+    Answers([&] { parameter.getBooleanValue(); });
+    Answers([&] { scenario.getParameterFromId(parameter.getParameterId()); });
+}
+
+void ReadNode(const ScenarioTemplateDb::Scenario& scenario, const ScenarioNode& node) {
+    node.getId();
+    node.getName();
+    node.getNodeId();
+    std::vector<ScenarioParameter*> parameters;
+    node.getParameters(parameters);
+    Demand(parameters.size() == node.getParameterNumber(), "all parameters are listed");
+    for (std::size_t i = 0; i < parameters.size() && i < 20; ++i) {
+        Demand(node.getParameterIndex(parameters[i]) == i, "a parameter knows its place");
+        ReadParameter(scenario, *parameters[i]);
+    }
+    std::vector<ScenarioNode*> children;
+    node.getChildren(children);
+    for (std::size_t i = 0; i < children.size(); ++i) {
+        Demand(children[i]->getParent() == &node && children[i]->getIndex() == i, "a node knows its place");
+        Answers([&] { node.getChild(children[i]->getId()); });
+        ReadNode(scenario, *children[i]);
+    }
+}
+
+void EditVariadics(TavrelScenario& scenario) {
+    using ScenarioTemplateDb::VariadicParameter;
+    std::vector<TavrelVariadicParameter*> parameters;
+    scenario.getTavrelVariadicParameters(parameters);
+    for (TavrelVariadicParameter* parameter : parameters) {
+        Answers([&] { parameter->getIntegerDefaultValue(); });
+        Answers([&] { parameter->getRealDefaultValue(); });
+        Answers([&] { parameter->getBooleanDefaultValue(); });
+        Answers([&] { parameter->getLiteralDefaultValue(); });
+        Answers([&] {
+            std::vector<const VariadicParameter::Range<double>*> ranges;
+            parameter->getRealRanges(ranges);
+            parameter->insertRealRange(ranges.size() / 2).setMaximum(1.5);
+        });
+        Answers([&] {
+            std::vector<const VariadicParameter::Range<int>*> ranges;
+            parameter->getIntegerRanges(ranges);
+            parameter->insertIntegerRange(ranges.size() / 2).setMinimum(-1);
+        });
+        Answers([&] {
+            std::vector<std::string> literals;
+            parameter->getLiterals(literals);
+            parameter->insertLiteral(0) = "new";
+        });
+        Answers([&] { parameter->removeRange(0); });
+        const TavrelVariadicParameter copy(*parameter);
+        Answers([&] { parameter->clearRanges(); });
+        copy.getName();
+    }
+    TavrelVariadicParameter* added = scenario.addNewVariadicParameter();
+    added->setType(ScenarioTemplateDb::ParameterTypeReal);
+    added->setRealDefaultValue(2.5);
+    added->insertRealRange(0).setMinimum(1.0);
+    added->setParameterId("/sce/Scenario/duration");
+    if (!parameters.empty()) scenario.removeVariadicParameter(0);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const Workplace place;
+    static const bool prepared = [] {
+        place.Write("tavrel.xml", "<tavrel><configuration name=\"C\" path=\"c\"/></tavrel>");
+        place.Write("c/configuration.xml",
+                    "<configuration version=\"1.0\"><dataPath><root>.</root></dataPath></configuration>");
+        place.Write("c/data/tools/nuro/nuro.mdl", kRootModel);
+        return true;
+    }();
+    Demand(prepared, "the installation is prepared");
+    const std::string bytes = Input(data, size).Rest();
+    place.Write("c/data/scenario/s.sce", bytes);
+    Outlives([&] {
+        ResetModel(nullptr);
+        bool opened = false;
+        Answers([&] {
+            const TavrelDatabaseDriver driver(place.Path("tavrel.xml"), "*", "C");
+            const auto scenarios = driver.getRootDirectory()->getDirectory(0)->getDirectory(0)->getDirectory(0);
+            const auto scenario = std::dynamic_pointer_cast<TavrelScenario>(scenarios->getScenario(0));
+            Demand(scenario != nullptr, "the scenario is listed");
+            std::vector<unsigned char> fetched;
+            scenario->fetch(fetched);
+            Demand(std::string(fetched.begin(), fetched.end()) == bytes, "the bytes are those of the file");
+            opened = Answers([&] { scenario->getName(); });
+            Answers([&] { scenario->getDescription(); });
+            Answers([&] { ReadNode(*scenario, *scenario->getRootScenarioNode()); });
+            if (!opened) return;
+            EditVariadics(*scenario);
+            scenario->save();
+            TavrelScenario again("C", "s.sce", place.Path("c/data/scenario"));
+            // The declared target need not exist in this file.
+            Answers([&] { again.getName(); });
+        });
+        delete scenarioRootModel; // stays in a host; here nothing points to it any more
+        scenarioRootModel = nullptr;
+    });
+    return 0;
+}
