@@ -91,7 +91,7 @@ bool FollowLinks(std::string& path, std::string& reason) {
             return false;
         }
         const std::string next(target, static_cast<size_t>(length));
-        path = next.starts_with('/') ? next : FolderOf(path) + "/" + next;
+        path = next.starts_with('/') ? next : FolderOf(path).append("/").append(next);
     }
     reason = SystemReason(ELOOP);
     return false;

@@ -1,7 +1,8 @@
 #include "ValueText.h"
 
+#include <bit>
 #include <charconv>
-#include <cstring>
+#include <cstdint>
 
 #include "../Commons/Xml.h"
 
@@ -90,7 +91,7 @@ bool IsChangedNumber(const Value& value) {
         return *value.integer != value.loaded.integer;
     // A zero that changed its sign is a change, and a value that is no number equals itself.
     default:
-        return std::memcmp(value.real, &value.loaded.real, sizeof(double)) != 0;
+        return std::bit_cast<std::uint64_t>(*value.real) != std::bit_cast<std::uint64_t>(value.loaded.real);
     }
 }
 

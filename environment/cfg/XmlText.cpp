@@ -9,8 +9,6 @@ namespace cfg::detail {
 
 namespace {
 
-using Commons::detail::IsXmlBlank;
-
 constexpr std::string_view kCDataBegin = "<![CDATA[";
 constexpr std::string_view kCDataEnd = "]]>";
 

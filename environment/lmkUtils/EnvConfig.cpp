@@ -211,7 +211,7 @@ std::string EnvConfig::findInPath(const std::string& directory, const std::strin
 }
 
 std::string EnvConfig::operator[](const std::string& path) const {
-    const std::string resolved = resolveGenericPath(path, Commons::Encoding::ModeUtf8);
+    std::string resolved = resolveGenericPath(path, Commons::Encoding::ModeUtf8);
     if (resolved.starts_with('/')) return resolved;
     const std::vector<std::string> roots = DataPathOf(CurrentConfiguration());
     return roots.empty() ? resolved : roots.front() + "/" + resolved;

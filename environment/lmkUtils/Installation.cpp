@@ -42,7 +42,7 @@ public:
 
     // An attribute that must be there with a text.
     std::string Attribute(pugi::xml_node element, const char* name) const {
-        const std::string value = element.attribute(name).value();
+        std::string value = element.attribute(name).value();
         if (value.empty()) Refuse(element, "<" + std::string(element.name()) + "> without a " + name);
         return value;
     }

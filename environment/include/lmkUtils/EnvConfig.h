@@ -26,7 +26,7 @@ public:
 
     // Neither throws in this implementation; one that opens the installation here may throw ConfigurationError.
     EnvConfig();
-    ~EnvConfig();
+    ~EnvConfig(); // NOLINT(performance-trivially-destructible): another implementation may close here what it opened
     EnvConfig(const EnvConfig&) = delete;
     EnvConfig& operator=(const EnvConfig&) = delete;
 
