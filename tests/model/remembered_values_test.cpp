@@ -1,6 +1,8 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 
 #include <support/ScriptWorld.h>
@@ -247,6 +249,51 @@ TEST_F(RememberedValuesTest, NothingAnActionChangesIsMissed) {
     scenario.Init("", 0.0);
     for (int i = 0; i < 500 && !HasFailure(); ++i) scenario.StepScenario(0.1 * i);
     EXPECT_GT(count, 2000);
+}
+
+// Among many names a rename that an action writes into the field by itself may wait for the next step, no longer.
+TEST(RememberedNames, AreLookedAtAgainInTime) {
+    ScriptWorld world(kModel);
+    std::string text = "TYPEOF SCENARIO (s)\n{\nFILE=\"f\"\n";
+    for (int i = 0; i < 200; ++i)
+        text +=
+            "TYPEOF VARIABLE (" + std::to_string(i) + ")\n{\nTYPE=\"FLOAT\"\nVALUE=\"" + std::to_string(i) + "\"\n}\n";
+    const std::string condition =
+        "TYPEOF CONDITION (test)\n{\nTYPEOF PARAMETER (p)\n{\nKIND=\"VARIABLE\"\nVALUE=\"7\"\nOWNER_FILE=\"f\"\n}\n"
+        "TYPEOF PARAMETER (which)\n{\nKIND=\"USER\"\n}\n}\n";
+    text += "TYPEOF RULE (1)\n{\n" + condition + "TYPEOF ACTION (change)\n{\n}\n}\nTYPEOF RULE (2)\n{\n" + condition +
+            "}\n}\n";
+    const auto script = world.ReadText(text);
+    ASSERT_TRUE(script) << world.cause;
+    auto& scenario = static_cast<ScenarioLib::Scenario&>(*script);
+
+    std::vector<float> seen;
+    std::function<void()> change = [] {};
+    ConditionTable().resize(2);
+    ConditionTable()[1] = [&](const ParameterValues& values) {
+        seen.push_back(values[0].number);
+        return true;
+    };
+    ActionTable().resize(2);
+    ActionTable()[1] = [&](const ParameterValues&) { change(); };
+    const auto step = [&](double time, std::function<void()> action) {
+        change = std::move(action);
+        seen.clear();
+        scenario.StepScenario(time);
+        return seen;
+    };
+    scenario.Init("", 0.0);
+    EXPECT_THAT(step(1.0, [] {}), testing::ElementsAre(7.0F, 7.0F));
+    EXPECT_THAT(step(2.0, [&] { scenario.variables[7]->value = "70"; }), testing::ElementsAre(7.0F, 70.0F));
+    // The variable that was found is asked itself.
+    EXPECT_THAT(step(3.0, [&] { scenario.variables[7]->name = "x"; }), testing::ElementsAre(70.0F, 0.0F));
+    step(4.0, [&] { scenario.variables[100]->name = "7"; });
+    EXPECT_THAT(step(5.0, [] {}), testing::ElementsAre(100.0F, 100.0F));
+    EXPECT_THAT(step(6.0, [&] { scenario.variables[150]->SetName("7"); }), testing::ElementsAre(100.0F, 150.0F));
+    EXPECT_THAT(step(7.0, [&] { scenario.RemoveChild(scenario.variables[150]); }),
+                testing::ElementsAre(150.0F, 100.0F));
+    ConditionTable().resize(1);
+    ActionTable().resize(1);
 }
 
 } // namespace
