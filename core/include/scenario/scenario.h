@@ -166,8 +166,9 @@ public:
     bool OnLoadEnd() override;
     ScenarioItem* Clone() const override;
     void UpdateDisplayText() override;
-    // A scenario shows what its files show too: behind the hits of the ordinary walk it asks each include, the
-    // evaluation and the general parameters for their own. Those end their walk at themselves, so nothing comes twice.
+    // A scenario shows what its files show too: after the ordinary walk each include, the evaluation and the general
+    // parameters are asked for their own, which go to the front as well. Those end their walk at themselves, so nothing
+    // comes twice.
     void CollectVisibleItems(std::uint32_t itemKind, std::vector<ScenarioItem*>& out, const std::string& itemName,
                              const std::string& scope) const override;
     bool LoadModelAttribute(ScenarioTextStream& stream) override;
