@@ -1,5 +1,5 @@
+#include <algorithm>
 #include <cstdlib>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -16,13 +16,15 @@ using testing::StartsWith;
 // Options ("--json") that a text names.
 std::set<std::string> optionsIn(const std::string& text) {
     std::set<std::string> options;
-    const std::regex pattern("(--[a-z][a-z-]*)");
-    for (std::sregex_iterator match(text.begin(), text.end(), pattern), end; match != end; ++match)
-        options.insert(match->str());
+    for (std::size_t i = 0; (i = text.find("--", i)) != std::string::npos;) {
+        const std::size_t end = std::min(text.find_first_not_of("abcdefghijklmnopqrstuvwxyz-", i), text.size());
+        if (end > i + 2 && text[i + 2] != '-') options.insert(text.substr(i, end - i));
+        i = end;
+    }
     return options;
 }
 
-// Sub-commands that the help lists.
+// Sub-commands that the help lists: lines of two blanks, the name, and at least two blanks more.
 std::vector<std::string> commands(const CommandRunner& run) {
     std::istringstream help(run({"--help"}).out);
     std::vector<std::string> names;
@@ -30,16 +32,22 @@ std::vector<std::string> commands(const CommandRunner& run) {
     for (std::string line; std::getline(help, line);) {
         if (line == "Commands:") listed = true;
         if (line.empty()) listed = false;
-        std::smatch match;
-        if (listed && std::regex_match(line, match, std::regex("  (\\S+(?: \\S+)?)  .*"))) names.push_back(match[1]);
+        const std::size_t end = line.find("  ", 2);
+        if (listed && line.starts_with("  ") && line[2] != ' ' && end != std::string::npos)
+            names.push_back(line.substr(2, end - 2));
     }
     return names;
 }
 
+// The text of a manual page without the marks of roff for a hyphen.
+std::string plain(std::string manual) {
+    for (std::size_t i = 0; (i = manual.find("\\-", i)) != std::string::npos; ++i) manual.erase(i, 1);
+    return manual;
+}
+
 TEST(UsageTest, HelpManualAndCompletionNameTheSame) {
     const CommandRunner run;
-    std::string manual = run({"man"}).out;
-    manual = std::regex_replace(manual, std::regex("\\\\-"), "-");
+    const std::string manual = plain(run({"man"}).out);
     const std::string completion = run({"completion", "bash"}).out;
     const std::vector<std::string> names = commands(run);
     EXPECT_GE(names.size(), 17U);

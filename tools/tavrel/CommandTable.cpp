@@ -157,7 +157,7 @@ const std::vector<CommandRow>& Commands() {
           {"--step", "SECONDS", One, None, "", "time between two steps (default 0.1)"},
           {"--trace", "FORM", One, Words, "text json", "form of the trace; json has one event per line"},
           kModel},
-         Runs::InOneChild, RunRun,
+         Runs::InOneChildWithoutLimitOfTime, RunRun,
          {"tavrel run overtaking.sce --until 120", "tavrel run overtaking.sce --trace json > trace.json"}},
 
         {"graph", "draw the state machine of a script",

@@ -25,7 +25,7 @@ struct OptionRow {
 
 // Where a sub-command runs: what the library may stumble over must not take the command along, so a sub-command that
 // opens files that others wrote runs in a child process, or looks after children of its own, one for many files.
-enum class Runs { Here, InOneChild, OverItsOwnChildren };
+enum class Runs { Here, InOneChild, InOneChildWithoutLimitOfTime, OverItsOwnChildren };
 
 struct CommandRow {
     const char* name; // two words for a sub-command of a sub-command

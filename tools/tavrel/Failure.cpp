@@ -45,6 +45,13 @@ std::string OneLine(const std::string& message) {
     return line;
 }
 
+std::string Printable(const std::string& text) {
+    std::string result = text;
+    for (char& c : result)
+        if (c != '\n' && (static_cast<unsigned char>(c) < ' ' || c == '\x7f')) c = ' ';
+    return result;
+}
+
 std::string PlacedLine(const std::string& message) {
     std::string line = OneLine(message);
     const std::size_t row = line.find(":0: ");

@@ -26,6 +26,9 @@ Failure CurrentFailure();
 // A message of the library as one line: its line ends and the severity marks of its log become blanks.
 std::string OneLine(const std::string& message);
 
+// Text for a terminal: line ends stay, and other control characters, which could write anywhere, become blanks.
+std::string Printable(const std::string& text);
+
 // A message that names a place, "file:row: reason", as one line, without the row where it is 0 and the whole file
 // meant.
 std::string PlacedLine(const std::string& message);

@@ -11,6 +11,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+// Asked at the start of the program: a child process writes into a pipe to its parent, which passes all on.
+const bool kOnTerminal = isatty(STDERR_FILENO) == 1;
+
 constexpr auto kFirst = std::chrono::seconds(1);
 constexpr auto kThen = std::chrono::milliseconds(200);
 constexpr const char* kClearLine = "\r\x1b[K";
@@ -18,7 +21,7 @@ constexpr const char* kClearLine = "\r\x1b[K";
 } // namespace
 
 Progress::Progress(double goalNumber, std::string unitText)
-    : goal(goalNumber), unit(std::move(unitText)), wanted(isatty(STDERR_FILENO) == 1), next(Clock::now() + kFirst) {}
+    : goal(goalNumber), unit(std::move(unitText)), wanted(kOnTerminal), next(Clock::now() + kFirst) {}
 
 Progress::~Progress() { Hide(); }
 

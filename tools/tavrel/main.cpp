@@ -54,8 +54,11 @@ int main(int argc, char** argv) {
             return ExitClean;
         }
         Context context{arguments, out};
-        if (arguments.command->runs != Runs::InOneChild) return RunToEnd(context);
-        return RunInChild(Subject(arguments), context.Limits(), [&] { return RunToEnd(context); });
+        const Runs runs = arguments.command->runs;
+        if (runs == Runs::Here || runs == Runs::OverItsOwnChildren) return RunToEnd(context);
+        ChildLimits limits = context.Limits();
+        limits.timed = runs == Runs::InOneChild;
+        return RunInChild(Subject(arguments), limits, [&] { return RunToEnd(context); });
     } catch (...) {
         const Failure failure = CurrentFailure();
         Report(failure.sentence);

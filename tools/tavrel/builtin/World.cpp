@@ -69,7 +69,7 @@ void World::Advance(double time) {
     first = begins;
     const double span = std::max(0.0, now - before); // a clock that is put back moves nothing
     for (auto& [number, vehicle] : vehicles) ChooseTarget(number, vehicle);
-    for (auto& [number, vehicle] : vehicles) Move(number, vehicle, span);
+    for (auto& [number, vehicle] : vehicles) Move(vehicle, span);
     FindCollisions();
     if (visibilityEnd >= visibilityBegin && now >= visibilityBegin) {
         const double share = visibilityEnd > visibilityBegin
@@ -93,7 +93,7 @@ void World::ChooseTarget(int number, Vehicle& vehicle) {
     vehicle.rate = kFollowRate;
 }
 
-void World::Move(int, Vehicle& vehicle, double span) {
+void World::Move(Vehicle& vehicle, double span) const {
     if (vehicle.laneChange != 0 && now >= vehicle.laneChangeTime) {
         vehicle.lane += vehicle.laneChange;
         vehicle.laneChange = 0;

@@ -124,7 +124,7 @@ public:
     void Effect(const std::string& name, const std::vector<std::string>& arguments) const;
 
 private:
-    void Move(int number, Vehicle& vehicle, double span);
+    void Move(Vehicle& vehicle, double span) const;
     void ChooseTarget(int number, Vehicle& vehicle);
     void FindCollisions();
 

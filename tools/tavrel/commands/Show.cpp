@@ -13,8 +13,9 @@ using ScenarioTemplateDb::ScenarioParameter;
 
 void PrintParameter(Output& out, const ScenarioParameter& parameter, const std::string& indent) {
     const std::string unit = parameter.hasParameterUnit() ? " " + parameter.getParameterUnit() : "";
-    const std::string description = parameter.getDescription().empty() ? "" : ", " + parameter.getDescription();
-    out.Print("{}{} = {}{}  {}\n", indent, parameter.getName(), OneLine(ValueText(parameter)), unit,
+    const std::string description =
+        parameter.getDescription().empty() ? "" : ", " + OneLine(parameter.getDescription());
+    out.Print("{}{} = {}{}  {}\n", indent, OneLine(parameter.getName()), OneLine(ValueText(parameter)), unit,
               out.Faint("(" + TypeWord(parameter) + description + ")"));
 }
 
@@ -33,7 +34,7 @@ void PrintNode(Output& out, const ScenarioNode& node, const std::string& indent)
 void PrintText(Output& out, const OpenedScenario& opened) {
     const auto& scenario = *opened.scenario;
     out.Print("{}\n", out.Strong(OneLine(scenario.getName())));
-    if (!scenario.getDescription().empty()) out.Print("{}\n", scenario.getDescription());
+    if (!scenario.getDescription().empty()) out.Print("{}\n", Printable(scenario.getDescription()));
     out.Print("\npath           {}\nconfiguration  {} ({})\nfile           {}\n\n", scenario.getPath(),
               opened.configuration.name, opened.configuration.version, scenario.getFilePath());
     PrintNode(out, *scenario.getRootScenarioNode(), "");
