@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include <lmkUtils/AssertAbort.h>
 #include <scenario/Parameter.h>
@@ -86,7 +87,7 @@ void UpgradeAddTimeMarker(Function& call, Function& definition) {
 }
 
 struct Upgrade {
-    const char* name;
+    std::string_view name;
     void (*apply)(Function& call, Function& definition);
 };
 

@@ -50,6 +50,11 @@ void Place(ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* child, 
     } else if (after) {
         ++position;
     }
+    if (store.capacity() == 0) {
+        // Most stores hold two or none.
+        store.reserve(2);
+        position = store.end();
+    }
     store.insert(position, static_cast<Item*>(child));
     child->parent = owner;
     StepScope::TreeChanged();

@@ -2,9 +2,16 @@
 
 #include <algorithm>
 #include <functional>
+#include <typeinfo>
+
+#include <scenario/Condition.h>
+#include <scenario/Parameter.h>
+#include <scenario/action.h>
+#include <scenario/function.h>
+#include <scenario/program.h>
+#include <scenario/variable.h>
 
 #include "LoadIndex.h"
-#include <scenario/program.h>
 
 namespace {
 
@@ -31,6 +38,25 @@ std::size_t ListOf(std::string_view folderName) {
     return list;
 }
 
+constexpr std::uint32_t Bit(std::uint32_t kind) { return std::uint32_t{1} << kind; }
+
+template <class Item>
+bool IsExactly(const ScenarioItem& item) {
+    return &typeid(item) == &typeid(Item);
+}
+
+bool IsPlainCondition(const ScenarioItem& item) { return IsExactly<Condition>(item); }
+
+// The kinds that may stand anywhere below an item, as bits. Calls hold nothing but parameters and further calls; about
+// a class of the host nothing is known.
+std::uint32_t KindsBelow(const ScenarioItem& item) {
+    constexpr std::uint32_t kBelowCall = Bit(KindParameter) | Bit(KindFunction);
+    if (IsExactly<Parameter>(item) || IsExactly<Action>(item) || IsExactly<Function>(item)) return kBelowCall;
+    if (IsPlainCondition(item)) return kBelowCall | Bit(KindCondition);
+    if (IsExactly<Enum>(item) || IsExactly<Variable>(item)) return 0;
+    return ~std::uint32_t{0};
+}
+
 Load* currentLoad = nullptr;
 
 std::uint32_t HashOf(std::string_view name) { return static_cast<std::uint32_t>(std::hash<std::string_view>()(name)); }
@@ -50,9 +76,8 @@ void NameTable::InsertIfAbsent(std::string_view name, ScenarioItem* item) {
     ++used;
 }
 
-ScenarioItem* NameTable::Find(std::string_view name) const {
-    if (slots.empty()) return nullptr;
-    return const_cast<NameTable*>(this)->SlotOf(name, HashOf(name)).item;
+NameTable::Slot NameTable::Find(std::string_view name) const {
+    return slots.empty() ? Slot() : const_cast<NameTable*>(this)->SlotOf(name, HashOf(name));
 }
 
 NameTable::Slot& NameTable::SlotOf(std::string_view name, std::uint32_t hash) {
@@ -76,12 +101,21 @@ DefinitionIndex::DefinitionIndex(ScenarioItem* treeRoot, Form treeForm) : root(t
 
 void DefinitionIndex::Walk(ScenarioItem* item) {
     Open(item);
-    const std::size_t first = pending.size();
-    item->GetChildren(pending);
-    for (std::size_t at = first; at < pending.size(); ++at) {
-        if (pending[at]) Walk(pending[at]);
+    // Half of a model is the parameters of calls, and nothing that is looked for stands there.
+    std::uint32_t wanted = 0;
+    for (std::size_t at = 0; at < kListCount; ++at) {
+        if (!lists[at].folder) wanted |= Bit(KindFolder);
+        if (lists[at].isOpen) wanted |= Bit(kLists[at].kind);
     }
-    pending.resize(first);
+    const std::uint32_t below = wanted & KindsBelow(*item);
+    if (below != 0) {
+        const std::size_t first = pending.size();
+        item->GetChildren(pending, below == Bit(KindCondition) && IsPlainCondition(*item) ? KindCondition : KindNone);
+        for (std::size_t at = first; at < pending.size(); ++at) {
+            if (pending[at]) Walk(pending[at]);
+        }
+        pending.resize(first);
+    }
     Close(item);
 }
 
@@ -128,8 +162,10 @@ void DefinitionIndex::Enter(NameTable& table, std::uint32_t kind, ScenarioItem* 
 ScenarioItem* DefinitionIndex::Find(std::size_t at, std::string_view name) {
     const List& list = lists[at];
     const std::uint32_t kind = kLists[at].kind;
-    ScenarioItem* unit = list.units.Find(name);
-    if (unit && unit->kind == kind && unit->name == name) return unit;
+    const NameTable::Slot slot = list.units.Find(name);
+    ScenarioItem* unit = slot.item;
+    // The name that was found may be that of the unit itself; then there is nothing to search.
+    if (unit && slot.name.data() == unit->name.data() && unit->kind == kind) return unit;
     const std::string text(name);
     if (unit) {
         if (ScenarioItem* hit = unit->FindItem(kind, text, std::string())) return hit;
@@ -143,7 +179,7 @@ ScenarioItem* DefinitionIndex::FindEntry(ScenarioItem* enumTab, std::string_view
     if (lists[kEnumTabList].openUnit) return enumTab->FindItem(KindEnum, std::string(name), std::string());
     const auto [known, isNew] = entries.try_emplace(enumTab);
     if (isNew) Enter(known->second, KindEnum, nullptr, enumTab);
-    return known->second.Find(name);
+    return known->second.Find(name).item;
 }
 
 Load::Load(ScenarioTextStream& text, ScenarioItem* parent)

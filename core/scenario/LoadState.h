@@ -13,15 +13,16 @@
 // First item of each name; a name that comes again is ignored. The names belong to items and must not change meanwhile.
 class NameTable {
 public:
-    void InsertIfAbsent(std::string_view name, ScenarioItem* item);
-    ScenarioItem* Find(std::string_view name) const;
-
-private:
     struct Slot {
         std::string_view name;
-        ScenarioItem* item = nullptr;
+        ScenarioItem* item = nullptr; // null: empty
         std::uint32_t hash = 0;
     };
+    void InsertIfAbsent(std::string_view name, ScenarioItem* item);
+    // The slot of that name, or an empty one.
+    Slot Find(std::string_view name) const;
+
+private:
     Slot& SlotOf(std::string_view name, std::uint32_t hash);
     void Grow();
 

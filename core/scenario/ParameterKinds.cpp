@@ -40,8 +40,9 @@ constexpr ParameterKind kOther =
 } // namespace
 
 const ParameterKind* FindParameterKind(std::string_view word) {
+    if (word.empty()) return nullptr;
     for (const ParameterKind& row : kKinds)
-        if (row.word == word) return &row;
+        if (row.word.front() == word.front() && row.word == word) return &row;
     return nullptr;
 }
 

@@ -8,7 +8,7 @@
 // The reader's view of a text, without copies.
 
 // A line ends at its first separator. The blank is none: it is part of whatever it stands in.
-constexpr bool IsSeparator(char c) { return c == '\t' || c == '\n' || c == '\f' || c == '\r'; }
+constexpr bool IsSeparator(char c) { return c >= '\t' && c <= '\r' && c != '\v'; }
 
 // The byte at the cursor; a NUL when the text is used up.
 inline char CharAt(const ScenarioTextStream& stream) { return stream.cursor < stream.end ? *stream.cursor : '\0'; }
