@@ -100,8 +100,7 @@ void ReadScriptWithModel(benchmark::State& state) {
     const std::string model = modelTexts::Model(kCalls);
     const std::string script =
         modelTexts::Script(kCalls, static_cast<std::size_t>(state.range(0)) * kMegabyte - model.size());
-    Yardstick yardstick(model + script,
-                        "<all>" + modelTexts::AsXml(model) + modelTexts::AsXml(script) + "</all>");
+    Yardstick yardstick(model + script, "<all>" + modelTexts::AsXml(model) + modelTexts::AsXml(script) + "</all>");
     for (auto _ : state) {
         std::unique_ptr<RootModel> root;
         std::unique_ptr<ScenarioItem> item;

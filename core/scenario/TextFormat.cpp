@@ -22,7 +22,8 @@ constexpr std::size_t kKeywordLimit = 256; // lengths from here on are refused
 constexpr std::size_t kNameLimit = 512;
 constexpr std::size_t kJoinBufferSize = 1024;
 
-// Every byte of a text passes through the three searches below, so they look at sixteen at once where the processor can.
+// Every byte of a text passes through the three searches below, so they look at sixteen at once where the processor
+// can.
 #ifdef __SSE2__
 constexpr std::ptrdiff_t kGroup = 16;
 
@@ -36,7 +37,8 @@ unsigned Equal(__m128i group, char c) { return BitsOf(_mm_cmpeq_epi8(group, _mm_
 unsigned Separators(__m128i group) {
     const __m128i fromTab = _mm_cmpgt_epi8(group, _mm_set1_epi8('\t' - 1));
     const __m128i toReturn = _mm_cmplt_epi8(group, _mm_set1_epi8('\r' + 1));
-    return BitsOf(_mm_and_si128(fromTab, toReturn)) & ~Equal(group, '\v');
+    const __m128i verticalTab = _mm_cmpeq_epi8(group, _mm_set1_epi8('\v'));
+    return BitsOf(_mm_andnot_si128(verticalTab, _mm_and_si128(fromTab, toReturn)));
 }
 #endif
 
