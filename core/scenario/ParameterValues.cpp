@@ -22,7 +22,12 @@ constexpr const char* kSource = "Parameter";
 constexpr std::int32_t kFloatTag = 1;
 constexpr std::int32_t kStringTag = 3;
 
-const Parameter& DefinitionOf(const Parameter& parameter) { return static_cast<const Parameter&>(*parameter.model); }
+// Null for a parameter whose link failed, and whose value thus means nothing.
+const Parameter* DefinitionOf(const Parameter& parameter) {
+    if (parameter.model && parameter.model->kind == KindParameter)
+        return static_cast<const Parameter*>(parameter.model);
+    return dynamic_cast<const Parameter*>(parameter.model);
+}
 
 bool IsNumeric(const std::string& type) { return type == "INTEGER" || type == "FLOAT" || type == "BOOL"; }
 
@@ -50,7 +55,9 @@ bool IsOutdated(ParameterMemory& memory, std::uint64_t version, const std::strin
 }
 
 const Variable* FindEntry(const Parameter& parameter, ParameterMemory& memory) {
-    const std::string& tabName = DefinitionOf(parameter).enumTab;
+    const Parameter* definition = DefinitionOf(parameter);
+    if (!definition) return nullptr;
+    const std::string& tabName = definition->enumTab;
     ScenarioItem* root = GetModelRoot(&parameter);
     const StepScope step;
     const std::uint64_t version = treeWatch::EnumTabs(root);
@@ -149,8 +156,10 @@ void FillResult(const Parameter& parameter, ParameterMemory&, ParameterValue& ou
 }
 
 void FillVariable(const Parameter& parameter, ParameterMemory& memory, ParameterValue& out) {
+    const Parameter* definition = DefinitionOf(parameter);
+    if (!definition) return;
     const std::string& type = parameter.GetType();
-    const bool byAddress = DefinitionOf(parameter).usage == "BY_ADDRESS";
+    const bool byAddress = definition->usage == "BY_ADDRESS";
     if (IsNumeric(type)) {
         // By address the implementation receives a reference, the number and the file, in place of a value.
         out.tag = byAddress ? kStringTag : kFloatTag;

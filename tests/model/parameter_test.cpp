@@ -653,6 +653,13 @@ TEST_F(ParameterTest, ValueBecomesAnArgument) {
         parameter.FillValue(value);
         EXPECT_EQ(Shown(value), "1 12.5 [12.5 m]");
     }
+    for (const char* kind : {"USER", "ENUM", "FUNCTION", "VARIABLE"}) {
+        parameter.SetModel(nullptr);
+        parameter.valueKind = kind;
+        ParameterValue value;
+        parameter.FillValue(value);
+        EXPECT_EQ(Shown(value), "4 0 []") << kind << " without a definition";
+    }
     FunctionTable().resize(1);
 }
 
