@@ -115,6 +115,16 @@ TEST_F(RunTest, TheGraphIsTextThatDotDraws) {
     EXPECT_EQ(run({"graph", kOvertaking, "--configuration", "Highway", "--trace", dot}).status, 3) << "no trace at all";
 }
 
+TEST_F(RunTest, AMissingIncludeIsToldAndTheRestRuns) {
+    SampleCopy copy;
+    std::filesystem::remove(copy.path + "/packs/common/data/script/include/speed_monitor.sc");
+    run.common = {"--config", copy.file(), "--configuration", "Highway"};
+    const Result result = run({"run", kOvertaking, "--until", "1"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.err, HasSubstr("the include \"speed_monitor.sc\" could not be loaded"));
+    EXPECT_THAT(result.out, HasSubstr("\"Set off\" fired"));
+}
+
 TEST_F(RunTest, AScriptFileNeedsItsRootModelOnly) {
     const std::string include = std::string(TAVREL_SAMPLE) + "/packs/common/data/script/include/speed_monitor.sc";
     run.common.clear();

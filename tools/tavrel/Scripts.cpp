@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -53,6 +54,11 @@ bool IsOfItemModel(const cfg::ScenarioScript& script) {
     return !script.text.empty() && (script.scriptType.empty() || script.scriptType == "nuro");
 }
 
+// What is wrong with a text that was read all the same, such as an include that is missing.
+void TellProblems(const ProblemList& list, const std::string& place) {
+    for (const LoadProblem& problem : list.problems) Report(ProblemSentence(problem, place));
+}
+
 LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened) {
     const std::string wanted = context.arguments.Text("--script");
     opened->getName(); // opens the file and its root model
@@ -62,17 +68,23 @@ LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened
         if (!wanted.empty() && script->name != wanted) continue;
         ProblemList list;
         std::uint32_t row = 1;
+        std::string cause = "the text is refused";
         LoadedScript loaded;
         loaded.title = fmt::format("{}, script {}", opened->getPath(), script->name);
-        loaded.root = ReadScriptText(script->text, row);
+        try {
+            loaded.root = ReadScriptText(script->text, row);
+        } catch (...) {
+            cause = CurrentFailure().sentence;
+        }
         loaded.scenario = dynamic_cast<ScenarioLib::Scenario*>(loaded.root.get());
         if (loaded.scenario || (loaded.root && !wanted.empty())) {
+            TellProblems(list, loaded.title);
             if (loaded.scenario) loaded.scene->FillTables(*loaded.scenario, opened->File());
             loaded.opened = std::move(opened);
             return loaded;
         }
         if (!loaded.root && refusal.empty())
-            refusal = list.problems.empty() ? fmt::format("{}: row {} cannot be read", loaded.title, row)
+            refusal = list.problems.empty() ? fmt::format("{}:{}: {}", loaded.title, row, cause)
                                             : ProblemSentence(list.problems.back(), loaded.title);
     }
     if (!refusal.empty()) throw Failure{ExitUnreadable, refusal};
@@ -84,13 +96,9 @@ LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened
 }
 
 LoadedScript LoadFromDisk(const std::string& path) {
-    ProblemList list;
     LoadedScript loaded;
     loaded.title = path;
-    loaded.root = ReadScriptFile(path);
-    if (!loaded.root)
-        throw Failure{ExitUnreadable,
-                      list.problems.empty() ? path + " cannot be read" : ProblemSentence(list.problems.back(), path)};
+    loaded.root = ReadScriptFileOrFail(path, ExitUnreadable);
     loaded.scenario = dynamic_cast<ScenarioLib::Scenario*>(loaded.root.get());
     return loaded;
 }
@@ -146,13 +154,9 @@ void UseRootModelFile(const std::string& path) {
     const std::string reason = ReasonNotToOpen(path);
     if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", path, reason)};
     scenarioRootModel = nullptr; // a model is linked within itself
-    ProblemList list;
-    std::unique_ptr<ScenarioItem> root = ReadScriptFile(path);
+    std::unique_ptr<ScenarioItem> root = ReadScriptFileOrFail(path, ExitUnreadable);
     auto* model = dynamic_cast<Folders*>(root.get());
-    if (!model)
-        throw Failure{ExitUnreadable, root ? path + " is no root model, since its top item is no FOLDER"
-                                      : list.problems.empty() ? path + " cannot be read"
-                                                              : ProblemSentence(list.problems.back(), path)};
+    if (!model) throw Failure{ExitUnreadable, path + " is no root model, since its top item is no FOLDER"};
     scenarioRootModel = model;
     root.release(); // scripts point into it for as long as the process lives
 }
@@ -182,10 +186,34 @@ std::unique_ptr<ScenarioItem> ReadScriptText(const std::string& text, std::uint3
     }
 }
 
+std::unique_ptr<ScenarioItem> ReadScriptFileOrFail(const std::string& path, ExitStatus status) {
+    ProblemList list;
+    std::unique_ptr<ScenarioItem> root;
+    std::string cause = path + ": the text is refused";
+    try {
+        root = ReadScriptFile(path);
+    } catch (...) {
+        cause = fmt::format("{}: {}", path, CurrentFailure().sentence); // a number that does not convert
+    }
+    for (const LoadProblem& problem : list.problems)
+        if (!problem.isWarning) cause = ProblemSentence(problem, path);
+    if (!root) throw Failure{status, cause};
+    TellProblems(list, path);
+    return root;
+}
+
+std::string FileOf(const LoadProblem& problem) {
+    // The library stores the paths of includes with backslashes.
+    std::error_code error;
+    std::string file = problem.file;
+    if (!fs::exists(file, error)) std::replace(file.begin(), file.end(), '\\', '/');
+    return file;
+}
+
 std::string ProblemSentence(const LoadProblem& problem, const std::string& place) {
     const std::string line = OneLine(problem.line);
-    return fmt::format("{}:{}: {}{}", problem.file.empty() ? place : problem.file, problem.row, OneLine(problem.cause),
-                       line.empty() ? "" : fmt::format(" ({})", line));
+    return fmt::format("{}:{}: {}{}", problem.file.empty() ? place : FileOf(problem), problem.row,
+                       OneLine(problem.cause), line.empty() ? "" : fmt::format(" ({})", line));
 }
 
 std::vector<cfg::ScenarioScript*> ScriptsOf(cfg::CfgScenario& file) {

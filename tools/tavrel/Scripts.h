@@ -55,13 +55,18 @@ void UseRootModel(const std::string& configuration);
 // The same with a model file.
 void UseRootModelFile(const std::string& path);
 
-// A model, script or include from disk. Null if it cannot be read; `problems` of a ProblemList then say why.
+// A model, script or include from disk. Null if it cannot be read; a ProblemList then says why.
 std::unique_ptr<ScenarioItem> ReadScriptFile(const std::string& path);
 // A script in memory. `row` receives the row that the reader came to.
 std::unique_ptr<ScenarioItem> ReadScriptText(const std::string& text, std::uint32_t& row);
+// A file for those who want no more than one sentence if it cannot be read: fails with a Failure of that status. What
+// else is wrong with it is told.
+std::unique_ptr<ScenarioItem> ReadScriptFileOrFail(const std::string& path, ExitStatus status);
 
 // A problem as one sentence: "path:row: cause", with the line behind it.
 std::string ProblemSentence(const LoadProblem& problem, const std::string& place);
+// The path of the file that a problem lies in, as a person would write it; empty for a text in memory.
+std::string FileOf(const LoadProblem& problem);
 
 // A template whose sections the command may look at.
 class Template : public TavrelScenarioTemplateDb::TavrelScenario {

@@ -37,7 +37,7 @@ Json Finding(const std::string& file, std::uint32_t row, const std::string& caus
 }
 
 Json FindingOf(const LoadProblem& problem, const std::string& file, const Json& script) {
-    Json finding = Finding(problem.file.empty() ? file : problem.file, problem.row, OneLine(problem.cause));
+    Json finding = Finding(problem.file.empty() ? file : FileOf(problem), problem.row, OneLine(problem.cause));
     if (problem.file.empty()) finding["script"] = script;
     finding["line"] = OneLine(problem.line);
     if (problem.isWarning) finding["severity"] = "warning";
@@ -118,6 +118,13 @@ std::string CauseFor(const ScenarioItem& item) {
     return what + ": it is not valid where it stands";
 }
 
+// Whether the reader has already said that an include could not be had.
+bool IsTold(const Json& findings, const std::string& include) {
+    return std::any_of(findings.begin(), findings.end(), [&](const Json& finding) {
+        return finding["line"].get<std::string>().find("\"" + include + "\"") != std::string::npos;
+    });
+}
+
 // The invalid parameters and calls below `item`, in the order of the file. Without a scenario around them only those
 // count that no scenario could make valid.
 void AddInvalid(const ScenarioItem& item, bool whole, const Json& base, Json& findings) {
@@ -125,7 +132,7 @@ void AddInvalid(const ScenarioItem& item, bool whole, const Json& base, Json& fi
     const bool call = dynamic_cast<const Function*>(&item) != nullptr;
     const bool reference = item.kind == KindInclude && item.IsIndexEntry();
     const bool counts = parameter ? whole || !NeedsScenario(parameter->valueKind) : reference || (call && whole);
-    if (counts && !item.IsValid()) {
+    if (counts && !item.IsValid() && !(reference && IsTold(findings, item.fileName))) {
         Json finding = base;
         finding["cause"] = parameter ? CauseFor(*parameter)
                            : reference
@@ -212,14 +219,15 @@ Json CheckText(const Job& job) {
     Json findings = Json::array();
     ProblemList list;
     std::unique_ptr<ScenarioItem> root;
+    std::string cause = "the text is refused";
     try {
         root = ReadScriptFile(job.path);
     } catch (...) {
-        findings.push_back(Finding(job.path, 0, CurrentFailure().sentence));
+        cause = CurrentFailure().sentence; // a number that does not convert
     }
     for (const LoadProblem& problem : list.problems) findings.push_back(FindingOf(problem, job.path, Json()));
     if (!root) {
-        if (!HasError(findings)) findings.push_back(Finding(job.path, 1, "the text is refused"));
+        if (!HasError(findings)) findings.push_back(Finding(job.path, 0, cause));
         return findings;
     }
     if (job.kind == FileKind::Script) {

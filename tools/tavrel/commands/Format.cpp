@@ -71,11 +71,7 @@ int RunFormat(Context& context) {
     if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", path, reason)};
     if (KindOfFile(path) != FileKind::Model) PrepareModel(context, path);
 
-    ProblemList list;
-    const std::unique_ptr<ScenarioItem> root = ReadScriptFile(path);
-    if (!root)
-        throw Failure{ExitFindings, list.problems.empty() ? path + ": the text is refused"
-                                                          : ProblemSentence(list.problems.back(), path)};
+    const std::unique_ptr<ScenarioItem> root = ReadScriptFileOrFail(path, ExitFindings);
     const std::string before = ReadBytes(path);
     const std::string after = Written(*root, before.find("\r\n") != std::string::npos);
     TellLosses(path, before, after);
