@@ -47,17 +47,19 @@ TEST_F(CriteriaTest, CategoriesAreEnteredOnce) {
     const auto& all = Criteria::Categories();
     EXPECT_EQ(all.front(), "");
     EXPECT_EQ(first.RegisterCategory(), 0U);
+    // The list lives as long as the process, so each run of this test needs categories of its own.
     const std::size_t before = all.size();
-    const char* text = "TYPEOF CRITERIA (1)\n{\nCATEGORY=\"only here\"\n}\n";
+    const std::string mine = "category " + std::to_string(before);
+    const std::string text = "TYPEOF CRITERIA (1)\n{\nCATEGORY=\"" + mine + "\"\n}\n";
     const auto one = host.ReadAs<Criteria>(text);
     const auto two = host.ReadAs<Criteria>(text);
     ASSERT_TRUE(one && two);
     EXPECT_EQ(all.size(), before + 1);
     EXPECT_EQ(one->RegisterCategory(), before);
     EXPECT_EQ(two->RegisterCategory(), before);
-    one->category = "another";
+    one->category = "clone of " + mine;
     const std::unique_ptr<ScenarioItem> clone(one->Clone());
-    EXPECT_EQ(all.back(), "another");
+    EXPECT_EQ(all.back(), "clone of " + mine);
 }
 
 TEST_F(CriteriaTest, DisabledItNeitherStartsNorSteps) {
