@@ -34,11 +34,11 @@ void DestroyChildrenOfConfigs(ScenarioItem& item) {
 // read ends: by a refusal or by an exception.
 class ItemBeingRead {
 public:
+    // Holds the item before it does anything that may run out of memory.
     ItemBeingRead(Load& itemLoad, ScenarioItem* newItem, ScenarioItem* itemParent)
-        : load(itemLoad), item(newItem), parent(itemParent) {
+        : ItemBeingRead(itemLoad, Held{newItem, itemParent}) {
         isTaken = parent && OfferChild(*parent, item);
         load.Open(item, IsInTree());
-        ++load.depth;
     }
     ItemBeingRead(const ItemBeingRead&) = delete;
     ItemBeingRead& operator=(const ItemBeingRead&) = delete;
@@ -64,6 +64,14 @@ public:
     void PassOver() { load.Close(item, false); }
 
 private:
+    struct Held {
+        ScenarioItem* item;
+        ScenarioItem* parent;
+    };
+    ItemBeingRead(Load& itemLoad, const Held& held) noexcept : load(itemLoad), item(held.item), parent(held.parent) {
+        ++load.depth;
+    }
+
     Load& load;
     ScenarioItem* item;
     ScenarioItem* parent;

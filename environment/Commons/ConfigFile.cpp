@@ -1,11 +1,14 @@
 #include <Commons/ConfigFile.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
+#include <new>
 #include <string_view>
 #include <vector>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "Files.h"
@@ -167,45 +170,62 @@ const Line* FindEntry(const std::vector<Line>& lines, const std::string& key) {
     return found;
 }
 
+bool IsMissing(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) != 0 && errno == ENOENT;
+}
+
 } // namespace
 
 ConfigFile::ConfigFile(const std::string& filePath) : path(detail::WithForwardSlashes(filePath)) {}
 ConfigFile::~ConfigFile() = default;
 
 std::string ConfigFile::operator[](const std::string& key) const {
-    std::string content;
-    std::string reason;
-    if (!detail::ReadPlainFile(path, content, reason)) return {};
-    const std::vector<Line> lines = Reader(content).ReadLines();
-    const Line* entry = FindEntry(lines, key);
-    return entry ? entry->text : std::string();
+    try {
+        std::string content;
+        std::string reason;
+        if (!detail::ReadPlainFile(path, content, reason)) return {};
+        const std::vector<Line> lines = Reader(content).ReadLines();
+        const Line* entry = FindEntry(lines, key);
+        return entry ? entry->text : std::string();
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
 }
 
 bool ConfigFile::create() {
-    std::string content;
-    std::string reason;
     if (path.empty() || path.find('\0') != std::string::npos) return false;
     const int made = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (made >= 0) return ::close(made) == 0;
-    return detail::ReadPlainFile(path, content, reason);
+    try {
+        std::string content;
+        std::string reason;
+        return detail::ReadPlainFile(path, content, reason);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 
 void ConfigFile::modifyEntry(const std::string& key, const std::string& value) {
-    std::string content;
-    std::string reason;
-    // What is there but cannot be read must not be replaced by a file of one entry.
-    if (!detail::ReadPlainFile(path, content, reason) && !create()) return;
-    const std::vector<Line> lines = Reader(content).ReadLines();
-    const std::string entry = Escaped(key, true) + "=" + Escaped(value, false) + "\n";
-    if (const Line* old = FindEntry(lines, key)) {
-        content.replace(old->begin, old->end - old->begin, entry);
-    } else {
-        if (!content.empty() && !IsLineEnd(content.back())) content += '\n';
-        // A last line that asks to be continued would take the new one in; an empty line ends it.
-        if (Reader(content + "x").ReadLines().back().begin != content.size()) content += '\n';
-        content += entry;
+    try {
+        std::string content;
+        std::string reason;
+        // What is there but cannot be read must not be replaced by a file of one entry.
+        if (!detail::ReadPlainFile(path, content, reason) && !IsMissing(path)) return;
+        const std::vector<Line> lines = Reader(content).ReadLines();
+        const std::string entry = Escaped(key, true) + "=" + Escaped(value, false) + "\n";
+        if (const Line* old = FindEntry(lines, key)) {
+            content.replace(old->begin, old->end - old->begin, entry);
+        } else {
+            if (!content.empty() && !IsLineEnd(content.back())) content += '\n';
+            // A last line that asks to be continued would take the new one in; an empty line ends it.
+            if (Reader(content + "x").ReadLines().back().begin != content.size()) content += '\n';
+            content += entry;
+        }
+        detail::WriteFileWhole(path, content, reason);
+    } catch (const std::bad_alloc&) {
+        // Nothing was stored, as with a full disk.
     }
-    detail::WriteFileWhole(path, content, reason);
 }
 
 } // namespace Commons
