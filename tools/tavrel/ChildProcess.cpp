@@ -38,7 +38,7 @@ constexpr bool kLimitsMemory = true;
 constexpr int kExitRecycled = 99;
 constexpr const char* kAssertionMark = "Assertion failed: ";
 constexpr auto kGathering = std::chrono::milliseconds(2);
-constexpr std::size_t kPieceSize = 64 * 1024;
+constexpr std::size_t kPieceSize = std::size_t(64) * 1024;
 
 using Clock = std::chrono::steady_clock;
 

@@ -30,10 +30,15 @@ std::string InstallationFile(const Arguments& arguments) {
     return SampleInstallationFile();
 }
 
+// The library's own join of a scenario directory and the path below it.
+std::string FileIn(const std::string& directory, const std::string& path) {
+    return TavrelScenarioTemplateDb::TavrelConfigurationScenarioDirectory::getFilePathFromDataBasePath(path, directory);
+}
+
 std::string Names(const std::vector<Configuration>& configurations) {
-    std::string names;
-    for (const Configuration& configuration : configurations) names += (names.empty() ? "" : ", ") + configuration.name;
-    return names;
+    std::vector<std::string> names;
+    for (const Configuration& configuration : configurations) names.push_back(configuration.name);
+    return fmt::format("{}", fmt::join(names, ", "));
 }
 
 // The template at `path`. The driver walks the folders for it and may be stopped by a broken link on the way, although
@@ -48,7 +53,7 @@ std::unique_ptr<TavrelScenario> Created(const TavrelDatabaseDriver& driver,
         database.getConfigurationScenarioDirectories(configuration, directories);
         std::error_code error;
         for (const std::string& directory : directories)
-            if (std::filesystem::is_regular_file(directory + "/" + path, error))
+            if (std::filesystem::is_regular_file(FileIn(directory, path), error))
                 return std::make_unique<TavrelScenario>(configuration, path, directory);
         throw;
     }
@@ -164,7 +169,7 @@ OpenedScenario Installation::Open(const std::string& path) {
             database.getConfigurationScenarioDirectories(configuration.name, directories);
             const bool holds = std::any_of(directories.begin(), directories.end(), [&](const std::string& directory) {
                 std::error_code error;
-                return std::filesystem::exists(directory + "/" + path, error);
+                return std::filesystem::exists(FileIn(directory, path), error);
             });
             if (holds) holders.push_back(configuration);
         } catch (...) {

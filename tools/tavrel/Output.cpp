@@ -14,7 +14,7 @@ namespace tavrel {
 
 namespace {
 
-constexpr std::size_t kPieceSize = 64 * 1024;
+constexpr std::size_t kPieceSize = std::size_t(64) * 1024;
 
 // A log that nobody takes must not grow for ever: a long run over broken files would end in it.
 constexpr std::size_t kLogLimit = 10000;

@@ -158,7 +158,7 @@ void UseRootModelFile(const std::string& path) {
     auto* model = dynamic_cast<Folders*>(root.get());
     if (!model) throw Failure{ExitUnreadable, path + " is no root model, since its top item is no FOLDER"};
     scenarioRootModel = model;
-    root.release(); // scripts point into it for as long as the process lives
+    static_cast<void>(root.release()); // scripts point into it for as long as the process lives
 }
 
 void UseRootModel(const std::string& configuration) {

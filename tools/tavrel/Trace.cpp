@@ -8,7 +8,10 @@ namespace tavrel {
 
 namespace {
 
-std::string Quoted(const Json& label) { return label == "" ? "" : fmt::format(" \"{}\"", label.get<std::string>()); }
+std::string Quoted(const Json& label) {
+    const std::string text = OneLine(label.get<std::string>());
+    return text.empty() ? "" : fmt::format(" \"{}\"", text);
+}
 
 std::string StateText(const Json& number) {
     const int state = number.get<int>();
@@ -19,13 +22,11 @@ std::string StateText(const Json& number) {
 } // namespace
 
 std::string PathOf(const ScenarioItem& item) {
-    std::string path;
-    for (const ScenarioItem* step = &item; step; step = step->parent) {
-        const std::string text =
-            step->name.empty() ? KindKeyword(step->kind) : fmt::format("{} ({})", KindKeyword(step->kind), step->name);
-        path = path.empty() ? text : text + " / " + path;
-    }
-    return path;
+    std::vector<std::string> steps;
+    for (const ScenarioItem* step = &item; step; step = step->parent)
+        steps.push_back(step->name.empty() ? KindKeyword(step->kind)
+                                           : fmt::format("{} ({})", KindKeyword(step->kind), step->name));
+    return fmt::format("{}", fmt::join(steps.rbegin(), steps.rend(), " / "));
 }
 
 Trace::Trace(ScenarioLib::Scenario& watched, Listener eventListener)
@@ -62,7 +63,7 @@ void Trace::OnItemEvent(ScenarioItemObservable* source, std::uint32_t event) {
                   {"value", became}});
 }
 
-void Trace::Tell(const std::string& event, Json members) {
+void Trace::Tell(const std::string& event, const Json& members) {
     Json all = {{"time", time}, {"event", event}};
     all.update(members);
     listener(all);

@@ -31,7 +31,7 @@ public:
     // After a step: tells what is no longer as it was.
     void Compare();
     // An event of another kind, with the time put in front.
-    void Tell(const std::string& event, Json members);
+    void Tell(const std::string& event, const Json& members);
 
     std::size_t RulesFired() const { return rulesFired; }
 

@@ -1,6 +1,7 @@
 #include "../Describe.h"
 #include "../Progress.h"
 #include "../Scripts.h"
+#include "../Trace.h"
 #include "Commands.h"
 
 #include <cfg/CfgScenario.h>
@@ -49,17 +50,8 @@ bool HasError(const Json& findings) {
                        [](const Json& finding) { return finding["severity"] == "error"; });
 }
 
-// "SCENARIO (main) / TASK (1) / RULE (3) / ACTION (SetSpeed)": the way from the top to the item above `item`, in the
-// words of the file, so that an editor finds it.
-std::string PlaceOf(const ScenarioItem& item) {
-    std::string place;
-    for (const ScenarioItem* above = item.parent; above; above = above->parent) {
-        const std::string step = above->name.empty() ? KindKeyword(above->kind)
-                                                     : fmt::format("{} ({})", KindKeyword(above->kind), above->name);
-        place = place.empty() ? step : step + " / " + place;
-    }
-    return place;
-}
+// Where an editor finds the item.
+std::string PlaceOf(const ScenarioItem& item) { return item.parent ? PathOf(*item.parent) : ""; }
 
 struct KindCause {
     const char* kind;
