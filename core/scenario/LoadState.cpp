@@ -12,6 +12,7 @@
 #include <scenario/variable.h>
 
 #include "LoadIndex.h"
+#include "Refusal.h"
 
 namespace {
 
@@ -195,6 +196,13 @@ Load::Load(ScenarioTextStream& text, ScenarioItem* parent)
 Load::~Load() { currentLoad = outer; }
 
 Load* Load::Current() { return currentLoad; }
+
+bool Load::TakeLong(std::size_t bytes) {
+    constexpr std::size_t kTimesTheText = 16;
+    longBytes += bytes;
+    return longBytes / kTimesTheText <= static_cast<std::size_t>(stream.end - stream.begin) ||
+           Refuse("values without a closing quote hold the same text over and over");
+}
 
 void Load::Open(ScenarioItem* item, bool isInTree) {
     if (!root) {

@@ -84,6 +84,14 @@ public:
     void Open(ScenarioItem* item, bool isInTree);
     void Close(ScenarioItem* item, bool isInTree);
 
+    // Whether the load under way may take one more value of that many bytes. Values are parts of the text and do not
+    // overlap, unless quotes are missing: then each line holds all that follows up to the next quote, and a text of
+    // such lines would cost the square of its length.
+    static bool MayTake(std::size_t bytes) {
+        constexpr std::size_t kOrdinary = 4096;
+        return bytes <= kOrdinary || !Current() || Current()->TakeLong(bytes);
+    }
+
     // The index that answers for definitions below `root`, or null when only a search can tell.
     DefinitionIndex* IndexOf(const ScenarioItem* root);
 
@@ -96,9 +104,12 @@ public:
     unsigned outerDepth;             // the same of the loads around this one
 
 private:
+    bool TakeLong(std::size_t bytes);
+
     Load* outer;
-    bool isRooted;     // what is read is a tree of its own
-    bool modelIsStill; // the root model does not change during this load
+    std::size_t longBytes = 0; // in all long values so far
+    bool isRooted;             // what is read is a tree of its own
+    bool modelIsStill;         // the root model does not change during this load
     std::size_t itemsOutsideTree = 0;
     std::unique_ptr<DefinitionIndex> ownIndex;
     std::unique_ptr<DefinitionIndex> modelIndex; // of the outermost load only

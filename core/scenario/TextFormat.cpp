@@ -12,6 +12,7 @@
 #include <scenario/ScenarioItem.h>
 
 #include "AttributeRow.h"
+#include "LoadState.h"
 #include "TextMatch.h"
 
 namespace {
@@ -176,7 +177,7 @@ bool MatchAttribute(const ScenarioTextStream& stream, std::string_view key, std:
     const char* const quote = FindEither(at, stream.end, '"', '"');
     if (quote == stream.end || *quote != '"') return false;
     value = std::string_view(at, static_cast<std::size_t>(quote - at));
-    return true;
+    return Load::MayTake(value.size());
 }
 
 bool ReadStringAttribute(const ScenarioTextStream& stream, const char* key, std::string& value) {

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <support/DataPath.h>
 #include <support/ModelText.h>
 
 namespace {
@@ -113,7 +114,8 @@ TEST(Kinds, KeywordsAndFactoryAgree) {
     };
     for (const auto& row : rows) {
         const OwnedItem item = Make(row.kind, "n");
-        EXPECT_EQ(typeid(*item), row.type) << KindKeyword(row.kind);
+        const ScenarioItem& made = *item;
+        EXPECT_EQ(typeid(made), row.type) << KindKeyword(row.kind);
         EXPECT_EQ(item->kind, row.kind);
         EXPECT_EQ(item->name, "n");
     }
@@ -549,6 +551,23 @@ TEST(Paths, AreNormalised) {
     EXPECT_EQ(ParameterFileOf("scene.xyz"), "scene.xpar");
     EXPECT_EQ(ParameterFileOf("x"), "par");
     EXPECT_EQ(ParameterFileOf(""), "");
+}
+
+TEST(Paths, AreResolvedOnTheDataPath) {
+    const DataPath data;
+    data.Write("data/script/include/a b.sc", "x");
+    const std::string root = data.Root().string();
+    const auto resolved = [](const char* file, std::string directory) {
+        ResolveDataPath(file, directory);
+        return directory;
+    };
+    const auto normal = [](std::string path) {
+        NormalizePath(path);
+        return path;
+    };
+    EXPECT_EQ(resolved("a b.sc", "data/script/include"), normal(root + "/data/script/include/a b.sc"));
+    EXPECT_EQ(resolved("none.sc", "data/script/include"), normal(root + "/data/script/include/none.sc"));
+    EXPECT_EQ(resolved(nullptr, "data/script"), normal(root + "/data/script"));
 }
 
 // What a caller can bring about, by the label under which people in the field know it.

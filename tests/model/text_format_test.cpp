@@ -510,6 +510,11 @@ TEST(Reader, IsLinearInTheTextAtAnyShape) {
     ASSERT_TRUE(read.item);
     EXPECT_EQ(read.item->label, large);
     EXPECT_FALSE(ReadExactly("TYPEOF FOLDER (a)\n{\nLABEL=\"" + large).item);
+
+    // The value of each of these lines is all that follows.
+    std::string overlapping = "TYPEOF VARIABLE (0)\n{\n";
+    for (int i = 0; i < 200000; ++i) overlapping += "CATEGORY\n";
+    EXPECT_FALSE(ReadExactly(overlapping + "\"\n}\n").item);
 }
 
 } // namespace

@@ -229,7 +229,8 @@ TAVREL_MODEL_API std::string ParameterFileOf(const std::string& path);
 TAVREL_MODEL_API ScenarioItem* LoadScenarioFile(const char* path, std::ostream* log, bool headerOnly);
 // Reads one item at the cursor. With a `parent` the new item is added at its end, and the parent owns it; without one
 // the caller does. Null when the text does not parse: the row of the failing line is `stream.line`, no message is
-// written, and the parent is as it was.
+// written, and the parent is as it was. Null also when the parent accepts the kind but ignores the item; a warning on
+// the log says so.
 TAVREL_MODEL_API ScenarioItem* LoadScenarioText(ScenarioTextStream& stream, ScenarioItem* parent,
                                                 ItemLoadContext* context, std::ostream* log, bool headerOnly);
 // The same without a word on the log.
