@@ -387,7 +387,7 @@ TEST(Validity, ComesFromTheChildrenBottomUp) {
     EXPECT_EQ(top.displayText, "top");
 
     top.mark = leaf->mark = true;
-    Token::ResetMarks(&top);
+    ResetMarks(&top);
     EXPECT_FALSE(top.mark || leaf->mark);
 }
 

@@ -43,4 +43,8 @@ public:
     static void ResetMarks(Token* item);
 };
 
+// The same two, called like the other functions over items.
+inline void LinkModel(Token* item, const char* listName) { Token::LinkModel(item, listName); }
+inline void ResetMarks(Token* item) { Token::ResetMarks(item); }
+
 #endif
