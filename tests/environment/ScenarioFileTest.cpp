@@ -191,6 +191,9 @@ TEST_F(ScenarioFileTest, TheElementTreeIsTheSectionTree) {
     ASSERT_NE(vehicle, nullptr);
     EXPECT_EQ(vehicle->getParentSection(), &root);
     EXPECT_EQ(root.getSubSection(root.getSubSectionCount()), nullptr);
+    // The first one by a plain 0, which a call by name could claim as well.
+    EXPECT_STREQ(root.getSubSection(0)->getName(), "Weather");
+    EXPECT_EQ(root.getSubSection(-1), nullptr);
     EXPECT_EQ(root.getSubSection("vehicle"), nullptr);
     std::vector<Section*> found{vehicle};
     root.getSubSections("Nobody", found);
@@ -205,7 +208,7 @@ TEST_F(ScenarioFileTest, FieldsAndParametersOfAVehicleAreOne) {
     auto position = vehicle.beginParameter();
     const auto first = position;
     EXPECT_EQ(&position.getInt(), &vehicle.id);
-    ++position;
+    EXPECT_TRUE(position++ == first);
     EXPECT_EQ(&position.getInt(), &vehicle.driverId);
     ++position;
     EXPECT_EQ(&position.getString(), &vehicle.name);

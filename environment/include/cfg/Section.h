@@ -1,6 +1,7 @@
 #ifndef CFG_SECTION_H
 #define CFG_SECTION_H
 
+#include <concepts>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -37,6 +38,11 @@ public:
         bool operator==(const ParameterIterator& other) const { return value == other.value; }
         bool operator!=(const ParameterIterator& other) const { return value != other.value; }
         ParameterIterator& operator++();
+        ParameterIterator operator++(int) {
+            const ParameterIterator before = *this;
+            ++*this;
+            return before;
+        }
 
         const std::string& getCName() const;       // the name of its element
         const std::string& getVerboseName() const; // the long name, empty if the file gives none
@@ -68,6 +74,12 @@ public:
     size_t getSubSectionCount() const;
     // Null beyond the end.
     Section* getSubSection(size_t index);
+    // For an index of another integral type. Without it the literal 0 would name a null text just as well as the first
+    // sub-section, and no call with it would compile.
+    template <std::integral Index>
+    Section* getSubSection(Index index) {
+        return getSubSection(static_cast<size_t>(index));
+    }
     // The first one of that name, null if there is none.
     Section* getSubSection(const char* name);
     // Empties `out` first.
