@@ -1,6 +1,7 @@
 #include <TavrelScenarioTemplateDb/ScriptNode.h>
 
-#include <cstring>
+#include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <sstream>
 #include <string_view>
@@ -39,8 +40,10 @@ private:
 // and what is left of the line up to the next separator or single quote.
 void logStop(std::ostream& log, const std::string& scriptName, const ScenarioTextStream& stream) {
     constexpr std::size_t kLongest = 255;
-    std::string_view line(stream.cursor, std::strcspn(stream.cursor, "'\t\n\r\f"));
-    line = line.substr(0, kLongest);
+    constexpr std::string_view kEnds("'\t\n\r\f\0", 6);
+    // The cursor may stand behind the final NUL, so the stream's end is the bound.
+    const std::string_view rest(stream.cursor, static_cast<std::size_t>(stream.end - stream.cursor));
+    const std::string_view line = rest.substr(0, std::min(rest.find_first_of(kEnds), kLongest));
     log << '\4' << scriptName << " - row " << stream.line << ":\n" << line << std::endl;
 }
 
