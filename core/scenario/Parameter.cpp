@@ -174,6 +174,8 @@ bool StandsInWrittenBlock(ScenarioTextStream stream, std::size_t place) {
 }
 
 bool IsUnsetAsWritten(const Parameter& parameter, const ScenarioTextStream& stream) {
+    const char first = CharAt(stream);
+    if (first != 'U' && first != 'E' && first != 'M') return false;
     const std::string_view line = RestOfLine(stream);
     if (!line.ends_with("=\"\"")) return false;
     const std::string_view key = line.substr(0, line.size() - 3);

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -115,6 +116,13 @@ public:
 
     explicit ScenarioItem(ScenarioItem* parentItem = nullptr);
     ~ScenarioItem() override;
+
+    // Items of every class, a host's included, come from a memory of their own.
+    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size, std::align_val_t alignment);
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void operator delete(void* memory, std::size_t size);
+    static void operator delete(void* memory, std::size_t size, std::align_val_t alignment);
 
     // Appends the direct children in their order, all of them for 0, else those of one kind. They stay owned here.
     virtual void GetChildren(std::vector<ScenarioItem*>& out, std::uint32_t kindFilter = 0) const;
