@@ -19,4 +19,19 @@
 #include <TavrelScenarioTemplateDb/TavrelVersionDirectory.h>
 #include <TavrelScenarioTemplateDb/VehicleNode.h>
 
+// The file and the sections that some operations take or hand out.
+#include <cfg/BooleanParameter.h>
+#include <cfg/CfgScenario.h>
+#include <cfg/Driver.h>
+#include <cfg/IntegerParameter.h>
+#include <cfg/IntegerRange.h>
+#include <cfg/LiteralParameter.h>
+#include <cfg/LiteralRange.h>
+#include <cfg/RealParameter.h>
+#include <cfg/RealRange.h>
+#include <cfg/Scenario.h>
+#include <cfg/ScenarioScript.h>
+#include <cfg/VariadicParameter.h>
+#include <cfg/Vehicle.h>
+
 #endif
