@@ -4,7 +4,8 @@
 //
 // A region lies at a multiple of its size and a slab at a multiple of its own, so the address of an item tells both.
 // Memory goes back to the system by the region, but for a few that are kept for the next script. Items of hosts that
-// are larger than the largest slot, or aligned more strictly than a slot, are left to the ordinary allocator.
+// are larger than the largest slot, or aligned more strictly than a slot, are left to the ordinary allocator, whose
+// delete is asked without a size, since not every compiler declares the one with it.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -25,7 +26,7 @@
 #ifdef TAVREL_PLAIN_ITEM_MEMORY
 
 void* ScenarioItem::operator new(std::size_t size) { return ::operator new(size); }
-void ScenarioItem::operator delete(void* memory, std::size_t size) { ::operator delete(memory, size); }
+void ScenarioItem::operator delete(void* memory, std::size_t) { ::operator delete(memory); }
 
 #else
 
@@ -172,7 +173,7 @@ void* ScenarioItem::operator new(std::size_t size) {
 void ScenarioItem::operator delete(void* memory, std::size_t size) {
     if (!memory) return;
     if (size > kLargestSlot) {
-        ::operator delete(memory, size);
+        ::operator delete(memory);
     } else {
         itemMemory.Give(memory);
     }
@@ -184,6 +185,19 @@ void* ScenarioItem::operator new(std::size_t size, std::align_val_t alignment) {
     return ::operator new(size, alignment);
 }
 
-void ScenarioItem::operator delete(void* memory, std::size_t size, std::align_val_t alignment) {
-    ::operator delete(memory, size, alignment);
+void ScenarioItem::operator delete(void* memory, std::size_t, std::align_val_t alignment) {
+    ::operator delete(memory, alignment);
+}
+
+// Named here because the other forms hide those of the language.
+void* ScenarioItem::operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+void* ScenarioItem::operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
+    return ::operator new(size, alignment, std::nothrow);
 }

@@ -2,6 +2,7 @@
 // out too early, and when an item that does not fit is squeezed in.
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <random>
 #include <string>
 #include <vector>
@@ -59,6 +60,17 @@ TEST(ItemMemoryTest, ItemsKeepWhatTheyHoldWhileOthersComeAndGo) {
         }
     }
     for (const auto& [made, item] : items) ASSERT_EQ(item->name, "item number " + std::to_string(made));
+}
+
+// Each form of new ends in the one form of delete, so all must take from the memory that it gives back to.
+TEST(ItemMemoryTest, EveryFormOfNewFitsDelete) {
+    for (int i = 0; i < 1000; ++i) {
+        const std::unique_ptr<ScenarioItem> small(new (std::nothrow) Task);
+        const std::unique_ptr<ScenarioItem> wide(new (std::nothrow) WideItem);
+        const std::unique_ptr<AlignedItem> aligned(new (std::nothrow) AlignedItem);
+        ASSERT_TRUE(small && wide && aligned);
+        ASSERT_EQ(reinterpret_cast<std::uintptr_t>(aligned->lane) % 64, 0U);
+    }
 }
 
 } // namespace

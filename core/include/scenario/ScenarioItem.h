@@ -120,6 +120,8 @@ public:
     // Items of every class, a host's included, come from a memory of their own.
     static void* operator new(std::size_t size);
     static void* operator new(std::size_t size, std::align_val_t alignment);
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+    static void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept;
     static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void* memory, std::size_t size);
     static void operator delete(void* memory, std::size_t size, std::align_val_t alignment);
