@@ -1,6 +1,5 @@
 #include "Definitions.h"
 
-#include <cctype>
 #include <string>
 #include <vector>
 
@@ -24,6 +23,8 @@ bool RefuseUnknownDefinition(const Token& item, const char* listName) {
             if (definition != &item) names.push_back(definition->name);
     }
     std::string word = KindKeyword(kind);
-    for (char& c : word) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    // The host's locale may know another small letter for "I".
+    for (char& c : word)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
     return Refuse("unknown ", word, " \"", item.name, "\"", DidYouMean(item.name, names));
 }

@@ -35,6 +35,14 @@ protected:
 
     InstallationBuilder installation;
     std::unique_ptr<TavrelScenario> scenario;
+
+private:
+    // Reals are shown as the global locale says, and the tests say what they expect in the classic one.
+    struct ClassicLocale {
+        ClassicLocale() : before(std::locale::global(std::locale::classic())) {}
+        ~ClassicLocale() { std::locale::global(before); }
+        std::locale before;
+    } classicLocale;
 };
 
 TEST_F(ScenarioParameterTest, ValuesComeInTheirOwnTypeAndNoOther) {

@@ -88,6 +88,7 @@ void describe(Section& section, const std::string& indentation, std::ostream& ou
 
 std::string describe(CfgScenario& scenario) {
     std::ostringstream out;
+    out.imbue(std::locale::classic());
     describe(*scenario.getRootSection(), "", out);
     return out.str();
 }

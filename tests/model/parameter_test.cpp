@@ -541,6 +541,7 @@ TEST_F(ParameterTest, LetsGoOfANestedCallWithoutDestroyingIt) {
 
 std::string Shown(const ParameterValue& value) {
     std::ostringstream out;
+    out.imbue(std::locale::classic());
     out << value.tag << " " << value.number << " [" << value.text << "]";
     return out.str();
 }

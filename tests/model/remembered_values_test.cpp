@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <charconv>
 #include <functional>
 #include <random>
 
@@ -9,13 +10,20 @@
 
 namespace {
 
+// As atof in the C locale: files are read alike under every locale.
+float NumberOf(const std::string& text) {
+    double number = 0.0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return static_cast<float>(number);
+}
+
 // What a parameter becomes when everything is searched anew.
 ParameterValue SearchedValue(Parameter& parameter) {
     ParameterValue out;
     const auto& definition = static_cast<const Parameter&>(*parameter.model);
     if (parameter.valueKind == "USER") {
         out.tag = 1;
-        out.number = static_cast<float>(std::atof(parameter.value.c_str()));
+        out.number = NumberOf(parameter.value);
         out.text = parameter.value;
     } else if (parameter.valueKind == "ENUM") {
         auto* tab = dynamic_cast<EnumTab*>(parameter.FindEnumTab(definition.enumTab));
@@ -27,7 +35,7 @@ ParameterValue SearchedValue(Parameter& parameter) {
             out.text = entry->value;
         } else if (entry->type != "VOID") {
             out.tag = 1;
-            out.number = static_cast<float>(std::atof(entry->value.c_str()));
+            out.number = NumberOf(entry->value);
         }
     } else if (parameter.valueKind == "VARIABLE") {
         out.tag = 1;
