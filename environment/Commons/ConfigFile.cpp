@@ -217,9 +217,9 @@ void ConfigFile::modifyEntry(const std::string& key, const std::string& value) {
         if (const Line* old = FindEntry(lines, key)) {
             content.replace(old->begin, old->end - old->begin, entry);
         } else {
-            if (!content.empty() && !IsLineEnd(content.back())) content += '\n';
-            // A last line that asks to be continued would take the new one in; an empty line ends it.
-            if (Reader(content + "x").ReadLines().back().begin != content.size()) content += '\n';
+            // A last line that is open, or asks to be continued, would take the new one in; an empty line ends it. Of a
+            // carriage return and a line feed that follows it, the feed ends no line of its own.
+            while (Reader(content + "x").ReadLines().back().begin != content.size()) content += '\n';
             content += entry;
         }
         detail::WriteFileWhole(path, content, reason);
