@@ -194,6 +194,13 @@ void __libc_free(void* block);
     return block;
 }
 [[gnu::visibility("default")]] void* operator new[](std::size_t size) { return operator new(size); }
+// A sort of the standard library takes its buffer so, and gives it back like any other.
+[[gnu::visibility("default")]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return faults::IsDue(Call::Allocation) ? nullptr : std::malloc(size > 0 ? size : 1);
+}
+[[gnu::visibility("default")]] void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+    return operator new(size, tag);
+}
 [[gnu::visibility("default")]] void operator delete(void* block) noexcept { std::free(block); }
 [[gnu::visibility("default")]] void operator delete(void* block, std::size_t) noexcept { std::free(block); }
 [[gnu::visibility("default")]] void operator delete[](void* block) noexcept { std::free(block); }
