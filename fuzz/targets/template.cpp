@@ -16,6 +16,17 @@ using ScenarioTemplateDb::ScenarioParameter;
 constexpr const char* kRootModel = R"(
 TYPEOF FOLDER (nuro)
 {
+	TYPEOF FOLDER (ENUMTAB_LIST)
+	{
+		TYPEOF ENUMTAB (T)
+		{
+			TYPEOF ENUM (E)
+			{
+				TYPE="FLOAT"
+				VALUE="1"
+			}
+		}
+	}
 	TYPEOF FOLDER (PARAMETER_LIST)
 	{
 		TYPEOF PARAMETER (A)
@@ -34,17 +45,6 @@ TYPEOF FOLDER (nuro)
 	}
 	TYPEOF FOLDER (CONDITION_LIST)
 	{
-	}
-	TYPEOF FOLDER (ENUMTAB_LIST)
-	{
-		TYPEOF ENUMTAB (T)
-		{
-			TYPEOF ENUM (E)
-			{
-				TYPE="FLOAT"
-				VALUE="1"
-			}
-		}
 	}
 }
 )";
@@ -132,7 +132,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         place.Write("c/configuration.xml",
                     "<configuration version=\"1.0\"><dataPath><root>.</root></dataPath></configuration>");
         place.Write("c/data/tools/nuro/nuro.mdl", kRootModel);
-        return true;
+        place.Write("c/data/scenario/s.sce", "<sce><Scenario><name>n</name></Scenario></sce>");
+        lmkUtils::EnvConfig::setTavrelConfigFilePath(place.Path("tavrel.xml"));
+        return Answers([] { TavrelScenario("C", "s.sce", place.Path("c/data/scenario")).getName(); });
     }();
     Demand(prepared, "the installation is prepared");
     const std::string bytes = Input(data, size).Rest();
