@@ -87,13 +87,7 @@ protected:
         installation.model("pack");
         const std::string script = ScriptText(R"(
             TYPEOF SCENARIO (1)
-            {
-                TYPEOF VARIABLE (12)
-                {
-                    LABEL="Score"
-                    VALUE="7"
-                }
-            }
+                TYPEOF VARIABLE (12) LABEL="Score" VALUE="7"
         )");
         installation.scenario(
             "pack", "all.sce",

@@ -257,30 +257,12 @@ TEST_F(ScenarioTest, EveryTemplateNeedsARootModel) {
 TEST_F(ScenarioTest, ModelsDoNotSeeOneAnother) {
     const std::string definition = R"(
             TYPEOF FOLDER (PARAMETER_LIST)
-            {
-                TYPEOF PARAMETER (speed)
-                {
-                    LABEL="Speed"
-                    TYPE="FLOAT"
-                    USAGE="BY_VALUE"
-                    KINDLIST="USER"
-                    KIND="USER"
-                    VALUE="1"
-                }
-            })";
+                TYPEOF PARAMETER (speed) LABEL="Speed" TYPE="FLOAT" USAGE="BY_VALUE" KINDLIST="USER" KIND="USER"
+                    VALUE="1")";
     const std::string use = R"(
             TYPEOF FOLDER (ACTION_LIST)
-            {
-                TYPEOF ACTION (GO)
-                {
-                    LABEL="Go"
-                    TYPEOF PARAMETER (speed)
-                    {
-                        KIND="USER"
-                        VALUE="2"
-                    }
-                }
-            })";
+                TYPEOF ACTION (GO) LABEL="Go"
+                    TYPEOF PARAMETER (speed) KIND="USER" VALUE="2")";
     const auto model = [](const std::string& lists) {
         return ScriptText("        TYPEOF FOLDER (MODEL)\n        {" + lists + "\n        }\n");
     };

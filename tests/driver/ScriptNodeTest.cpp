@@ -25,12 +25,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 const char* const kVariable = R"(
-    TYPEOF VARIABLE (12)
-    {
-        LABEL="Score"
-        INTERACTIVE_TYPE="INTEGER"
-        VALUE="7"
-    }
+    TYPEOF VARIABLE (12) LABEL="Score" INTERACTIVE_TYPE="INTEGER" VALUE="7"
 )";
 
 std::string variableNamed(const std::string& name) { return "TYPEOF VARIABLE (" + name + ")\n{\n}\n"; }
@@ -85,33 +80,12 @@ TEST_F(ScriptNodeTest, OnlyScriptsWithATextOfOurKindGetANode) {
 TEST_F(ScriptNodeTest, VariablesAreThoseOfTheScriptItself) {
     addScript("main", ScriptText(R"(
         TYPEOF SCENARIO (1)
-        {
-            TYPEOF VARIABLE (2)
-            {
-                LABEL="z"
-                VALUE="1.50"
-            }
-            TYPEOF VARIABLE (12abc)
-            {
-                LABEL="b"
-            }
+            TYPEOF VARIABLE (2) LABEL="z" VALUE="1.50"
+            TYPEOF VARIABLE (12abc) LABEL="b"
             TYPEOF INCLUDE (5)
-            {
-                TYPEOF VARIABLE (3)
-                {
-                    LABEL="foreign"
-                }
-            }
-            TYPEOF TASK (4)
-            {
-                LABEL="a task"
-                TYPEOF VARIABLE (-1)
-                {
-                    LABEL="inner"
-                    VALUE="x"
-                }
-            }
-        }
+                TYPEOF VARIABLE (3) LABEL="foreign"
+            TYPEOF TASK (4) LABEL="a task"
+                TYPEOF VARIABLE (-1) LABEL="inner" VALUE="x"
     )"));
     const TavrelScenarioNode tree(root, nullptr);
     const ScenarioNode* script = tree.getChild(std::size_t(0));

@@ -12,43 +12,15 @@ using testing::HasSubstr;
 
 const char* const kModel = R"(
     TYPEOF FOLDER (model)
-    {
         TYPEOF FOLDER (PARAMETER_LIST)
-        {
-            TYPEOF PARAMETER (speed)
-            {
-                TYPE="FLOAT"
-                KINDLIST="USER"
-            }
-        }
+            TYPEOF PARAMETER (speed) TYPE="FLOAT" KINDLIST="USER"
         TYPEOF FOLDER (FUNCTION_LIST)
-        {
-        }
         TYPEOF FOLDER (ACTION_LIST)
-        {
-            TYPEOF ACTION (drive)
-            {
-                LABEL="Drive"
-                CODE="1"
-                TYPEOF PARAMETER (speed)
-                {
-                    KIND="USER"
-                    VALUE="0"
-                }
-            }
-            TYPEOF ACTION (idle)
-            {
-                LABEL="Idle"
-            }
-        }
+            TYPEOF ACTION (drive) LABEL="Drive" CODE="1"
+                TYPEOF PARAMETER (speed) KIND="USER" VALUE="0"
+            TYPEOF ACTION (idle) LABEL="Idle"
         TYPEOF FOLDER (CONDITION_LIST)
-        {
-            TYPEOF CONDITION (always)
-            {
-                CODE="0"
-            }
-        }
-    })";
+            TYPEOF CONDITION (always) CODE="0")";
 
 class ActionTest : public testing::Test {
 protected:
@@ -60,22 +32,10 @@ protected:
 TEST_F(ActionTest, BothBranchesFindTheirDefinitionAmongTheActions) {
     const auto rule = world.Read(R"(
         TYPEOF RULE (r)
-        {
             TYPEOF CONDITION (always)
-            {
-            }
             TYPEOF ACTION (drive)
-            {
-                TYPEOF PARAMETER (speed)
-                {
-                    KIND="USER"
-                    VALUE="5"
-                }
-            }
-            TYPEOF ELSE_ACTION (idle)
-            {
-            }
-        })");
+                TYPEOF PARAMETER (speed) KIND="USER" VALUE="5"
+            TYPEOF ELSE_ACTION (idle))");
     ASSERT_TRUE(rule) << world.cause;
     auto& drive = *static_cast<Rule&>(*rule).actions[0];
     auto& idle = *static_cast<Rule&>(*rule).elseActions[0];
@@ -127,13 +87,7 @@ TEST_F(ActionTest, ExecuteCallsTheEntry) {
     ActionTable()[1] = [&](const ParameterValues& values) { speeds.push_back(values[0].number); };
     const auto item = world.Read(R"(
         TYPEOF ACTION (drive)
-        {
-            TYPEOF PARAMETER (speed)
-            {
-                KIND="USER"
-                VALUE="5"
-            }
-        })");
+            TYPEOF PARAMETER (speed) KIND="USER" VALUE="5")");
     ASSERT_TRUE(item) << world.cause;
     auto& action = static_cast<Action&>(*item);
     auto& definition = world.Find<Action>(*world.root, KindAction, "drive");

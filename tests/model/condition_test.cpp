@@ -12,63 +12,19 @@ using testing::HasSubstr;
 
 const char* const kModel = R"(
     TYPEOF FOLDER (model)
-    {
         TYPEOF FOLDER (PARAMETER_LIST)
-        {
-            TYPEOF PARAMETER (a)
-            {
-                TYPE="FLOAT"
-                KINDLIST="USER"
-            }
-            TYPEOF PARAMETER (b)
-            {
-                TYPE="FLOAT"
-                KINDLIST="USER"
-            }
-        }
+            TYPEOF PARAMETER (a) TYPE="FLOAT" KINDLIST="USER"
+            TYPEOF PARAMETER (b) TYPE="FLOAT" KINDLIST="USER"
         TYPEOF FOLDER (FUNCTION_LIST)
-        {
-        }
         TYPEOF FOLDER (ACTION_LIST)
-        {
-        }
         TYPEOF FOLDER (CONDITION_LIST)
-        {
-            TYPEOF CONDITION (AND)
-            {
-                LABEL="and"
-            }
-            TYPEOF CONDITION (OR)
-            {
-                LABEL="or"
-                CODE="2"
-            }
-            TYPEOF CONDITION (SUPEQUAL)
-            {
-                LABEL="at least"
-                CODE="1"
-                TYPEOF PARAMETER (a)
-                {
-                    KIND="USER"
-                    VALUE="0"
-                }
-                TYPEOF PARAMETER (b)
-                {
-                    KIND="USER"
-                    VALUE="0"
-                }
-            }
-            TYPEOF CONDITION (FOG)
-            {
-                LABEL="Fog"
-                CODE="0"
-            }
-            TYPEOF CONDITION (MUTE)
-            {
-                LABEL="Mute"
-            }
-        }
-    })";
+            TYPEOF CONDITION (AND) LABEL="and"
+            TYPEOF CONDITION (OR) LABEL="or" CODE="2"
+            TYPEOF CONDITION (SUPEQUAL) LABEL="at least" CODE="1"
+                TYPEOF PARAMETER (a) KIND="USER" VALUE="0"
+                TYPEOF PARAMETER (b) KIND="USER" VALUE="0"
+            TYPEOF CONDITION (FOG) LABEL="Fog" CODE="0"
+            TYPEOF CONDITION (MUTE) LABEL="Mute")";
 
 class ConditionTest : public testing::Test {
 protected:

@@ -29,25 +29,10 @@ TEST(Containers, AcceptTheirKindsOnly) {
 
 TEST(EnumTab, FindsEntriesByNameAndShowsBoth) {
     const OwnedItem item = ReadScript(R"(
-        TYPEOF ENUMTAB (A)
-        {
-            LABEL="B"
-
-            TYPEOF ENUM (1)
-            {
-                LABEL="one"
-            }
-
-            TYPEOF ENUM (2)
-            {
-                LABEL="1"
-            }
-
-            TYPEOF ENUM (1)
-            {
-                LABEL="again"
-            }
-        }
+        TYPEOF ENUMTAB (A) LABEL="B"
+            TYPEOF ENUM (1) LABEL="one"
+            TYPEOF ENUM (2) LABEL="1"
+            TYPEOF ENUM (1) LABEL="again"
     )");
     ASSERT_TRUE(item);
     auto& tab = static_cast<EnumTab&>(*item);
@@ -77,18 +62,11 @@ TEST(Folders, FilterTheirChildrenAndTolerateHoles) {
 
 TEST(Config, FillsDefaultsAndWritesTheRestEmpty) {
     const char* const kSaved = R"(
-        TYPEOF CONFIG (c)
-        {
-            REQUEST_DELAY="%"
-            WAITMSG_DELAY="#"
-            UPDATE_DELAY="1"
-            NUMOF_UNDOS="5"
-            STUDENT=""
+        TYPEOF CONFIG (c) REQUEST_DELAY="%" WAITMSG_DELAY="#" UPDATE_DELAY="1" NUMOF_UNDOS="5" STUDENT=""
             TRAINING=""
             EVALUATION="%"
             SESSION=""
             HISTORY=""
-        }
     )";
     struct {
         const char* why;

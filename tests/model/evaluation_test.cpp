@@ -65,11 +65,7 @@ TEST_F(EvaluationTest, ScoresAreANumberAndItsValue) {
     }
 
     const auto twice = host.ReadAs<Evaluation>(R"(
-        TYPEOF EVALUATION (1)
-        {
-            SCORE="1 5"
-            SCORE="1 7"
-        }
+        TYPEOF EVALUATION (1) SCORE="1 5" SCORE="1 7"
     )");
     ASSERT_TRUE(twice);
     EXPECT_EQ(twice->scores, (std::map<std::int32_t, float>{{0, 0.0F}, {1, 7.0F}})) << "the later value stays";
@@ -79,20 +75,10 @@ TEST_F(EvaluationTest, ScoresAreANumberAndItsValue) {
 TEST_F(EvaluationTest, CriteriaStandAmongTheSubTasks) {
     const auto evaluation = host.ReadAs<Evaluation>(R"(
         TYPEOF EVALUATION (1)
-        {
             TYPEOF CRITERIA (3)
-            {
-            }
             TYPEOF TASK (4)
-            {
-            }
             TYPEOF CRITERIA (5)
-            {
-            }
             TYPEOF RULE (6)
-            {
-            }
-        }
     )");
     ASSERT_TRUE(evaluation) << host.log.str();
     EXPECT_EQ(NamesOf(*evaluation), "RULE6 CRITERIA3 TASK4 CRITERIA5 ");
@@ -126,18 +112,9 @@ TEST_F(EvaluationTest, CriteriaStandAmongTheSubTasks) {
 
 TEST_F(EvaluationTest, AReferenceTakesOverItsFile) {
     data.Write("data/script/include/e.sc", ScriptText(R"(
-        TYPEOF EVALUATION (7)
-        {
-            LABEL="Exam"
-            SCORE="1 5"
+        TYPEOF EVALUATION (7) LABEL="Exam" SCORE="1 5"
             TYPEOF RULE (2)
-            {
-            }
-            TYPEOF CRITERIA (3)
-            {
-                CATEGORY="speed"
-            }
-        }
+            TYPEOF CRITERIA (3) CATEGORY="speed"
     )"));
     data.Write("data/script/include/i.sc", "TYPEOF INCLUDE (1)\n{\n}\n");
     data.Write("data/script/include/self.sc", "TYPEOF EVALUATION (1)\n{\n\tISA_INDEX=\"1\"\n\tFILE=\"self.sc\"\n}\n");
@@ -178,27 +155,11 @@ TEST_F(EvaluationTest, AReferenceTakesOverItsFile) {
 
 TEST_F(EvaluationTest, StartsEachCriteriaDownItsFirstStates) {
     const auto evaluation = host.ReadAs<Evaluation>(R"(
-        TYPEOF EVALUATION (1)
-        {
-            LABEL="E"
-            TYPEOF CRITERIA (3)
-            {
-                LABEL="c"
-                TYPEOF TASK (8)
-                {
-                    LABEL="s"
-                }
-            }
-            TYPEOF CRITERIA (5)
-            {
-                LABEL="d"
-                IS_DISABLED="1"
-                TYPEOF TASK (9)
-                {
-                    LABEL="t"
-                }
-            }
-        }
+        TYPEOF EVALUATION (1) LABEL="E"
+            TYPEOF CRITERIA (3) LABEL="c"
+                TYPEOF TASK (8) LABEL="s"
+            TYPEOF CRITERIA (5) LABEL="d" IS_DISABLED="1"
+                TYPEOF TASK (9) LABEL="t"
     )");
     ASSERT_TRUE(evaluation) << host.log.str();
     host.log.str("");
@@ -216,32 +177,13 @@ TEST_F(EvaluationTest, StartsEachCriteriaDownItsFirstStates) {
 TEST_F(EvaluationTest, StepsItsRulesThenEachCriteria) {
     const auto evaluation = host.ReadAs<Evaluation>(R"(
         TYPEOF EVALUATION (1)
-        {
             TYPEOF RULE (6)
-            {
                 TYPEOF ACTION (DO)
-                {
-                    TYPEOF PARAMETER (A)
-                    {
-                        KIND="USER"
-                        VALUE="1"
-                    }
-                }
-            }
+                    TYPEOF PARAMETER (A) KIND="USER" VALUE="1"
             TYPEOF RULE (7)
-            {
-            }
             TYPEOF CRITERIA (3)
-            {
-            }
-            TYPEOF CRITERIA (4)
-            {
-                IS_DISABLED="1"
-            }
+            TYPEOF CRITERIA (4) IS_DISABLED="1"
             TYPEOF TASK (5)
-            {
-            }
-        }
     )");
     ASSERT_TRUE(evaluation) << host.log.str();
     scenarioLog = nullptr;

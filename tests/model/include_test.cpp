@@ -49,23 +49,10 @@ private:
 };
 
 const std::string kContent = ScriptText(R"(
-    TYPEOF INCLUDE (5)
-    {
-        LABEL="Monitor"
-        TYPEOF VARIABLE (2)
-        {
-            LABEL="limit"
-            VALUE="50"
-        }
-        TYPEOF RULE (7)
-        {
-            LABEL="Watch"
-        }
-        TYPEOF TASK (1)
-        {
-            LABEL="Wait"
-        }
-    }
+    TYPEOF INCLUDE (5) LABEL="Monitor"
+        TYPEOF VARIABLE (2) LABEL="limit" VALUE="50"
+        TYPEOF RULE (7) LABEL="Watch"
+        TYPEOF TASK (1) LABEL="Wait"
 )");
 
 std::string NamesOf(const ScenarioItem& item) {
@@ -268,26 +255,12 @@ TEST_F(IncludeTest, DisplayText) {
 TEST_F(IncludeTest, TakesOverWhatAScenarioHolds) {
     const auto scenario = host.ReadAs<ScenarioLib::Scenario>(R"(
         TYPEOF SCENARIO (1)
-        {
             TYPEOF INCLUDE (11)
-            {
-            }
             TYPEOF VARIABLE (2)
-            {
-            }
             TYPEOF RULE (3)
-            {
-            }
             TYPEOF TASK (4)
-            {
-            }
             TYPEOF EVALUATION (5)
-            {
-            }
             TYPEOF GENERAL_PARAMETERS (6)
-            {
-            }
-        }
     )");
     ASSERT_TRUE(scenario) << host.log.str();
     Include include;
@@ -300,22 +273,10 @@ TEST_F(IncludeTest, TakesOverWhatAScenarioHolds) {
 
 TEST_F(IncludeTest, StartsDownItsFirstStates) {
     const auto include = host.ReadAs<Include>(R"(
-        TYPEOF INCLUDE (1)
-        {
-            LABEL="I"
-            TYPEOF TASK (4)
-            {
-                LABEL="a"
-                TYPEOF TASK (6)
-                {
-                    LABEL="b"
-                }
-            }
-            TYPEOF TASK (5)
-            {
-                LABEL="c"
-            }
-        }
+        TYPEOF INCLUDE (1) LABEL="I"
+            TYPEOF TASK (4) LABEL="a"
+                TYPEOF TASK (6) LABEL="b"
+            TYPEOF TASK (5) LABEL="c"
     )");
     ASSERT_TRUE(include) << host.log.str();
     const auto check = [&](const char* why) {

@@ -234,52 +234,17 @@ TEST(ChildStore, ReplacesEveryPositionAndSwapsTwo) {
 // A scenario with two includes, and beside it a file that nobody includes.
 OwnedItem FileTree() {
     return ReadScript(R"(
-        TYPEOF SCENARIO (main)
-        {
-            FILE="main.sc"
-
-            TYPEOF INCLUDE (one)
-            {
-                FILE="one.sc"
-
-                TYPEOF VARIABLE (5)
-                {
-                    LABEL="one's"
-                }
-
+        TYPEOF SCENARIO (main) FILE="main.sc"
+            TYPEOF INCLUDE (one) FILE="one.sc"
+                TYPEOF VARIABLE (5) LABEL="one's"
                 TYPEOF TASK (0)
-                {
                     TYPEOF VARIABLE (6)
-                    {
-                    }
-                }
-            }
-
-            TYPEOF INCLUDE (two)
-            {
-                FILE="two.sc"
-
-                TYPEOF VARIABLE (5)
-                {
-                    LABEL="two's"
-                }
-            }
-
+            TYPEOF INCLUDE (two) FILE="two.sc"
+                TYPEOF VARIABLE (5) LABEL="two's"
             TYPEOF VARIABLE (1)
-            {
-            }
-
             TYPEOF TASK (0)
-            {
                 TYPEOF VARIABLE (7)
-                {
-                }
-
                 TYPEOF RULE (0)
-                {
-                }
-            }
-        }
     )");
 }
 
@@ -468,8 +433,6 @@ TEST(Walks, FirstHitInDocumentOrder) {
     EXPECT_EQ(FindOwningUnit(&lone), nullptr);
     const RootModel model(R"(
         TYPEOF FOLDER (model)
-        {
-        }
     )");
     EXPECT_EQ(GetModelRoot(deep), model.Get());
 }

@@ -12,109 +12,31 @@ using testing::HasSubstr;
 
 const char* const kModel = R"(
     TYPEOF FOLDER (model)
-    {
         TYPEOF FOLDER (ENUMTAB_LIST)
-        {
-            TYPEOF ENUMTAB (gear)
-            {
-                LABEL="Gear"
-                TYPEOF ENUM (reverse)
-                {
-                    LABEL="Reverse"
-                    TYPE="INTEGER"
-                    VALUE="-1"
-                }
-                TYPEOF ENUM (first)
-                {
-                    LABEL="First"
-                    TYPE="FLOAT"
-                    VALUE="1.5"
-                }
-                TYPEOF ENUM (park)
-                {
-                    LABEL="Park"
-                    TYPE="STRING"
-                    VALUE="P"
-                }
-                TYPEOF ENUM (none)
-                {
-                    LABEL="None"
-                    TYPE="VOID"
-                    VALUE="0"
-                }
-            }
-        }
+            TYPEOF ENUMTAB (gear) LABEL="Gear"
+                TYPEOF ENUM (reverse) LABEL="Reverse" TYPE="INTEGER" VALUE="-1"
+                TYPEOF ENUM (first) LABEL="First" TYPE="FLOAT" VALUE="1.5"
+                TYPEOF ENUM (park) LABEL="Park" TYPE="STRING" VALUE="P"
+                TYPEOF ENUM (none) LABEL="None" TYPE="VOID" VALUE="0"
         TYPEOF FOLDER (PARAMETER_LIST)
-        {
-            TYPEOF PARAMETER (whole)
-            {
-                LABEL="Whole"
-                UNIT="km"
-                TYPE="INTEGER"
-                USAGE="BY_VALUE"
-                ENUMTAB="gear"
+            TYPEOF PARAMETER (whole) LABEL="Whole" UNIT="km" TYPE="INTEGER" USAGE="BY_VALUE" ENUMTAB="gear"
                 FILEDIR="images"
                 FILEEXT="png"
                 KINDLIST="USER ENUM FILE VARIABLE FUNCTION PICK VEHICLE"
                 MINVALUE="1"
                 MAXVALUE="10"
-            }
-            TYPEOF PARAMETER (real)
-            {
-                TYPE="FLOAT"
-                KINDLIST="USER FUNCTION VARIABLE"
-            }
-            TYPEOF PARAMETER (flag)
-            {
-                TYPE="BOOL"
-                KINDLIST="USER"
-            }
-            TYPEOF PARAMETER (word)
-            {
-                TYPE="STRING"
-                KINDLIST="USER FUNCTION VARIABLE"
-            }
-            TYPEOF PARAMETER (nothing)
-            {
-                TYPE="VOID"
-                KINDLIST="USER FUNCTION VARIABLE"
-            }
-            TYPEOF PARAMETER (target)
-            {
-                TYPE="FLOAT"
-                USAGE="BY_ADDRESS"
-                KINDLIST="VARIABLE"
-            }
-            TYPEOF PARAMETER (wordTarget)
-            {
-                TYPE="STRING"
-                USAGE="BY_ADDRESS"
-                KINDLIST="VARIABLE"
-            }
-        }
+            TYPEOF PARAMETER (real) TYPE="FLOAT" KINDLIST="USER FUNCTION VARIABLE"
+            TYPEOF PARAMETER (flag) TYPE="BOOL" KINDLIST="USER"
+            TYPEOF PARAMETER (word) TYPE="STRING" KINDLIST="USER FUNCTION VARIABLE"
+            TYPEOF PARAMETER (nothing) TYPE="VOID" KINDLIST="USER FUNCTION VARIABLE"
+            TYPEOF PARAMETER (target) TYPE="FLOAT" USAGE="BY_ADDRESS" KINDLIST="VARIABLE"
+            TYPEOF PARAMETER (wordTarget) TYPE="STRING" USAGE="BY_ADDRESS" KINDLIST="VARIABLE"
         TYPEOF FOLDER (FUNCTION_LIST)
-        {
-            TYPEOF FUNCTION (PI)
-            {
-                CODE="1"
-            }
-        }
+            TYPEOF FUNCTION (PI) CODE="1"
         TYPEOF FOLDER (ACTION_LIST)
-        {
-            TYPEOF ACTION (go)
-            {
-                CODE="1"
-                TYPEOF PARAMETER (whole)
-                {
-                    KIND="USER"
-                    VALUE="2"
-                }
-            }
-        }
-        TYPEOF FOLDER (CONDITION_LIST)
-        {
-        }
-    })";
+            TYPEOF ACTION (go) CODE="1"
+                TYPEOF PARAMETER (whole) KIND="USER" VALUE="2"
+        TYPEOF FOLDER (CONDITION_LIST))";
 
 // A text with the lines of one block in place of the "@".
 std::string With(std::string_view frame, std::string_view lines) {
@@ -228,17 +150,8 @@ TEST_F(ParameterTest, EnumerationNeedsItsFolderFirst) {
     scenarioRootModel = nullptr;
     EXPECT_EQ(world.Read(R"(
         TYPEOF FOLDER (model)
-        {
             TYPEOF FOLDER (PARAMETER_LIST)
-            {
-                TYPEOF PARAMETER (p)
-                {
-                    ENUMTAB="gear"
-                    TYPE="BOOL"
-                    KINDLIST="USER"
-                }
-            }
-        })"),
+                TYPEOF PARAMETER (p) ENUMTAB="gear" TYPE="BOOL" KINDLIST="USER")"),
               nullptr);
     EXPECT_EQ(world.row, 7);
     EXPECT_THAT(world.cause, HasSubstr("ENUMTAB_LIST"));
@@ -295,11 +208,7 @@ TEST_F(ParameterTest, InstanceIsCheckedAgainstItsDefinition) {
 TEST_F(ParameterTest, UnknownParameterNamesTheNearest) {
     EXPECT_EQ(world.Read(R"(
         TYPEOF ACTION (go)
-        {
-            TYPEOF PARAMETER (hwole)
-            {
-            }
-        })"),
+            TYPEOF PARAMETER (hwole))"),
               nullptr);
     EXPECT_EQ(world.row, 5);
     EXPECT_EQ(world.cause, "unknown parameter \"hwole\", did you mean \"whole\"");
@@ -445,18 +354,8 @@ TEST_F(ParameterTest, LastNestedCallOfATextStands) {
 TEST_F(ParameterTest, ReturnIsAFormOfTheTextAlone) {
     const auto item = world.Read(R"(
         TYPEOF ACTION (go)
-        {
-            TYPEOF PARAMETER (whole)
-            {
-                KIND="USER"
-                VALUE="1"
-            }
-            TYPEOF RETURN (real)
-            {
-                KIND="USER"
-                VALUE="1"
-            }
-        })");
+            TYPEOF PARAMETER (whole) KIND="USER" VALUE="1"
+            TYPEOF RETURN (real) KIND="USER" VALUE="1")");
     ASSERT_TRUE(item) << world.cause;
     auto& call = static_cast<Action&>(*item);
     ASSERT_NE(call.returnParameter, nullptr);
@@ -548,48 +447,16 @@ std::string Shown(const ParameterValue& value) {
 
 TEST_F(ParameterTest, ValueBecomesAnArgument) {
     const auto script = world.Read(R"(
-        TYPEOF SCENARIO (s)
-        {
-            FILE="main.sc"
-            TYPEOF INCLUDE (other)
-            {
-                FILE="other.sc"
-                TYPEOF VARIABLE (3)
-                {
-                    TYPE="FLOAT"
-                    VALUE="30.5"
-                }
-            }
-            TYPEOF VARIABLE (3)
-            {
-                TYPE="FLOAT"
-                VALUE="3.5"
-            }
-            TYPEOF VARIABLE (4)
-            {
-                TYPE="INTEGER"
-                VALUE="4"
-            }
+        TYPEOF SCENARIO (s) FILE="main.sc"
+            TYPEOF INCLUDE (other) FILE="other.sc"
+                TYPEOF VARIABLE (3) TYPE="FLOAT" VALUE="30.5"
+            TYPEOF VARIABLE (3) TYPE="FLOAT" VALUE="3.5"
+            TYPEOF VARIABLE (4) TYPE="INTEGER" VALUE="4"
             TYPEOF TASK (1)
-            {
-                TYPEOF VARIABLE (5)
-                {
-                    TYPE="STRING"
-                    VALUE="five"
-                }
+                TYPEOF VARIABLE (5) TYPE="STRING" VALUE="five"
                 TYPEOF RULE (1)
-                {
                     TYPEOF ACTION (go)
-                    {
-                        TYPEOF PARAMETER (whole)
-                        {
-                            KIND="USER"
-                            VALUE="1"
-                        }
-                    }
-                }
-            }
-        })");
+                        TYPEOF PARAMETER (whole) KIND="USER" VALUE="1")");
     ASSERT_TRUE(script) << world.cause;
     FunctionTable().resize(2);
     FunctionTable()[1] = [](const ParameterValues&) { return 3.14159F; };
@@ -667,27 +534,11 @@ TEST_F(ParameterTest, ValueBecomesAnArgument) {
 // The innermost of several visible variables stands, since each fills the record in turn.
 TEST_F(ParameterTest, InnermostVariableStands) {
     const auto script = world.Read(R"(
-        TYPEOF SCENARIO (s)
-        {
-            FILE="main.sc"
-            TYPEOF VARIABLE (3)
-            {
-                TYPE="FLOAT"
-                VALUE="1"
-            }
+        TYPEOF SCENARIO (s) FILE="main.sc"
+            TYPEOF VARIABLE (3) TYPE="FLOAT" VALUE="1"
             TYPEOF RULE (1)
-            {
                 TYPEOF ACTION (go)
-                {
-                    TYPEOF PARAMETER (whole)
-                    {
-                        KIND="VARIABLE"
-                        VALUE="3"
-                        OWNER_FILE="main.sc"
-                    }
-                }
-            }
-        })");
+                    TYPEOF PARAMETER (whole) KIND="VARIABLE" VALUE="3" OWNER_FILE="main.sc")");
     ASSERT_TRUE(script) << world.cause;
     Parameter& parameter = In(*script, "whole");
     ParameterValue value;

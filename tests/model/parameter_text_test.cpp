@@ -8,150 +8,41 @@ namespace {
 // One definition for each type, open to every word of KIND; some that the words ask more of.
 const char* const kModel = R"(
     TYPEOF FOLDER (model)
-    {
         TYPEOF FOLDER (ENUMTAB_LIST)
-        {
             TYPEOF ENUMTAB (gear)
-            {
-                TYPEOF ENUM (first)
-                {
-                    LABEL="First gear"
-                    TYPE="FLOAT"
-                    VALUE="1"
-                }
-            }
-        }
+                TYPEOF ENUM (first) LABEL="First gear" TYPE="FLOAT" VALUE="1"
         TYPEOF FOLDER (PARAMETER_LIST)
-        {
-            TYPEOF PARAMETER (any)
-            {
-                LABEL="Anything"
-                TYPE="FLOAT"
-                ENUMTAB="gear"
-                FILEDIR="images"
+            TYPEOF PARAMETER (any) LABEL="Anything" TYPE="FLOAT" ENUMTAB="gear" FILEDIR="images"
                 KINDLIST="ENUM FILE FUNCTION USER VARIABLE"
                 MINVALUE="-10"
                 MAXVALUE="10"
-            }
-            TYPEOF PARAMETER (whole)
-            {
-                TYPE="INTEGER"
-                KINDLIST="USER"
-            }
-            TYPEOF PARAMETER (flag)
-            {
-                TYPE="BOOL"
-                FILEDIR="Sounds"
-                KINDLIST="USER"
-            }
-            TYPEOF PARAMETER (word)
-            {
-                TYPE="STRING"
-                FILEDIR="script"
-                KINDLIST="USER"
-            }
-            TYPEOF PARAMETER (nothing)
-            {
-                TYPE="VOID"
-                FILEDIR="Own"
-                KINDLIST="USER"
-            }
-            TYPEOF PARAMETER (profile)
-            {
-                TYPE="STRING"
-                FILEDIR="Profile"
-                KINDLIST="USER"
-            }
-            TYPEOF PARAMETER (VHL_NUMBER)
-            {
-                TYPE="FLOAT"
-                KINDLIST="VEHICLE"
-            }
-            TYPEOF PARAMETER (VHL_NUMBER_PLUS)
-            {
-                TYPE="FLOAT"
-                KINDLIST="VEHICLE"
-            }
-        }
+            TYPEOF PARAMETER (whole) TYPE="INTEGER" KINDLIST="USER"
+            TYPEOF PARAMETER (flag) TYPE="BOOL" FILEDIR="Sounds" KINDLIST="USER"
+            TYPEOF PARAMETER (word) TYPE="STRING" FILEDIR="script" KINDLIST="USER"
+            TYPEOF PARAMETER (nothing) TYPE="VOID" FILEDIR="Own" KINDLIST="USER"
+            TYPEOF PARAMETER (profile) TYPE="STRING" FILEDIR="Profile" KINDLIST="USER"
+            TYPEOF PARAMETER (VHL_NUMBER) TYPE="FLOAT" KINDLIST="VEHICLE"
+            TYPEOF PARAMETER (VHL_NUMBER_PLUS) TYPE="FLOAT" KINDLIST="VEHICLE"
         TYPEOF FOLDER (FUNCTION_LIST)
-        {
-            TYPEOF FUNCTION (SPEED)
-            {
-                LABEL="Speed"
-            }
-        }
+            TYPEOF FUNCTION (SPEED) LABEL="Speed"
         TYPEOF FOLDER (ACTION_LIST)
-        {
             TYPEOF ACTION (drive)
-            {
-                TYPEOF PARAMETER (any)
-                {
-                    KIND="USER"
-                    VALUE="0"
-                }
-                TYPEOF PARAMETER (VHL_NUMBER)
-                {
-                    KIND="VEHICLE"
-                    VALUE="0"
-                }
-            }
-        }
-        TYPEOF FOLDER (CONDITION_LIST)
-        {
-        }
-    })";
+                TYPEOF PARAMETER (any) KIND="USER" VALUE="0"
+                TYPEOF PARAMETER (VHL_NUMBER) KIND="VEHICLE" VALUE="0"
+        TYPEOF FOLDER (CONDITION_LIST))";
 
 const char* const kScript = R"(
-    TYPEOF SCENARIO (s)
-    {
-        LABEL="Main"
-        FILE="main.sc"
-        TYPEOF INCLUDE (i)
-        {
-            LABEL="Other"
-            FILE="other.sc"
-            TYPEOF VARIABLE (7)
-            {
-                LABEL="hidden"
-                TYPE="BOOL"
-            }
-        }
-        TYPEOF VARIABLE (1)
-        {
-            LABEL="speed"
-            TYPE="FLOAT"
-        }
-        TYPEOF VARIABLE (2)
-        {
-            LABEL="count"
-            TYPE="INTEGER"
-        }
-        TYPEOF VARIABLE (3)
-        {
-            LABEL="text"
-            TYPE="STRING"
-        }
-        TYPEOF TASK (5)
-        {
-            LABEL="Overtaking"
+    TYPEOF SCENARIO (s) LABEL="Main" FILE="main.sc"
+        TYPEOF INCLUDE (i) LABEL="Other" FILE="other.sc"
+            TYPEOF VARIABLE (7) LABEL="hidden" TYPE="BOOL"
+        TYPEOF VARIABLE (1) LABEL="speed" TYPE="FLOAT"
+        TYPEOF VARIABLE (2) LABEL="count" TYPE="INTEGER"
+        TYPEOF VARIABLE (3) LABEL="text" TYPE="STRING"
+        TYPEOF TASK (5) LABEL="Overtaking"
             TYPEOF RULE (r)
-            {
                 TYPEOF ACTION (drive)
-                {
-                    TYPEOF PARAMETER (any)
-                    {
-                        KIND="USER"
-                        VALUE="0"
-                    }
-                    TYPEOF PARAMETER (VHL_NUMBER)
-                    {
-                        KIND="VEHICLE"
-                        VALUE="3"
-                    }
-                }
-            }
-        }
-    })";
+                    TYPEOF PARAMETER (any) KIND="USER" VALUE="0"
+                    TYPEOF PARAMETER (VHL_NUMBER) KIND="VEHICLE" VALUE="3")";
 
 class ParameterTextTest : public testing::Test {
 protected:
@@ -376,24 +267,10 @@ TEST_F(ParameterTextTest, DefinitionShowsItsNameAlone) {
 TEST_F(ParameterTextTest, EvaluationAndIncludeAtTheTop) {
     auto evaluation = world.Read(R"(
         TYPEOF EVALUATION (e)
-        {
             TYPEOF RULE (r)
-            {
                 TYPEOF ACTION (drive)
-                {
-                    TYPEOF PARAMETER (any)
-                    {
-                        KIND="USER"
-                        VALUE="3"
-                    }
-                    TYPEOF PARAMETER (VHL_NUMBER)
-                    {
-                        KIND="VEHICLE"
-                        VALUE="3"
-                    }
-                }
-            }
-        })");
+                    TYPEOF PARAMETER (any) KIND="USER" VALUE="3"
+                    TYPEOF PARAMETER (VHL_NUMBER) KIND="VEHICLE" VALUE="3")");
     ASSERT_TRUE(evaluation) << world.cause;
     Parameter& parameter = world.Find<Parameter>(*evaluation, KindParameter, "any");
     parameter.valueKind = "VEHICLE";

@@ -55,58 +55,19 @@ std::string Shown(const ParameterValue& value) {
 
 const char* const kModel = R"(
     TYPEOF FOLDER (model)
-    {
         TYPEOF FOLDER (ENUMTAB_LIST)
-        {
             TYPEOF ENUMTAB (t0)
-            {
-            }
             TYPEOF FOLDER (more)
-            {
                 TYPEOF ENUMTAB (t1)
-                {
-                }
-            }
-        }
         TYPEOF FOLDER (PARAMETER_LIST)
-        {
-            TYPEOF PARAMETER (p)
-            {
-                TYPE="FLOAT"
-                ENUMTAB="t0"
-                KINDLIST="USER VARIABLE ENUM"
-            }
-            TYPEOF PARAMETER (which)
-            {
-                TYPE="INTEGER"
-                KINDLIST="USER"
-            }
-        }
+            TYPEOF PARAMETER (p) TYPE="FLOAT" ENUMTAB="t0" KINDLIST="USER VARIABLE ENUM"
+            TYPEOF PARAMETER (which) TYPE="INTEGER" KINDLIST="USER"
         TYPEOF FOLDER (ACTION_LIST)
-        {
-            TYPEOF ACTION (change)
-            {
-                CODE="1"
-            }
-        }
+            TYPEOF ACTION (change) CODE="1"
         TYPEOF FOLDER (CONDITION_LIST)
-        {
-            TYPEOF CONDITION (test)
-            {
-                CODE="1"
-                TYPEOF PARAMETER (p)
-                {
-                    KIND="USER"
-                    VALUE="0"
-                }
-                TYPEOF PARAMETER (which)
-                {
-                    KIND="USER"
-                    VALUE="0"
-                }
-            }
-        }
-    })";
+            TYPEOF CONDITION (test) CODE="1"
+                TYPEOF PARAMETER (p) KIND="USER" VALUE="0"
+                TYPEOF PARAMETER (which) KIND="USER" VALUE="0")";
 
 // A scenario in which every rule asks for a value and then changes something, at random but always alike.
 class RememberedValuesTest : public testing::Test {

@@ -171,40 +171,14 @@ TEST_F(RunningScenarioTest, NestedStatesAreEnteredToTheBottom) {
 TEST_F(RunningScenarioTest, VariablesStartAgainWithTheirInitialValue) {
     const auto scenario = host.ReadAs<Scenario>(R"(
         TYPEOF SCENARIO (0)
-        {
-            TYPEOF VARIABLE (5)
-            {
-                TYPE="FLOAT"
-                VALUE="1"
-            }
+            TYPEOF VARIABLE (5) TYPE="FLOAT" VALUE="1"
             TYPEOF RULE (1)
-            {
                 TYPEOF ACTION (SAY)
-                {
-                    TYPEOF PARAMETER (A)
-                    {
-                        KIND="VARIABLE"
-                        VALUE="5"
-                    }
-                }
+                    TYPEOF PARAMETER (A) KIND="VARIABLE" VALUE="5"
                 TYPEOF ACTION (DO)
-                {
-                    TYPEOF PARAMETER (A)
-                    {
-                        KIND="USER"
-                        VALUE="1"
-                    }
-                }
+                    TYPEOF PARAMETER (A) KIND="USER" VALUE="1"
                 TYPEOF ACTION (SAY)
-                {
-                    TYPEOF PARAMETER (A)
-                    {
-                        KIND="VARIABLE"
-                        VALUE="5"
-                    }
-                }
-            }
-        }
+                    TYPEOF PARAMETER (A) KIND="VARIABLE" VALUE="5"
     )");
     ASSERT_TRUE(scenario) << host.log.str();
     // A value that an action writes is what the next action reads; so is one that the host writes between two steps.

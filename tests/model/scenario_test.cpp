@@ -38,50 +38,18 @@ Item* New(std::uint32_t kind, const std::string& name, const std::string& file =
 std::unique_ptr<Scenario> NewScenario() { return std::unique_ptr<Scenario>(New<Scenario>(KindScenario, "1")); }
 
 const char* const kWhole = R"(
-    TYPEOF SCENARIO (1)
-    {
-        LABEL="All"
+    TYPEOF SCENARIO (1) LABEL="All"
         TYPEOF GENERAL_PARAMETERS (9)
-        {
-        }
         TYPEOF EVALUATION (8)
-        {
-            TYPEOF VARIABLE (80)
-            {
-                LABEL="of the evaluation"
-            }
-        }
+            TYPEOF VARIABLE (80) LABEL="of the evaluation"
         TYPEOF TASK (7)
-        {
-            TYPEOF VARIABLE (70)
-            {
-                LABEL="of the task"
-            }
-        }
+            TYPEOF VARIABLE (70) LABEL="of the task"
         TYPEOF RULE (6)
-        {
-        }
-        TYPEOF VARIABLE (5)
-        {
-            LABEL="of the scenario"
-        }
-        TYPEOF INCLUDE (4)
-        {
-            FILE="b.sc"
-            TYPEOF VARIABLE (40)
-            {
-                LABEL="of b.sc"
-            }
-        }
-        TYPEOF INCLUDE (3)
-        {
-            FILE="a.sc"
-            TYPEOF VARIABLE (30)
-            {
-                LABEL="of a.sc"
-            }
-        }
-    }
+        TYPEOF VARIABLE (5) LABEL="of the scenario"
+        TYPEOF INCLUDE (4) FILE="b.sc"
+            TYPEOF VARIABLE (40) LABEL="of b.sc"
+        TYPEOF INCLUDE (3) FILE="a.sc"
+            TYPEOF VARIABLE (30) LABEL="of a.sc"
 )";
 
 TEST_F(ScenarioTest, ChildrenStandByKind) {
@@ -281,13 +249,8 @@ TEST_F(ScenarioTest, GeneralParametersComeFromTheFileBeside) {
     data.Write("data/scenario/sub/scene.sc", "");
     data.Write("data/scenario/sub/scene.par", "description = A slow truck.\n");
     const auto scenario = host.ReadAs<Scenario>(R"(
-        TYPEOF SCENARIO (1)
-        {
-            FILE="sub\scene.sc"
+        TYPEOF SCENARIO (1) FILE="sub\scene.sc"
             TYPEOF GENERAL_PARAMETERS (0)
-            {
-            }
-        }
     )");
     ASSERT_TRUE(scenario) << host.log.str();
     EXPECT_EQ(scenario->generalParameters->description, "A slow truck.");

@@ -161,29 +161,12 @@ TEST_F(TaskTest, LevelIsTheLargestOfActiveRules) {
 
 TEST_F(TaskTest, StartsWithItsFirstStateAndInitialValues) {
     const auto task = host.ReadAs<Task>(R"(
-        TYPEOF TASK (1)
-        {
-            LABEL="Outer"
-            TYPEOF VARIABLE (5)
-            {
-                TYPE="FLOAT"
-                VALUE="2.5"
-            }
+        TYPEOF TASK (1) LABEL="Outer"
+            TYPEOF VARIABLE (5) TYPE="FLOAT" VALUE="2.5"
             TYPEOF RULE (9)
-            {
-            }
-            TYPEOF TASK (4)
-            {
-                LABEL="Inner"
+            TYPEOF TASK (4) LABEL="Inner"
                 TYPEOF RULE (8)
-                {
-                }
-            }
-            TYPEOF TASK (6)
-            {
-                LABEL="Other"
-            }
-        }
+            TYPEOF TASK (6) LABEL="Other"
     )");
     ASSERT_TRUE(task) << host.log.str();
     EXPECT_EQ(task->currentState, -1);

@@ -362,11 +362,7 @@ TEST(Reader, HeaderOnlyStopsAtTheFirstLineThatIsNoAttribute) {
 TEST(Reader, AddsToAGivenParentOrLeavesItAsItWas) {
     const OwnedItem parent = ReadScript(R"(
         TYPEOF FOLDER (parent)
-        {
             TYPEOF FOLDER (old)
-            {
-            }
-        }
     )");
     const std::string before = SavedText(*parent);
     const auto read = [&](const std::string& text) {

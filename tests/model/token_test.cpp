@@ -16,44 +16,16 @@ using testing::ElementsAre;
 // A root model in which "Go" stands once directly and once in a sub-folder.
 constexpr const char* kModel = R"(
     TYPEOF FOLDER (model)
-    {
         TYPEOF FOLDER (PARAMETER_LIST)
-        {
-        }
-
         TYPEOF FOLDER (lists)
-        {
             TYPEOF FOLDER (ACTION_LIST)
-            {
                 TYPEOF FOLDER (basic)
-                {
-                    TYPEOF ACTION (Stop)
-                    {
-                        LABEL="in the sub-folder"
-                    }
-                }
-
-                TYPEOF ACTION (Go)
-                {
-                    LABEL="first"
-                }
-
+                    TYPEOF ACTION (Stop) LABEL="in the sub-folder"
+                TYPEOF ACTION (Go) LABEL="first"
                 TYPEOF FOLDER (later)
-                {
                     TYPEOF ACTION (Go)
-                    {
-                    }
-                }
-            }
-
             TYPEOF FOLDER (CONDITION_LIST)
-            {
                 TYPEOF CONDITION (Go)
-                {
-                }
-            }
-        }
-    }
 )";
 
 Token* FirstToken(ScenarioItem& root, ScenarioItemKind kind) {
@@ -102,12 +74,7 @@ TEST(Link, AFolderOfTheListsNameMakesDefinitionsAnywhere) {
     const RootModel model(kModel);
     const OwnedItem script = ReadScript(R"(
         TYPEOF FOLDER (ACTION_LIST)
-        {
-            TYPEOF ACTION (Unheard)
-            {
-                LABEL="mine"
-            }
-        }
+            TYPEOF ACTION (Unheard) LABEL="mine"
     )");
     ASSERT_TRUE(script);
     EXPECT_EQ(FirstToken(*script, KindAction)->model, FirstToken(*script, KindAction));
@@ -123,18 +90,9 @@ TEST(Link, AnInstanceTakesNoLabel) {
 TEST(Link, HoldsWithinATextWhileNoRootModelIsSet) {
     const OwnedItem own = ReadScript(R"(
         TYPEOF FOLDER (script)
-        {
             TYPEOF FOLDER (ACTION_LIST)
-            {
                 TYPEOF ACTION (Go)
-                {
-                }
-            }
-
             TYPEOF ACTION (Go)
-            {
-            }
-        }
     )");
     ASSERT_TRUE(own);
     EXPECT_EQ(static_cast<Token*>(own->FindItem(KindFolder, "script", "")->GetFirstChild()->GetFirstChild()),
@@ -142,18 +100,9 @@ TEST(Link, HoldsWithinATextWhileNoRootModelIsSet) {
     // What comes later in the same text is not known yet.
     EXPECT_FALSE(ReadScript(R"(
         TYPEOF FOLDER (ACTION_LIST)
-        {
             TYPEOF RULE (0)
-            {
                 TYPEOF ELSE_ACTION (Go)
-                {
-                }
-            }
-
             TYPEOF ACTION (Go)
-            {
-            }
-        }
     )"));
 }
 
@@ -358,21 +307,10 @@ TEST(Attributes, AreSplitBetweenDefinitionAndUser) {
 
 TEST(Validity, ComesFromTheChildrenBottomUp) {
     const OwnedItem tree = ReadScript(R"(
-        TYPEOF TASK (0)
-        {
-            LABEL="top"
-
+        TYPEOF TASK (0) LABEL="top"
             TYPEOF TASK (1)
-            {
                 TYPEOF TASK (2)
-                {
-                }
-            }
-
             TYPEOF TASK (3)
-            {
-            }
-        }
     )");
     auto& top = static_cast<Task&>(*tree);
     Task* leaf = top.subTasks[0]->subTasks[0];

@@ -17,18 +17,11 @@ OwnedItem ReadVariable(const std::string& lines) {
 const Variable& AsVariable(const OwnedItem& item) { return static_cast<const Variable&>(*item); }
 
 constexpr const char* kPlain = R"(
-    TYPEOF VARIABLE (7)
-    {
-        LABEL=""
-        TYPE=""
-        VALUE=""
-        INTERACTIVE_TYPE="VOID"
-        IS_INITIALIZATION_NEEDED_AT_START="0"
+    TYPEOF VARIABLE (7) LABEL="" TYPE="" VALUE="" INTERACTIVE_TYPE="VOID" IS_INITIALIZATION_NEEDED_AT_START="0"
         INTERACTIVE_MIN_VALUE="0"
         INTERACTIVE_MAX_VALUE="9999"
         INTERACTIVE_STEP_VALUE="1"
         CATEGORY="INTERNAL"
-    }
 )";
 
 TEST(Variable, WithoutAttributesIsSavedWithItsDefaults) {

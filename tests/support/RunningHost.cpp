@@ -7,120 +7,36 @@ namespace {
 
 constexpr std::string_view kModel = R"(
     TYPEOF FOLDER (model)
-    {
         TYPEOF FOLDER (ENUMTAB_LIST)
-        {
             TYPEOF ENUMTAB (TAB)
-            {
-                TYPEOF ENUM (ONE)
-                {
-                    TYPE="INTEGER"
-                    VALUE="1"
-                }
-                TYPEOF ENUM (TWO)
-                {
-                    TYPE="INTEGER"
-                    VALUE="2"
-                }
-            }
-        }
+                TYPEOF ENUM (ONE) TYPE="INTEGER" VALUE="1"
+                TYPEOF ENUM (TWO) TYPE="INTEGER" VALUE="2"
         TYPEOF FOLDER (PARAMETER_LIST)
-        {
-            TYPEOF PARAMETER (A)
-            {
-                TYPE="FLOAT"
-                USAGE="BY_VALUE"
-                ENUMTAB="TAB"
+            TYPEOF PARAMETER (A) TYPE="FLOAT" USAGE="BY_VALUE" ENUMTAB="TAB"
                 KINDLIST="USER VARIABLE ENUM FUNCTION"
-            }
-            TYPEOF PARAMETER (B)
-            {
-                TYPE="FLOAT"
-                USAGE="BY_VALUE"
-                ENUMTAB="TAB"
+            TYPEOF PARAMETER (B) TYPE="FLOAT" USAGE="BY_VALUE" ENUMTAB="TAB"
                 KINDLIST="USER VARIABLE ENUM FUNCTION"
-            }
-        }
         TYPEOF FOLDER (FUNCTION_LIST)
-        {
-        }
         TYPEOF FOLDER (CONDITION_LIST)
-        {
             TYPEOF CONDITION (AND)
-            {
-            }
             TYPEOF CONDITION (OR)
-            {
-            }
-            TYPEOF CONDITION (EQUAL)
-            {
-                CODE="1"
-                TYPEOF PARAMETER (A)
-                {
-                    KIND="USER"
-                }
-                TYPEOF PARAMETER (B)
-                {
-                    KIND="USER"
-                }
-            }
-            TYPEOF CONDITION (AFTER)
-            {
-                CODE="2"
-                TYPEOF PARAMETER (A)
-                {
-                    KIND="USER"
-                }
-            }
-            TYPEOF CONDITION (SWITCH)
-            {
-                CODE="3"
-                TYPEOF PARAMETER (A)
-                {
-                    KIND="USER"
-                }
-            }
-        }
+            TYPEOF CONDITION (EQUAL) CODE="1"
+                TYPEOF PARAMETER (A) KIND="USER"
+                TYPEOF PARAMETER (B) KIND="USER"
+            TYPEOF CONDITION (AFTER) CODE="2"
+                TYPEOF PARAMETER (A) KIND="USER"
+            TYPEOF CONDITION (SWITCH) CODE="3"
+                TYPEOF PARAMETER (A) KIND="USER"
         TYPEOF FOLDER (ACTION_LIST)
-        {
-            TYPEOF ACTION (SAY)
-            {
-                CODE="1"
-                TYPEOF PARAMETER (A)
-                {
-                    KIND="USER"
-                }
-            }
-            TYPEOF ACTION (GO)
-            {
-                CODE="2"
-                TYPEOF PARAMETER (A)
-                {
-                    KIND="USER"
-                }
-            }
-            TYPEOF ACTION (END)
-            {
-                CODE="3"
-            }
-            TYPEOF ACTION (PAUSE)
-            {
-                CODE="4"
-            }
-            TYPEOF ACTION (STOP)
-            {
-                CODE="5"
-            }
-            TYPEOF ACTION (DO)
-            {
-                CODE="6"
-                TYPEOF PARAMETER (A)
-                {
-                    KIND="USER"
-                }
-            }
-        }
-    }
+            TYPEOF ACTION (SAY) CODE="1"
+                TYPEOF PARAMETER (A) KIND="USER"
+            TYPEOF ACTION (GO) CODE="2"
+                TYPEOF PARAMETER (A) KIND="USER"
+            TYPEOF ACTION (END) CODE="3"
+            TYPEOF ACTION (PAUSE) CODE="4"
+            TYPEOF ACTION (STOP) CODE="5"
+            TYPEOF ACTION (DO) CODE="6"
+                TYPEOF PARAMETER (A) KIND="USER"
 )";
 
 int IntegerOf(const ParameterValues& values) { return static_cast<int>(values[0].number); }
