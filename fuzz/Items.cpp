@@ -2,17 +2,50 @@
 
 #include <algorithm>
 #include <cstring>
+#include <list>
 #include <sstream>
+#include <stdexcept>
 #include <typeinfo>
 #include <vector>
 
 #include <lmkUtils/EnvConfig.h>
+#include <scenario/IncludeRepository.h>
+#include <scenario/LoadDiagnostics.h>
 
 #include "Support.h"
 
 namespace {
 
 ScenarioLib::Scenario* running = nullptr;
+
+class Observer : public ScenarioItemObserver {
+public:
+    void OnItemEvent(ScenarioItemObservable* source, std::uint32_t) override {
+        Demand(source, "an event has a source");
+    }
+};
+Observer observer;
+
+class Listener : public LoadProblemListener {
+public:
+    void OnLoadProblem(const LoadProblem& problem) override {
+        Demand(problem.row > 0 && !problem.cause.empty(), "a problem has a place and a cause", problem.line);
+        if (!problem.isWarning) ++refusals;
+    }
+    std::size_t refusals = 0;
+};
+
+// The includes that come out of the input: "fuzz.inc" has the text, "broken.inc" fails.
+class Repository : public IncludeRepository {
+public:
+    bool Contains(const std::string& file) override { return file == "fuzz.inc" || file == "broken.inc"; }
+    std::string Read(const std::string& file) override {
+        if (file == "broken.inc") throw std::runtime_error("broken");
+        return text;
+    }
+    std::string text;
+};
+Repository repository;
 
 float Sum(const ParameterValues& values) {
     float sum = 0.0F;
@@ -43,6 +76,31 @@ std::vector<ScenarioItem*> Sample(const std::vector<ScenarioItem*>& items) {
     return sample;
 }
 
+// The tables that parameters are read against, with an entry or two in each.
+void FillTables(ScenarioLib::Scenario& scenario) {
+    static std::vector<ScenarioItem*> names{CreateItem(KindTask, "light", nullptr), nullptr};
+    static std::list<ScenarioLib::Scenario::Point> points{{names[0], 1, 1.0, 2.0, 3.0}, {names[0], 0, 0.0, 0.0, 0.0}};
+    scenario.nameList = &names;
+    scenario.pointList = &points;
+    VEHICLE& vehicle = scenario.GetVehicle(1);
+    vehicle.inputs = {{"throttle"}};
+    vehicle.outputs = {{"speed"}};
+    scenario.stateNames[5] = "channel";
+    for (auto* table : {&scenario.triggers, &scenario.images, &scenario.sounds, &scenario.sources, &scenario.sinks,
+                        &scenario.trajectories, &scenario.channelNumbers})
+        *table = {{"1", 1}, {"D1", 2}};
+}
+
+void FillTables(ScenarioItem& root) {
+    static ScenarioLib::Scenario* const around = [] {
+        auto* scenario = new ScenarioLib::Scenario();
+        FillTables(*scenario);
+        return scenario;
+    }();
+    if (auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(&root)) FillTables(*scenario);
+    if (auto* evaluation = dynamic_cast<Evaluation*>(&root)) evaluation->owner = around;
+}
+
 void Search(ScenarioItem& root, ScenarioItem& item) {
     root.FindItem(item.kind, item.name, "");
     static_cast<const ScenarioItem&>(root).FindItem(item.kind, item.name, root.fileName);
@@ -61,6 +119,13 @@ void Search(ScenarioItem& root, ScenarioItem& item) {
     item.CollectVisibleItems(KindVariable, found, item.name, item.fileName);
     std::vector<const ScenarioItem*> constant;
     root.CollectItems(item.kind, item.name, constant, true, false);
+    root.CollectItemsOfKind(constant, item.kind, true, false);
+    if (auto* call = dynamic_cast<Function*>(&item)) {
+        call->CollectAllItems(KindParameter, item.name, found);
+        call->CollectAllItemsOfKind(KindParameter, found);
+        static_cast<const Function*>(call)->CollectAllItems(KindFunction, item.name, constant);
+        static_cast<const Function*>(call)->CollectAllItemsOfKind(KindFunction, constant);
+    }
 }
 
 void Values(ScenarioItem& item) {
@@ -69,10 +134,20 @@ void Values(ScenarioItem& item) {
         parameter->FillValue(value);
         parameter->GetType();
         if (parameter->model) parameter->CheckValueFormat();
+        if (parameter->model == parameter && parameter->kind == KindParameter) {
+            Parameter copy;
+            copy.kind = KindParameter;
+            parameter->CopyModelAttributes(&copy);
+            Demand(copy.kindList == parameter->kindList, "a definition can be copied");
+        }
     } else if (auto* condition = dynamic_cast<Condition*>(&item)) {
         condition->IsValid();
     } else if (auto* function = dynamic_cast<Function*>(&item)) {
         function->Evaluate();
+        Function copy;
+        copy.kind = KindFunction;
+        function->CopyModelAttributes(&copy);
+        Demand(copy.codeNumber == function->codeNumber, "a definition can be copied");
     }
 }
 
@@ -93,6 +168,68 @@ bool IsPlain(const std::string& text) {
         if (line.find('"', value + 2) != line.size() - 1) return false;
     }
     return text.find('\r') == std::string::npos && text.find('\0') == std::string::npos;
+}
+
+// A parameters file beside the scenario.
+void StoreDescription(GeneralParameters& parameters) {
+    static const Workplace place;
+    parameters.description = parameters.label;
+    Demand(parameters.Save(place.Path("scenario.sc")), "a parameters file can be written");
+    parameters.Load();
+    Demand(parameters.description == parameters.label, "a description comes back", parameters.label);
+}
+
+bool Holds(const ScenarioItem& parent, const ScenarioItem* child) {
+    std::vector<ScenarioItem*> children;
+    parent.GetChildren(children);
+    return std::find(children.begin(), children.end(), child) != children.end();
+}
+
+// The edits of a host. Replaced items go to `replaced`, since others in the tree may have them as their definition.
+void EditChildren(ScenarioItem& item, std::vector<Tree>& replaced) {
+    std::vector<ScenarioItem*> children;
+    item.GetChildren(children);
+    if (children.empty()) return;
+    item.SwapChildren(children.front(), children.back());
+    ScenarioItem* const old = children[children.size() / 2];
+    Tree fresh(old->Clone());
+    if (!fresh) return;
+    item.ReplaceChild(fresh.get(), old);
+    if (Holds(item, fresh.get())) {
+        Demand(fresh->parent == &item, "a child knows its parent");
+        Demand(!Holds(item, old), "what was replaced is gone");
+        fresh.release();
+        replaced.emplace_back(old);
+    }
+    if (auto* rule = dynamic_cast<Rule*>(&item); rule && !rule->actions.empty())
+        rule->SwitchBranch(rule->actions.back(), 0);
+    if (auto* evaluation = dynamic_cast<Evaluation*>(&item)) evaluation->SwapTasks(0, 1);
+}
+
+// Another tree of which nothing is needed afterwards.
+void Edit(Tree tree) {
+    std::vector<Tree> replaced;
+    std::vector<ScenarioItem*> items;
+    tree->CollectItemsOfKind(items, KindNone, true, true);
+    for (ScenarioItem* item : Sample(items)) {
+        // An edit above may have taken it out of the tree.
+        if (tree->ContainsItem(item)) EditChildren(*item, replaced);
+    }
+    items.clear();
+    tree->CollectItemsOfKind(items, KindNone, true, true);
+    for (ScenarioItem* item : Sample(items)) {
+        if (auto* task = dynamic_cast<Task*>(item)) task->RenumberVariables();
+        if (auto* parameters = dynamic_cast<GeneralParameters*>(item)) StoreDescription(*parameters);
+    }
+    if (auto* token = dynamic_cast<Token*>(tree.get())) ResetMarks(token);
+    tree->UpdateDisplayTextTree();
+    Saved(*tree);
+
+    std::vector<ScenarioItem*> children;
+    tree->GetChildren(children);
+    tree->DetachChildren();
+    for (ScenarioItem* child : children) replaced.emplace_back(child);
+    tree->RemoveAllChildren();
 }
 
 void EmptySettings(ScenarioItem& item) {
@@ -121,6 +258,13 @@ void ResetModel(Folders* rootModel) {
     scenarioLog = nullptr;
     scenarioDepth = 0;
     running = nullptr;
+    SetLoadProblemListener(nullptr);
+    UnregisterIncludeRepository(&repository);
+}
+
+void OfferInclude(const std::string& text) {
+    repository.text = text;
+    RegisterIncludeRepository(&repository);
 }
 
 Folders* SampleRootModel() {
@@ -138,12 +282,20 @@ Tree ReadScript(const std::string& text, bool headerOnly) {
     const std::unique_ptr<char[]> exact(new char[text.size() + 1]);
     std::memcpy(exact.get(), text.c_str(), text.size() + 1);
     ScenarioTextStream stream(exact.get(), text.size() + 1);
+    ItemLoadContext context{&observer, &observer};
+    Listener listener;
+    SetLoadProblemListener(headerOnly ? nullptr : &listener);
     Tree item;
     try {
-        item.reset(LoadScenarioText(stream, nullptr, nullptr, nullptr, headerOnly));
+        item.reset(LoadScenarioText(stream, nullptr, &context, nullptr, headerOnly));
     } catch (const std::bad_cast&) {
         // The one exception that a read lets through.
+    } catch (...) {
+        SetLoadProblemListener(nullptr);
+        throw;
     }
+    SetLoadProblemListener(nullptr);
+    Demand(item || headerOnly || listener.refusals > 0, "a refusal is told");
     Demand(stream.cursor >= stream.begin && stream.cursor <= stream.end, "the cursor stays in the text");
     Demand(scenarioDepth == 0, "the depth is back at 0");
     return item;
@@ -157,6 +309,7 @@ std::string Saved(ScenarioItem& item) {
 }
 
 void Exercise(ScenarioItem& item) {
+    FillTables(item);
     item.UpdateDisplayTextTree();
     item.IsValid();
     std::vector<ScenarioItem*> items;
@@ -167,10 +320,11 @@ void Exercise(ScenarioItem& item) {
 
     const std::string text = Saved(item);
     {
-        const Tree copy(item.Clone());
+        Tree copy(item.Clone());
         if (copy) {
             copy->UpdateDisplayTextTree();
             Saved(*copy);
+            Edit(std::move(copy));
         }
     }
     if (const Tree again = IsPlain(text) ? ReadScript(text) : nullptr) {
@@ -192,8 +346,7 @@ void Exercise(ScenarioItem& item) {
 void Run(ScenarioLib::Scenario& scenario) {
     running = &scenario;
     scenario.stopped = 0;
-    scenario.GetVehicle(1);
-    scenario.channelNumbers["D1"] = 1;
+    FillTables(scenario);
     // Time stands still and runs backwards, too.
     constexpr double kTimes[] = {0.0, 0.1, 0.1, 0.5, 1.0, 0.2, 2.0, 5.0, 5.5, 60.0};
     scenario.Init("workshop/every word.sc", 0.0);
@@ -201,5 +354,11 @@ void Run(ScenarioLib::Scenario& scenario) {
     scenario.Init("", 3.0);
     for (const double time : kTimes) scenario.StepScenario(time);
     scenario.HighestLevel();
+    if (scenario.evaluation) {
+        for (std::size_t i = 0; auto* criteria = dynamic_cast<Criteria*>(scenario.evaluation->GetTask(i)); ++i) {
+            criteria->RegisterCategory();
+            criteria->SetCounter(1.0F, criteria->MaxRuleLevel(), 2.0F);
+        }
+    }
     running = nullptr;
 }

@@ -15,6 +15,9 @@ void ResetModel(Folders* rootModel);
 // The root model of the sample installation; read once, never freed.
 Folders* SampleRootModel();
 
+// From now on, until the next reset, the include "fuzz.inc" has this text.
+void OfferInclude(const std::string& text);
+
 // A tree and all below it: a settings item lets go of its children when it dies, so these are taken out before.
 struct TreeDeleter {
     void operator()(ScenarioItem* item) const;

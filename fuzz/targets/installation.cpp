@@ -3,9 +3,55 @@
 
 #include <cstdlib>
 
+#include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
 #include <environment/Environment.h>
 
 #include "../Support.h"
+#include "../Templates.h"
+
+namespace {
+
+using namespace TavrelScenarioTemplateDb;
+
+// What a host sees of the installation in use.
+void BrowseInstallation(const std::string& file, const std::string& path) {
+    Answers([&] {
+        const TavrelDatabaseDriver driver(file, "*", "*");
+        driver.getURI();
+        Browse(*driver.getRootDirectory(), [&](const ScenarioTemplateDb::Scenario& scenario) {
+            Demand(lmkUtils::fileExist(scenario.getFilePath(), Commons::Encoding::ModeUtf8), "a listed file is there",
+                   scenario.getFilePath());
+        });
+    });
+    for (const std::string& name : lmkUtils::EnvConfig::getConfigurationsList()) {
+        Answers([&] {
+            const TavrelDatabaseDriver driver(file, "*", name);
+            Answers([&] { Browse(*driver.getRootDirectory(), [](const ScenarioTemplateDb::Scenario&) {}); });
+            Answers([&] { driver.getScenario(path); });
+            Demand(driver.getScenario("a.sce")->getPath() == "a.sce", "a scenario that is there is found");
+        });
+        Answers([&] {
+            const TavrelScenarioTemplateDatabase database(file, "*", name);
+            database.getScenarioDirectories();
+            database.getScenarioDirectoryNumber(name);
+            database.getScenarioDirectory(name, 0);
+            database.getScenarioIndex(name, 0, path);
+            database.getScenarioPath(name, 0, database.getScenariosNumber(name, 0));
+        });
+    }
+    Answers([&] {
+        const TavrelScenarioTemplateDatabase database(file, path, path);
+        database.getConfigurationFilePath();
+        for (std::size_t i = 0; i < database.getVersionNumber(); ++i) {
+            const std::string version = database.getVersion(i);
+            for (std::size_t k = 0; k < database.getConfigurationNumber(version); ++k)
+                Demand(database.getConfigurationVersion(database.getConfiguration(version, k)) == version,
+                       "a configuration stands under its version", version);
+        }
+    });
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using lmkUtils::EnvConfig;
@@ -52,6 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                found);
         (void)installation[path];
     }
+    BrowseInstallation(file, path);
     const std::string generic = EnvConfig::transformInGenericPath(path, false);
     Demand(generic.find('\\') == std::string::npos, "a generic path has forward slashes", generic);
     (void)lmkUtils::resolveGenericPath(path, Commons::Encoding::ModeUtf8);
