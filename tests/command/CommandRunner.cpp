@@ -7,7 +7,9 @@
 #include <sstream>
 #include <stdexcept>
 
+#include <linux/capability.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -38,6 +40,8 @@ Result CommandRunner::operator()(std::vector<std::string> arguments) const {
         for (const int end : {out[0], out[1], err[0], err[1]}) close(end);
         unsetenv("TAVREL_CONFIG");
         for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
+        if (heedsPermissions)
+            for (const int capability : {CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH}) prctl(PR_CAPBSET_DROP, capability);
         if (!folder.empty() && chdir(folder.c_str()) != 0) _exit(126);
         execv(argv[0], argv.data());
         _exit(127);

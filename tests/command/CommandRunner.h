@@ -26,6 +26,7 @@ public:
     std::vector<std::string> common;
     std::map<std::string, std::string> environment; // beside that of the test
     std::string folder;                             // to run in; empty for that of the test
+    bool heedsPermissions = false;                  // also when root runs the test
 
     Result operator()(std::vector<std::string> arguments) const;
 };

@@ -78,8 +78,20 @@ std::string HelpText(const GroupRow& group) {
     return text + "\n'tavrel COMMAND --help' explains each of them.\n";
 }
 
+bool TakesAll(const CommandRow& command) {
+    return std::any_of(command.options.begin(), command.options.end(),
+                       [](const OptionRow& row) { return std::string(row.name) == "--all"; });
+}
+
+// An operand that --all may stand for is not required by itself.
+std::string ComplaintOfAll(const Arguments& arguments) {
+    const std::string operand = arguments.command->operands.front().name;
+    if (arguments.Has("--all") && arguments.Has(operand)) return "--all and " + operand + " exclude each other";
+    return arguments.Has("--all") || arguments.Has(operand) ? "" : operand + " or --all is required";
+}
+
 // Every option fills its own list in `values`, under its name, so that the sub-commands need no variable of their own.
-void AddOption(CLI::App& app, const OptionRow& row, Values& values) {
+void AddOption(CLI::App& app, const OptionRow& row, Values& values, bool required = true) {
     CLI::callback_t take = [&values, &row](const CLI::results_t& results) {
         values[row.name] = results;
         return true;
@@ -98,7 +110,7 @@ void AddOption(CLI::App& app, const OptionRow& row, Values& values) {
         std::vector<std::string> words = CLI::detail::split(row.words, ' ');
         option->check(CLI::IsMember(std::move(words)));
     }
-    if (!*row.value) option->required();
+    if (!*row.value) option->required(required);
 }
 
 const OptionRow* FindCommonOption(const std::string& word) {
@@ -192,7 +204,8 @@ Arguments ReadCommandLine(int argc, const char* const* argv, std::string& answer
     for (const OptionRow& row : CommonOptions()) AddOption(app, row, arguments.values);
     if (line.command) {
         arguments.command = line.command;
-        for (const OptionRow& row : line.command->operands) AddOption(app, row, arguments.values);
+        for (const OptionRow& row : line.command->operands)
+            AddOption(app, row, arguments.values, !TakesAll(*line.command));
         for (const OptionRow& row : line.command->options) AddOption(app, row, arguments.values);
     }
     std::string complaint;
@@ -211,6 +224,7 @@ Arguments ReadCommandLine(int argc, const char* const* argv, std::string& answer
         return arguments;
     }
     if (complaint.empty() && !line.command) complaint = "a command is missing";
+    if (complaint.empty() && TakesAll(*line.command)) complaint = ComplaintOfAll(arguments);
     if (complaint.empty()) return arguments;
     const std::string subject = line.command ? std::string(line.command->name) + " "
                                 : line.group ? std::string(line.group->name) + " "

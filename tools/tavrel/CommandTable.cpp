@@ -28,6 +28,7 @@ const OptionRow kLiteral  {"--literal", "TEXT", Many, None, "", "permitted text;
 const OptionRow kScript   {"SCRIPT", "", One, Scenarios, "", "a scenario, as tree and list show it, or a file"};
 const OptionRow kScriptName {"--script", "NAME", One, None, "", "which script of the scenario (default the first whole one)"};
 const OptionRow kModel    {"--model", "FILE", One, Files, "", "root model for scripts, instead of that of the configuration"};
+const OptionRow kAll      {"--all", "", Flag, None, "", "all scenarios that list shows, in the place of one; give a file up after --timeout"};
 // clang-format on
 
 } // namespace
@@ -55,9 +56,9 @@ const std::vector<CommandRow>& Commands() {
          "Shows the name and description of a scenario, its tree of nodes with the type, value and unit of each "
          "parameter, and the variadic parameters that it declares.",
          {kScenario},
-         {kJson},
+         {kAll, kJson},
          Runs::InOneChild, RunShow,
-         {"tavrel show overtaking.sce"}},
+         {"tavrel show overtaking.sce", "tavrel show --all --json --configuration City"}},
 
         {"get", "write the value of one parameter",
          "Writes the value of the parameter with the full id ID, in the unit of the parameter. The sub-command ids "
@@ -151,14 +152,15 @@ const std::vector<CommandRow>& Commands() {
          "states were entered, and how variables and scores changed. What stands behind the calls of the script is a small "
          "world of the command's own, in which vehicles are points on a road. The same run gives the same trace.",
          {kScript},
-         {kScriptName,
+         {kAll, kScriptName,
           {"--from", "SECONDS", One, None, "", "time of the start (default 0)"},
           {"--until", "SECONDS", One, None, "", "time of the last step (default 60 after the start)"},
           {"--step", "SECONDS", One, None, "", "time between two steps (default 0.1)"},
           {"--trace", "FORM", One, Words, "text json", "form of the trace; json has one event per line"},
           kModel},
          Runs::InOneChildWithoutLimitOfTime, RunRun,
-         {"tavrel run overtaking.sce --until 120", "tavrel run overtaking.sce --trace json > trace.json"}},
+         {"tavrel run overtaking.sce --until 120", "tavrel run overtaking.sce --trace json > trace.json",
+          "tavrel run --all --until 10"}},
 
         {"graph", "draw the state machine of a script",
          "Writes the tasks, states and rules of a scenario or script as text for the program dot of Graphviz. An edge is a "

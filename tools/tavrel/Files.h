@@ -1,14 +1,21 @@
 #ifndef TAVREL_COMMAND_FILES_H
 #define TAVREL_COMMAND_FILES_H
 
+#include <functional>
 #include <string>
 #include <string_view>
 
 namespace tavrel {
 
-// Why `path` is not to be opened: it does not exist, is no regular file (a pipe would block the reader for ever), or is
-// larger than any file of an installation. Empty if it may be opened.
+// Why `path` is not to be opened: it does not exist, is no regular file (a pipe would block the reader for ever), may
+// not be read, or is larger than any file of an installation. Empty if it may be opened.
 std::string ReasonNotToOpen(const std::string& path);
+
+// Calls `found` for all that stands below `folder`, in the order of the file system; folders are among it, and links
+// are not followed. A folder that cannot be walked goes to `failed` as a sentence, and the others are walked all the
+// same.
+void Walk(const std::string& folder, const std::function<void(const std::string& path)>& found,
+          const std::function<void(const std::string& sentence)>& failed);
 
 // Puts `text` into a file: beside it first, so that a failure leaves the old file whole. Fails with a Failure. A path
 // that names no ordinary file, such as /dev/null, is written to as it is.

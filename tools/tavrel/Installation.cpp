@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <set>
 
 namespace tavrel {
@@ -22,6 +23,7 @@ using TavrelScenarioTemplateDb::TavrelScenario;
 using TavrelScenarioTemplateDb::TavrelScenarioTemplateDatabase;
 
 constexpr const char* kAll = "*";
+constexpr const char* kExtension = ".sce";
 
 std::string InstallationFile(const Arguments& arguments) {
     if (arguments.Has("--config")) return arguments.Text("--config");
@@ -59,18 +61,17 @@ std::unique_ptr<TavrelScenario> Created(const TavrelDatabaseDriver& driver,
     }
 }
 
-// The scenarios below a folder that a listing gave up at: a broken link there hides no file beside it.
-std::vector<std::string> WhatCanBeWalked(const std::string& folder) {
-    using Walk = std::filesystem::recursive_directory_iterator;
-    std::vector<std::string> scenarios;
-    std::error_code error;
-    for (Walk entry(folder, std::filesystem::directory_options::skip_permission_denied, error), end;
-         !error && entry != end; entry.increment(error)) {
-        std::error_code ignored;
-        if (entry->path().extension() == ".sce" && entry->is_regular_file(ignored))
-            scenarios.push_back(entry->path().lexically_relative(folder).generic_string());
-    }
-    return scenarios;
+// What is named like a scenario below a folder, by whether it is a file. The library lists files only, and gives a
+// listing up at a link that leads nowhere.
+void SortOut(const std::string& folder, std::vector<std::string>& files, std::vector<std::string>& others,
+             const std::function<void(const std::string&)>& failed) {
+    const auto found = [&](const std::string& path) {
+        if (std::filesystem::path(path).extension() != kExtension) return;
+        std::error_code error;
+        (std::filesystem::is_regular_file(path, error) ? files : others)
+            .push_back(std::filesystem::path(path).lexically_relative(folder).generic_string());
+    };
+    Walk(folder, found, failed);
 }
 
 } // namespace
@@ -130,17 +131,24 @@ std::vector<ScenarioDirectory> Installation::Directories(const Configuration& co
     const TavrelScenarioTemplateDatabase database(file, configuration.version, configuration.name);
     std::vector<ScenarioDirectory> directories;
     for (const std::string& path : database.getScenarioDirectories()) {
-        ScenarioDirectory directory{configuration, path, {}};
+        ScenarioDirectory directory{configuration, path, {}, {}};
+        std::vector<std::string> files;
+        std::vector<Failure> failures;
+        SortOut(path, files, directory.noFiles, [&](const std::string& sentence) {
+            failures.push_back({ExitUnreadable, sentence});
+        });
         std::vector<std::pair<std::string, std::string>> paths;
         try {
             database.getScenarioPaths(configuration.name, directories.size(), paths);
             for (const auto& [folder, scenario] : paths) directory.scenarios.push_back(scenario);
         } catch (...) {
-            context.Tell(CurrentFailure()); // its message names what stopped the listing
-            directory.scenarios = WhatCanBeWalked(path);
+            directory.scenarios = std::move(files);
+            if (directory.noFiles.empty() && failures.empty()) failures.push_back(CurrentFailure());
         }
-        // The walk gives the order of the file system, which differs from machine to machine.
+        for (const Failure& failure : failures) context.Tell(failure);
+        // A walk gives the order of the file system, which differs from machine to machine.
         std::sort(directory.scenarios.begin(), directory.scenarios.end());
+        std::sort(directory.noFiles.begin(), directory.noFiles.end());
         directories.push_back(std::move(directory));
     }
     return directories;
@@ -150,7 +158,12 @@ std::vector<ScenarioDirectory> Installation::AllDirectories() {
     std::vector<ScenarioDirectory> all;
     for (const Configuration& configuration : Configurations()) {
         try {
-            for (ScenarioDirectory& directory : Directories(configuration)) all.push_back(std::move(directory));
+            for (ScenarioDirectory& directory : Directories(configuration)) {
+                for (const std::string& path : directory.noFiles)
+                    context.Tell({ExitUnreadable, fmt::format("{}: {}", directory.FileOf(path),
+                                                              ReasonNotToOpen(directory.FileOf(path)))});
+                all.push_back(std::move(directory));
+            }
         } catch (...) {
             const Failure failure = CurrentFailure();
             context.Tell({failure.status, fmt::format("{}: {}", configuration.name, failure.sentence)});

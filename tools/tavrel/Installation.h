@@ -21,6 +21,7 @@ struct ScenarioDirectory {
     Configuration configuration;
     std::string path;                   // the folder
     std::vector<std::string> scenarios; // relative paths, sorted
+    std::vector<std::string> noFiles; // the same of what is named like a scenario and is a folder, a pipe, a dead link
 
     std::string FileOf(const std::string& scenario) const { return path + "/" + scenario; }
 };
@@ -50,7 +51,7 @@ public:
     // Its scenario directories. Fails if a folder of its data path is missing; one that cannot be walked is told and
     // left empty.
     std::vector<ScenarioDirectory> Directories(const Configuration& configuration);
-    // Those of all configurations. One that fails is told and left out.
+    // Those of all configurations. One that fails is told and left out, and so is what is no file in them.
     std::vector<ScenarioDirectory> AllDirectories();
 
     // The scenario at `path` of the one configuration that has it. Fails if there is none, or more than one.

@@ -9,6 +9,7 @@
 #include <iostream>
 #include <streambuf>
 #include <unistd.h>
+#include <utility>
 
 namespace tavrel {
 
@@ -68,8 +69,15 @@ Output::~Output() {
 
 void Output::Print(std::string_view text) {
     pending += text;
-    if (pending.size() >= kPieceSize) Flush();
+    if (!holds && pending.size() >= kPieceSize) Flush();
 }
+
+void Output::Hold() {
+    holds = true;
+    pending.clear();
+}
+
+std::string Output::TakeHeld() { return std::exchange(pending, {}); }
 
 void Output::Flush() {
     std::string piece;

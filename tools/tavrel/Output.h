@@ -35,6 +35,10 @@ public:
         Print(std::string_view(fmt::format(format, std::forward<Args>(args)...)));
     }
     void Flush();
+    // From now on text is kept for TakeHeld and never written: a child process hands it to its parent. Text that was
+    // gathered before is the parent's to write.
+    void Hold();
+    std::string TakeHeld();
 
     // Whether a person is looking. The styles give the text back as it is when nobody is, or when NO_COLOR is set.
     bool IsTerminal() const { return terminal; }
@@ -52,6 +56,7 @@ private:
     int descriptor;
     bool terminal;
     bool coloured;
+    bool holds = false;
     std::string pending;
     std::unique_ptr<LogBuffer> log;
     std::streambuf* former; // what std::cout wrote to before

@@ -19,7 +19,8 @@ namespace fs = std::filesystem;
 
 constexpr const char* kModelFile = "data/tools/nuro/nuro.mdl";
 constexpr const char* kInstallationFile = "tavrel.xml";
-constexpr std::size_t kSniffed = 2048; // bytes from which the kind of a file shows
+const std::string kByteOrderMark = "\xEF\xBB\xBF"; // before XML
+constexpr std::size_t kSniffed = 2048;             // bytes from which the kind of a file shows
 
 std::string FirstBytes(const std::string& path) {
     std::string bytes(kSniffed, '\0');
@@ -109,14 +110,16 @@ FileKind KindOfFile(const std::string& path) {
     const std::string extension = fs::path(path).extension().string();
     if (extension == ".sce") return FileKind::Scenario;
     if (extension == ".mdl") return FileKind::Model;
+    const FileKind byName = extension == ".sc" ? FileKind::Script : FileKind::Unknown;
     std::error_code error;
-    if (!fs::is_regular_file(path, error)) return FileKind::Unknown;
+    if (!fs::is_regular_file(path, error)) return byName;
     std::string start = FirstBytes(path);
+    if (BeginsWith(start, kByteOrderMark)) start.erase(0, kByteOrderMark.size());
     start.erase(0, std::min(start.find_first_not_of("\t\n\f\r"), start.size()));
     if (BeginsWith(start, "TYPEOF FOLDER")) return FileKind::Model;
     if (BeginsWith(start, "TYPEOF ")) return FileKind::Script;
-    if (start.find("<tavrel") != std::string::npos) return FileKind::Installation;
-    return FileKind::Unknown;
+    if (BeginsWith(start, "<") && start.find("<tavrel") != std::string::npos) return FileKind::Installation;
+    return byName;
 }
 
 std::string InstallationFileFor(const Context& context, const std::string& path) {
@@ -226,7 +229,7 @@ std::vector<cfg::ScenarioScript*> ScriptsOf(cfg::CfgScenario& file) {
 
 LoadedScript LoadScript(Context& context, const std::string& operand) {
     std::error_code error;
-    if (!std::filesystem::exists(operand, error)) {
+    if (context.arguments.Has("--all") || !std::filesystem::exists(operand, error)) {
         Installation installation(context);
         const OpenedScenario found = installation.Open(operand);
         return LoadFromTemplate(

@@ -12,6 +12,7 @@
 #include <scenario/action.h>
 
 #include <algorithm>
+#include <charconv>
 #include <filesystem>
 #include <set>
 
@@ -35,6 +36,17 @@ struct Job {
 Json Finding(const std::string& file, std::uint32_t row, const std::string& cause) {
     return {{"file", file},   {"script", Json()}, {"row", row},    {"line", ""},
             {"cause", cause}, {"place", ""},      {"display", ""}, {"severity", "error"}};
+}
+
+// A message that names the file itself, "Unable to load scenario FILE : FILE:row: reason": the rest of it is the cause.
+Json FindingOf(const std::string& message, const std::string& file) {
+    const std::size_t place = message.rfind(file + ":");
+    if (place == std::string::npos) return Finding(file, 0, message);
+    std::string cause = message.substr(place + file.size() + 1);
+    std::uint32_t row = 0;
+    const auto [end, error] = std::from_chars(cause.data(), cause.data() + cause.size(), row);
+    if (error == std::errc() && *end == ':') cause.erase(0, static_cast<std::size_t>(end - cause.data()) + 1);
+    return Finding(file, row, cause.substr(std::min(cause.find_first_not_of(' '), cause.size())));
 }
 
 Json FindingOf(const LoadProblem& problem, const std::string& file, const Json& script) {
@@ -175,7 +187,7 @@ Json CheckScenario(const Job& job) {
     const Template scenario(job.configuration, path.filename().string(), path.parent_path().string());
     const auto addFailure = [&] {
         const std::string cause = CurrentFailure().sentence;
-        if (!HasError(findings)) findings.push_back(Finding(job.path, 0, cause));
+        if (!HasError(findings)) findings.push_back(FindingOf(cause, job.path));
     };
     scenarioRootModel = nullptr;
     std::string opening;
@@ -193,7 +205,7 @@ Json CheckScenario(const Job& job) {
         for (cfg::ScenarioScript* script : ScriptsOf(scenario.File()))
             CheckScript(job.path, *script, scenario.File(), findings);
     if (!opening.empty()) {
-        if (!HasError(findings)) findings.push_back(Finding(job.path, 0, opening));
+        if (!HasError(findings)) findings.push_back(FindingOf(opening, job.path));
         return findings;
     }
     try {
@@ -286,9 +298,7 @@ public:
 
     void AddPath(const std::string& path) {
         std::error_code error;
-        const fs::file_status status = fs::status(path, error);
-        if (!fs::exists(status)) return context.Tell({ExitUnreadable, path + ": there is no such file or folder"});
-        if (fs::is_directory(status)) return AddFolder(path);
+        if (fs::is_directory(path, error)) return AddFolder(path);
         const FileKind kind = KindOfFile(path);
         if (kind == FileKind::Installation) return AddInstallation(path);
         Add({path, kind == FileKind::Unknown ? FileKind::Script : kind, "", ""});
@@ -306,14 +316,7 @@ private:
 
     // Installations first: they know the configuration of each file below them.
     void AddFolder(const std::string& folder) {
-        std::vector<std::pair<std::string, FileKind>> files;
-        try {
-            for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder))
-                if (!entry.is_directory()) files.emplace_back(entry.path().string(), KindOfFile(entry.path().string()));
-        } catch (const fs::filesystem_error& error) {
-            context.Tell({ExitUnreadable, fmt::format("{}: {}", error.path1().string(), error.code().message())});
-        }
-        std::sort(files.begin(), files.end());
+        const std::vector<std::pair<std::string, FileKind>> files = FilesBelow(folder);
         std::set<std::string> covered;
         for (const auto& [path, kind] : files)
             if (kind == FileKind::Installation) {
@@ -322,13 +325,13 @@ private:
                 for (std::size_t i = before; i < jobs.size(); ++i) covered.insert(Canonical(jobs[i].path));
             }
         for (const auto& [path, kind] : files)
-            if (kind != FileKind::Unknown && kind != FileKind::Installation && covered.count(Canonical(path)) == 0)
-                Add({path, kind, "", ""});
+            if (kind != FileKind::Installation && covered.count(Canonical(path)) == 0) Add({path, kind, "", ""});
     }
 
     void AddInstallation(const std::string& path) {
+        std::unique_ptr<Installation> installation;
         try {
-            EnvConfig::setTavrelConfigFilePath(path);
+            installation = std::make_unique<Installation>(context, path);
         } catch (const lmkUtils::ConfigurationError& error) {
             return found(Finding(path, 0, OneLine(error.what())));
         }
@@ -337,42 +340,50 @@ private:
         for (const std::string& name : EnvConfig::getConfigurationsList()) {
             if (context.arguments.Text("--configuration", name) != name) continue;
             try {
-                database.getConfigurationVersion(name);
-                AddConfiguration(path, name, database);
+                AddConfiguration(*installation, path, {name, database.getConfigurationVersion(name)});
             } catch (...) {
                 found(Finding(path, 0, fmt::format("configuration \"{}\": {}", name, CurrentFailure().sentence)));
             }
         }
     }
 
-    void AddConfiguration(const std::string& installation, const std::string& name,
-                          const TavrelScenarioTemplateDatabase& database) {
+    void AddConfiguration(Installation& installation, const std::string& file, const Configuration& configuration) {
+        const std::string& name = configuration.name;
         const std::string model = RootModelFile(name);
         if (model.empty())
-            found(Finding(installation, 0, fmt::format("configuration \"{}\" has no root model", name)));
+            found(Finding(file, 0, fmt::format("configuration \"{}\" has no root model", name)));
         else
-            Add({model, FileKind::Model, installation, name});
+            Add({model, FileKind::Model, file, name});
         for (const std::string& folder : EnvConfig::getSeparatedPathForConfiguration(name, Include::kDirectory)) {
             std::error_code error;
-            std::vector<std::string> scripts;
-            for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
-                 entry.increment(error))
-                if (KindOfFile(entry->path().string()) == FileKind::Script) scripts.push_back(entry->path().string());
-            std::sort(scripts.begin(), scripts.end());
-            for (const std::string& script : scripts) Add({script, FileKind::Script, installation, name});
+            if (!fs::exists(folder, error)) continue; // a root need not have scripts
+            for (const auto& [script, kind] : FilesBelow(folder))
+                if (kind == FileKind::Script) Add({script, kind, file, name});
         }
-        for (std::size_t i = 0; i < database.getScenarioDirectoryNumber(name); ++i) {
-            std::vector<std::pair<std::string, std::string>> paths;
-            database.getScenarioPaths(name, i, paths);
-            std::sort(paths.begin(), paths.end());
-            for (const auto& [directory, scenario] : paths)
-                Add({database.getScenarioDirectory(name, i) + "/" + scenario, FileKind::Scenario, installation, name});
-        }
+        for (const ScenarioDirectory& directory : installation.Directories(configuration))
+            for (const auto* paths : {&directory.scenarios, &directory.noFiles})
+                for (const std::string& scenario : *paths)
+                    Add({directory.FileOf(scenario), FileKind::Scenario, file, name});
     }
 
+    // All that has a kind, in the order of the paths.
+    std::vector<std::pair<std::string, FileKind>> FilesBelow(const std::string& folder) {
+        std::vector<std::pair<std::string, FileKind>> files;
+        const auto take = [&](const std::string& path) {
+            const FileKind kind = KindOfFile(path);
+            if (kind != FileKind::Unknown) files.emplace_back(path, kind);
+        };
+        Walk(folder, take, [&](const std::string& sentence) { context.Tell({ExitUnreadable, sentence}); });
+        std::sort(files.begin(), files.end());
+        return files;
+    }
+
+    // A file has one path, however it was come by; what is no file has its own.
     static std::string Canonical(const std::string& path) {
         std::error_code error;
-        return fs::weakly_canonical(path, error).string();
+        if (fs::is_regular_file(path, error)) return fs::weakly_canonical(path, error).string();
+        const fs::path plain = fs::absolute(path).lexically_normal();
+        return (fs::weakly_canonical(plain.parent_path(), error) / plain.filename()).string();
     }
 
     Context& context;
@@ -386,7 +397,7 @@ std::string FindingText(const Output& out, const Json& finding) {
     const std::uint32_t row = finding["row"].get<std::uint32_t>();
     const bool script = finding["script"].is_string();
     std::string place = text("file");
-    if (script) place += fmt::format(": script {}", text("script"));
+    if (script) place += text("script").empty() ? ": unnamed script" : fmt::format(": script {}", text("script"));
     if (row > 0) place += script ? fmt::format(", row {}", row) : fmt::format(":{}", row);
     std::string line =
         fmt::format("{}: {}{}\n", out.Strong(place), text("severity") == "warning" ? "warning: " : "", text("cause"));

@@ -1,0 +1,309 @@
+#include <atomic>
+#include <chrono>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <poll.h>
+#include <support/InstallationBuilder.h>
+#include <support/ScriptText.h>
+
+#include "CommandRunner.h"
+
+// What the library may not survive, the command does: among hundreds of good files each bad one is told by name and
+// cause, and none of the others is left out.
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+const std::string kModel = ScriptText(R"(
+    TYPEOF FOLDER (nuro)
+    {
+        TYPEOF FOLDER (ENUMTAB_LIST)
+        {
+            TYPEOF ENUMTAB (COLOURS)
+            {
+                TYPEOF ENUM (RED)
+                {
+                    TYPE="INTEGER"
+                    VALUE="1"
+                }
+            }
+        }
+        TYPEOF FOLDER (PARAMETER_LIST)
+        {
+            TYPEOF PARAMETER (COLOUR)
+            {
+                TYPE="INTEGER"
+                ENUMTAB="COLOURS"
+                KINDLIST="ENUM"
+            }
+        }
+        TYPEOF FOLDER (CONDITION_LIST)
+        {
+            TYPEOF CONDITION (ALWAYS)
+            {
+                CODE="0"
+            }
+            TYPEOF CONDITION (IS_VHL_AT_POSITION)
+            {
+                CODE="0"
+            }
+        }
+        TYPEOF FOLDER (ACTION_LIST)
+        {
+            TYPEOF ACTION (Paint)
+            {
+                CODE="0"
+                TYPEOF PARAMETER (COLOUR)
+                {
+                    KIND="ENUM"
+                    VALUE="RED"
+                }
+            }
+        }
+    }
+)");
+
+// A scenario of one rule: `condition`, and an action with a colour whose value line is `value`.
+std::string Rule(const std::string& condition, const std::string& value) {
+    return ScriptText(
+        "    TYPEOF SCENARIO (1)\n    {\n        TYPEOF RULE (1)\n        {\n            TYPEOF CONDITION (" +
+        condition +
+        ")\n            {\n            }\n            TYPEOF ACTION (Paint)\n            {\n"
+        "                TYPEOF PARAMETER (COLOUR)\n                {\n"
+        "                    KIND=\"ENUM\"\n                    " +
+        value + "\n                }\n            }\n        }\n    }\n");
+}
+
+const std::string kGood = Rule("ALWAYS", "VALUE=\"RED\"");
+
+std::string Scenario(const std::string& script) {
+    return SectionText("Scenario")
+        .text("name", "One")
+        .section(SectionText("ScenarioScript").text("scriptName", "main").text("text", script))
+        .file();
+}
+
+// Which commands meet the poison of a file.
+enum Meets : unsigned { List = 1, Check = 2, Show = 4, Runs = 8, All = 15 };
+
+struct Poison {
+    std::string file; // in the folder of the scenarios
+    std::string cause;
+    unsigned meets = All;
+    std::function<void(const std::string& path)> put;
+};
+
+std::function<void(const std::string&)> Text(std::string text) {
+    return [text = std::move(text)](const std::string& path) { std::ofstream(path, std::ios::binary) << text; };
+}
+
+std::function<void(const std::string&)> Script(const std::string& text) { return Text(Scenario(text)); }
+
+std::function<void(const std::string&)> Zeros(std::uintmax_t size) {
+    return [size](const std::string& path) {
+        std::ofstream(path).close();
+        fs::resize_file(path, size);
+    };
+}
+
+std::function<void(const std::string&)> LinkTo(const std::string& target) {
+    return [target](const std::string& path) { fs::create_symlink(target, path); };
+}
+
+std::string Nested(std::size_t depth) {
+    std::string text = "<sce version=\"1\"><Scenario>";
+    for (std::size_t i = 0; i < depth; ++i) text += "<a>";
+    for (std::size_t i = 0; i < depth; ++i) text += "</a>";
+    return text + "</Scenario></sce>";
+}
+
+const std::vector<Poison>& Poisons() {
+    static const std::vector<Poison> rows = {
+        {"token", "assertion ScenarioItem:122", Check | Show | Runs, Script("TYPEOF TOKEN (t)\n{\n}\n")},
+        {"nested token", "assertion ScenarioItem:122", Check | Show | Runs,
+         Script("TYPEOF SCENARIO (1)\n{\n\tTYPEOF HISTORY (t)\n\t{\n\t}\n}\n")},
+        {"no list", "assertion token:275", Check | Show | Runs, Script("TYPEOF FUNCTION (f)\n{\n}\n")},
+        {"no radius", "assertion function:288", Check | Show | Runs,
+         Script(Rule("IS_VHL_AT_POSITION", "VALUE=\"RED\""))},
+        {"no entry", "assertion Parameter:885", Check | Runs, Script(Rule("ALWAYS", "IS_SELECTED=\"1\""))},
+        {"condition alone", "assertion Condition:283", Check, Script("TYPEOF CONDITION (ALWAYS)\n{\n}\n")},
+        {"endless script", "the text ends before", Check | Runs, Script("TYPEOF SCENARIO (1)\n{\n")},
+        {"empty", "the file is empty", All, Text("")},
+        {"torn", "not XML", All, Text("<sce version=\"1\"><Scenario>")},
+        {"nested", "nested", All, Text(Nested(100000))},
+        {"bytes", "not XML", All, Text(std::string("\xff\xfe\0<sce", 7))},
+        {"large", "not XML", All, Zeros(std::uintmax_t(64) << 20)},
+        {"huge", "with 1073741824 bytes it is larger than any file", All, Zeros(std::uintmax_t(1) << 30)},
+        {"folder", "it is a folder", All, [](const std::string& path) { fs::create_directory(path); }},
+        {"pipe", "it is no regular file", All, [](const std::string& path) { mkfifo(path.c_str(), 0600); }},
+        {"device", "it is no regular file", All, LinkTo("/dev/zero")},
+        {"link to nothing", "there is no such file", All, LinkTo("nothing")},
+        {"link to itself", "too many levels of symbolic links", All,
+         [](const std::string& path) { fs::create_symlink(fs::path(path).filename(), path); }},
+        {"denied", "permission denied", All,
+         [](const std::string& path) {
+             Script(kGood)(path);
+             fs::permissions(path, fs::perms::none);
+         }},
+    };
+    return rows;
+}
+
+// Takes a file away as soon as another one is opened.
+class Vanishing {
+public:
+    Vanishing(const std::string& opened, std::string goes) : file(std::move(goes)), watch(inotify_init1(IN_NONBLOCK)) {
+        inotify_add_watch(watch, opened.c_str(), IN_OPEN);
+        thread = std::thread([this] {
+            pollfd end{watch, POLLIN, 0};
+            while (!over)
+                if (poll(&end, 1, 100) > 0) {
+                    unlink(file.c_str());
+                    return;
+                }
+        });
+    }
+    ~Vanishing() {
+        over = true;
+        thread.join();
+        close(watch);
+    }
+    Vanishing(const Vanishing&) = delete;
+    Vanishing& operator=(const Vanishing&) = delete;
+
+private:
+    const std::string file;
+    const int watch;
+    std::atomic<bool> over{false};
+    std::thread thread;
+};
+
+constexpr std::size_t kGoodFiles = 600;
+
+class PoisonTest : public testing::Test {
+protected:
+    PoisonTest() {
+        installation.configuration("Town", "1.0", {"town"});
+        installation.model("town", kModel);
+        run.common = {"--config", installation.file()};
+        run.heedsPermissions = true;
+        folder = installation.path() + "/town/data/scenario";
+        fs::create_directories(folder);
+        for (std::size_t i = 0; i < kGoodFiles; ++i) {
+            good.insert("good " + std::to_string(i) + ".sce");
+            Script(kGood)(folder + "/good " + std::to_string(i) + ".sce");
+        }
+        for (const Poison& poison : Poisons())
+            for (const char* place : {"a ", "z "}) // before the good files and behind them
+                poison.put(folder + "/" + place + poison.file + ".sce");
+    }
+
+    // What the command wrote has a line for each poison that it meets, with its name and cause.
+    static void ExpectTold(const std::string& text, Meets command) {
+        for (const Poison& poison : Poisons())
+            for (const char* place : {"a ", "z "}) {
+                if (!(poison.meets & command)) continue;
+                const std::string name = place + poison.file + ".sce";
+                bool told = false;
+                for (std::size_t at = 0; !told && (at = text.find(name, at)) != std::string::npos; ++at)
+                    told = text.substr(at, text.find('\n', at) - at).find(poison.cause) != std::string::npos;
+                EXPECT_TRUE(told) << name << ": " << poison.cause;
+            }
+    }
+
+    InstallationBuilder installation;
+    CommandRunner run;
+    std::string folder;
+    std::set<std::string> good;
+};
+
+TEST_F(PoisonTest, ListTellsEachAndNamesTheOthers) {
+    const std::string vanished = folder + "/z vanished.sce";
+    Script(kGood)(vanished);
+    const Vanishing vanishing(folder + "/a condition alone.sce", vanished);
+    const Result result = run({"list", "--json"});
+    EXPECT_EQ(result.status, 3);
+    ExpectTold(result.err, List);
+    EXPECT_THAT(result.err, HasSubstr(vanished + ": there is no such file\n"));
+    std::set<std::string> done;
+    for (const auto& entry : result.json())
+        if (entry["name"] == "One") done.insert(entry["path"]);
+    for (const std::string& path : good) EXPECT_EQ(done.count(path), 1U) << path;
+}
+
+TEST_F(PoisonTest, CheckTellsEachAndFindsNothingInTheOthers) {
+    const std::string scripts = installation.path() + "/town/data/script/include/";
+    fs::create_directories(scripts);
+    Zeros(std::uintmax_t(1) << 30)(scripts + "huge.sc");
+    mkfifo((scripts + "pipe.sc").c_str(), 0600);
+    fs::create_symlink("self.mdl", scripts + "self.mdl");
+    Text(kGood)(scripts + "good.sc");
+    const Result result = run({"check", installation.path(), "--json"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.err, HasSubstr(scripts + "huge.sc: with 1073741824 bytes"));
+    EXPECT_THAT(result.err, HasSubstr(scripts + "pipe.sc: it is no regular file"));
+    EXPECT_THAT(result.err, HasSubstr(scripts + "self.mdl: too many levels of symbolic links"));
+    std::string findings;
+    for (const auto& finding : result.json())
+        findings += finding["file"].get<std::string>() + ": " + finding["cause"].get<std::string>() + "\n";
+    ExpectTold(findings + result.err, Check);
+    EXPECT_EQ((findings + result.err).find("good"), std::string::npos) << findings << result.err;
+}
+
+TEST_F(PoisonTest, ShowAndRunTellEachAndDoTheOthers) {
+    const Result shown = run({"show", "--all", "--json"});
+    EXPECT_EQ(shown.status, 3);
+    ExpectTold(shown.err, Show);
+    std::set<std::string> done;
+    for (const auto& scenario : shown.json()) done.insert(scenario["path"]);
+    for (const std::string& path : good) EXPECT_EQ(done.count(path), 1U) << path;
+
+    const Result traced = run({"run", "--all", "--until", "0.1", "--trace", "json"});
+    EXPECT_EQ(traced.status, 3);
+    ExpectTold(traced.err, Runs);
+    done.clear();
+    std::string started;
+    for (const std::string& line : traced.lines()) {
+        const auto event = nlohmann::json::parse(line);
+        if (event["event"] == "start") started = event["scenario"];
+        if (event["event"] == "end") done.insert(started.substr(0, started.find(", script")));
+    }
+    for (const std::string& path : good) EXPECT_EQ(done.count(path), 1U) << path;
+}
+
+// Fuzzing found these, or began with them. Some are whole; all are answered.
+TEST_F(PoisonTest, EveryFuzzedFileIsAnswered) {
+    std::set<std::string> files;
+    for (const auto& entry : fs::recursive_directory_iterator(TAVREL_FUZZ_CORPUS)) {
+        if (!entry.is_regular_file()) continue;
+        const std::string name =
+            entry.path().parent_path().filename().string() + "-" + entry.path().filename().string();
+        for (const char* extension : {".sce", ".sc", ".mdl"})
+            fs::copy_file(entry.path(), installation.path() + "/fuzzed-" + name + extension);
+        files.insert(name);
+    }
+    ASSERT_GE(files.size(), 40U);
+    const Result result = run({"check", installation.path(), "--json", "--timeout", "20"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.out.find("given up after"), std::string::npos);
+    EXPECT_EQ(result.out.find("ended the process"), std::string::npos);
+    std::set<std::string> told;
+    for (const auto& finding : result.json()) told.insert(finding["file"]);
+    EXPECT_THAT(told, testing::Contains(HasSubstr("fuzzed-script-found-parameter-alone.sc")));
+    EXPECT_THAT(told, testing::Contains(HasSubstr("fuzzed-template-found-script-ends-behind-its-nul.sce")));
+}
+
+} // namespace

@@ -1,0 +1,130 @@
+#include "Runner.h"
+
+#include "CommandTable.h"
+#include "Describe.h"
+#include "Installation.h"
+#include "Progress.h"
+
+#include <algorithm>
+#include <set>
+
+namespace tavrel {
+
+namespace {
+
+// What the sub-command works on: its operand, if it takes one.
+std::string Subject(const Arguments& arguments) {
+    const std::vector<OptionRow>& operands = arguments.command->operands;
+    return operands.empty() || operands.front().takes == Takes::Many ? "" : arguments.Text(operands.front().name);
+}
+
+// What the library says of a template does not always name it.
+std::string WithSubject(const Context& context, const Failure& failure) {
+    const std::string subject = Subject(context.arguments);
+    const bool named = subject.empty() || failure.sentence.find(subject) != std::string::npos;
+    return named ? failure.sentence : subject + ": " + failure.sentence;
+}
+
+// The sub-command, with each of its failures as a sentence and a status. Fails with a Failure for wrong usage.
+int RunToEnd(Context& context) {
+    int status = ExitClean;
+    try {
+        status = context.arguments.command->run(context);
+        context.TellLog(status != ExitClean);
+    } catch (...) {
+        const Failure failure = CurrentFailure();
+        if (failure.status == ExitUsage) throw failure;
+        Report(WithSubject(context, failure));
+        context.TellLog(true);
+        status = failure.status;
+    }
+    return status;
+}
+
+int RunAndWrite(Context& context) {
+    try {
+        const int status = RunToEnd(context);
+        context.out.Flush();
+        return status;
+    } catch (const Failure& failure) {
+        Report(failure.sentence);
+        return failure.status;
+    }
+}
+
+struct Chosen {
+    std::string configuration;
+    std::string path;
+    std::string file;
+};
+
+// What list shows, but for scenarios that another one of their path hides.
+std::vector<Chosen> AllScenarios(Context& context, Installation& installation) {
+    std::vector<Chosen> all;
+    std::set<std::pair<std::string, std::string>> known;
+    for (const ScenarioDirectory& directory : installation.AllDirectories())
+        for (const std::string& path : directory.scenarios)
+            if (known.emplace(directory.configuration.name, path).second)
+                all.push_back({directory.configuration.name, path, directory.FileOf(path)});
+    if (all.empty() && context.status == ExitClean)
+        context.Tell({ExitUnreadable, installation.File() + " has no scenario"});
+    return all;
+}
+
+// The sub-command for each scenario of the installation, one after the other in children. What a child prints travels
+// to this process, so that the results stay in order and a scenario that ends its child takes no other along.
+int RunForAll(Context& context) {
+    Installation installation(context);
+    const std::vector<Chosen> all = AllScenarios(context, installation);
+    const bool asArray = context.arguments.Has("--json");
+    const bool asLines = context.arguments.Text("--trace") == "json";
+    const char* separator = asArray ? "[\n" : "";
+    Progress progress(static_cast<double>(all.size()), "scenarios");
+    ForEachInChildren(
+        all.size(), context.Limits(),
+        [&](std::size_t item) {
+            Arguments arguments = context.arguments;
+            arguments.values["--config"] = {installation.File()};
+            arguments.values["--configuration"] = {all[item].configuration};
+            arguments.values[arguments.command->operands.front().name] = {all[item].path};
+            context.out.Hold();
+            Context one{arguments, context.out};
+            try {
+                const int status = RunToEnd(one);
+                return std::to_string(status) + context.out.TakeHeld();
+            } catch (const Failure& wrongUsage) {
+                return std::to_string(ExitUsage) + wrongUsage.sentence;
+            }
+        },
+        [&](std::size_t item, const std::string& answer) {
+            progress.Hide();
+            progress.Reach(static_cast<double>(item));
+            const int status = answer[0] - '0';
+            if (status == ExitUsage) throw Failure{ExitUsage, answer.substr(1)};
+            context.status = std::max(context.status, status);
+            if (answer.size() == 1) return;
+            context.out.Print(separator);
+            context.out.Print(std::string_view(answer).substr(1));
+            separator = asArray ? ",\n" : asLines ? "" : "\n";
+        },
+        [&](std::size_t item, const std::string& cause) {
+            progress.Hide();
+            context.Tell({ExitUnreadable, all[item].file + ": " + cause});
+        });
+    if (asArray) context.out.Print(*separator == '[' ? "[]\n" : "]\n");
+    context.out.Flush();
+    return context.status;
+}
+
+} // namespace
+
+int RunCommand(Context& context) {
+    if (context.arguments.Has("--all")) return RunForAll(context);
+    const Runs runs = context.arguments.command->runs;
+    if (runs == Runs::Here || runs == Runs::OverItsOwnChildren) return RunAndWrite(context);
+    ChildLimits limits = context.Limits();
+    limits.timed = runs == Runs::InOneChild;
+    return RunInChild(Subject(context.arguments), limits, [&] { return RunAndWrite(context); });
+}
+
+} // namespace tavrel
