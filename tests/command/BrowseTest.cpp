@@ -1,5 +1,4 @@
 #include <filesystem>
-#include <fstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -77,22 +76,6 @@ TEST_F(BrowseTest, ABadConfigurationOrLinkHidesNoOther) {
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(run({"show", "a.sce", "--configuration", "Town"}).status, 0) << "the link is not in the way";
     EXPECT_THAT(run({"get", "a.sce", "/sce/Scenario/speed"}).out, "2.500000\n");
-}
-
-TEST_F(BrowseTest, PoisonIsToldByNameAndTheRestIsListed) {
-    for (int i = 0; i < 60; ++i) installation.scenario("town", "f" + std::to_string(i) + ".sce", namedScenario("Fine"));
-    const std::string folder = installation.path() + "/town/data/scenario/";
-    std::ofstream(folder + "huge.sce").close();
-    std::filesystem::resize_file(folder + "huge.sce", std::uintmax_t(1) << 30); // sparse
-    std::ofstream(folder + "empty.sce").close();
-    const Result result = run({"list"});
-    const std::vector<std::string> lines = result.lines();
-    EXPECT_EQ(std::count_if(lines.begin(), lines.end(), [](const auto& line) { return line.ends_with("\tFine"); }), 60)
-        << result;
-    EXPECT_THAT(result.err, HasSubstr("huge.sce: with 1073741824 bytes it is larger"));
-    EXPECT_THAT(result.err, HasSubstr("empty.sce"));
-    EXPECT_EQ(result.status, 3);
-    EXPECT_THAT(run({"show", "huge.sce"}).err, HasSubstr("huge.sce: with 1073741824 bytes it is larger"));
 }
 
 TEST_F(BrowseTest, AScriptThatEndsTheReaderIsASentence) {

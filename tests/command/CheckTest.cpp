@@ -1,10 +1,5 @@
-#include <filesystem>
-#include <fstream>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <sys/stat.h>
 
 #include <support/InstallationBuilder.h>
 #include <support/ScriptText.h>
@@ -19,55 +14,27 @@ using testing::IsEmpty;
 
 const std::string kModel = ScriptText(R"(
     TYPEOF FOLDER (nuro)
-    {
         TYPEOF FOLDER (ENUMTAB_LIST)
-        {
-        }
         TYPEOF FOLDER (PARAMETER_LIST)
-        {
             TYPEOF PARAMETER (SPEED)
-            {
                 TYPE="FLOAT"
                 USAGE="BY_VALUE"
                 KINDLIST="USER VARIABLE"
                 MINVALUE="0"
                 MAXVALUE="100"
-            }
-        }
         TYPEOF FOLDER (FUNCTION_LIST)
-        {
-        }
         TYPEOF FOLDER (CONDITION_LIST)
-        {
-            TYPEOF CONDITION (ALWAYS)
-            {
-                CODE="0"
-            }
-        }
+            TYPEOF CONDITION (ALWAYS) CODE="0"
         TYPEOF FOLDER (ACTION_LIST)
-        {
-            TYPEOF ACTION (SetSpeed)
-            {
-                CODE="1"
-                TYPEOF PARAMETER (SPEED)
-                {
-                    KIND="USER"
-                    VALUE="10"
-                }
-            }
-        }
-    }
+            TYPEOF ACTION (SetSpeed) CODE="1"
+                TYPEOF PARAMETER (SPEED) KIND="USER" VALUE="10"
 )");
 
 // A script with one rule whose action is called `action` with this value.
 std::string script(const std::string& action, const std::string& value) {
-    return ScriptText(
-        "    TYPEOF SCENARIO (1)\n    {\n        TYPEOF RULE (1)\n        {\n            TYPEOF CONDITION "
-        "(ALWAYS)\n            {\n            }\n            TYPEOF ACTION (" +
-        action +
-        ")\n            {\n                TYPEOF PARAMETER (SPEED)\n                {\n                   "
-        " KIND=\"USER\"\n                    VALUE=\"" +
-        value + "\"\n                }\n            }\n        }\n    }\n");
+    return ScriptText("    TYPEOF SCENARIO (1)\n        TYPEOF RULE (1)\n            TYPEOF CONDITION (ALWAYS)\n"
+                      "            TYPEOF ACTION (" +
+                      action + ")\n                TYPEOF PARAMETER (SPEED) KIND=\"USER\" VALUE=\"" + value + "\"\n");
 }
 
 SectionText scenarioWith(const std::string& script) {
@@ -145,28 +112,6 @@ TEST_F(CheckTest, AnInstallationIsCheckedWhole) {
     EXPECT_THAT(result.out, HasSubstr("configuration \"No version\": Unable to get version"));
     const std::string noXml = installation.write("other.xml", "<tavrel>\n<configuration/>\n</tavrel>");
     EXPECT_THAT(run({"check", noXml}).out, HasSubstr(noXml + ":2: "));
-}
-
-TEST_F(CheckTest, PoisonIsToldByNameAndTheOthersAreDone) {
-    for (int i = 0; i < 50; ++i)
-        installation.write("town/data/script/include/s" + std::to_string(i) + ".sc",
-                           script(i % 10 == 5 ? "SetSpedd" : "SetSpeed", "50"));
-    const std::string folder = installation.path() + "/town/data/script/include/";
-    installation.write("town/data/script/include/s20.sc", "TYPEOF TOKEN (t)\n{\n}\n");
-    installation.write("town/data/script/include/s30.sc", "TYPEOF HISTORY (t)\n{\n}\n");
-    mkfifo((folder + "pipe.sce").c_str(), 0600);
-    std::ofstream(folder + "huge.sce").close();
-    std::filesystem::resize_file(folder + "huge.sce", std::uintmax_t(1) << 30);
-    std::filesystem::create_symlink("gone", folder + "gone.sce");
-
-    const Result result = run({"check", folder, "--json"});
-    EXPECT_EQ(result.status, 3);
-    EXPECT_EQ(result.json().size(), 7U) << result; // five typing errors, two ends of the process
-    for (const char* name : {"s20.sc", "s30.sc"}) EXPECT_THAT(result.out, HasSubstr(folder + name));
-    EXPECT_THAT(result.out, HasSubstr("assertion ScenarioItem:122"));
-    EXPECT_THAT(result.err, HasSubstr("pipe.sce: it is no regular file\n"));
-    EXPECT_THAT(result.err, HasSubstr("huge.sce: with 1073741824 bytes it is larger than any file that is read\n"));
-    EXPECT_THAT(result.err, HasSubstr("gone.sce: there is no such file\n"));
 }
 
 TEST_F(CheckTest, AScriptThatNeedsAMissingListIsASentence) {

@@ -1,6 +1,5 @@
 #include <atomic>
 #include <chrono>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -29,62 +28,24 @@ using testing::HasSubstr;
 
 const std::string kModel = ScriptText(R"(
     TYPEOF FOLDER (nuro)
-    {
         TYPEOF FOLDER (ENUMTAB_LIST)
-        {
             TYPEOF ENUMTAB (COLOURS)
-            {
-                TYPEOF ENUM (RED)
-                {
-                    TYPE="INTEGER"
-                    VALUE="1"
-                }
-            }
-        }
+                TYPEOF ENUM (RED) TYPE="INTEGER" VALUE="1"
         TYPEOF FOLDER (PARAMETER_LIST)
-        {
-            TYPEOF PARAMETER (COLOUR)
-            {
-                TYPE="INTEGER"
-                ENUMTAB="COLOURS"
-                KINDLIST="ENUM"
-            }
-        }
+            TYPEOF PARAMETER (COLOUR) TYPE="INTEGER" ENUMTAB="COLOURS" KINDLIST="ENUM"
         TYPEOF FOLDER (CONDITION_LIST)
-        {
-            TYPEOF CONDITION (ALWAYS)
-            {
-                CODE="0"
-            }
-            TYPEOF CONDITION (IS_VHL_AT_POSITION)
-            {
-                CODE="0"
-            }
-        }
+            TYPEOF CONDITION (ALWAYS) CODE="0"
+            TYPEOF CONDITION (IS_VHL_AT_POSITION) CODE="0"
         TYPEOF FOLDER (ACTION_LIST)
-        {
-            TYPEOF ACTION (Paint)
-            {
-                CODE="0"
-                TYPEOF PARAMETER (COLOUR)
-                {
-                    KIND="ENUM"
-                    VALUE="RED"
-                }
-            }
-        }
-    }
+            TYPEOF ACTION (Paint) CODE="0"
+                TYPEOF PARAMETER (COLOUR) KIND="ENUM" VALUE="RED"
 )");
 
 // A scenario of one rule: `condition`, and an action with a colour whose value line is `value`.
 std::string Rule(const std::string& condition, const std::string& value) {
-    return ScriptText(
-        "    TYPEOF SCENARIO (1)\n    {\n        TYPEOF RULE (1)\n        {\n            TYPEOF CONDITION (" +
-        condition +
-        ")\n            {\n            }\n            TYPEOF ACTION (Paint)\n            {\n"
-        "                TYPEOF PARAMETER (COLOUR)\n                {\n"
-        "                    KIND=\"ENUM\"\n                    " +
-        value + "\n                }\n            }\n        }\n    }\n");
+    return ScriptText("    TYPEOF SCENARIO (1)\n        TYPEOF RULE (1)\n            TYPEOF CONDITION (" + condition +
+                      ")\n            TYPEOF ACTION (Paint)\n                TYPEOF PARAMETER (COLOUR) KIND=\"ENUM\" " +
+                      value + "\n");
 }
 
 const std::string kGood = Rule("ALWAYS", "VALUE=\"RED\"");
