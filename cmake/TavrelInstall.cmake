@@ -37,12 +37,8 @@ configure_file(cmake/TavrelScenarioTemplateDb.pc.in ${PROJECT_BINARY_DIR}/Tavrel
 install(FILES ${PROJECT_BINARY_DIR}/TavrelScenarioTemplateDb.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
-if(EXISTS ${PROJECT_SOURCE_DIR}/examples/installation)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/installation DESTINATION ${CMAKE_INSTALL_DATADIR}/tavrel
   COMPONENT tools PATTERN ".gitattributes" EXCLUDE)
-endif()
-if(TARGET tavrel)
-  file(RELATIVE_PATH library_from_command ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-  set_target_properties(tavrel PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_command}")
-  install(TARGETS tavrel RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
-endif()
+file(RELATIVE_PATH library_from_command ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+set_target_properties(tavrel PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_command}")
+install(TARGETS tavrel RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)

@@ -11,6 +11,8 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DATADI
   COMPONENT documentation FILES_MATCHING PATTERN "*.md" PATTERN "*.svg")
 install(DIRECTORY ${PROJECT_BINARY_DIR}/reference/html DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${documentation_package}
   COMPONENT documentation OPTIONAL)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/hosts
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${documentation_package}/examples COMPONENT documentation)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tavrelscenariotemplatedb)
@@ -84,6 +86,10 @@ tavrel_package(documentation ${documentation_package} doc
   "The formats of installations, scenario files and scripts by example, how"
   "scenarios run, what each failure text means, and the reference of the"
   "public headers as web pages.")
+if(TAVREL_PACKAGES)
+  install(FILES ${PROJECT_SOURCE_DIR}/cmake/debian/doc-base DESTINATION share/doc-base
+    RENAME ${documentation_package} COMPONENT documentation)
+endif()
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SHLIBDEPS OFF)
 
