@@ -84,13 +84,13 @@ TEST_F(BrowseTest, AScriptThatEndsTheReaderIsASentence) {
         SectionText("Scenario")
             .section(
                 SectionText("ScenarioScript").text("scriptName", "main").text("text", "TYPEOF TOKEN (t)\n{\n}\n")));
-    for (const char* command : {"show", "ids", "run", "graph"}) {
+    for (const auto& [command, place] : std::map<std::string, std::string>{
+             {"show", ""}, {"ids", ""}, {"run", ": script main, row 2"}, {"graph", ": script main, row 2"}}) {
         const Result result = run({command, "poison.sce"});
         EXPECT_EQ(result.status, 3) << command;
-        EXPECT_EQ(
-            result.err,
-            "tavrel: poison.sce: it broke an expectation of the library (assertion ScenarioItem:122): a block is of "
-            "a kind that has no items\n");
+        EXPECT_EQ(result.err, "tavrel: poison.sce" + place +
+                                  ": it broke an expectation of the library (assertion ScenarioItem:122): a block is "
+                                  "of a kind that has no items\n");
         EXPECT_EQ(result.out, "");
     }
 }

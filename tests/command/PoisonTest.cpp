@@ -212,6 +212,7 @@ TEST_F(PoisonTest, CheckTellsEachAndFindsNothingInTheOthers) {
     mkfifo((scripts + "pipe.sc").c_str(), 0600);
     fs::create_symlink("self.mdl", scripts + "self.mdl");
     Text(kGood)(scripts + "good.sc");
+    Text("TYPEOF SCENARIO (1)\n{\n\tTYPEOF TOKEN (t)\n\t{\n\t}\n}\n")(scripts + "token.sc");
     const Result result = run({"check", installation.path(), "--json"});
     EXPECT_EQ(result.status, 3);
     EXPECT_THAT(result.err, HasSubstr(scripts + "huge.sc: with 1073741824 bytes"));
@@ -221,6 +222,16 @@ TEST_F(PoisonTest, CheckTellsEachAndFindsNothingInTheOthers) {
     for (const auto& finding : result.json())
         findings += finding["file"].get<std::string>() + ": " + finding["cause"].get<std::string>() + "\n";
     ExpectTold(findings + result.err, Check);
+    // An author needs the place: the row that the reader had come to, or the item that was shown.
+    const auto placeIn = [&](const std::string& file) -> std::string {
+        for (const auto& finding : result.json())
+            if (finding["file"].get<std::string>().ends_with(file))
+                return finding["script"].dump() + " " + finding["row"].dump() + " " + finding["place"].dump();
+        return "not told";
+    };
+    EXPECT_EQ(placeIn("/z no radius.sce"), "\"main\" 7 \"\"");
+    EXPECT_EQ(placeIn("/z no entry.sce"), "\"main\" 0 \"SCENARIO (1) / RULE (1) / ACTION (Paint)\"");
+    EXPECT_EQ(placeIn("/token.sc"), "null 4 \"\"");
     EXPECT_EQ((findings + result.err).find("good"), std::string::npos) << findings << result.err;
 }
 

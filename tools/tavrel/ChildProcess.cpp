@@ -9,9 +9,11 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <poll.h>
+#include <sstream>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -93,6 +95,20 @@ std::string AssertionSentence(const std::string& assertion) {
     return sentence;
 }
 
+// Reads the line of DieOfAssertion back; that of the library itself has nothing behind the assertion.
+Death DeathOf(const std::string& line) {
+    std::istringstream parts(line);
+    std::string assertion, row;
+    Death death;
+    std::getline(parts, assertion, '\t');
+    std::getline(parts, row, '\t');
+    std::getline(parts, death.script, '\t');
+    std::getline(parts, death.place, '\t');
+    death.cause = AssertionSentence(assertion);
+    if (!row.empty()) death.row = static_cast<unsigned>(std::strtoul(row.c_str(), nullptr, 10));
+    return death;
+}
+
 // Passes on what a child writes to its standard error stream, and keeps the assertion back that it dies of.
 class ErrorRelay {
 public:
@@ -108,7 +124,7 @@ public:
     }
     void End() { EndLine(); }
 
-    std::string assertion; // source and line, "token:757"
+    std::string assertion; // source and line, "token:757", and what DieOfAssertion adds to them
 
 private:
     void EndLine() {
@@ -196,7 +212,7 @@ public:
     }
 
     // Waits for the end. The cause is empty if the child ended by itself, with `status`.
-    std::string End(int& status) {
+    Death End(int& status) {
         if (tooSlow) kill(id, SIGKILL);
         int result = 0;
         while (waitpid(id, &result, 0) < 0 && errno == EINTR) {
@@ -204,13 +220,13 @@ public:
         id = -1;
         relay.End();
         status = WIFEXITED(result) ? WEXITSTATUS(result) : 0;
-        if (tooSlow) return fmt::format("given up after {} seconds", limits.seconds);
-        if (!relay.assertion.empty()) return AssertionSentence(relay.assertion);
-        if (WIFEXITED(result)) return "";
+        if (tooSlow) return {fmt::format("given up after {} seconds", limits.seconds), "", 0, ""};
+        if (!relay.assertion.empty()) return DeathOf(relay.assertion);
+        if (WIFEXITED(result)) return {};
         const int signal = WTERMSIG(result);
         // Nobody reads the results any more. This process ends as it would if it had written them itself.
         if (signal == SIGPIPE) raise(SIGPIPE);
-        return fmt::format("reading it ended the process ({})", strsignal(signal));
+        return {fmt::format("reading it ended the process ({})", strsignal(signal)), "", 0, ""};
     }
 
 private:
@@ -289,21 +305,38 @@ int WorkThrough(std::size_t first, std::size_t count, std::size_t recycle, int e
 
 } // namespace
 
+std::string DeathSentence(const std::string& subject, const Death& death) {
+    std::string sentence = subject;
+    if (!death.script.empty()) sentence += ": script " + death.script;
+    if (death.row > 0) sentence += fmt::format("{}{}", death.script.empty() ? ":" : ", row ", death.row);
+    sentence += ": " + death.cause;
+    if (!death.place.empty()) sentence += fmt::format(" (in {})", death.place);
+    return sentence;
+}
+
+void DieOfAssertion(const std::string& assertion, const Death& known) {
+    const std::string line = fmt::format("{}{}\t{}\t{}\t{}\n", kAssertionMark, assertion, known.row,
+                                         OneLine(known.script), OneLine(known.place));
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    std::fflush(stderr);
+    std::abort();
+}
+
 int RunInChild(const std::string& subject, const ChildLimits& limits, const std::function<int()>& work) {
     Child child(limits, [&work](int) { return work(); });
     std::string nothing;
     while (child.Receive(nothing)) {
     }
     int status = ExitClean;
-    const std::string cause = child.End(status);
-    if (!cause.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", subject, cause)};
+    const Death death = child.End(status);
+    if (!death.cause.empty()) throw Failure{ExitUnreadable, DeathSentence(subject, death)};
     return status;
 }
 
 void ForEachInChildren(std::size_t count, const ChildLimits& limits,
                        const std::function<std::string(std::size_t)>& work,
                        const std::function<void(std::size_t, const std::string&)>& done,
-                       const std::function<void(std::size_t, const std::string&)>& died) {
+                       const std::function<void(std::size_t, const Death&)>& died) {
     std::size_t next = 0;
     while (next < count) {
         Child child(limits, [&, next](int end) { return WorkThrough(next, count, limits.recycle, end, work); });
@@ -317,9 +350,10 @@ void ForEachInChildren(std::size_t count, const ChildLimits& limits,
             }
         }
         int status = ExitClean;
-        const std::string cause = child.End(status);
-        if (next < count && !(cause.empty() && status == kExitRecycled)) {
-            died(next, cause.empty() ? "the process that read it ended without an answer" : cause);
+        Death death = child.End(status);
+        if (next < count && !(death.cause.empty() && status == kExitRecycled)) {
+            if (death.cause.empty()) death.cause = "the process that read it ended without an answer";
+            died(next, death);
             ++next;
         }
     }

@@ -17,6 +17,20 @@ struct ChildLimits {
     bool timed = true;                          // false: as long as it takes
 };
 
+// How a child died: why, and as far as it knew, what it was reading then.
+struct Death {
+    std::string cause;
+    std::string script; // the name of the script, where a file holds several
+    unsigned row = 0;   // that the reader had come to; 0 if it was not reading
+    std::string place;  // the item that was looked at, "SCENARIO (1) / RULE (2)"
+};
+
+// As one sentence, "SUBJECT: script main, row 3: cause (in RULE (2))".
+std::string DeathSentence(const std::string& subject, const Death& death);
+
+// Ends this process for a broken expectation and leaves to its parent what a Death tells.
+[[noreturn]] void DieOfAssertion(const std::string& assertion, const Death& known);
+
 // Runs `work` in a child that shares the standard streams of this process, and answers with what it answers. Fails with
 // a Failure that says how the child died; `subject` begins its sentence.
 int RunInChild(const std::string& subject, const ChildLimits& limits, const std::function<int()>& work);
@@ -27,7 +41,7 @@ int RunInChild(const std::string& subject, const ChildLimits& limits, const std:
 void ForEachInChildren(std::size_t count, const ChildLimits& limits,
                        const std::function<std::string(std::size_t)>& work,
                        const std::function<void(std::size_t, const std::string&)>& done,
-                       const std::function<void(std::size_t, const std::string&)>& died);
+                       const std::function<void(std::size_t, const Death&)>& died);
 
 } // namespace tavrel
 

@@ -107,9 +107,9 @@ int RunForAll(Context& context) {
             context.out.Print(std::string_view(answer).substr(1));
             separator = asArray ? ",\n" : asLines ? "" : "\n";
         },
-        [&](std::size_t item, const std::string& cause) {
+        [&](std::size_t item, const Death& death) {
             progress.Hide();
-            context.Tell({ExitUnreadable, all[item].file + ": " + cause});
+            context.Tell({ExitUnreadable, DeathSentence(all[item].file, death)});
         });
     if (asArray) context.out.Print(*separator == '[' ? "[]\n" : "]\n");
     context.out.Flush();

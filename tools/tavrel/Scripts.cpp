@@ -1,6 +1,9 @@
 #include "Scripts.h"
 
+#include "Trace.h"
+
 #include <cfg/CfgScenario.h>
+#include <lmkUtils/AssertAbort.h>
 #include <lmkUtils/EnvConfig.h>
 
 #include <fmt/format.h>
@@ -9,6 +12,17 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <utility>
+
+namespace tavrel {
+
+[[noreturn]] static void TellLastWords(const char* source, int line);
+
+} // namespace tavrel
+
+// A program's definition stands before the library's.
+[[gnu::visibility("default")]] void AssertAbort(const char* source, int line) { tavrel::TellLastWords(source, line); }
 
 namespace tavrel {
 
@@ -29,6 +43,28 @@ std::string FirstBytes(const std::string& path) {
     bytes.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
     return bytes;
 }
+
+// What is being done, for the last words of the process.
+struct AtHand {
+    std::string script;
+    std::string file;                           // that is being read, empty for a text in memory
+    const ScenarioTextStream* stream = nullptr; // of the text that is being read
+    const ScenarioItem* item = nullptr;         // whose texts are being made
+};
+AtHand atHand;
+
+template <class Value>
+class ScopedValue {
+public:
+    ScopedValue(Value& where, Value value) : place(where), former(std::exchange(where, std::move(value))) {}
+    ~ScopedValue() { place = std::move(former); }
+    ScopedValue(const ScopedValue&) = delete;
+    ScopedValue& operator=(const ScopedValue&) = delete;
+
+private:
+    Value& place;
+    Value former;
+};
 
 bool BeginsWith(const std::string& text, const std::string& start) { return text.rfind(start, 0) == 0; }
 
@@ -67,6 +103,7 @@ LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened
     for (const cfg::ScenarioScript* script : ScriptsOf(opened->File())) {
         names += (names.empty() ? "" : ", ") + script->name;
         if (!wanted.empty() && script->name != wanted) continue;
+        const ScriptAtHand working(script->name);
         ProblemList list;
         std::uint32_t row = 1;
         std::string cause = "the text is refused";
@@ -105,6 +142,36 @@ LoadedScript LoadFromDisk(const std::string& path) {
 }
 
 } // namespace
+
+ScriptAtHand::ScriptAtHand(const std::string& name) { atHand.script = name; }
+ScriptAtHand::~ScriptAtHand() { atHand = {}; }
+
+void TellLastWords(const char* source, int line) {
+    // The reader of a file keeps its row to itself. The same text in memory meets the same end, and has a row.
+    if (!atHand.stream && !atHand.file.empty()) {
+        std::ifstream bytes(std::exchange(atHand.file, {}), std::ios::binary);
+        const std::string text{std::istreambuf_iterator<char>(bytes), {}};
+        std::uint32_t row = 0;
+        try {
+            ReadScriptText(text, row);
+        } catch (...) {
+            row = 0; // it came to another end after all
+        }
+    }
+    Death known{"", atHand.script, atHand.stream ? atHand.stream->line : 0, atHand.item ? PathOf(*atHand.item) : ""};
+    DieOfAssertion(fmt::format("{}:{}", source, line), known);
+}
+
+void UpdateDisplayTexts(ScenarioItem& item) {
+    if (dynamic_cast<const Function*>(&item) || dynamic_cast<const Parameter*>(&item)) {
+        const ScopedValue<const ScenarioItem*> working(atHand.item, &item);
+        return item.UpdateDisplayTextTree();
+    }
+    std::vector<ScenarioItem*> children;
+    item.GetChildren(children);
+    for (ScenarioItem* child : children) UpdateDisplayTexts(*child);
+    item.UpdateDisplayText();
+}
 
 FileKind KindOfFile(const std::string& path) {
     const std::string extension = fs::path(path).extension().string();
@@ -173,12 +240,14 @@ void UseRootModel(const std::string& configuration) {
 }
 
 std::unique_ptr<ScenarioItem> ReadScriptFile(const std::string& path) {
+    const ScopedValue<std::string> reading(atHand.file, path);
     return std::unique_ptr<ScenarioItem>(LoadScenarioFile(path.c_str(), nullptr, false));
 }
 
 std::unique_ptr<ScenarioItem> ReadScriptText(const std::string& text, std::uint32_t& row) {
     ScenarioTextStream stream(text.c_str(), text.size() + 1);
     ItemLoadContext context{nullptr, nullptr};
+    const ScopedValue<const ScenarioTextStream*> reading(atHand.stream, &stream);
     try {
         std::unique_ptr<ScenarioItem> root(LoadScenarioText(stream, nullptr, &context, nullptr, false));
         row = stream.line;

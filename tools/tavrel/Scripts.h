@@ -63,6 +63,19 @@ std::unique_ptr<ScenarioItem> ReadScriptText(const std::string& text, std::uint3
 // else is wrong with it is told.
 std::unique_ptr<ScenarioItem> ReadScriptFileOrFail(const std::string& path, ExitStatus status);
 
+// The name of the script that is worked on while this object lives, for the last words of a process that a broken
+// expectation ends.
+class ScriptAtHand {
+public:
+    explicit ScriptAtHand(const std::string& name);
+    ~ScriptAtHand();
+    ScriptAtHand(const ScriptAtHand&) = delete;
+    ScriptAtHand& operator=(const ScriptAtHand&) = delete;
+};
+
+// UpdateDisplayTextTree, call by call, so that those last words name the call.
+void UpdateDisplayTexts(ScenarioItem& item);
+
 // A problem as one sentence: "path:row: cause", with the line behind it.
 std::string ProblemSentence(const LoadProblem& problem, const std::string& place);
 // The path of the file that a problem lies in, as a person would write it; empty for a text in memory.

@@ -155,11 +155,12 @@ void CheckTree(ScenarioItem& root, cfg::CfgScenario* file, const Json& base, Jso
     auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(&root);
     Scene scene;
     if (scenario && file) scene.FillTables(*scenario, *file);
-    root.UpdateDisplayTextTree();
+    UpdateDisplayTexts(root);
     AddInvalid(root, scenario && file, base, findings);
 }
 
 void CheckScript(const std::string& path, cfg::ScenarioScript& script, cfg::CfgScenario& file, Json& findings) {
+    const ScriptAtHand working(script.name);
     ProblemList list;
     std::uint32_t row = 1;
     std::string thrown;
@@ -447,7 +448,12 @@ int RunCheck(Context& context) {
             }
             for (const Json& finding : result["findings"]) found(finding);
         },
-        [&](std::size_t item, const std::string& cause) { found(Finding(jobs[item].path, 0, cause)); });
+        [&](std::size_t item, const Death& death) {
+            Json finding = Finding(jobs[item].path, death.row, death.cause);
+            if (!death.script.empty()) finding["script"] = death.script;
+            finding["place"] = death.place;
+            found(finding);
+        });
     if (asJson) context.out.Print(DumpJson(all));
     return context.status;
 }

@@ -63,7 +63,7 @@ void ReadNames(Context& context, std::vector<Entry>& entries) {
             entries[item].description = found["description"].get<std::string>();
             entries[item].read = true;
         },
-        [&](std::size_t item, const std::string& cause) { tell(entries[item].file + ": " + cause); });
+        [&](std::size_t item, const Death& death) { tell(DeathSentence(entries[item].file, death)); });
 }
 
 void PrintText(Output& out, const std::vector<Entry>& entries) {

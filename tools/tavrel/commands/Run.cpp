@@ -70,7 +70,7 @@ int RunRun(Context& context) {
     builtin::RegisterActions(world);
     context.TellLog(false);
     // Display texts place nested calls into the parameters that they fill.
-    scenario.UpdateDisplayTextTree();
+    UpdateDisplayTexts(scenario);
 
     const bool all = context.arguments.Has("--verbose");
     Trace trace(scenario, [&](const Json& event) {
