@@ -2,14 +2,15 @@
 #define SCENARIO_ATTRIBUTEROW_H
 
 #include <cstddef>
+#include <cstring>
+#include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "Refusal.h"
 #include <scenario/ScenarioItem.h>
 
-// ReadStringAttribute without the copy: the value lies in the text of the stream.
-bool MatchAttribute(const ScenarioTextStream& stream, std::string_view key, std::string_view& value);
 // Keeps, for the listener, that the line at the cursor gives `key` a second value.
 void NoteSecondValue(const ScenarioTextStream& stream, std::string_view key);
 
@@ -68,17 +69,36 @@ private:
     }
 };
 
-template <class Item, std::size_t Count>
-bool LoadFromRows(Item& item, const ScenarioTextStream& stream, const AttributeRow<Item> (&rows)[Count]) {
-    if (stream.cursor >= stream.end) return false;
+// What stands in the quotes behind a key of that length, without a copy: the value lies in the text of the stream.
+bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::string_view& value);
+
+// Whether the row decides what becomes of the line; then `isTaken` says what.
+template <const auto& Rows, std::size_t At, class Item>
+bool RowDecides(Item& item, const ScenarioTextStream& stream, bool& isTaken) {
+    constexpr const auto& row = Rows[At];
+    constexpr std::string_view key = row.key;
+    // Nearly every row is for another key, and most of those begin with another letter.
+    if (*stream.cursor != key.front()) return false;
+    if (static_cast<std::size_t>(stream.end - stream.cursor) < key.size()) return false;
+    if (std::memcmp(stream.cursor, key.data(), key.size()) != 0) return false;
     std::string_view value;
-    for (const AttributeRow<Item>& row : rows) {
-        // Nearly every row is for another key, and most of those begin with another letter.
-        if (row.key.front() != *stream.cursor || !MatchAttribute(stream, row.key, value)) continue;
-        if (row.isOpen(item)) return row.take(item, value);
-        NoteSecondValue(stream, row.key);
+    if (!MatchValue(stream, key.size(), value)) return false;
+    if (!row.isOpen(item)) {
+        NoteSecondValue(stream, key);
+        return false;
     }
-    return false;
+    isTaken = row.take(item, value);
+    return true;
+}
+
+// Each table makes a reader of its own, in which the keys are numbers to compare with and the functions no calls.
+template <const auto& Rows, class Item>
+bool LoadFromRows(Item& item, const ScenarioTextStream& stream) {
+    if (stream.cursor >= stream.end) return false;
+    bool isTaken = false;
+    [&]<std::size_t... At>(std::index_sequence<At...>) { (RowDecides<Rows, At>(item, stream, isTaken) || ...); }
+    (std::make_index_sequence<std::size(Rows)>());
+    return isTaken;
 }
 
 #endif

@@ -195,7 +195,7 @@ bool Condition::OnLoadEnd() {
     return true;
 }
 
-bool Condition::LoadUserAttribute(ScenarioTextStream& stream) { return LoadFromRows(*this, stream, kUserRows); }
+bool Condition::LoadUserAttribute(ScenarioTextStream& stream) { return LoadFromRows<kUserRows>(*this, stream); }
 
 void Condition::SaveUserAttributes(std::ostream& out) const {
     Function::SaveUserAttributes(out);

@@ -37,7 +37,7 @@ Criteria::Criteria(ScenarioItemObserver* observer) : Task(observer) { RegisterCa
 Criteria::~Criteria() = default;
 
 bool Criteria::LoadAttribute(ScenarioTextStream& stream) {
-    return Task::LoadAttribute(stream) || LoadFromRows(*this, stream, kRows);
+    return Task::LoadAttribute(stream) || LoadFromRows<kRows>(*this, stream);
 }
 
 ScenarioItem* Criteria::Clone() const {

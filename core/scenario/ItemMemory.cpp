@@ -12,6 +12,8 @@
 #include <cstdlib>
 #include <new>
 
+#include <sys/mman.h>
+
 #include <scenario/ScenarioItem.h>
 
 // A checker must see each item as an allocation of its own.
@@ -112,6 +114,10 @@ struct Memory {
             region->empty = slab->next;
         } else {
             slab = reinterpret_cast<Slab*>(start + region->unused++ * kSlabSize);
+#ifdef MADV_POPULATE_WRITE
+            // All pages at once, which costs a third of one after the other. A system that cannot does not matter.
+            ::madvise(slab, kSlabSize, MADV_POPULATE_WRITE);
+#endif
         }
         if (region->inUse++ == 0) --emptyRegions;
         if (!region->empty && region->unused == kSlabsInRegion) Unlink(regions, region);

@@ -1,7 +1,7 @@
 #include "LoadState.h"
 
 #include <algorithm>
-#include <functional>
+#include <cstring>
 #include <typeinfo>
 
 #include <scenario/Condition.h>
@@ -60,7 +60,29 @@ std::uint32_t KindsBelow(const ScenarioItem& item) {
 
 Load* currentLoad = nullptr;
 
-std::uint32_t HashOf(std::string_view name) { return static_cast<std::uint32_t>(std::hash<std::string_view>()(name)); }
+// Names are short and each item of a script is looked up by one, so they are mixed by words of eight bytes.
+std::uint32_t HashOf(std::string_view name) {
+    constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15;
+    constexpr std::size_t kWord = sizeof(std::uint64_t);
+    std::uint64_t hash = name.size();
+    const auto add = [&hash](std::uint64_t word) {
+        hash = (hash ^ word) * kMix;
+        hash ^= hash >> 32; // a product carries upwards only
+    };
+    const char* const begin = name.data();
+    const auto wordAt = [](const char* at) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, at, kWord);
+        return word;
+    };
+    if (name.size() >= kWord) {
+        for (std::size_t at = 0; at + kWord < name.size(); at += kWord) add(wordAt(begin + at));
+        add(wordAt(begin + name.size() - kWord)); // may overlap the one before
+    } else {
+        for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * kMix;
+    }
+    return static_cast<std::uint32_t>((hash * kMix) >> 32);
+}
 
 ScenarioItem* SearchFolder(const ScenarioItem* root, const char* listName) {
     return const_cast<ScenarioItem*>(root->FindItem(KindFolder, listName, std::string()));

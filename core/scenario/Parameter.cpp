@@ -21,6 +21,8 @@ namespace {
 
 constexpr const char* kSource = "Parameter";
 constexpr const char* kList = "PARAMETER_LIST";
+// The KIND that alone has an owner file.
+constexpr std::string_view kVariable = "VARIABLE";
 
 const Parameter& DefinitionOf(const Parameter& parameter) { return static_cast<const Parameter&>(*parameter.model); }
 
@@ -81,7 +83,8 @@ bool TakeMaxValue(Parameter& parameter, std::string_view value) {
 }
 
 bool TakeKind(Parameter& parameter, std::string_view value) {
-    parameter.SetKind(std::string(value));
+    parameter.valueKind = value;
+    if (value != kVariable) parameter.ownerFile.clear();
     const std::vector<std::string>& allowed = DefinitionOf(parameter).kindList;
     // Empty is what the writer prints for a definition without a default.
     return value.empty() || Contains(allowed, value) ||
@@ -94,7 +97,7 @@ bool TakeValue(Parameter& parameter, std::string_view value) {
 }
 
 bool TakeOwnerFile(Parameter& parameter, std::string_view value) {
-    parameter.SetOwnerFile(std::string(value));
+    if (parameter.valueKind == kVariable) parameter.ownerFile = value;
     return true;
 }
 
@@ -102,7 +105,7 @@ using Row = AttributeRow<Parameter>;
 
 bool HasNoType(const Parameter& parameter) { return parameter.GetType().empty(); }
 bool HasNoKindList(const Parameter& parameter) { return parameter.kindList.empty(); }
-template <std::string Parameter::*Field>
+template <auto Field>
 bool HasNo(const Parameter& parameter) {
     return (parameter.*Field).empty();
 }
@@ -147,6 +150,8 @@ constexpr UnsetRow kUnsetRows[] = {
 };
 // clang-format on
 
+constexpr std::string_view kNoValue = "=\"\"";
+
 bool BeginsWithKey(std::string_view line, std::string_view key) {
     return line.starts_with(key) && line.substr(key.size()).starts_with("=\"");
 }
@@ -174,13 +179,12 @@ bool StandsInWrittenBlock(ScenarioTextStream stream, std::size_t place) {
 }
 
 bool IsUnsetAsWritten(const Parameter& parameter, const ScenarioTextStream& stream) {
-    const char first = CharAt(stream);
-    if (first != 'U' && first != 'E' && first != 'M') return false;
-    const std::string_view line = RestOfLine(stream);
-    if (!line.ends_with("=\"\"")) return false;
-    const std::string_view key = line.substr(0, line.size() - 3);
+    const std::string_view rest(stream.cursor, static_cast<std::size_t>(stream.end - stream.cursor));
     return std::any_of(std::begin(kUnsetRows), std::end(kUnsetRows), [&](const UnsetRow& row) {
-        return key == kWrittenOrder[row.place] && row.isOpen(parameter) && StandsInWrittenBlock(stream, row.place);
+        const std::string_view key = kWrittenOrder[row.place];
+        return rest.starts_with(key.front()) && rest.starts_with(key) &&
+               RestOfLine(stream).substr(key.size()) == kNoValue && row.isOpen(parameter) &&
+               StandsInWrittenBlock(stream, row.place);
     });
 }
 
@@ -273,13 +277,13 @@ bool Parameter::OnLoadEnd() {
 
 bool Parameter::LoadModelAttribute(ScenarioTextStream& stream) {
     return Token::LoadModelAttribute(stream) || IsUnsetAsWritten(*this, stream) ||
-           LoadFromRows(*this, stream, kModelRows);
+           LoadFromRows<kModelRows>(*this, stream);
 }
 
 bool Parameter::LoadUserAttribute(ScenarioTextStream& stream) {
     if (!model) AssertAbort(kSource, 302);
     if (model->kind != KindParameter) AssertAbort(kSource, 303);
-    return Token::LoadUserAttribute(stream) || LoadFromRows(*this, stream, kUserRows);
+    return Token::LoadUserAttribute(stream) || LoadFromRows<kUserRows>(*this, stream);
 }
 
 // Writes RETURN for a return parameter whose call is linked to this very parameter. A call is linked to a call, so a
@@ -365,7 +369,7 @@ void Parameter::MakeUniqueName() {}
 bool Parameter::CheckValueFormat() const {
     if (!model) AssertAbort(kSource, 89);
     if (model->kind != KindParameter) AssertAbort(kSource, 90);
-    const std::string& wanted = GetType();
+    const std::string_view wanted = GetType();
     if (wanted == "FLOAT") return BeginsWithNumber(value);
     if (wanted == "INTEGER") return BeginsWithWholeNumber(value);
     return true;
@@ -381,11 +385,11 @@ const std::string& Parameter::GetType() const {
 
 void Parameter::SetKind(const std::string& word) {
     valueKind = word;
-    if (valueKind != "VARIABLE") ownerFile.clear();
+    if (valueKind != kVariable) ownerFile.clear();
 }
 
 void Parameter::SetOwnerFile(const std::string& text) {
-    if (valueKind == "VARIABLE") ownerFile = text;
+    if (valueKind == kVariable) ownerFile = text;
 }
 
 void Parameter::SetFunction(Function* function) {

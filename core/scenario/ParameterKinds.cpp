@@ -1,5 +1,10 @@
 #include "ParameterKinds.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+
 namespace {
 
 using namespace ParameterKinds;
@@ -37,12 +42,21 @@ constexpr ParameterKind kOther =
     {"",                         AnyValue,       ItemText,     ItemExists,      FillNothing};
 // clang-format on
 
+// Every value of a script is looked up, so the words are found by their first letter.
+constexpr auto kFirstOfLetter = [] {
+    std::array<std::uint8_t, 'Z' - 'A' + 1> first{};
+    first.fill(std::size(kKinds));
+    for (std::size_t at = std::size(kKinds); at-- > 0;)
+        first[static_cast<std::size_t>(kKinds[at].word[0] - 'A')] = static_cast<std::uint8_t>(at);
+    return first;
+}();
+
 } // namespace
 
 const ParameterKind* FindParameterKind(std::string_view word) {
-    if (word.empty()) return nullptr;
-    for (const ParameterKind& row : kKinds)
-        if (row.word.front() == word.front() && row.word == word) return &row;
+    if (word.empty() || word[0] < 'A' || word[0] > 'Z') return nullptr;
+    for (std::size_t at = kFirstOfLetter[static_cast<std::size_t>(word[0] - 'A')]; at < std::size(kKinds); ++at)
+        if (kKinds[at].word == word) return &kKinds[at];
     return nullptr;
 }
 

@@ -121,7 +121,7 @@ void ScenarioItem::SetName(const std::string& newName) {
 
 // Reading and writing.
 
-bool ScenarioItem::LoadAttribute(ScenarioTextStream& stream) { return LoadFromRows(*this, stream, kFlags); }
+bool ScenarioItem::LoadAttribute(ScenarioTextStream& stream) { return LoadFromRows<kFlags>(*this, stream); }
 
 void ScenarioItem::SaveAttributes(std::ostream& out) const {
     if (IsSelected()) WriteAttribute(out, "IS_SELECTED", isSelected);

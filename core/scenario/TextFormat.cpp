@@ -124,6 +124,23 @@ ScenarioTextStream::ScenarioTextStream(const char* text, std::size_t length)
 }
 
 void NextLine(ScenarioTextStream& stream) {
+#ifdef __SSE2__
+    // Most lines end, and the next ones begin, within one group.
+    const char* at = stream.cursor;
+    for (; stream.end - at >= kGroup; at += kGroup) {
+        const __m128i group = GroupAt(at);
+        const unsigned separators = Separators(group);
+        if (separators == 0) continue;
+        const int first = std::countr_zero(separators);
+        const int behind = first + std::countr_one(separators >> first);
+        const unsigned passed = separators & ((1U << behind) - 1);
+        for (unsigned feeds = Equal(group, '\n') & passed; feeds != 0; feeds &= feeds - 1) ++stream.line;
+        stream.cursor = at + behind;
+        if (behind == kGroup) SkipSeparators(stream);
+        return;
+    }
+    stream.cursor = at;
+#endif
     stream.cursor = FindSeparator(stream.cursor, stream.end);
     SkipSeparators(stream);
 }
@@ -166,11 +183,9 @@ bool ReadHeader(const ScenarioTextStream& stream, ScenarioItemKind& kind, std::s
     return true;
 }
 
-bool MatchAttribute(const ScenarioTextStream& stream, std::string_view key, std::string_view& value) {
-    const auto left = static_cast<std::size_t>(stream.end - stream.cursor);
-    if (left < key.size() || std::memcmp(stream.cursor, key.data(), key.size()) != 0) return false;
+bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::string_view& value) {
     // The two characters behind the key are taken on trust, as long as they are there.
-    const char* at = stream.cursor + key.size();
+    const char* at = stream.cursor + keyLength;
     for (int skipped = 0; skipped < 2; ++skipped, ++at) {
         if (at >= stream.end || *at == '\0') return false;
     }
@@ -181,8 +196,11 @@ bool MatchAttribute(const ScenarioTextStream& stream, std::string_view key, std:
 }
 
 bool ReadStringAttribute(const ScenarioTextStream& stream, const char* key, std::string& value) {
+    const std::string_view keyText = key;
+    const auto left = static_cast<std::size_t>(stream.end - stream.cursor);
     std::string_view found;
-    if (!MatchAttribute(stream, key, found)) return false;
+    if (left < keyText.size() || std::memcmp(stream.cursor, key, keyText.size()) != 0) return false;
+    if (!MatchValue(stream, keyText.size(), found)) return false;
     value.assign(found);
     return true;
 }
@@ -244,12 +262,15 @@ bool ScenarioItem::Save(std::ostream& out) {
 
 void SplitWords(const std::string& value, std::vector<std::string>& words) {
     // The white space of a stream in the classic locale: six characters, the blank among them.
-    constexpr std::string_view kWhite = " \t\n\v\f\r";
-    std::size_t at = 0;
-    while ((at = value.find_first_not_of(kWhite, at)) != std::string::npos) {
-        const std::size_t stop = std::min(value.find_first_of(kWhite, at), value.size());
-        words.emplace_back(value, at, stop - at);
-        at = stop;
+    const auto isWhite = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    const char* at = value.data();
+    const char* const end = at + value.size();
+    for (;;) {
+        while (at < end && isWhite(*at)) ++at;
+        if (at == end) return;
+        const char* const first = at;
+        while (at < end && !isWhite(*at)) ++at;
+        words.emplace_back(first, at);
     }
 }
 

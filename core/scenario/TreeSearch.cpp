@@ -18,6 +18,31 @@ std::vector<ScenarioItem*> ChildrenOf(const ScenarioItem& item, std::uint32_t ki
     return children;
 }
 
+// The same without an allocation for each item that is visited: the children of all levels of a walk stand in one list.
+class Visited {
+public:
+    explicit Visited(const ScenarioItem& item) : first(list.size()) {
+        item.GetChildren(list);
+        last = list.size();
+    }
+    ~Visited() { list.resize(first); }
+    Visited(const Visited&) = delete;
+    Visited& operator=(const Visited&) = delete;
+
+    std::size_t Count() const { return last - first; }
+    // By index, since the list moves when a level below makes it longer.
+    ScenarioItem* At(std::size_t index) const { return list[first + index]; }
+    void SortByLabel() {
+        const auto begin = list.begin() + static_cast<std::ptrdiff_t>(first);
+        std::sort(begin, list.end(), [](const ScenarioItem* a, const ScenarioItem* b) { return a->label < b->label; });
+    }
+
+private:
+    inline static std::vector<ScenarioItem*> list;
+    std::size_t first;
+    std::size_t last = 0;
+};
+
 template <class Item>
 Item* Checked(Item* child, int line) {
     if (!child) AssertAbort(kSource, line);
@@ -73,11 +98,11 @@ void CollectOfKind(Item& self, std::vector<Item*>& out, std::uint32_t kind, bool
                    int nullChild) {
     if (!crossIncludes && self.kind == KindInclude) return;
     if (self.kind == kind || (kind == KindNone && includeSelf)) out.push_back(&self);
-    std::vector<ScenarioItem*> children = ChildrenOf(self);
-    for (const ScenarioItem* child : children) Checked(child, nullChild);
-    std::sort(children.begin(), children.end(),
-              [](const ScenarioItem* a, const ScenarioItem* b) { return a->label < b->label; });
-    for (Item* child : children) {
+    Visited children(self);
+    for (std::size_t at = 0; at < children.Count(); ++at) Checked(children.At(at), nullChild);
+    if (children.Count() > 1) children.SortByLabel();
+    for (std::size_t at = 0; at < children.Count(); ++at) {
+        Item* child = children.At(at);
         child->CollectItemsOfKind(out, kind, true, crossIncludes);
         // Callers treat the result as a set: the parameters of a call come a second time.
         if (kind == KindParameter && KindIsIn(child->kind, kCallable)) {

@@ -77,7 +77,7 @@ void Config::ReplaceChild(ScenarioItem* newChild, ScenarioItem* oldChild) {
 void Config::SwapChildren(ScenarioItem* a, ScenarioItem* b) { childStore::Swap(children, a, b); }
 
 bool Config::LoadAttribute(ScenarioTextStream& stream) {
-    return ScenarioItem::LoadAttribute(stream) || LoadFromRows(*this, stream, kReadOrder);
+    return ScenarioItem::LoadAttribute(stream) || LoadFromRows<kReadOrder>(*this, stream);
 }
 
 void Config::SaveAttributes(std::ostream& out) const {

@@ -233,7 +233,7 @@ bool Function::OnLoadEnd() {
 }
 
 bool Function::LoadModelAttribute(ScenarioTextStream& stream) {
-    return Token::LoadModelAttribute(stream) || LoadFromRows(*this, stream, kModelRows);
+    return Token::LoadModelAttribute(stream) || LoadFromRows<kModelRows>(*this, stream);
 }
 
 bool Function::LoadUserAttribute(ScenarioTextStream& /*stream*/) { return false; }

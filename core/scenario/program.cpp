@@ -45,7 +45,7 @@ void Folders::ReplaceChild(ScenarioItem* newChild, ScenarioItem* oldChild) {
 void Folders::SwapChildren(ScenarioItem* a, ScenarioItem* b) { childStore::Swap(children, a, b); }
 
 bool Folders::LoadAttribute(ScenarioTextStream& stream) {
-    return ScenarioItem::LoadAttribute(stream) || LoadFromRows(*this, stream, kReadOrder);
+    return ScenarioItem::LoadAttribute(stream) || LoadFromRows<kReadOrder>(*this, stream);
 }
 
 void Folders::SaveAttributes(std::ostream& out) const {

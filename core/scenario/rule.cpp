@@ -143,7 +143,7 @@ bool Rule::AcceptsChildKind(std::uint32_t childKind) const {
 }
 
 bool Rule::LoadAttribute(ScenarioTextStream& stream) {
-    return Token::LoadAttribute(stream) || LoadFromRows(*this, stream, kRows);
+    return Token::LoadAttribute(stream) || LoadFromRows<kRows>(*this, stream);
 }
 
 bool Rule::OnLoadEnd() {

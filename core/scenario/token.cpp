@@ -57,7 +57,7 @@ bool Token::LoadAttribute(ScenarioTextStream& stream) {
     return LoadUserAttribute(stream);
 }
 
-bool Token::LoadModelAttribute(ScenarioTextStream& stream) { return LoadFromRows(*this, stream, kModelAttributes); }
+bool Token::LoadModelAttribute(ScenarioTextStream& stream) { return LoadFromRows<kModelAttributes>(*this, stream); }
 
 bool Token::LoadUserAttribute(ScenarioTextStream&) { return false; }
 
@@ -91,7 +91,7 @@ ScenarioItem* Token::Clone() const {
 void Token::SetModel(Token* item) { model = item; }
 
 void Token::LinkModel(Token* item, const char* listName) {
-    if (item->parent && item->parent->name == listName) {
+    if (item->parent && item->parent->name == std::string_view(listName)) {
         item->SetModel(item);
         return;
     }

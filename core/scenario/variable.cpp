@@ -146,7 +146,7 @@ void Variable::ReplaceChild(ScenarioItem*, ScenarioItem*) {}
 void Variable::SwapChildren(ScenarioItem*, ScenarioItem*) {}
 
 bool Variable::LoadAttribute(ScenarioTextStream& stream) {
-    return Token::LoadAttribute(stream) || LoadFromRows(*this, stream, kReadOrder);
+    return Token::LoadAttribute(stream) || LoadFromRows<kReadOrder>(*this, stream);
 }
 
 void Variable::SaveAttributes(std::ostream& out) const {

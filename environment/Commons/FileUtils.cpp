@@ -35,6 +35,9 @@ bool LoadFile(const std::string& path, std::vector<unsigned char>& bytes) {
         std::string content;
         std::string reason;
         if (!detail::ReadPlainFile(path, content, reason)) return false;
+        // Who reads text puts a NUL behind it.
+        bytes.clear();
+        bytes.reserve(content.size() + 1);
         bytes.assign(content.begin(), content.end());
         return true;
     } catch (const std::bad_alloc&) {

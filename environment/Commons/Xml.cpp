@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <utility>
 
 #include "Utf8.h"
 
@@ -63,7 +64,10 @@ bool IsReferableCodePoint(unsigned long point) {
 
 // The parser resolves any number, which would cut a value at a NUL or put broken UTF-8 into it.
 size_t FindBadReference(std::string_view text) {
-    for (size_t at = text.find("&#"); at != std::string_view::npos; at = text.find("&#", at + 1)) {
+    // By the second character: a script is full of the first.
+    for (size_t number = text.find('#'); number != std::string_view::npos; number = text.find('#', number + 1)) {
+        if (number == 0 || text[number - 1] != '&') continue;
+        const size_t at = number - 1;
         const bool hexadecimal = at + 2 < text.size() && text[at + 2] == 'x';
         const char* const digits = text.data() + at + (hexadecimal ? 3 : 2);
         unsigned long point = 0;
@@ -74,7 +78,33 @@ size_t FindBadReference(std::string_view text) {
     return std::string_view::npos;
 }
 
+// Larger ones are given back at once.
+constexpr size_t kMostKept = size_t{4} << 20;
+
+struct Spare {
+    std::unique_ptr<char[]> bytes;
+    size_t capacity = 0;
+};
+Spare spare;
+
 } // namespace
+
+XmlBuffer::~XmlBuffer() {
+    if (capacity <= spare.capacity || capacity > kMostKept) return;
+    spare.bytes = std::move(bytes);
+    spare.capacity = capacity;
+}
+
+char* XmlBuffer::Take(size_t size) {
+    if (size <= spare.capacity) {
+        bytes = std::move(spare.bytes);
+        capacity = std::exchange(spare.capacity, 0);
+    } else {
+        bytes = std::make_unique_for_overwrite<char[]>(size);
+        capacity = size;
+    }
+    return bytes.get();
+}
 
 size_t RowAt(std::string_view text, size_t position) {
     const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(position, text.size()));
@@ -87,10 +117,10 @@ std::optional<XmlFault> XmlDocument::Parse(const std::string& text) {
     if (const size_t nul = text.find('\0'); nul != std::string::npos)
         return XmlFault{RowAt(text, nul), "not XML: a NUL character"};
 
-    buffer = std::make_unique_for_overwrite<char[]>(text.size());
-    std::memcpy(buffer.get(), text.data(), text.size());
+    char* const copy = buffer.Take(text.size());
+    std::memcpy(copy, text.data(), text.size());
     const pugi::xml_parse_result result =
-        document.load_buffer_inplace(buffer.get(), text.size(), kParseFlags, pugi::encoding_utf8);
+        document.load_buffer_inplace(copy, text.size(), kParseFlags, pugi::encoding_utf8);
 
     if (!DeclaresOtherEncoding(document))
         if (const size_t broken = FindBrokenUtf8(text); broken != std::string::npos)

@@ -21,6 +21,23 @@ struct XmlFault {
 // The row of a position, counted from 1 by line feeds.
 size_t RowAt(std::string_view text, size_t position);
 
+// The memory that a text is parsed in. It goes from one document to the next, since new memory of that size costs more
+// to come by than to fill.
+class XmlBuffer {
+public:
+    XmlBuffer() = default;
+    ~XmlBuffer();
+    XmlBuffer(const XmlBuffer&) = delete;
+    XmlBuffer& operator=(const XmlBuffer&) = delete;
+
+    char* Take(size_t size);
+    const char* get() const { return bytes.get(); }
+
+private:
+    std::unique_ptr<char[]> bytes;
+    size_t capacity = 0;
+};
+
 // A parsed document. The nodes point into a copy of the text in which every name and value begins at the position at
 // which it begins in the text itself, so that positions lead from one to the other.
 class XmlDocument {
@@ -39,7 +56,7 @@ private:
     std::optional<XmlFault> FindTop();
 
     const std::string* source = nullptr;
-    std::unique_ptr<char[]> buffer;
+    XmlBuffer buffer;
     pugi::xml_document document;
     pugi::xml_node top;
 };

@@ -136,6 +136,8 @@ private:
     Fault ReadTextField(pugi::xml_node element, Value& field) const {
         if (field.place != kNotInFile) return At(element, "a second " + Tag(element));
         field.place = xml.PositionOf(element.name());
+        // The parser has it already; the rest is rare.
+        if (HoldsPlainText(document.source, field.place)) return ReadValue(element, element.child_value(), field);
         const ElementText content = ReadElementText(document.source, field.place);
         if (content.hasElements) return At(element, Tag(element) + " holds elements, not a text");
         return ReadValue(element, content.text, field);

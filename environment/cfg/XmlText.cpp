@@ -105,6 +105,11 @@ size_t FindElementEnd(std::string_view source, size_t position) {
     return IsEmptyTag(source, behindTag) ? behindTag : BehindTag(source, FindEndTag(source, behindTag));
 }
 
+bool HoldsPlainText(std::string_view source, size_t name) {
+    const size_t begin = BehindTag(source, name);
+    return !IsEmptyTag(source, begin) && StandsAt(source, source.find('<', begin), "</");
+}
+
 ElementText ReadElementText(std::string_view source, size_t name) {
     ElementText content;
     size_t position = BehindTag(source, name);

@@ -32,6 +32,10 @@ ElementExtent FindElement(std::string_view source, size_t name);
 // The end of the element in whose start tag `position` stands, outside of quotes.
 size_t FindElementEnd(std::string_view source, size_t position);
 
+// Whether nothing but characters and references stands inside the element whose name begins at `name`: no comment, no
+// CDATA section, no other element.
+bool HoldsPlainText(std::string_view source, size_t name);
+
 // The text inside an element that holds no other elements.
 struct ElementText {
     std::string text;
