@@ -52,17 +52,6 @@ bool IsTrajectoryDone(const World& world, const Vehicle& vehicle, const std::str
     return found != vehicle.trajectories.end() && found->second <= world.Now();
 }
 
-template <typename Map, typename Key>
-double Entry(const Map& map, const Key& key) {
-    const auto found = map.find(key);
-    return found == map.end() ? 0.0 : static_cast<double>(found->second);
-}
-
-double ScoreOf(const World& world, int number) {
-    const Evaluation* evaluation = world.Scenario().evaluation;
-    return evaluation ? Entry(evaluation->scores, number) : 0;
-}
-
 bool StateIs(const World& world, int number, int state) {
     const Task* task = world.FindTask(number);
     return task && task->currentState == state;
@@ -119,7 +108,7 @@ const Row kRows[] = {
     {81, "EVALUATION_HEADWAY_BELOW", [](World& w, const Values& v) { return w.Headway(Whole(v[0]), Whole(v[1])) < v[2].number; }},
     {82, "EVALUATION_OFF_LANE",      [](World& w, const Values& v) { return w.Look(Whole(v[0])).lane != Whole(v[1]); }},
     {83, "EVALUATION_COLLISION",     [](World& w, const Values& v) { return w.Look(Whole(v[0])).collided; }},
-    {84, "EVALUATION_SCORE_BELOW",   [](World& w, const Values& v) { return ScoreOf(w, Whole(v[0])) < v[1].number; }},
+    {84, "EVALUATION_SCORE_BELOW",   [](World& w, const Values& v) { return w.Score(Whole(v[0])) < v[1].number; }},
 };
 // clang-format on
 

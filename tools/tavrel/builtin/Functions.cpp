@@ -54,17 +54,6 @@ double StateOf(const World& world, int number) {
     return task ? task->currentState : -1;
 }
 
-template <typename Map, typename Key>
-double Entry(const Map& map, const Key& key) {
-    const auto found = map.find(key);
-    return found == map.end() ? 0.0 : static_cast<double>(found->second);
-}
-
-double ScoreOf(const World& world, int number) {
-    const Evaluation* evaluation = world.Scenario().evaluation;
-    return evaluation ? Entry(evaluation->scores, number) : 0;
-}
-
 // clang-format off
 const Row kRows[] = {
     { 0, "ZERO",                 [](World&, const Values&) { return 0.0; }},
@@ -114,7 +103,7 @@ const Row kRows[] = {
     {64, "GET_TRAFFIC_LIGHT",    [](World& w, const Values& v) { return Entry(w.trafficLights, Whole(v[0])); }},
     {65, "GET_BARRIER",          [](World& w, const Values& v) { return Entry(w.barriers, Whole(v[0])); }},
     {70, "GET_VARIABLE",         [](World& w, const Values& v) { const Variable* variable = w.FindVariable(v[0]); return variable ? LeadingNumber(variable->value) : 0.0; }},
-    {71, "GET_SCORE",            [](World& w, const Values& v) { return ScoreOf(w, Whole(v[0])); }},
+    {71, "GET_SCORE",            [](World& w, const Values& v) { return w.Score(Whole(v[0])); }},
     {72, "GET_ERROR_COUNT",      [](World& w, const Values&) { return double(w.errorCount); }},
     {73, "GET_STATE",            [](World& w, const Values& v) { return StateOf(w, Whole(v[0])); }},
     {74, "GET_EXPORTED_CHANNEL", [](World& w, const Values& v) { return Entry(w.exportedChannels, Whole(v[0])); }},

@@ -60,6 +60,13 @@ struct Place {
 // Told of what an action does that nobody can see in the item tree, such as a text on the screen.
 using EffectListener = std::function<void(const std::string& name, const std::vector<std::string>& arguments)>;
 
+// What a table holds under a key; 0 for nothing.
+template <typename Map, typename Key>
+double Entry(const Map& map, const Key& key) {
+    const auto found = map.find(key);
+    return found == map.end() ? 0.0 : static_cast<double>(found->second);
+}
+
 class World {
 public:
     // What the host fills in before the start.
@@ -103,6 +110,8 @@ public:
     // The first task of that number; null if there is none.
     Task* FindTask(int number) const;
     ScenarioLib::Scenario& Scenario() const { return *scenario; }
+    // The points of that number in the evaluation; 0 if there is none.
+    double Score(int number) const { return scenario->evaluation ? Entry(scenario->evaluation->scores, number) : 0; }
     // The variable that an argument by address names; null if there is none.
     Variable* FindVariable(const ParameterValue& reference) const;
 
