@@ -1,32 +1,9 @@
-#include <filesystem>
-#include <memory>
-#include <string>
-#include <vector>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <ScenarioTemplateDb/Scenario.h>
-#include <TavrelScenarioTemplateDb/TavrelConfigurationRootDirectory.h>
-#include <TavrelScenarioTemplateDb/TavrelConfigurationScenarioDirectory.h>
-#include <TavrelScenarioTemplateDb/TavrelDatabaseDriver.h>
-#include <TavrelScenarioTemplateDb/TavrelScenario.h>
-#include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDatabase.h>
-#include <lmkUtils/EnvConfig.h>
-#include <support/FailureOf.h>
-#include <support/InstallationBuilder.h>
+#include <support/DriverTest.h>
 
 namespace {
 
-using namespace ScenarioTemplateDb;
-using namespace TavrelScenarioTemplateDb;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 using Directories = std::vector<std::shared_ptr<DatabaseDirectory>>;
 using Scenarios = std::vector<std::shared_ptr<Scenario>>;
-
-namespace fs = std::filesystem;
 
 class DirectoryTreeTest : public testing::Test {
 protected:

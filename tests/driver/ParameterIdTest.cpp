@@ -1,22 +1,8 @@
 #include <queue>
-#include <string>
-#include <vector>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <ScenarioTemplateDb/ScenarioNode.h>
-#include <ScenarioTemplateDb/ScenarioParameter.h>
-#include <TavrelScenarioTemplateDb/TavrelScenario.h>
-#include <support/FailureOf.h>
-#include <support/InstallationBuilder.h>
-#include <support/ScriptText.h>
+#include <support/DriverTest.h>
 
 namespace {
-
-using namespace ScenarioTemplateDb;
-using TavrelScenarioTemplateDb::TavrelScenario;
-using testing::ElementsAreArray;
 
 // Opens what a subclass may use.
 class Template : public TavrelScenario {

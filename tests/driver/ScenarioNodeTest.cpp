@@ -1,24 +1,6 @@
-#include <string>
-#include <vector>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <ScenarioTemplateDb/ScenarioParameter.h>
-#include <TavrelScenarioTemplateDb/DriverNode.h>
-#include <TavrelScenarioTemplateDb/TavrelScenarioNode.h>
-#include <TavrelScenarioTemplateDb/TavrelScenarioParameter.h>
-#include <TavrelScenarioTemplateDb/VehicleNode.h>
-#include <cfg/CfgScenario.h>
-#include <cfg/Driver.h>
-#include <cfg/Vehicle.h>
-#include <support/FailureOf.h>
+#include <support/DriverTest.h>
 
 namespace {
-
-using namespace ScenarioTemplateDb;
-using namespace TavrelScenarioTemplateDb;
-using testing::ElementsAre;
 
 cfg::Vehicle* addVehicle(cfg::Section* parent, int id, int driverId, const std::string& name) {
     auto* vehicle = dynamic_cast<cfg::Vehicle*>(parent->createSubSection("Vehicle"));

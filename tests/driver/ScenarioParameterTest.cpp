@@ -1,21 +1,8 @@
 #include <locale>
-#include <memory>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include <ScenarioTemplateDb/ScenarioNode.h>
-#include <TavrelScenarioTemplateDb/TavrelScenario.h>
-#include <TavrelScenarioTemplateDb/TavrelScenarioParameter.h>
-#include <cfg/CfgScenario.h>
-#include <cfg/Vehicle.h>
-#include <support/FailureOf.h>
-#include <support/InstallationBuilder.h>
+#include <support/DriverTest.h>
 
 namespace {
-
-using namespace ScenarioTemplateDb;
-using namespace TavrelScenarioTemplateDb;
 
 // The parameters of one section, whose values stand in SI units.
 class ScenarioParameterTest : public testing::Test {
@@ -163,31 +150,12 @@ TEST(ScenarioParameter, IsAViewOfItsEntry) {
     EXPECT_EQ(failureOf([&] { TavrelScenarioParameter parameter(&position, nullptr); }),
               byPointer(-1, "The parameter (id) has no parent element"));
 
-    class Parent : public ScenarioNode {
-    public:
-        std::string getId() const override { return "parent"; }
-        std::string getName() const override { return "parent"; }
-        std::string getDescription() const override { return ""; }
-        ScenarioNode* getParent() const override { return nullptr; }
-        std::size_t getIndex() const override { return 0; }
-        std::size_t getChildNumber() const override { return 0; }
-        ScenarioNode* getChild(const std::string&) const override { return nullptr; }
-        ScenarioNode* getChild(std::size_t) const override { return nullptr; }
-        void getChildren(std::vector<ScenarioNode*>&) const override {}
-        std::size_t getChildIndex(const ScenarioNode*) const override { return 0; }
-        std::size_t getParameterNumber() const override { return 0; }
-        ScenarioParameter* getParameter(const std::string&) const override { return nullptr; }
-        ScenarioParameter* getParameter(std::size_t) const override { return nullptr; }
-        void getParameters(std::vector<ScenarioParameter*>&) const override {}
-        std::size_t getParameterIndex(const ScenarioParameter*) const override { return 41; }
-        std::string getNodeId() const override { return "/any/node"; }
-    } parent;
-    const TavrelScenarioParameter parameter(&position, &parent);
+    const TavrelScenarioNode tree(file.getRootSection(), nullptr);
+    const TavrelScenarioParameter parameter(&position, tree.getChild(std::size_t(0)));
     ++position;
     vehicle->id = 5;
     EXPECT_EQ(parameter.getValueAsString(), "5") << "stays on its entry and reads it now";
-    EXPECT_EQ(parameter.getParameterId(), "/any/node/id");
-    EXPECT_EQ(parameter.getIndex(), 41U);
+    EXPECT_EQ(parameter.getParameterId(), "/sce/Scenario/Vehicle[id/@ScenarioTreeValue=5]/id");
     EXPECT_FALSE(parameter.hasParameterUnit());
 }
 

@@ -1,40 +1,6 @@
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <ScenarioTemplateDb/ScenarioNode.h>
-#include <ScenarioTemplateDb/ScenarioParameter.h>
-#include <TavrelScenarioTemplateDb/TavrelScenario.h>
-#include <TavrelScenarioTemplateDb/TavrelVariadicParameter.h>
-#include <cfg/CfgScenario.h>
-#include <cfg/VariadicParameter.h>
-#include <lmkUtils/EnvConfig.h>
-#include <scenario/ScenarioItem.h>
-#include <scenario/program.h>
-#include <support/FailureOf.h>
-#include <support/InstallationBuilder.h>
-#include <support/ScriptText.h>
+#include <support/DriverTest.h>
 
 namespace {
-
-using namespace ScenarioTemplateDb;
-using namespace TavrelScenarioTemplateDb;
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-namespace fs = std::filesystem;
-
-std::string content(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-}
 
 SectionText declaration(const std::string& name, const std::string& parameterId, const std::string& typed) {
     return SectionText("VariadicParameter")
@@ -105,7 +71,7 @@ TEST_F(ScenarioTest, ATemplateOfNoFileFailsOnceAndThenStandsEmpty) {
     EXPECT_EQ(one->getVariadicParameterNumber(), 0U);
     one->setName("Empty");
     one->save();
-    EXPECT_EQ(content(file), kRain.file()) << "what could not be read is not overwritten";
+    EXPECT_EQ(contentOf(file), kRain.file()) << "what could not be read is not overwritten";
     EXPECT_EQ(Template("City", "one.sce", directory).getName(), "Rain");
 }
 
@@ -166,7 +132,7 @@ TEST_F(ScenarioTest, UnreadableFilesFailWithTheirPathAndStayWhole) {
             << failure.message;
         scenario.setDescription("x");
         scenario.save();
-        EXPECT_EQ(content(file), text);
+        EXPECT_EQ(contentOf(file), text);
         std::vector<unsigned char> bytes;
         scenario.fetch(bytes);
         EXPECT_EQ(std::string(bytes.begin(), bytes.end()), text) << "the bytes can be had all the same";
@@ -193,7 +159,7 @@ TEST_F(ScenarioTest, SavingUnderAnotherPathMakesACopy) {
     one->setPath("two.sce");
     EXPECT_EQ(one->getFilePath(), directory + "/two.sce");
     one->save();
-    EXPECT_EQ(content(file), kRain.file());
+    EXPECT_EQ(contentOf(file), kRain.file());
     EXPECT_EQ(Template("City", "two.sce", directory).getDescription(), "Very wet.");
 
     // Nothing is reported, and nothing is lost.

@@ -1,28 +1,9 @@
-#include <cstdint>
 #include <iostream>
 #include <sstream>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <ScenarioTemplateDb/ScenarioParameter.h>
-#include <TavrelScenarioTemplateDb/ScriptNode.h>
-#include <TavrelScenarioTemplateDb/TavrelScenarioNode.h>
-#include <cfg/CfgScenario.h>
-#include <cfg/ScenarioScript.h>
-#include <scenario/ScenarioItem.h>
-#include <support/FailureOf.h>
-#include <support/ScriptText.h>
+#include <support/DriverTest.h>
 
 namespace {
-
-using namespace ScenarioTemplateDb;
-using namespace TavrelScenarioTemplateDb;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 const char* const kVariable = R"(
     TYPEOF VARIABLE (12) LABEL="Score" INTERACTIVE_TYPE="INTEGER" VALUE="7"

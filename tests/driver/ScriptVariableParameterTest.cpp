@@ -1,19 +1,8 @@
 #include <clocale>
-#include <cmath>
-#include <cstdint>
-#include <limits>
-#include <stdexcept>
-#include <string>
-#include <utility>
 
-#include <gtest/gtest.h>
-
-#include <TavrelScenarioTemplateDb/ScriptVariableParameter.h>
-#include <support/FailureOf.h>
+#include <support/DriverTest.h>
 
 namespace {
-
-using TavrelScenarioTemplateDb::ScriptVariableParameter;
 
 ScriptVariableParameter variable(const std::string& type, const std::string& value, std::int64_t id = 12) {
     return ScriptVariableParameter(id, "Speed", value, type, nullptr);

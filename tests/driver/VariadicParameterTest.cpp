@@ -1,31 +1,8 @@
-#include <limits>
-#include <string>
 #include <type_traits>
-#include <utility>
-#include <vector>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <TavrelScenarioTemplateDb/TavrelRange.h>
-#include <TavrelScenarioTemplateDb/TavrelVariadicParameter.h>
-#include <cfg/BooleanParameter.h>
-#include <cfg/CfgScenario.h>
-#include <cfg/IntegerParameter.h>
-#include <cfg/IntegerRange.h>
-#include <cfg/LiteralParameter.h>
-#include <cfg/LiteralRange.h>
-#include <cfg/RealParameter.h>
-#include <cfg/RealRange.h>
-#include <cfg/VariadicParameter.h>
-#include <support/FailureOf.h>
+#include <support/DriverTest.h>
 
 namespace {
-
-using namespace ScenarioTemplateDb;
-using namespace TavrelScenarioTemplateDb;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr std::size_t kLargest = std::numeric_limits<std::size_t>::max();
 const char* const kNoSection = "Variadic parameter has no section for its type";

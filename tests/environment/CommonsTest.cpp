@@ -18,18 +18,7 @@ namespace {
 using Commons::ConfigFile;
 namespace fs = std::filesystem;
 
-struct Expansion {
-    std::string text;
-    bool complete;
-};
-
-bool operator==(const Expansion& left, const Expansion& right) {
-    return left.text == right.text && left.complete == right.complete;
-}
-
-std::ostream& operator<<(std::ostream& out, const Expansion& expansion) {
-    return out << '"' << expansion.text << "\" " << expansion.complete;
-}
+using Expansion = std::pair<std::string, bool>; // the text, and whether nothing unknown is left in it
 
 Expansion expand(const std::string& text, const char* pattern = Commons::System::DaemonVariableMatchingPattern) {
     const std::map<std::string, std::string> variables = {{"GIVEN", "given"}, {"NESTED", "${GIVEN}"}, {"EMPTY", ""}};
@@ -73,7 +62,7 @@ TEST(Variables, AreExpandedOnce) {
     EXPECT_EQ(expand("${GIVEN}", "(["), (Expansion{"${GIVEN}", false}));
     EXPECT_EQ(expand("abc", "b"), (Expansion{"abc", true})) << "no name in it";
     EXPECT_EQ(expand("abc", "(x*)"), (Expansion{"abc", true})) << "matches nothing, everywhere";
-    EXPECT_EQ(expand(std::string(1'000'000, '$') + "${" + std::string(1'000'000, 'A')).complete, true);
+    EXPECT_EQ(expand(std::string(1'000'000, '$') + "${" + std::string(1'000'000, 'A')).second, true);
 
     std::string both = "${GIVEN}!";
     EXPECT_TRUE(Commons::System::ExpandLocalEnvironmentVariables(
@@ -162,11 +151,6 @@ TEST(Encoding, EveryPathHasItsOwnWideForm) {
     };
     for (const Row& row : rows)
         EXPECT_EQ(Commons::Encoding::Transcode(row.path, Commons::Encoding::ModeUtf8), row.wide) << row.path;
-}
-
-std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 TEST(ConfigFileTest, AnyTextSurvives) {

@@ -201,7 +201,7 @@ TEST_F(EnvConfigTest, DataPathsAreConcrete) {
                 ElementsAre(here + "/a/data/scenario", here + "/shared packs/é/b/data/scenario",
                             EnvConfig::getConfigPath("C") + "/${TAVREL_TEST_NOBODY}/c/data/scenario",
                             here + "/d/e/data/scenario", here + "/f/g/data/scenario",
-                            fs::path(here).parent_path().parent_path().string() + "up/data/scenario"));
+                            (fs::path(here).parent_path().parent_path() / "up/data/scenario").string()));
 
     // The way back out of a link is not the way in.
     fs::create_directories(here + "/elsewhere/deep");

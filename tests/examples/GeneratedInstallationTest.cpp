@@ -1,9 +1,7 @@
 // Benchmarks compare runs on generated installations, so these have to be the same in every run and have to be
 // accepted: a script that is refused at its first row is quick to open.
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -14,28 +12,13 @@
 #include <pugixml.hpp>
 
 #include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
+#include <support/InstallationBuilder.h>
 
 #include "GenerateInstallation.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-class Folder {
-public:
-    Folder() {
-        std::string pattern = (fs::temp_directory_path() / "tavrel-generated-XXXXXX").string();
-        path = mkdtemp(pattern.data());
-    }
-    ~Folder() {
-        std::error_code ignored;
-        fs::remove_all(path, ignored);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    fs::path path;
-};
 
 InstallationSize small() {
     InstallationSize size;
@@ -52,32 +35,27 @@ std::map<std::string, std::string> filesOf(const fs::path& folder) {
     std::map<std::string, std::string> files;
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
         if (!entry.is_regular_file()) continue;
-        std::ifstream file(entry.path(), std::ios::binary);
-        std::ostringstream text;
-        text << file.rdbuf();
-        files[fs::relative(entry.path(), folder).string()] = text.str();
+        files[fs::relative(entry.path(), folder).string()] = contentOf(entry.path());
     }
     return files;
 }
 
 TEST(GeneratedInstallation, IsTheSameForOneSeedAndAnotherForAnother) {
-    const Folder first;
-    const Folder second;
-    const Folder third;
-    generateInstallation(first.path, small());
-    generateInstallation(second.path, small());
+    const InstallationBuilder first, second, third; // for their folders alone
+    generateInstallation(first.path(), small());
+    generateInstallation(second.path(), small());
     InstallationSize other = small();
     other.seed = 6;
-    generateInstallation(third.path, other);
-    const auto files = filesOf(first.path);
+    generateInstallation(third.path(), other);
+    const auto files = filesOf(first.path());
     EXPECT_EQ(files.size(), 1U + 2 * (1 + 1 + 30)); // installation; configuration, model and scenarios of each
-    EXPECT_TRUE(files == filesOf(second.path));
-    EXPECT_FALSE(files == filesOf(third.path));
+    EXPECT_TRUE(files == filesOf(second.path()));
+    EXPECT_FALSE(files == filesOf(third.path()));
 }
 
 TEST(GeneratedInstallation, EveryTemplateOpensWithAllItsVariables) {
-    const Folder folder;
-    const std::string file = generateInstallation(folder.path, small()).string();
+    const InstallationBuilder folder;
+    const std::string file = generateInstallation(folder.path(), small()).string();
     for (const char* name : {"Configuration 0", "Configuration 1"}) {
         const TavrelScenarioTemplateDb::TavrelDatabaseDriver driver(file, "*", name);
         std::vector<std::shared_ptr<ScenarioTemplateDb::Scenario>> scenarios;

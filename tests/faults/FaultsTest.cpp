@@ -56,11 +56,6 @@ constexpr const char* kScenario = R"(<?xml version="1.0" encoding="UTF-8"?>
 )";
 constexpr const char* kParameters = "# of the scenario\ndescription = as it was\nother = stays\n";
 
-std::string Bytes(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 std::size_t EntriesOf(const std::string& folder) {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
 }
@@ -202,7 +197,7 @@ TEST_F(FaultsTest, LeaveTheOldFileOrTheNewOne) {
     for (const Operation& operation : Operations()) {
         Reset(operation);
         operation.run(operation.path);
-        const std::string changed = Bytes(operation.path);
+        const std::string changed = contentOf(operation.path);
         ASSERT_NE(changed, operation.old) << operation.why;
         const std::string folder = fs::path(operation.path).parent_path().string();
         const std::size_t entries = EntriesOf(folder);
@@ -216,7 +211,7 @@ TEST_F(FaultsTest, LeaveTheOldFileOrTheNewOne) {
                 faults::Arm(fault.call, turn, fault.lasting);
                 const Told told = operation.run(operation.path);
                 const bool hasFailed = faults::Disarm();
-                const std::string after = Bytes(operation.path);
+                const std::string after = contentOf(operation.path);
                 const auto where = [&] {
                     return std::string(operation.why) + ", " + fault.why + ", call " + std::to_string(turn);
                 };
@@ -270,8 +265,8 @@ TEST_F(FaultsTest, SurviveAKill) {
     std::vector<std::string> parameters;
     for (const std::string& text : texts) {
         store(text);
-        scenarios.push_back(Bytes(scenarioPath));
-        parameters.push_back(Bytes(parametersPath));
+        scenarios.push_back(contentOf(scenarioPath));
+        parameters.push_back(contentOf(parametersPath));
     }
     ASSERT_NE(scenarios[0], scenarios[1]);
 
@@ -286,8 +281,8 @@ TEST_F(FaultsTest, SurviveAKill) {
         std::this_thread::sleep_for(std::chrono::microseconds(delays(random)));
         ::kill(child, SIGKILL);
         ASSERT_EQ(::waitpid(child, nullptr, 0), child);
-        ASSERT_EQ(std::count(scenarios.begin(), scenarios.end(), Bytes(scenarioPath)), 1) << "kill " << kill;
-        ASSERT_EQ(std::count(parameters.begin(), parameters.end(), Bytes(parametersPath)), 1) << "kill " << kill;
+        ASSERT_EQ(std::count(scenarios.begin(), scenarios.end(), contentOf(scenarioPath)), 1) << "kill " << kill;
+        ASSERT_EQ(std::count(parameters.begin(), parameters.end(), contentOf(parametersPath)), 1) << "kill " << kill;
     }
 }
 

@@ -11,18 +11,30 @@ TEST(Containers, AcceptTheirKindsOnly) {
     struct {
         ScenarioItemKind container;
         std::vector<std::uint32_t> accepted; // empty: everything
+        bool isOpenAsReference = true;
     } const rows[] = {
         {KindFolder, {}},
         {KindConfig, {}},
         {KindEnumTab, {KindEnum}},
         {KindGroup, {KindGroup, KindScenario}},
         {KindProgram, {KindGroup, KindScenario}},
+        {KindParameter, {KindFunction}},
+        {KindFunction, {KindFunction, KindParameter}},
+        {KindRule, {KindAction, KindElseAction, KindCondition}},
+        {KindTask, {KindRule, KindTask, KindVariable}},
+        {KindCriteria, {KindRule, KindTask, KindVariable}},
+        {KindInclude, {KindRule, KindScenario, KindTask, KindVariable}, false},
+        {KindEvaluation, {KindCriteria, KindRule, KindScenario, KindTask, KindVariable}, false},
+        {KindScenario, {KindEvaluation, KindGeneralParameters, KindInclude, KindRule, KindTask, KindVariable}, false},
     };
     for (const auto& row : rows) {
         const OwnedItem item(CreateItem(row.container, "", nullptr));
         for (std::uint32_t kind = 0; kind <= KindVariable + 1; ++kind) {
             const bool expected = row.accepted.empty() || std::count(row.accepted.begin(), row.accepted.end(), kind);
+            item->isaIndex = "";
             EXPECT_EQ(item->AcceptsChildKind(kind), expected) << KindKeyword(row.container) << " " << kind;
+            item->isaIndex = "1";
+            EXPECT_EQ(item->AcceptsChildKind(kind), expected && row.isOpenAsReference) << KindKeyword(row.container);
         }
     }
 }
@@ -75,25 +87,22 @@ TEST(Config, FillsDefaultsAndWritesTheRestEmpty) {
         const char* saved[3]; // REQUEST_DELAY, WAITMSG_DELAY, EVALUATION; null for a refused text
     } const rows[] = {
         {"nothing given", "", false, {"1", "500", ""}},
-        {"a value of its own", "WAITMSG_DELAY=\"7\"", false, {"1", "7", ""}},
-        {"an empty value", "REQUEST_DELAY=\"\"", false, {"1", "500", ""}},
-        {"an empty value and then one", "REQUEST_DELAY=\"\"\nREQUEST_DELAY=\"3\"", false, {"3", "500", ""}},
-        {"a second value", "REQUEST_DELAY=\"3\"\nREQUEST_DELAY=\"3\"", false, {nullptr, nullptr, nullptr}},
-        {"a flag behind its shorter key", "EVALUATION=\"e\"\nEVALUATION_ACTIVE=\"1\"", true, {"1", "500", "e"}},
-        {"a flag alone fills the shorter key", "EVALUATION_ACTIVE=\"1\"", false, {"1", "500", "CTIVE="}},
-        {"a flag that is not 1", "EVALUATION=\"e\"\nEVALUATION_ACTIVE=\"true\"", false, {"1", "500", "e"}},
-        {"it stays open",
-         "EVALUATION=\"e\"\nEVALUATION_ACTIVE=\"0\"\nEVALUATION_ACTIVE=\"1\"",
-         true,
-         {"1", "500", "e"}},
+        {"a value of its own", "WAITMSG_DELAY='7'", false, {"1", "7", ""}},
+        {"an empty value", "REQUEST_DELAY=''", false, {"1", "500", ""}},
+        {"an empty value and then one", "REQUEST_DELAY='' REQUEST_DELAY='3'", false, {"3", "500", ""}},
+        {"a second value", "REQUEST_DELAY='3' REQUEST_DELAY='3'", false, {nullptr, nullptr, nullptr}},
+        {"a flag behind its shorter key", "EVALUATION='e' EVALUATION_ACTIVE='1'", true, {"1", "500", "e"}},
+        {"a flag alone fills the shorter key", "EVALUATION_ACTIVE='1'", false, {"1", "500", "CTIVE="}},
+        {"a flag that is not 1", "EVALUATION='e' EVALUATION_ACTIVE='true'", false, {"1", "500", "e"}},
+        {"it stays open", "EVALUATION='e' EVALUATION_ACTIVE='0' EVALUATION_ACTIVE='1'", true, {"1", "500", "e"}},
         {"once set it is closed",
-         "EVALUATION=\"e\"\nEVALUATION_ACTIVE=\"1\"\nEVALUATION_ACTIVE=\"1\"",
+         "EVALUATION='e' EVALUATION_ACTIVE='1' EVALUATION_ACTIVE='1'",
          false,
          {nullptr, nullptr, nullptr}},
-        {"label and flags are lost", "LABEL=\"l\"\nGENERAL_PARAMETERS_ACTIVE=\"1\"", false, {"1", "500", ""}},
+        {"label and flags are lost", "LABEL='l' GENERAL_PARAMETERS_ACTIVE='1'", false, {"1", "500", ""}},
     };
     for (const auto& row : rows) {
-        const ReadResult read = ReadExactly(std::string("TYPEOF CONFIG (c)\n{\n") + row.lines + "\n}\n");
+        const ReadResult read = ReadExactly("TYPEOF CONFIG (c)\n{\n" + EntryLines(row.lines) + "}\n");
         ASSERT_EQ(read.item != nullptr, row.saved[0] != nullptr) << Why(row);
         if (!read.item) continue;
         EXPECT_EQ(static_cast<Config&>(*read.item).evaluationActive, row.evaluationActive) << Why(row);

@@ -14,23 +14,24 @@ TEST_F(CriteriaTest, ReadsAndSaves) {
         const char* saved; // null: refused
     } rows[] = {
         {"no attribute", "", plain},
-        {"a flag that is off", "IS_DISABLED=\"0\"\n", plain},
+        {"a flag that is off", "IS_DISABLED='0'", plain},
         {"all of them",
-         "LABEL=\"L\"\nSOUND=\"s.wav\"\nTEXT=\"t\"\nCRITICITY=\"3\"\nATTRIBUTE_CRITERIA_TYPE=\"Warning\"\n"
-         "CATEGORY=\"speed\"\nIS_DISABLED=\"1\"\nTASK_KIND=\"4\"\n",
-         "\nTYPEOF CRITERIA (1)\n{\n\tLABEL=\"L\"\n\tTASK_KIND=\"4\"\n\tIS_DISABLED=\"1\"\n\tCATEGORY=\"speed\"\n"
-         "\tCRITICITY=\"3\"\n\tATTRIBUTE_CRITERIA_TYPE=\"Warning\"\n\tTEXT=\"t\"\n\tSOUND=\"s.wav\"\n}\n"},
+         "LABEL='L' SOUND='s.wav' TEXT='t' CRITICITY='3' ATTRIBUTE_CRITERIA_TYPE='Warning' CATEGORY='speed' "
+         "IS_DISABLED='1' TASK_KIND='4'",
+         "\nTYPEOF CRITERIA "
+         "(1)\n{\n\tLABEL=\"L\"\n\tTASK_KIND=\"4\"\n\tIS_DISABLED=\"1\"\n\tCATEGORY=\"speed\"\n\tCRITICITY="
+         "\"3\"\n\tATTRIBUTE_CRITERIA_TYPE=\"Warning\"\n\tTEXT=\"t\"\n\tSOUND=\"s.wav\"\n}\n"},
         {"the last flag, type and criticity stand",
-         "IS_DISABLED=\"1\"\nIS_DISABLED=\"0\"\nCRITICITY=\"3\"\nCRITICITY=\"1\"\n"
-         "ATTRIBUTE_CRITERIA_TYPE=\"\"\nATTRIBUTE_CRITERIA_TYPE=\"Error\"\n",
+         "IS_DISABLED='1' IS_DISABLED='0' CRITICITY='3' CRITICITY='1' ATTRIBUTE_CRITERIA_TYPE='' "
+         "ATTRIBUTE_CRITERIA_TYPE='Error'",
          plain},
-        {"a second category", "CATEGORY=\"a\"\nCATEGORY=\"b\"\n", nullptr},
-        {"a second text", "TEXT=\"a\"\nTEXT=\"b\"\n", nullptr},
-        {"a second sound", "SOUND=\"a\"\nSOUND=\"b\"\n", nullptr},
+        {"a second category", "CATEGORY='a' CATEGORY='b'", nullptr},
+        {"a second text", "TEXT='a' TEXT='b'", nullptr},
+        {"a second sound", "SOUND='a' SOUND='b'", nullptr},
         {"a criteria within", "TYPEOF CRITERIA (2)\n{\n}\n", nullptr},
     };
     for (const auto& row : rows) {
-        const auto criteria = host.Read(std::string("TYPEOF CRITERIA (1)\n{\n") + row.attributes + "}\n");
+        const auto criteria = host.Read("TYPEOF CRITERIA (1)\n{\n" + EntryLines(row.attributes) + "}\n");
         ASSERT_EQ(criteria != nullptr, row.saved != nullptr) << row.why;
         if (!criteria) continue;
         EXPECT_EQ(SavedText(*criteria), row.saved) << row.why;

@@ -9,29 +9,8 @@ namespace {
 
 class EvaluationTest : public RunningTest {
 protected:
-    void SetUp() override { formerBuffer = std::cout.rdbuf(output.rdbuf()); }
-    void TearDown() override { std::cout.rdbuf(formerBuffer); }
-
-    std::string DiskPath(const std::string& file) {
-        std::string path = (data.Root() / "data/script/include" / file).string();
-        NormalizePath(path);
-        return path;
-    }
-
     DataPath data;
-    std::ostringstream output;
-
-private:
-    std::streambuf* formerBuffer = nullptr;
 };
-
-std::string NamesOf(const ScenarioItem& item, std::uint32_t kind = 0) {
-    std::vector<ScenarioItem*> children;
-    item.GetChildren(children, kind);
-    std::string names;
-    for (const ScenarioItem* child : children) names += std::string(KindKeyword(child->kind)) + child->name + " ";
-    return names;
-}
 
 TEST_F(EvaluationTest, ScoresAreANumberAndItsValue) {
     struct {
@@ -81,33 +60,24 @@ TEST_F(EvaluationTest, CriteriaStandAmongTheSubTasks) {
             TYPEOF RULE (6)
     )");
     ASSERT_TRUE(evaluation) << host.log.str();
-    EXPECT_EQ(NamesOf(*evaluation), "RULE6 CRITERIA3 TASK4 CRITERIA5 ");
-    EXPECT_EQ(NamesOf(*evaluation, KindCriteria), "CRITERIA3 CRITERIA5 ");
-    EXPECT_EQ(NamesOf(*evaluation, KindTask), "CRITERIA3 TASK4 CRITERIA5 ");
+    EXPECT_EQ(BlocksOf(*evaluation), "RULE6 CRITERIA3 TASK4 CRITERIA5 ");
+    EXPECT_EQ(BlocksOf(*evaluation, KindCriteria), "CRITERIA3 CRITERIA5 ");
+    EXPECT_EQ(BlocksOf(*evaluation, KindTask), "CRITERIA3 TASK4 CRITERIA5 ");
     EXPECT_EQ(evaluation->GetTask(1)->name, "4");
     EXPECT_EQ(evaluation->GetTask(3), nullptr);
     evaluation->SwapTasks(0, 2);
     evaluation->SwapTasks(0, 3);
-    EXPECT_EQ(NamesOf(*evaluation, KindCriteria), "CRITERIA5 CRITERIA3 ");
+    EXPECT_EQ(BlocksOf(*evaluation, KindCriteria), "CRITERIA5 CRITERIA3 ");
 
     ScenarioItem* last = evaluation->GetTask(2);
     evaluation->AddChild(CreateItem(KindCriteria, "0", nullptr), last, false);
-    EXPECT_EQ(NamesOf(*evaluation, KindCriteria), "CRITERIA5 CRITERIA0 CRITERIA3 ");
+    EXPECT_EQ(BlocksOf(*evaluation, KindCriteria), "CRITERIA5 CRITERIA0 CRITERIA3 ");
     ScenarioItem* other = CreateItem(KindCriteria, "9", nullptr);
     evaluation->ReplaceChild(other, last);
     delete last;
     evaluation->RemoveChild(evaluation->GetTask(0));
-    EXPECT_EQ(NamesOf(*evaluation, KindCriteria), "CRITERIA0 CRITERIA9 ");
+    EXPECT_EQ(BlocksOf(*evaluation, KindCriteria), "CRITERIA0 CRITERIA9 ");
     EXPECT_EQ(other->parent, evaluation.get());
-
-    for (const std::uint32_t kind : {KindCriteria, KindRule, KindScenario, KindTask, KindVariable}) {
-        EXPECT_TRUE(evaluation->AcceptsChildKind(kind)) << KindKeyword(kind);
-        evaluation->isaIndex = "1";
-        EXPECT_FALSE(evaluation->AcceptsChildKind(kind)) << KindKeyword(kind);
-        evaluation->isaIndex = "";
-    }
-    EXPECT_FALSE(evaluation->AcceptsChildKind(KindInclude));
-    EXPECT_FALSE(evaluation->AcceptsChildKind(KindEvaluation));
 }
 
 TEST_F(EvaluationTest, AReferenceTakesOverItsFile) {
@@ -124,20 +94,19 @@ TEST_F(EvaluationTest, AReferenceTakesOverItsFile) {
         const char* label;
         const char* children;
     } rows[] = {
-        {"loaded", "ISA_INDEX=\"1\"\nFILE=\"e.sc\"\n", "Exam", "RULE2 CRITERIA3 "},
+        {"loaded", "ISA_INDEX='1' FILE='e.sc'", "Exam", "RULE2 CRITERIA3 "},
         {"with a backslash", "ISA_INDEX=\"1\"\nFILE=\".\\e.sc\"\n", "Exam", "RULE2 CRITERIA3 "},
-        {"FILE may come again", "ISA_INDEX=\"1\"\nFILE=\"e.sc\"\nFILE=\"e.sc\"\n", "Exam",
-         "RULE2 RULE2 CRITERIA3 CRITERIA3 "},
-        {"the mark comes too late", "FILE=\"e.sc\"\nISA_INDEX=\"1\"\n", "", ""},
-        {"missing", "ISA_INDEX=\"1\"\nFILE=\"none.sc\"\n", "?", ""},
-        {"another kind", "ISA_INDEX=\"1\"\nFILE=\"i.sc\"\n", "?", ""},
-        {"leads to itself", "ISA_INDEX=\"1\"\nFILE=\"self.sc\"\n", "?", ""},
+        {"FILE may come again", "ISA_INDEX='1' FILE='e.sc' FILE='e.sc'", "Exam", "RULE2 RULE2 CRITERIA3 CRITERIA3 "},
+        {"the mark comes too late", "FILE='e.sc' ISA_INDEX='1'", "", ""},
+        {"missing", "ISA_INDEX='1' FILE='none.sc'", "?", ""},
+        {"another kind", "ISA_INDEX='1' FILE='i.sc'", "?", ""},
+        {"leads to itself", "ISA_INDEX='1' FILE='self.sc'", "?", ""},
     };
     for (const auto& row : rows) {
-        const auto item = host.Read(std::string("TYPEOF EVALUATION (1)\n{\n") + row.attributes + "}\n");
+        const auto item = host.Read("TYPEOF EVALUATION (1)\n{\n" + EntryLines(row.attributes) + "}\n");
         ASSERT_TRUE(item) << row.why;
         EXPECT_EQ(item->label, row.label) << row.why;
-        EXPECT_EQ(NamesOf(*item), row.children) << row.why;
+        EXPECT_EQ(BlocksOf(*item), row.children) << row.why;
         for (const char* key : {"FILE=", "TYPEOF RULE", "Exam"})
             EXPECT_EQ(SavedText(*item).find(key), std::string::npos) << row.why << ": not saved";
         std::vector<ScenarioItem*> children;
@@ -146,8 +115,8 @@ TEST_F(EvaluationTest, AReferenceTakesOverItsFile) {
     }
     output.str("");
     const auto evaluation = host.ReadAs<Evaluation>("TYPEOF EVALUATION (1)\n{\nISA_INDEX=\"1\"\nFILE=\"none.sc\"\n}\n");
-    EXPECT_EQ(evaluation->resolvedPath, DiskPath("none.sc"));
-    EXPECT_EQ(output.str(), "\1Unable to open file " + DiskPath("none.sc") + "\n");
+    EXPECT_EQ(evaluation->resolvedPath, data.Normal("data/script/include/none.sc"));
+    EXPECT_EQ(output.str(), "\1Unable to open file " + data.Normal("data/script/include/none.sc") + "\n");
     evaluation->UpdateDisplayTextTree();
     EXPECT_TRUE(evaluation->IsValid()) << "a file that is not there makes an include invalid only";
     EXPECT_EQ(evaluation->displayText, "?");

@@ -113,25 +113,24 @@ TEST_F(FunctionTest, AttributesOfADefinition) {
         std::int32_t code;
         const char* saved;
     };
-    for (const Case& c : std::initializer_list<Case>{
-             {"nothing", "", 0, "", -1, "LABEL=\"\" CODE=\"\" WIZARD=\"\" SEE_ALSO=\"\" "},
-             {"all", "SEE_ALSO=\"g  h\"\nWIZARD=\"MAPTOOL\"\nCODE=\"12x\"\nIS_OVERLOADABLE=\"1\"\nLABEL=\"F\"\n", 0, "",
-              12, "LABEL=\"F\" IS_OVERLOADABLE=\"1\" CODE=\"12x\" WIZARD=\"MAPTOOL\" SEE_ALSO=\"g h\" "},
-             {"empty code stays open", "CODE=\"\"\nCODE=\"3\"\n", 0, "", 3,
-              "LABEL=\"\" CODE=\"3\" WIZARD=\"\" SEE_ALSO=\"\" "},
-             {"word for a code", "CODE=\"three\"\n", 0, "", 0, "LABEL=\"\" CODE=\"three\" WIZARD=\"\" SEE_ALSO=\"\" "},
-             {"code out of range", "CODE=\"99999999999\"\n", 0, "", 2147483647,
-              "LABEL=\"\" CODE=\"99999999999\" WIZARD=\"\" SEE_ALSO=\"\" "},
-             {"second code", "CODE=\"3\"\nCODE=\"4\"\n", 2, "", 0, ""},
-             {"only 1 overloads", "IS_OVERLOADABLE=\"true\"\n", 0, "", -1,
-              "LABEL=\"\" CODE=\"\" WIZARD=\"\" SEE_ALSO=\"\" "},
-             {"unknown wizard", "WIZARD=\"MAP\"\n", 1, "WIZARD \"MAP\"", 0, ""},
-             {"empty wizard", "WIZARD=\"\"\nWIZARD=\"MAPTOOLRECT\"\n", 0, "", -1,
-              "LABEL=\"\" CODE=\"\" WIZARD=\"MAPTOOLRECT\" SEE_ALSO=\"\" "},
-             {"user attribute of a parameter", "KIND=\"USER\"\n", 1, "", 0, ""},
-         }) {
+    const Case cases[] = {
+        {"nothing", "", 0, "", -1, "LABEL=\"\" CODE=\"\" WIZARD=\"\" SEE_ALSO=\"\" "},
+        {"all", "SEE_ALSO='g  h' WIZARD='MAPTOOL' CODE='12x' IS_OVERLOADABLE='1' LABEL='F'", 0, "", 12,
+         "LABEL=\"F\" IS_OVERLOADABLE=\"1\" CODE=\"12x\" WIZARD=\"MAPTOOL\" SEE_ALSO=\"g h\" "},
+        {"empty code stays open", "CODE='' CODE='3'", 0, "", 3, "LABEL=\"\" CODE=\"3\" WIZARD=\"\" SEE_ALSO=\"\" "},
+        {"word for a code", "CODE='three'", 0, "", 0, "LABEL=\"\" CODE=\"three\" WIZARD=\"\" SEE_ALSO=\"\" "},
+        {"code out of range", "CODE='99999999999'", 0, "", 2147483647,
+         "LABEL=\"\" CODE=\"99999999999\" WIZARD=\"\" SEE_ALSO=\"\" "},
+        {"second code", "CODE='3' CODE='4'", 2, "", 0, ""},
+        {"only 1 overloads", "IS_OVERLOADABLE='true'", 0, "", -1, "LABEL=\"\" CODE=\"\" WIZARD=\"\" SEE_ALSO=\"\" "},
+        {"unknown wizard", "WIZARD='MAP'", 1, "WIZARD \"MAP\"", 0, ""},
+        {"empty wizard", "WIZARD='' WIZARD='MAPTOOLRECT'", 0, "", -1,
+         "LABEL=\"\" CODE=\"\" WIZARD=\"MAPTOOLRECT\" SEE_ALSO=\"\" "},
+        {"user attribute of a parameter", "KIND='USER'", 1, "", 0, ""},
+    };
+    for (const Case& c : cases) {
         SCOPED_TRACE(c.why);
-        const auto folder = world.ReadText(frame + c.lines + "}\n}\n");
+        const auto folder = world.ReadText(frame + EntryLines(c.lines) + "}\n}\n");
         ASSERT_EQ(folder == nullptr, c.row != 0) << world.cause;
         if (!folder) {
             EXPECT_EQ(world.row, 4 + c.row);
@@ -141,7 +140,7 @@ TEST_F(FunctionTest, AttributesOfADefinition) {
         Function& call = world.Find<Function>(*folder, KindFunction, "f");
         EXPECT_EQ(call.codeNumber, c.code);
         EXPECT_EQ(call.returnType, "FLOAT");
-        std::string saved = ScriptWorld::Saved(call);
+        std::string saved = SavedText(call);
         saved = saved.substr(saved.find("{\n") + 2);
         saved.erase(saved.find('}'));
         for (std::size_t at = 0; (at = saved.find_first_of("\t\n", at)) != std::string::npos;)
@@ -157,25 +156,24 @@ TEST_F(FunctionTest, CallIsComparedWithItsDefinition) {
         const char* cause; // empty if it is taken
     };
     const std::string user = "\n{\nKIND=\"USER\"\nVALUE=\"0\"\n}\n";
-    for (const Case& c : std::initializer_list<Case>{
-             {"same", Call("TWO", {{"a", "1"}, {"b", "2"}}), ""},
-             {"none", Call("NONE", {}), ""},
-             {"too few", Call("TWO", {{"a", "1"}}), "\"TWO\" has 1 parameters, its definition has 2"},
-             {"too many", Call("ONE", {{"a", "1"}, {"b", "2"}}), "\"ONE\" has 2 parameters, its definition has 1"},
-             {"wrong order", Call("TWO", {{"b", "1"}, {"a", "2"}}),
-              "parameter 1 of \"TWO\" is \"b\", its definition has \"a\""},
-             {"other name in an overloadable call", Call("FREE", {{"b", "1"}}), ""},
-             {"wrong count in an overloadable call", Call("FREE", {}), "\"FREE\" has 0 parameters"},
-             {"unknown call", Call("TOW", {}), "unknown function \"TOW\", did you mean \"TWO\""},
-             {"result", "TYPEOF FUNCTION (ONE)\n{\nTYPEOF PARAMETER (a)" + user + "TYPEOF RETURN (flag)" + user + "}\n",
-              ""},
-             {"second result",
-              "TYPEOF FUNCTION (NONE)\n{\nTYPEOF RETURN (a)" + user + "TYPEOF RETURN (b)" + user + "}\n",
-              "\"NONE\" has a second RETURN \"b\""},
-             {"label of an instance", "TYPEOF FUNCTION (NONE)\n{\nLABEL=\"x\"\n}\n", "LABEL"},
-             {"condition in a call", "TYPEOF FUNCTION (NONE)\n{\nTYPEOF CONDITION (c)\n{\n}\n}\n", "CONDITION"},
-             {"call directly in a call", "TYPEOF FUNCTION (NONE)\n{\nTYPEOF FUNCTION (NONE)\n{\n}\n}\n", ""},
-         }) {
+    const Case cases[] = {
+        {"same", Call("TWO", {{"a", "1"}, {"b", "2"}}), ""},
+        {"none", Call("NONE", {}), ""},
+        {"too few", Call("TWO", {{"a", "1"}}), "\"TWO\" has 1 parameters, its definition has 2"},
+        {"too many", Call("ONE", {{"a", "1"}, {"b", "2"}}), "\"ONE\" has 2 parameters, its definition has 1"},
+        {"wrong order", Call("TWO", {{"b", "1"}, {"a", "2"}}),
+         "parameter 1 of \"TWO\" is \"b\", its definition has \"a\""},
+        {"other name in an overloadable call", Call("FREE", {{"b", "1"}}), ""},
+        {"wrong count in an overloadable call", Call("FREE", {}), "\"FREE\" has 0 parameters"},
+        {"unknown call", Call("TOW", {}), "unknown function \"TOW\", did you mean \"TWO\""},
+        {"result", "TYPEOF FUNCTION (ONE)\n{\nTYPEOF PARAMETER (a)" + user + "TYPEOF RETURN (flag)" + user + "}\n", ""},
+        {"second result", "TYPEOF FUNCTION (NONE)\n{\nTYPEOF RETURN (a)" + user + "TYPEOF RETURN (b)" + user + "}\n",
+         "\"NONE\" has a second RETURN \"b\""},
+        {"label of an instance", "TYPEOF FUNCTION (NONE)\n{\nLABEL=\"x\"\n}\n", "LABEL"},
+        {"condition in a call", "TYPEOF FUNCTION (NONE)\n{\nTYPEOF CONDITION (c)\n{\n}\n}\n", "CONDITION"},
+        {"call directly in a call", "TYPEOF FUNCTION (NONE)\n{\nTYPEOF FUNCTION (NONE)\n{\n}\n}\n", ""},
+    };
+    for (const Case& c : cases) {
         SCOPED_TRACE(c.why);
         const auto call = Read(c.text);
         EXPECT_EQ(call == nullptr, *c.cause != '\0') << world.cause;
@@ -202,38 +200,37 @@ TEST_F(FunctionTest, OldCallsAreUpgraded) {
         const char* expected; // empty for a refusal
     };
     const std::string nested = Call("ONE", {{"a", "5"}});
-    for (const Case& c : std::initializer_list<Case>{
-             {"channel by its id", Call("GET_EXPORTED_CHANNEL", {{"a", "1"}, {"USER_DATA_ID", "7"}, {"b", "2"}}),
-              "a=1 CHANNEL_ID=7 b=2"},
-             {"channel as it is", Call("GET_EXPORTED_CHANNEL", {{"a", "1"}, {"CHANNEL_ID", "7"}, {"b", "2"}}),
-              "a=1 CHANNEL_ID=7 b=2"},
-             {"position gets a radius", Call("IS_VHL_AT_POSITION", {{"a", "1"}}), "a=1 MAP_RADIUS=101"},
-             {"position has a radius", Call("IS_VHL_AT_POSITION", {{"a", "1"}, {"MAP_RADIUS", "3"}}),
-              "a=1 MAP_RADIUS=3"},
-             {"image gets a time",
-              Call("SET_IMAGE",
-                   {{"a", "1"}, {"b", "2"}, {"c", "3"}, {"CHANNEL_NAME", "4"}, {"IMAGE", "5"}, {"NUMBER", "6"}}),
-              "a=1 b=2 c=3 CHANNEL_NAME=4 IMAGE=5 NUMBER=6 DISPLAY_TIME=106"},
-             {"animation of a vehicle",
-              Call("INIT_ANIMATION",
-                   {{"VHL_NUMBER_PLUS", "12"}, {"b", "1"}, {"c", "2"}, {"NUMBER", "3"}, {"a", "4"}, {"c", "5"}}),
-              "a=4 b=3 c=5 TYPE=ANIMATED_OBJECT_TYPE_VEHICLE NUMBER=12"},
-             {"animation of the database",
-              Call("INIT_ANIMATION",
-                   {{"VHL_NUMBER_PLUS", "-1"}, {"b", "1"}, {"c", "2"}, {"NUMBER", "3"}, {"a", "4"}, {"c", "5"}}),
-              "a=4 b=3 c=5 TYPE=ANIMATED_OBJECT_TYPE_DATABASE NUMBER=0"},
-             {"animation too short", Call("INIT_ANIMATION", {{"VHL_NUMBER_PLUS", "-1"}, {"b", "1"}}), ""},
-             {"vehicle among those removed",
-              Call("INIT_ANIMATION", {{"a", "4"}, {"VHL_NUMBER_PLUS", "12"}, {"c", "2"}, {"NUMBER", "3"}, {"c", "5"}}),
-              "a=4 b=3 c=5 TYPE=ANIMATED_OBJECT_TYPE_VEHICLE NUMBER=12"},
-             {"snapshot gets a suffix", Call("SNAPSHOT", {{"CHANNEL_NAME", "1"}}), "CHANNEL_NAME=1 SUFFIX=101"},
-             {"snapshot without anything", Call("SNAPSHOT", {}), ""},
-             {"marker gets keywords", Call("ADD_TIME_MARKER", {{"MARKER_NOTE", "1"}}),
-              "MARKER_NOTE=1 MARKER_KEYWORDS=101"},
-             {"found in a nested call, so nothing is missing",
-              Call("SNAPSHOT", {{"CHANNEL_NAME", Call("SNAPSHOT", {{"CHANNEL_NAME", "1"}})}}), ""},
-             {"other calls stay", Call("ONE", {{"a", nested}}), "a="},
-         }) {
+    const Case cases[] = {
+        {"channel by its id", Call("GET_EXPORTED_CHANNEL", {{"a", "1"}, {"USER_DATA_ID", "7"}, {"b", "2"}}),
+         "a=1 CHANNEL_ID=7 b=2"},
+        {"channel as it is", Call("GET_EXPORTED_CHANNEL", {{"a", "1"}, {"CHANNEL_ID", "7"}, {"b", "2"}}),
+         "a=1 CHANNEL_ID=7 b=2"},
+        {"position gets a radius", Call("IS_VHL_AT_POSITION", {{"a", "1"}}), "a=1 MAP_RADIUS=101"},
+        {"position has a radius", Call("IS_VHL_AT_POSITION", {{"a", "1"}, {"MAP_RADIUS", "3"}}), "a=1 MAP_RADIUS=3"},
+        {"image gets a time",
+         Call("SET_IMAGE",
+              {{"a", "1"}, {"b", "2"}, {"c", "3"}, {"CHANNEL_NAME", "4"}, {"IMAGE", "5"}, {"NUMBER", "6"}}),
+         "a=1 b=2 c=3 CHANNEL_NAME=4 IMAGE=5 NUMBER=6 DISPLAY_TIME=106"},
+        {"animation of a vehicle",
+         Call("INIT_ANIMATION",
+              {{"VHL_NUMBER_PLUS", "12"}, {"b", "1"}, {"c", "2"}, {"NUMBER", "3"}, {"a", "4"}, {"c", "5"}}),
+         "a=4 b=3 c=5 TYPE=ANIMATED_OBJECT_TYPE_VEHICLE NUMBER=12"},
+        {"animation of the database",
+         Call("INIT_ANIMATION",
+              {{"VHL_NUMBER_PLUS", "-1"}, {"b", "1"}, {"c", "2"}, {"NUMBER", "3"}, {"a", "4"}, {"c", "5"}}),
+         "a=4 b=3 c=5 TYPE=ANIMATED_OBJECT_TYPE_DATABASE NUMBER=0"},
+        {"animation too short", Call("INIT_ANIMATION", {{"VHL_NUMBER_PLUS", "-1"}, {"b", "1"}}), ""},
+        {"vehicle among those removed",
+         Call("INIT_ANIMATION", {{"a", "4"}, {"VHL_NUMBER_PLUS", "12"}, {"c", "2"}, {"NUMBER", "3"}, {"c", "5"}}),
+         "a=4 b=3 c=5 TYPE=ANIMATED_OBJECT_TYPE_VEHICLE NUMBER=12"},
+        {"snapshot gets a suffix", Call("SNAPSHOT", {{"CHANNEL_NAME", "1"}}), "CHANNEL_NAME=1 SUFFIX=101"},
+        {"snapshot without anything", Call("SNAPSHOT", {}), ""},
+        {"marker gets keywords", Call("ADD_TIME_MARKER", {{"MARKER_NOTE", "1"}}), "MARKER_NOTE=1 MARKER_KEYWORDS=101"},
+        {"found in a nested call, so nothing is missing",
+         Call("SNAPSHOT", {{"CHANNEL_NAME", Call("SNAPSHOT", {{"CHANNEL_NAME", "1"}})}}), ""},
+        {"other calls stay", Call("ONE", {{"a", nested}}), "a="},
+    };
+    for (const Case& c : cases) {
         SCOPED_TRACE(c.why);
         const auto call = Read(c.text);
         EXPECT_EQ(call ? Parameters(*call) : "", c.expected) << world.cause;
@@ -255,13 +252,14 @@ TEST_F(FunctionTest, TextsOfCalls) {
         std::string text;
         const char* expected;
     };
-    for (const Case& c : std::initializer_list<Case>{
-             {Call("NONE", {}), "NONE label  ()"},
-             {Call("ONE", {{"a", "1"}}), "ONE label  (1)"},
-             {Call("TWO", {{"a", "1"}, {"b", Call("NONE", {})}}), "TWO label  (1,  NONE label  ())"},
-             {Call("PLUS", {{"a", "1"}, {"b", "2"}}), "1 + 2"},
-             {Call("DIVIDE", {{"a", Call("PLUS", {{"a", "1"}, {"b", "2"}})}, {"b", "3"}}), "1 + 2 / 3"},
-         }) {
+    const Case cases[] = {
+        {Call("NONE", {}), "NONE label  ()"},
+        {Call("ONE", {{"a", "1"}}), "ONE label  (1)"},
+        {Call("TWO", {{"a", "1"}, {"b", Call("NONE", {})}}), "TWO label  (1,  NONE label  ())"},
+        {Call("PLUS", {{"a", "1"}, {"b", "2"}}), "1 + 2"},
+        {Call("DIVIDE", {{"a", Call("PLUS", {{"a", "1"}, {"b", "2"}})}, {"b", "3"}}), "1 + 2 / 3"},
+    };
+    for (const Case& c : cases) {
         SCOPED_TRACE(c.text);
         const auto call = Read(c.text);
         ASSERT_TRUE(call) << world.cause;
@@ -321,15 +319,16 @@ TEST_F(FunctionTest, NestedCallsArePlacedIntoParameters) {
         std::vector<std::string> results;    // of the nested calls
         const char* expected;                // for each nested call the index of its parameter
     };
-    for (const Placing& p : std::initializer_list<Placing>{
-             {"by kind before by type", {"a", "fixed!"}, {"FLOAT"}, "1"},
-             {"by type", {"fixed", "a"}, {"FLOAT"}, "1"},
-             {"numbers of both types", {"count"}, {"FLOAT"}, "0"},
-             {"numbers of both types", {"a"}, {"INTEGER"}, "0"},
-             {"no truth value for a number", {"a"}, {"BOOL"}, "-"},
-             {"kind does not look at the type", {"a!"}, {"BOOL"}, "0"},
-             {"nothing that may hold a call", {"fixed"}, {"FLOAT"}, "-"},
-         }) {
+    const Placing cases[] = {
+        {"by kind before by type", {"a", "fixed!"}, {"FLOAT"}, "1"},
+        {"by type", {"fixed", "a"}, {"FLOAT"}, "1"},
+        {"numbers of both types", {"count"}, {"FLOAT"}, "0"},
+        {"numbers of both types", {"a"}, {"INTEGER"}, "0"},
+        {"no truth value for a number", {"a"}, {"BOOL"}, "-"},
+        {"kind does not look at the type", {"a!"}, {"BOOL"}, "0"},
+        {"nothing that may hold a call", {"fixed"}, {"FLOAT"}, "-"},
+    };
+    for (const Placing& p : cases) {
         SCOPED_TRACE(p.why);
         Condition outer;
         outer.kind = KindCondition;
@@ -444,31 +443,19 @@ TEST_F(FunctionTest, ThirteenthParameterIsNotHandedOn) {
 
 TEST_F(FunctionTest, ChildrenAreTheParameters) {
     const auto call = Read(Call("TWO", {{"a", "1"}, {"b", "2"}}));
-    auto* c = CreateItem(KindParameter, "c", nullptr);
-    auto* d = CreateItem(KindReturn, "d", nullptr);
-    auto* e = CreateItem(KindParameter, "e", nullptr);
+    auto* added = AddNew(*call, KindReturn, "c");
     std::unique_ptr<ScenarioItem> other(CreateItem(KindFunction, "f", nullptr));
-    call->AddChild(c, call->parameters[1], false);
-    call->AddChild(d, call->parameters[0], true);
-    call->AddChild(e, other.get(), false);
     call->AddChild(other.get(), nullptr, true);
-    EXPECT_EQ(Parameters(*call), "e= a=1 d= c= b=2");
+    call->SwapChildren(added, other.get());
+    EXPECT_EQ(Parameters(*call), "a=1 b=2 c=");
     EXPECT_EQ(other->parent, nullptr);
-    call->SwapChildren(e, call->parameters[4]);
-    call->SwapChildren(e, other.get());
-    EXPECT_EQ(Parameters(*call), "b=2 a=1 d= c= e=");
-    std::vector<ScenarioItem*> children;
-    call->GetChildren(children, KindParameter);
-    EXPECT_EQ(children.size(), 5);
-    call->GetChildren(children, KindFunction);
-    EXPECT_EQ(children.size(), 5);
-    call->RemoveChild(c);
-    call->RemoveChild(d);
+    EXPECT_EQ(NamesOf(*call, KindParameter), "a b c ");
+    EXPECT_EQ(NamesOf(*call, KindFunction), "");
     // A child that belongs elsewhere by now is let go of.
-    std::unique_ptr<ScenarioItem> moved(e);
-    e->parent = nullptr;
-    call->RemoveChild(e);
-    EXPECT_EQ(Parameters(*call), "b=2 a=1");
+    std::unique_ptr<ScenarioItem> moved(added);
+    added->parent = nullptr;
+    call->RemoveChild(added);
+    EXPECT_EQ(Parameters(*call), "a=1 b=2");
 
     const auto result = Read("TYPEOF FUNCTION (NONE)\n{\nTYPEOF RETURN (a)\n{\nKIND=\"USER\"\n}\n}\n");
     result->RemoveChild(result->returnParameter);
@@ -578,31 +565,32 @@ TEST_F(FunctionTest, BrokenExpectationsEndTheProcess) {
         const char* why;
         std::function<void()> provoke;
     };
-    for (const Case& c : std::initializer_list<Case>{
-             {"null child", [&] { loose.AddChild(nullptr, nullptr, true); }},
-             {"load without a model", [&] { loose.SetModel(nullptr), loose.OnLoadEnd(); }},
-             {"load with a model of another kind", [&] { loose.SetModel(&parameter), loose.OnLoadEnd(); }},
-             {"evaluation without a model", [&] { loose.SetModel(nullptr), loose.Evaluate(); }},
-             {"text without a model", [&] { loose.SetModel(nullptr), loose.UpdateDisplayText(); }},
-             {"copy to nothing", [&] { loose.CopyModelAttributes(nullptr); }},
-             {"copy to another kind", [&] { loose.CopyUserAttributes(&parameter); }},
-             {"null parameter in a search", [&] { loose.parameters = {nullptr}, loose.FindItem(KindTask, "", ""); }},
-             {"null parameter in a collection",
-              [&] {
-                  std::vector<ScenarioItem*> out;
-                  loose.parameters = {nullptr};
-                  loose.CollectAllItemsOfKind(KindTask, out);
-              }},
-             {"null parameter in an evaluation",
-              [&] { loose.parameters = {nullptr}, loose.codeNumber = 0, loose.Evaluate(); }},
-             {"null parameter in the tree", [&] { loose.parameters = {nullptr}, loose.UpdateDisplayTextTree(); }},
-             {"no radius to be had",
-              [&] {
-                  Function& definition = Definition("IS_VHL_AT_POSITION");
-                  definition.RemoveChild(definition.parameters[1]);
-                  Read(Call("IS_VHL_AT_POSITION", {{"a", "1"}}));
-              }},
-         }) {
+    const Case cases[] = {
+        {"null child", [&] { loose.AddChild(nullptr, nullptr, true); }},
+        {"load without a model", [&] { loose.SetModel(nullptr), loose.OnLoadEnd(); }},
+        {"load with a model of another kind", [&] { loose.SetModel(&parameter), loose.OnLoadEnd(); }},
+        {"evaluation without a model", [&] { loose.SetModel(nullptr), loose.Evaluate(); }},
+        {"text without a model", [&] { loose.SetModel(nullptr), loose.UpdateDisplayText(); }},
+        {"copy to nothing", [&] { loose.CopyModelAttributes(nullptr); }},
+        {"copy to another kind", [&] { loose.CopyUserAttributes(&parameter); }},
+        {"null parameter in a search", [&] { loose.parameters = {nullptr}, loose.FindItem(KindTask, "", ""); }},
+        {"null parameter in a collection",
+         [&] {
+             std::vector<ScenarioItem*> out;
+             loose.parameters = {nullptr};
+             loose.CollectAllItemsOfKind(KindTask, out);
+         }},
+        {"null parameter in an evaluation",
+         [&] { loose.parameters = {nullptr}, loose.codeNumber = 0, loose.Evaluate(); }},
+        {"null parameter in the tree", [&] { loose.parameters = {nullptr}, loose.UpdateDisplayTextTree(); }},
+        {"no radius to be had",
+         [&] {
+             Function& definition = Definition("IS_VHL_AT_POSITION");
+             definition.RemoveChild(definition.parameters[1]);
+             Read(Call("IS_VHL_AT_POSITION", {{"a", "1"}}));
+         }},
+    };
+    for (const Case& c : cases) {
         EXPECT_DEATH(c.provoke(), "function:[0-9]+\n") << c.why;
     }
 }

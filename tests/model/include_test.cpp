@@ -20,10 +20,6 @@ public:
 
 class IncludeTest : public RunningTest {
 protected:
-    // What was written to the standard output is taken from `output`.
-    void SetUp() override { formerBuffer = std::cout.rdbuf(output.rdbuf()); }
-    void TearDown() override { std::cout.rdbuf(formerBuffer); }
-
     static std::string Reference(const std::string& file) {
         return "TYPEOF INCLUDE (1)\n{\n\tISA_INDEX=\"1\"\n\tFILE=\"" + file + "\"\n}\n";
     }
@@ -32,20 +28,12 @@ protected:
         output.str("");
         return host.ReadAs<Include>(Reference(file));
     }
-    std::string DiskPath(const std::string& file) {
-        std::string path = (data.Root() / "data/script/include" / file).string();
-        NormalizePath(path);
-        return path;
-    }
+    std::string DiskPath(const std::string& file) { return data.Normal("data/script/include/" + file); }
     void WriteInclude(const std::string& file, const std::string& text) {
         data.Write("data/script/include/" + file, text);
     }
 
     DataPath data;
-    std::ostringstream output;
-
-private:
-    std::streambuf* formerBuffer = nullptr;
 };
 
 const std::string kContent = ScriptText(R"(
@@ -55,14 +43,6 @@ const std::string kContent = ScriptText(R"(
         TYPEOF TASK (1) LABEL="Wait"
 )");
 
-std::string NamesOf(const ScenarioItem& item) {
-    std::vector<ScenarioItem*> children;
-    item.GetChildren(children);
-    std::string names;
-    for (const ScenarioItem* child : children) names += std::string(KindKeyword(child->kind)) + child->name + " ";
-    return names;
-}
-
 TEST_F(IncludeTest, LoadsFromTheDisk) {
     WriteInclude("sub/monitor.sc", kContent);
     for (const char* file : {"sub/monitor.sc", "sub\\monitor.sc"}) {
@@ -70,7 +50,7 @@ TEST_F(IncludeTest, LoadsFromTheDisk) {
         ASSERT_TRUE(include) << file;
         EXPECT_EQ(include->label, "Monitor");
         EXPECT_EQ(include->name, "1") << "its own name stays";
-        EXPECT_EQ(NamesOf(*include), "VARIABLE2 RULE7 TASK1 ");
+        EXPECT_EQ(BlocksOf(*include), "VARIABLE2 RULE7 TASK1 ");
         EXPECT_EQ(include->fileName, file);
         EXPECT_EQ(include->resolvedPath, DiskPath("sub/monitor.sc"));
         EXPECT_EQ(include->subTasks.front()->parent, include.get());
@@ -86,7 +66,7 @@ TEST_F(IncludeTest, LoadsFromTheDisk) {
 
         const std::unique_ptr<ScenarioItem> clone(include->Clone());
         EXPECT_EQ(clone->label, "Monitor");
-        EXPECT_EQ(NamesOf(*clone), "VARIABLE2 RULE7 TASK1 ");
+        EXPECT_EQ(BlocksOf(*clone), "VARIABLE2 RULE7 TASK1 ");
         EXPECT_EQ(clone->resolvedPath, include->resolvedPath);
         EXPECT_EQ(SavedText(*clone), SavedText(*include));
     }
@@ -105,7 +85,7 @@ TEST_F(IncludeTest, LoadsFromRepositoriesFirst) {
         const auto include = ReadReference("a.sc");
         EXPECT_EQ(include->label, "Monitor");
         EXPECT_EQ(include->resolvedPath, "");
-        EXPECT_EQ(NamesOf(*include), "VARIABLE2 RULE7 TASK1 ");
+        EXPECT_EQ(BlocksOf(*include), "VARIABLE2 RULE7 TASK1 ");
     }
     first.isBroken = true;
     EXPECT_EQ(ReadReference("a.sc")->label, "disk") << "a repository that cannot read counts as one without the file";
@@ -159,7 +139,7 @@ TEST_F(IncludeTest, WhatCannotBeLoadedStays) {
         const auto include = ReadReference(row.file);
         ASSERT_TRUE(include) << row.why;
         EXPECT_EQ(include->label, row.label) << row.why;
-        EXPECT_EQ(NamesOf(*include), "") << row.why;
+        EXPECT_EQ(BlocksOf(*include), "") << row.why;
         EXPECT_EQ(host.log.str(), row.log) << row.why;
         EXPECT_EQ(output.str(), row.output) << row.why;
         include->UpdateDisplayTextTree();
@@ -209,7 +189,7 @@ TEST_F(IncludeTest, ReadsInlineContentAndTheFileOnce) {
     for (const auto& row : rows) {
         const auto item = host.Read(std::string("TYPEOF INCLUDE (1)\n{\n") + row.body + "}\n");
         ASSERT_EQ(item != nullptr, row.reads) << row.why;
-        EXPECT_EQ(item ? NamesOf(*item) : "", row.children) << row.why;
+        EXPECT_EQ(item ? BlocksOf(*item) : "", row.children) << row.why;
     }
     EXPECT_EQ(output.str(), "");
 
@@ -265,9 +245,9 @@ TEST_F(IncludeTest, TakesOverWhatAScenarioHolds) {
     ASSERT_TRUE(scenario) << host.log.str();
     Include include;
     include.AddChild(scenario.get(), nullptr, true);
-    EXPECT_EQ(NamesOf(include), "INCLUDE11 VARIABLE2 RULE3 TASK4 ");
+    EXPECT_EQ(BlocksOf(include), "INCLUDE11 VARIABLE2 RULE3 TASK4 ");
     EXPECT_EQ(include.includes.front()->parent, &include);
-    EXPECT_EQ(NamesOf(*scenario), "EVALUATION5 GENERAL_PARAMETERS6 ") << "what an include cannot hold stays";
+    EXPECT_EQ(BlocksOf(*scenario), "EVALUATION5 GENERAL_PARAMETERS6 ") << "what an include cannot hold stays";
     EXPECT_EQ(scenario->parent, nullptr);
 }
 

@@ -164,19 +164,33 @@ TEST(ChildStore, PlacesBesideTheReferenceOrAtAnEnd) {
         {"a stranger as reference, after", "?", true, {"a", "b", "c", "new"}},
         {"a stranger as reference, not after", "?", false, {"new", "a", "b", "c"}},
     };
-    for (const ScenarioItemKind kind : {KindFolder, KindConfig}) {
+    const std::pair<ScenarioItemKind, ScenarioItemKind> lists[] = {
+        {KindFolder, KindFolder},      {KindConfig, KindFolder},       {KindTask, KindVariable},
+        {KindTask, KindRule},          {KindTask, KindTask},           {KindRule, KindVariable},
+        {KindRule, KindCondition},     {KindRule, KindAction},         {KindRule, KindElseAction},
+        {KindFunction, KindParameter}, {KindCondition, KindCondition}, {KindEvaluation, KindCriteria},
+    };
+    for (const auto& [list, kind] : lists) {
         for (const auto& row : rows) {
-            const OwnedItem parent = Make(kind, "p");
-            for (const char* name : {"a", "b", "c"}) Grow(parent.get(), KindFolder, name);
+            SCOPED_TRACE(std::string(KindKeyword(list)) + " " + KindKeyword(kind) + ": " + row.why);
+            const OwnedItem parent = Make(list, "p");
+            for (const char* name : {"a", "b", "c"}) Grow(parent.get(), kind, name);
             Node stranger;
-            ScenarioItem* reference = nullptr;
-            if (row.reference) reference = At(parent.get(), {row.reference});
+            ScenarioItem* reference = row.reference ? At(parent.get(), {row.reference}) : nullptr;
             if (row.reference && !reference) reference = &stranger;
-            ScenarioItem* added = CreateItem(KindFolder, "new", nullptr);
+            ScenarioItem* added = CreateItem(kind, "new", nullptr);
             parent->AddChild(added, reference, row.after);
-            EXPECT_EQ(ChildNames(*parent), row.expected) << Why(row);
+            EXPECT_EQ(ChildNames(*parent), row.expected);
             EXPECT_EQ(added->parent, parent.get());
-            for (const char* name : {"a", "b", "c", "new"}) parent->RemoveChild(At(parent.get(), {name}));
+            const OwnedItem old(At(parent.get(), {"b"}));
+            parent->ReplaceChild(CreateItem(kind, "d", nullptr), old.get());
+            parent->SwapChildren(added, At(parent.get(), {"d"}));
+            std::vector<std::string> swapped = row.expected;
+            for (std::string& name : swapped) name = name == "new" ? "d" : name == "b" ? "new" : name;
+            EXPECT_EQ(ChildNames(*parent), swapped);
+            parent->RemoveChild(added);
+            std::erase(swapped, "new");
+            EXPECT_EQ(ChildNames(*parent, kind), swapped);
         }
     }
 }
@@ -519,18 +533,13 @@ TEST(Paths, AreNormalised) {
 TEST(Paths, AreResolvedOnTheDataPath) {
     const DataPath data;
     data.Write("data/script/include/a b.sc", "x");
-    const std::string root = data.Root().string();
     const auto resolved = [](const char* file, std::string directory) {
         ResolveDataPath(file, directory);
         return directory;
     };
-    const auto normal = [](std::string path) {
-        NormalizePath(path);
-        return path;
-    };
-    EXPECT_EQ(resolved("a b.sc", "data/script/include"), normal(root + "/data/script/include/a b.sc"));
-    EXPECT_EQ(resolved("none.sc", "data/script/include"), normal(root + "/data/script/include/none.sc"));
-    EXPECT_EQ(resolved(nullptr, "data/script"), normal(root + "/data/script"));
+    EXPECT_EQ(resolved("a b.sc", "data/script/include"), data.Normal("data/script/include/a b.sc"));
+    EXPECT_EQ(resolved("none.sc", "data/script/include"), data.Normal("data/script/include/none.sc"));
+    EXPECT_EQ(resolved(nullptr, "data/script"), data.Normal("data/script"));
 }
 
 // What a caller can bring about, by the label under which people in the field know it.

@@ -39,8 +39,10 @@ const char* const kModel = R"(
         TYPEOF FOLDER (CONDITION_LIST))";
 
 // A text with the lines of one block in place of the "@".
-std::string With(std::string_view frame, std::string_view lines) {
+std::string With(std::string_view frame, std::string_view entries) {
     std::string text = ScriptText(frame);
+    std::string lines = EntryLines(entries);
+    if (lines.ends_with('\n')) lines.pop_back();
     return text.replace(text.find('@'), 1, lines);
 }
 
@@ -84,65 +86,47 @@ TEST_F(ParameterTest, DefinitionIsCheckedLineByLine) {
     Check(
         R"(
         TYPEOF FOLDER (model)
-        {
             TYPEOF FOLDER (ENUMTAB_LIST)
-            {
                 TYPEOF ENUMTAB (gear)
-                {
-                }
-            }
             TYPEOF FOLDER (PARAMETER_LIST)
-            {
                 TYPEOF PARAMETER (p)
-                {
-        @
-                }
-            }
-        })",
+                    @)",
         {
-            {"least", "TYPE=\"BOOL\"\nKINDLIST=\"USER\"", 0, ""},
-            {"unknown type", "TYPE=\"DOUBLE\"\nKINDLIST=\"USER\"", 1, "TYPE \"DOUBLE\" is not among"},
-            {"type is not set by an empty text", "TYPE=\"\"\nKINDLIST=\"USER\"", 1, "TYPE"},
-            {"unknown usage", "TYPE=\"BOOL\"\nUSAGE=\"BY_NAME\"\nKINDLIST=\"USER\"", 2, "USAGE \"BY_NAME\""},
-            {"empty usage", "TYPE=\"BOOL\"\nUSAGE=\"\"\nKINDLIST=\"USER\"", 2, "USAGE"},
-            {"unknown tab", "ENUMTAB=\"gaer\"\nTYPE=\"BOOL\"\nKINDLIST=\"USER\"", 1, "\"gaer\", did you mean \"gear\""},
-            {"empty tab", "ENUMTAB=\"\"\nTYPE=\"BOOL\"\nKINDLIST=\"USER\"", 1, "unknown enumeration"},
+            {"least", "TYPE='BOOL' KINDLIST='USER'", 0, ""},
+            {"unknown type", "TYPE='DOUBLE' KINDLIST='USER'", 1, "TYPE \"DOUBLE\" is not among"},
+            {"type is not set by an empty text", "TYPE='' KINDLIST='USER'", 1, "TYPE"},
+            {"unknown usage", "TYPE='BOOL' USAGE='BY_NAME' KINDLIST='USER'", 2, "USAGE \"BY_NAME\""},
+            {"empty usage", "TYPE='BOOL' USAGE='' KINDLIST='USER'", 2, "USAGE"},
+            {"unknown tab", "ENUMTAB='gaer' TYPE='BOOL' KINDLIST='USER'", 1, "\"gaer\", did you mean \"gear\""},
+            {"empty tab", "ENUMTAB='' TYPE='BOOL' KINDLIST='USER'", 1, "unknown enumeration"},
             {"unset ones as the writer prints them",
-             "UNIT=\"\"\nTYPE=\"BOOL\"\nUSAGE=\"\"\nENUMTAB=\"\"\nFILEDIR=\"\"\nFILEEXT=\"\"\nKINDLIST="
-             "\"USER\"\nMINVALUE=\"0\"\n"
-             "MAXVALUE=\"\"",
+             "UNIT='' TYPE='BOOL' USAGE='' ENUMTAB='' FILEDIR='' FILEEXT='' KINDLIST='USER' MINVALUE='0' MAXVALUE=''",
              0, ""},
             {"the same with a line missing",
-             "UNIT=\"\"\nTYPE=\"BOOL\"\nUSAGE=\"\"\nENUMTAB=\"\"\nFILEDIR=\"\"\nFILEEXT=\"\"\nKINDLIST="
-             "\"USER\"\nMAXVALUE=\"\"",
-             3, "USAGE"},
-            {"unknown kind", "TYPE=\"BOOL\"\nKINDLIST=\"USER MODIFIER\"", 2, "\"MODIFIER\" in KINDLIST"},
-            {"kinds are upper case", "TYPE=\"BOOL\"\nKINDLIST=\"user\"", 2, "\"user\" in KINDLIST"},
-            {"file wants a directory", "TYPE=\"STRING\"\nKINDLIST=\"FILE\"\nFILEDIR=\"images\"", 2, "FILEDIR above"},
-            {"file with a directory", "TYPE=\"STRING\"\nFILEDIR=\"images\"\nKINDLIST=\"FILE\"", 0, ""},
-            {"enum wants a tab", "TYPE=\"BOOL\"\nKINDLIST=\"ENUM\"\nENUMTAB=\"gear\"", 2, "ENUMTAB above"},
-            {"enum with a tab", "TYPE=\"BOOL\"\nENUMTAB=\"gear\"\nKINDLIST=\"ENUM\"", 0, ""},
-            {"address of a literal", "TYPE=\"BOOL\"\nUSAGE=\"BY_ADDRESS\"\nKINDLIST=\"VARIABLE USER\"", 3,
-             "BY_ADDRESS"},
-            {"address of nothing", "TYPE=\"BOOL\"\nUSAGE=\"BY_ADDRESS\"\nKINDLIST=\"USER\"", 3, "BY_ADDRESS"},
-            {"address of a variable", "TYPE=\"BOOL\"\nUSAGE=\"BY_ADDRESS\"\nKINDLIST=\"VARIABLE\"", 0, ""},
-            {"usage comes too late", "TYPE=\"BOOL\"\nKINDLIST=\"USER\"\nUSAGE=\"BY_ADDRESS\"", 0, ""},
-            {"one point is no range", "TYPE=\"FLOAT\"\nKINDLIST=\"USER\"\nMINVALUE=\"1\"\nMAXVALUE=\"1\"", 4,
+             "UNIT='' TYPE='BOOL' USAGE='' ENUMTAB='' FILEDIR='' FILEEXT='' KINDLIST='USER' MAXVALUE=''", 3, "USAGE"},
+            {"unknown kind", "TYPE='BOOL' KINDLIST='USER MODIFIER'", 2, "\"MODIFIER\" in KINDLIST"},
+            {"kinds are upper case", "TYPE='BOOL' KINDLIST='user'", 2, "\"user\" in KINDLIST"},
+            {"file wants a directory", "TYPE='STRING' KINDLIST='FILE' FILEDIR='images'", 2, "FILEDIR above"},
+            {"file with a directory", "TYPE='STRING' FILEDIR='images' KINDLIST='FILE'", 0, ""},
+            {"enum wants a tab", "TYPE='BOOL' KINDLIST='ENUM' ENUMTAB='gear'", 2, "ENUMTAB above"},
+            {"enum with a tab", "TYPE='BOOL' ENUMTAB='gear' KINDLIST='ENUM'", 0, ""},
+            {"address of a literal", "TYPE='BOOL' USAGE='BY_ADDRESS' KINDLIST='VARIABLE USER'", 3, "BY_ADDRESS"},
+            {"address of nothing", "TYPE='BOOL' USAGE='BY_ADDRESS' KINDLIST='USER'", 3, "BY_ADDRESS"},
+            {"address of a variable", "TYPE='BOOL' USAGE='BY_ADDRESS' KINDLIST='VARIABLE'", 0, ""},
+            {"usage comes too late", "TYPE='BOOL' KINDLIST='USER' USAGE='BY_ADDRESS'", 0, ""},
+            {"one point is no range", "TYPE='FLOAT' KINDLIST='USER' MINVALUE='1' MAXVALUE='1'", 4,
              "not above MINVALUE \"1\""},
-            {"range", "TYPE=\"FLOAT\"\nKINDLIST=\"USER\"\nMINVALUE=\"-1e2\"\nMAXVALUE=\"0x1p4\"", 0, ""},
-            {"empty maximum is zero", "TYPE=\"FLOAT\"\nKINDLIST=\"USER\"\nMINVALUE=\"0\"\nMAXVALUE=\"\"", 4,
-             "MAXVALUE"},
-            {"below an empty maximum", "TYPE=\"FLOAT\"\nKINDLIST=\"USER\"\nMINVALUE=\"-1\"\nMAXVALUE=\"\"", 0, ""},
-            {"maximum first is not compared", "TYPE=\"FLOAT\"\nKINDLIST=\"USER\"\nMAXVALUE=\"1\"\nMINVALUE=\"2\"", 0,
-             ""},
-            {"second type", "TYPE=\"FLOAT\"\nTYPE=\"BOOL\"\nKINDLIST=\"USER\"", 2, ""},
-            {"no type", "KINDLIST=\"USER\"", 2, "no TYPE"},
-            {"no kinds", "TYPE=\"BOOL\"", 2, "no KINDLIST"},
-            {"no kinds in the list", "TYPE=\"BOOL\"\nKINDLIST=\"\"", 3, "no KINDLIST"},
-            {"default", "TYPE=\"BOOL\"\nKINDLIST=\"USER\"\nKIND=\"USER\"\nVALUE=\"1\"\nOWNER_FILE=\"\"", 0, ""},
-            {"empty default", "TYPE=\"BOOL\"\nKINDLIST=\"USER\"\nKIND=\"\"\nVALUE=\"\"\nOWNER_FILE=\"\"", 0, ""},
-            {"limits hold below a call only",
-             "TYPE=\"FLOAT\"\nKINDLIST=\"USER\"\nMINVALUE=\"1\"\nKIND=\"USER\"\nVALUE=\"0\"", 0, ""},
+            {"range", "TYPE='FLOAT' KINDLIST='USER' MINVALUE='-1e2' MAXVALUE='0x1p4'", 0, ""},
+            {"empty maximum is zero", "TYPE='FLOAT' KINDLIST='USER' MINVALUE='0' MAXVALUE=''", 4, "MAXVALUE"},
+            {"below an empty maximum", "TYPE='FLOAT' KINDLIST='USER' MINVALUE='-1' MAXVALUE=''", 0, ""},
+            {"maximum first is not compared", "TYPE='FLOAT' KINDLIST='USER' MAXVALUE='1' MINVALUE='2'", 0, ""},
+            {"second type", "TYPE='FLOAT' TYPE='BOOL' KINDLIST='USER'", 2, ""},
+            {"no type", "KINDLIST='USER'", 2, "no TYPE"},
+            {"no kinds", "TYPE='BOOL'", 2, "no KINDLIST"},
+            {"no kinds in the list", "TYPE='BOOL' KINDLIST=''", 3, "no KINDLIST"},
+            {"default", "TYPE='BOOL' KINDLIST='USER' KIND='USER' VALUE='1' OWNER_FILE=''", 0, ""},
+            {"empty default", "TYPE='BOOL' KINDLIST='USER' KIND='' VALUE='' OWNER_FILE=''", 0, ""},
+            {"limits hold below a call only", "TYPE='FLOAT' KINDLIST='USER' MINVALUE='1' KIND='USER' VALUE='0'", 0, ""},
         });
 }
 
@@ -160,47 +144,43 @@ TEST_F(ParameterTest, EnumerationNeedsItsFolderFirst) {
 TEST_F(ParameterTest, InstanceIsCheckedAgainstItsDefinition) {
     const char* const frame = R"(
         TYPEOF ACTION (go)
-        {
             TYPEOF PARAMETER (whole)
-            {
-        @
-            }
-        })";
+                @)";
     Check(frame, {
-                     {"literal", "KIND=\"USER\"\nVALUE=\"12\"", 0, ""},
-                     {"number with a tail", "KIND=\"USER\"\nVALUE=\"12abc\"", 0, ""},
-                     {"blanks and a sign", "KIND=\"USER\"\nVALUE=\"  +7\"", 0, ""},
-                     {"beyond every range", "KIND=\"USER\"\nVALUE=\"99999999999999999999\"", 0, ""},
-                     {"limits are not tested in a script", "KIND=\"USER\"\nVALUE=\"0\"", 0, ""},
-                     {"no number", "KIND=\"USER\"\nVALUE=\"abc\"", 2, "VALUE \"abc\" is no INTEGER"},
-                     {"sign alone", "KIND=\"USER\"\nVALUE=\"-\"", 2, "is no INTEGER"},
-                     {"decimals alone", "KIND=\"USER\"\nVALUE=\".5\"", 2, "is no INTEGER"},
-                     {"value without a kind", "VALUE=\"abc\"\nKIND=\"USER\"", 0, ""},
-                     {"no kind", "VALUE=\"1\"", 2, "\"whole\" has no KIND"},
-                     {"empty kind stays open", "KIND=\"\"\nKIND=\"USER\"\nVALUE=\"1\"", 0, ""},
-                     {"empty kind is none", "KIND=\"\"\nVALUE=\"1\"", 3, "has no KIND"},
-                     {"kind that is not offered", "KIND=\"TRIGGER\"", 1,
+                     {"literal", "KIND='USER' VALUE='12'", 0, ""},
+                     {"number with a tail", "KIND='USER' VALUE='12abc'", 0, ""},
+                     {"blanks and a sign", "KIND='USER' VALUE='  +7'", 0, ""},
+                     {"beyond every range", "KIND='USER' VALUE='99999999999999999999'", 0, ""},
+                     {"limits are not tested in a script", "KIND='USER' VALUE='0'", 0, ""},
+                     {"no number", "KIND='USER' VALUE='abc'", 2, "VALUE \"abc\" is no INTEGER"},
+                     {"sign alone", "KIND='USER' VALUE='-'", 2, "is no INTEGER"},
+                     {"decimals alone", "KIND='USER' VALUE='.5'", 2, "is no INTEGER"},
+                     {"value without a kind", "VALUE='abc' KIND='USER'", 0, ""},
+                     {"no kind", "VALUE='1'", 2, "\"whole\" has no KIND"},
+                     {"empty kind stays open", "KIND='' KIND='USER' VALUE='1'", 0, ""},
+                     {"empty kind is none", "KIND='' VALUE='1'", 3, "has no KIND"},
+                     {"kind that is not offered", "KIND='TRIGGER'", 1,
                       "KIND \"TRIGGER\" is not among \"USER ENUM FILE VARIABLE FUNCTION PICK VEHICLE\""},
-                     {"second kind", "KIND=\"USER\"\nKIND=\"PICK\"", 2, ""},
-                     {"entry", "KIND=\"ENUM\"\nVALUE=\"park\"", 0, ""},
-                     {"unknown entry", "KIND=\"ENUM\"\nVALUE=\"parc\"", 2, "no entry of the enumeration \"gear\""},
-                     {"second value", "KIND=\"USER\"\nVALUE=\"1\"\nVALUE=\"2\"", 3, ""},
-                     {"value after an empty one", "KIND=\"USER\"\nVALUE=\"\"\nVALUE=\"7\"", 0, ""},
-                     {"file of a literal", "KIND=\"USER\"\nVALUE=\"1\"\nOWNER_FILE=\"x.sc\"", 0, ""},
-                     {"label belongs to the definition", "LABEL=\"x\"\nKIND=\"USER\"", 1, ""},
-                     {"kinds belong to the definition", "KINDLIST=\"USER\"", 1, "KIND"},
+                     {"second kind", "KIND='USER' KIND='PICK'", 2, ""},
+                     {"entry", "KIND='ENUM' VALUE='park'", 0, ""},
+                     {"unknown entry", "KIND='ENUM' VALUE='parc'", 2, "no entry of the enumeration \"gear\""},
+                     {"second value", "KIND='USER' VALUE='1' VALUE='2'", 3, ""},
+                     {"value after an empty one", "KIND='USER' VALUE='' VALUE='7'", 0, ""},
+                     {"file of a literal", "KIND='USER' VALUE='1' OWNER_FILE='x.sc'", 0, ""},
+                     {"label belongs to the definition", "LABEL='x' KIND='USER'", 1, ""},
+                     {"kinds belong to the definition", "KINDLIST='USER'", 1, "KIND"},
                      {"a condition is no value", "KIND=\"FUNCTION\"\nTYPEOF CONDITION (PI)\n{\n}", 4, ""},
                  });
 
-    auto item = world.ReadText(With(frame, "KIND=\"USER\"\nVALUE=\"\"\nVALUE=\"7\"\nOWNER_FILE=\"x.sc\""));
+    auto item = world.ReadText(With(frame, "KIND='USER' VALUE='' VALUE='7' OWNER_FILE='x.sc'"));
     ASSERT_TRUE(item);
     EXPECT_EQ(In(*item, "whole").value, "7");
     EXPECT_EQ(In(*item, "whole").ownerFile, "");
-    item = world.ReadText(With(frame, "KIND=\"VARIABLE\"\nVALUE=\"7\"\nOWNER_FILE=\"x.sc\""));
+    item = world.ReadText(With(frame, "KIND='VARIABLE' VALUE='7' OWNER_FILE='x.sc'"));
     ASSERT_TRUE(item);
     EXPECT_EQ(In(*item, "whole").ownerFile, "x.sc");
     // The file came before the word that would keep it.
-    item = world.ReadText(With(frame, "OWNER_FILE=\"x.sc\"\nKIND=\"VARIABLE\"\nVALUE=\"7\""));
+    item = world.ReadText(With(frame, "OWNER_FILE='x.sc' KIND='VARIABLE' VALUE='7'"));
     ASSERT_TRUE(item);
     EXPECT_EQ(In(*item, "whole").ownerFile, "");
 }
@@ -222,32 +202,35 @@ TEST_F(ParameterTest, FloatsAreWhatScanfTakes) {
         float number;
     };
     const float inf = std::numeric_limits<float>::infinity();
-    for (const Case& c : std::initializer_list<Case>{{"1", true, 1.0F},
-                                                     {"-2.5e1x", true, -25.0F},
-                                                     {" \v+.5", true, 0.5F},
-                                                     {"3.", true, 3.0F},
-                                                     {"1e", true, 1.0F},
-                                                     {"1e+", true, 1.0F},
-                                                     {"0x1p4", true, 16.0F},
-                                                     {"0x.8", true, 0.5F},
-                                                     {"inf", true, inf},
-                                                     {"-INFINITY", true, -inf},
-                                                     {"infx", true, inf},
-                                                     {"1e999", true, inf},
-                                                     {"1e39", true, inf},
-                                                     {"1e-999", true, 0.0F},
-                                                     {"1,5", true, 1.0F},
-                                                     {"0.1", true, 0.1F},
-                                                     {"123456789012345678", true, 123456789012345678.0F},
-                                                     {"9007199254740993", true, 9007199254740993.0F},
-                                                     {"", false, 0.0F},
-                                                     {"-", false, 0.0F},
-                                                     {".", false, 0.0F},
-                                                     {"e5", false, 0.0F},
-                                                     {"0x", false, 0.0F},
-                                                     {"infin", false, inf},
-                                                     {"na", false, 0.0F},
-                                                     {"abc", false, 0.0F}}) {
+    const Case cases[] = {
+        {"1", true, 1.0F},
+        {"-2.5e1x", true, -25.0F},
+        {" \v+.5", true, 0.5F},
+        {"3.", true, 3.0F},
+        {"1e", true, 1.0F},
+        {"1e+", true, 1.0F},
+        {"0x1p4", true, 16.0F},
+        {"0x.8", true, 0.5F},
+        {"inf", true, inf},
+        {"-INFINITY", true, -inf},
+        {"infx", true, inf},
+        {"1e999", true, inf},
+        {"1e39", true, inf},
+        {"1e-999", true, 0.0F},
+        {"1,5", true, 1.0F},
+        {"0.1", true, 0.1F},
+        {"123456789012345678", true, 123456789012345678.0F},
+        {"9007199254740993", true, 9007199254740993.0F},
+        {"", false, 0.0F},
+        {"-", false, 0.0F},
+        {".", false, 0.0F},
+        {"e5", false, 0.0F},
+        {"0x", false, 0.0F},
+        {"infin", false, inf},
+        {"na", false, 0.0F},
+        {"abc", false, 0.0F},
+    };
+    for (const Case& c : cases) {
         SCOPED_TRACE(c.text);
         real.value = c.text;
         EXPECT_EQ(real.CheckValueFormat(), c.isNumber);
@@ -268,7 +251,8 @@ TEST_F(ParameterTest, SavesTheWordsOfTheFormat) {
     definition.SetKind("VARIABLE");
     definition.value = "7";
     definition.SetOwnerFile("x.sc");
-    EXPECT_EQ(ScriptWorld::Saved(definition), ScriptText(R"(
+    definition.fileExt.clear(); // nothing is left out for being empty
+    EXPECT_EQ(SavedText(definition), ScriptText(R"(
 
         TYPEOF PARAMETER (whole)
         {
@@ -278,32 +262,13 @@ TEST_F(ParameterTest, SavesTheWordsOfTheFormat) {
             USAGE="BY_VALUE"
             ENUMTAB="gear"
             FILEDIR="images"
-            FILEEXT="png"
+            FILEEXT=""
             KINDLIST="USER ENUM FILE VARIABLE FUNCTION PICK VEHICLE"
             MINVALUE="1"
             MAXVALUE="10"
             KIND="VARIABLE"
             VALUE="7"
             OWNER_FILE="x.sc"
-        })"));
-    // Nothing is left out for being empty.
-    EXPECT_EQ(ScriptWorld::Saved(Definition("flag")), ScriptText(R"(
-
-        TYPEOF PARAMETER (flag)
-        {
-            LABEL=""
-            UNIT=""
-            TYPE="BOOL"
-            USAGE=""
-            ENUMTAB=""
-            FILEDIR=""
-            FILEEXT=""
-            KINDLIST="USER"
-            MINVALUE=""
-            MAXVALUE=""
-            KIND=""
-            VALUE=""
-            OWNER_FILE=""
         })"));
 }
 
@@ -325,26 +290,17 @@ TEST_F(ParameterTest, NestedCallTakesThePlaceOfTheValue) {
         })";
     const auto item = world.Read(text);
     ASSERT_TRUE(item) << world.cause;
-    EXPECT_EQ(ScriptWorld::Saved(*item), ScriptText(text));
+    EXPECT_EQ(SavedText(*item), ScriptText(text));
 }
 
 // Found by the leak checker too: nobody else knows the first call, nor the one that is refused.
 TEST_F(ParameterTest, LastNestedCallOfATextStands) {
     const char* const frame = R"(
         TYPEOF ACTION (go)
-        {
-            TYPEOF PARAMETER (whole)
-            {
-                KIND="FUNCTION"
+            TYPEOF PARAMETER (whole) KIND="FUNCTION"
                 TYPEOF FUNCTION (PI)
-                {
-                }
                 TYPEOF FUNCTION (PI)
-                {
-        @
-                }
-            }
-        })";
+                    @)";
     const auto item = world.ReadText(With(frame, ""));
     ASSERT_TRUE(item) << world.cause;
     EXPECT_EQ(In(*item, "whole").functionValue->parent, &In(*item, "whole"));
@@ -363,7 +319,7 @@ TEST_F(ParameterTest, ReturnIsAFormOfTheTextAlone) {
     EXPECT_TRUE(call.returnParameter->isReturn);
     EXPECT_EQ(call.returnType, "FLOAT");
     EXPECT_EQ(call.parameters.size(), 1);
-    const std::string saved = ScriptWorld::Saved(*item);
+    const std::string saved = SavedText(*item);
     EXPECT_THAT(saved, HasSubstr("TYPEOF PARAMETER (real)"));
     EXPECT_THAT(saved, testing::Not(HasSubstr("RETURN")));
 }
@@ -473,33 +429,34 @@ TEST_F(ParameterTest, ValueBecomesAnArgument) {
     Parameter& parameter = In(*script, "whole");
     parameter.functionValue = static_cast<Function*>(CreateItem(KindFunction, "PI", nullptr));
     parameter.functionValue->SetModel(&world.Find<Function>(*world.root, KindFunction, "PI"));
-    for (const Case& c : std::initializer_list<Case>{
-             {"whole", "USER", "7x", "", "1 7 [7x]", ""},
-             {"flag", "USER", "1", "", "1 1 [1]", ""},
-             {"word", "USER", "7", "", "3 0 [7]", ""},
-             {"nothing", "USER", "7", "", "4 0 []", ""},
-             {"whole", "ENUM", "reverse", "", "1 -1 []", ""},
-             {"whole", "ENUM", "first", "", "1 1.5 []", ""},
-             {"whole", "ENUM", "park", "", "3 0 [P]", ""},
-             {"whole", "ENUM", "none", "", "4 0 []", ""},
-             {"whole", "ENUM", "unknown", "", "4 0 []", ""},
-             {"real", "FUNCTION", "", "", "1 3.14159 []", ""},
-             {"word", "FUNCTION", "", "", "4 0 [3.141590]", ""},
-             {"nothing", "FUNCTION", "", "", "4 0 []", ""},
-             {"real", "VARIABLE", "3", "main.sc", "1 3.5 []", ""},
-             {"real", "VARIABLE", "3", "other.sc", "1 30.5 []", ""},
-             {"real", "VARIABLE", "003x", "main.sc", "1 3.5 []", ""},
-             {"real", "VARIABLE", "3", "", "1 0 []", ""},
-             {"real", "VARIABLE", "4", "main.sc", "1 0 []", "\003Var 4: types FLOAT and INTEGER are different\n"},
-             {"word", "VARIABLE", "4", "main.sc", "3 0 [4]", ""},
-             {"word", "VARIABLE", "5", "main.sc", "3 0 [five]", ""},
-             {"nothing", "VARIABLE", "5", "main.sc", "4 0 []", ""},
-             {"target", "VARIABLE", "3", "main.sc", "3 0 [3 main.sc]", ""},
-             {"wordTarget", "VARIABLE", "3", "main.sc", "3 3 []", ""},
-             {"whole", "PICK", "7", "", "4 0 []", ""},
-             {"whole", "RULE", "7", "", "4 0 []", ""},
-             {"whole", "", "7", "", "4 0 []", ""},
-         }) {
+    const Case cases[] = {
+        {"whole", "USER", "7x", "", "1 7 [7x]", ""},
+        {"flag", "USER", "1", "", "1 1 [1]", ""},
+        {"word", "USER", "7", "", "3 0 [7]", ""},
+        {"nothing", "USER", "7", "", "4 0 []", ""},
+        {"whole", "ENUM", "reverse", "", "1 -1 []", ""},
+        {"whole", "ENUM", "first", "", "1 1.5 []", ""},
+        {"whole", "ENUM", "park", "", "3 0 [P]", ""},
+        {"whole", "ENUM", "none", "", "4 0 []", ""},
+        {"whole", "ENUM", "unknown", "", "4 0 []", ""},
+        {"real", "FUNCTION", "", "", "1 3.14159 []", ""},
+        {"word", "FUNCTION", "", "", "4 0 [3.141590]", ""},
+        {"nothing", "FUNCTION", "", "", "4 0 []", ""},
+        {"real", "VARIABLE", "3", "main.sc", "1 3.5 []", ""},
+        {"real", "VARIABLE", "3", "other.sc", "1 30.5 []", ""},
+        {"real", "VARIABLE", "003x", "main.sc", "1 3.5 []", ""},
+        {"real", "VARIABLE", "3", "", "1 0 []", ""},
+        {"real", "VARIABLE", "4", "main.sc", "1 0 []", "\003Var 4: types FLOAT and INTEGER are different\n"},
+        {"word", "VARIABLE", "4", "main.sc", "3 0 [4]", ""},
+        {"word", "VARIABLE", "5", "main.sc", "3 0 [five]", ""},
+        {"nothing", "VARIABLE", "5", "main.sc", "4 0 []", ""},
+        {"target", "VARIABLE", "3", "main.sc", "3 0 [3 main.sc]", ""},
+        {"wordTarget", "VARIABLE", "3", "main.sc", "3 3 []", ""},
+        {"whole", "PICK", "7", "", "4 0 []", ""},
+        {"whole", "RULE", "7", "", "4 0 []", ""},
+        {"whole", "", "7", "", "4 0 []", ""},
+    };
+    for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.definition) + " " + c.kind + " " + c.value);
         parameter.SetModel(&Definition(c.definition));
         parameter.valueKind = c.kind;
@@ -573,33 +530,31 @@ TEST_F(ParameterTest, BrokenExpectationsEndTheProcess) {
         const char* site;
         std::function<void()> provoke;
     };
-    for (const Case& c : std::initializer_list<Case>{
-             {"Parameter:89", [&] { set("USER", nullptr), loose.CheckValueFormat(); }},
-             {"Parameter:90", [&] { set("USER", &call), loose.CheckValueFormat(); }},
-             {"Parameter:120", [&] { loose.Save(out); }},
-             {"Parameter:302", [&] { set("", nullptr), loose.LoadUserAttribute(stream); }},
-             {"Parameter:303", [&] { set("", &call), loose.LoadUserAttribute(stream); }},
-             {"Parameter:452", [&] { set("FUNCTION", &definition), loose.SaveUserAttributes(out); }},
-             {"Parameter:481", [&] { definition.CopyModelAttributes(nullptr); }},
-             {"Parameter:482", [&] { definition.CopyModelAttributes(&call); }},
-             {"Parameter:516", [&] { definition.CopyUserAttributes(&call); }},
-             {"Parameter:569", [&] { set("", nullptr), loose.UpdateValidity(); }},
-             {"Parameter:570", [&] { set("", &call), loose.UpdateValidity(); }},
-             {"Parameter:624",
-              [&] {
-                  set("FUNCTION", &definition), call.model = nullptr, loose.SetFunction(&call), loose.UpdateValidity();
-              }},
-             {"Parameter:625",
-              [&] {
-                  set("FUNCTION", &definition), call.model = &definition, loose.SetFunction(&call),
-                                                loose.UpdateValidity();
-              }},
-             {"Parameter:876", [&] { set("", nullptr), loose.UpdateDisplayText(); }},
-             {"Parameter:877", [&] { set("", &call), loose.UpdateDisplayText(); }},
-             {"Parameter:885", [&] { set("ENUM", &definition), loose.value = "unknown", loose.UpdateDisplayText(); }},
-             {"Parameter:1176", [&] { definition.FindEnumEntry("unknown", "first"); }},
-             {"Parameter:1396", [&] { set("ENUM", &definition), definition.enumTab = "", loose.FillValue(value); }},
-         }) {
+    const Case cases[] = {
+        {"Parameter:89", [&] { set("USER", nullptr), loose.CheckValueFormat(); }},
+        {"Parameter:90", [&] { set("USER", &call), loose.CheckValueFormat(); }},
+        {"Parameter:120", [&] { loose.Save(out); }},
+        {"Parameter:302", [&] { set("", nullptr), loose.LoadUserAttribute(stream); }},
+        {"Parameter:303", [&] { set("", &call), loose.LoadUserAttribute(stream); }},
+        {"Parameter:452", [&] { set("FUNCTION", &definition), loose.SaveUserAttributes(out); }},
+        {"Parameter:481", [&] { definition.CopyModelAttributes(nullptr); }},
+        {"Parameter:482", [&] { definition.CopyModelAttributes(&call); }},
+        {"Parameter:516", [&] { definition.CopyUserAttributes(&call); }},
+        {"Parameter:569", [&] { set("", nullptr), loose.UpdateValidity(); }},
+        {"Parameter:570", [&] { set("", &call), loose.UpdateValidity(); }},
+        {"Parameter:624",
+         [&] { set("FUNCTION", &definition), call.model = nullptr, loose.SetFunction(&call), loose.UpdateValidity(); }},
+        {"Parameter:625",
+         [&] {
+             set("FUNCTION", &definition), call.model = &definition, loose.SetFunction(&call), loose.UpdateValidity();
+         }},
+        {"Parameter:876", [&] { set("", nullptr), loose.UpdateDisplayText(); }},
+        {"Parameter:877", [&] { set("", &call), loose.UpdateDisplayText(); }},
+        {"Parameter:885", [&] { set("ENUM", &definition), loose.value = "unknown", loose.UpdateDisplayText(); }},
+        {"Parameter:1176", [&] { definition.FindEnumEntry("unknown", "first"); }},
+        {"Parameter:1396", [&] { set("ENUM", &definition), definition.enumTab = "", loose.FillValue(value); }},
+    };
+    for (const Case& c : cases) {
         EXPECT_DEATH(c.provoke(), std::string(c.site) + "\n") << c.site;
     }
 }

@@ -9,23 +9,8 @@ using ScenarioLib::Scenario;
 
 class ScenarioTest : public RunningTest {
 protected:
-    void SetUp() override { formerBuffer = std::cout.rdbuf(output.rdbuf()); }
-    void TearDown() override { std::cout.rdbuf(formerBuffer); }
-
     DataPath data;
-    std::ostringstream output;
-
-private:
-    std::streambuf* formerBuffer = nullptr;
 };
-
-std::string NamesOf(const ScenarioItem& item, std::uint32_t kind = 0) {
-    std::vector<ScenarioItem*> children;
-    item.GetChildren(children, kind);
-    std::string names;
-    for (const ScenarioItem* child : children) names += std::string(KindKeyword(child->kind)) + child->name + " ";
-    return names;
-}
 
 // Not owned by anybody yet.
 template <class Item>
@@ -55,20 +40,10 @@ const char* const kWhole = R"(
 TEST_F(ScenarioTest, ChildrenStandByKind) {
     const auto scenario = host.ReadAs<Scenario>(kWhole);
     ASSERT_TRUE(scenario) << host.log.str();
-    EXPECT_EQ(NamesOf(*scenario), "INCLUDE4 INCLUDE3 VARIABLE5 RULE6 TASK7 EVALUATION8 GENERAL_PARAMETERS9 ");
-    EXPECT_EQ(NamesOf(*scenario, KindInclude), "INCLUDE4 INCLUDE3 ");
-    EXPECT_EQ(NamesOf(*scenario, KindEvaluation), "EVALUATION8 ");
-    EXPECT_EQ(NamesOf(*scenario, KindGeneralParameters), "GENERAL_PARAMETERS9 ");
-
-    for (const std::uint32_t kind :
-         {KindEvaluation, KindGeneralParameters, KindInclude, KindRule, KindTask, KindVariable}) {
-        EXPECT_TRUE(scenario->AcceptsChildKind(kind)) << KindKeyword(kind);
-        scenario->isaIndex = "1";
-        EXPECT_FALSE(scenario->AcceptsChildKind(kind)) << KindKeyword(kind);
-        scenario->isaIndex = "";
-    }
-    for (const std::uint32_t kind : {KindScenario, KindCriteria, KindAction, KindFolder})
-        EXPECT_FALSE(scenario->AcceptsChildKind(kind)) << KindKeyword(kind);
+    EXPECT_EQ(BlocksOf(*scenario), "INCLUDE4 INCLUDE3 VARIABLE5 RULE6 TASK7 EVALUATION8 GENERAL_PARAMETERS9 ");
+    EXPECT_EQ(BlocksOf(*scenario, KindInclude), "INCLUDE4 INCLUDE3 ");
+    EXPECT_EQ(BlocksOf(*scenario, KindEvaluation), "EVALUATION8 ");
+    EXPECT_EQ(BlocksOf(*scenario, KindGeneralParameters), "GENERAL_PARAMETERS9 ");
 }
 
 TEST_F(ScenarioTest, SavesReadsAndClones) {
@@ -121,7 +96,7 @@ TEST_F(ScenarioTest, SavesReadsAndClones) {
     // Of two includes of one file, which only a text can bring about, a clone takes the first.
     scenario->includes[0]->fileName = "a.sc";
     const std::unique_ptr<ScenarioItem> second(scenario->Clone());
-    EXPECT_EQ(NamesOf(*second, KindInclude), "INCLUDE4 ");
+    EXPECT_EQ(BlocksOf(*second, KindInclude), "INCLUDE4 ");
 }
 
 TEST_F(ScenarioTest, CutAnywhereItIsRefused) {
@@ -129,19 +104,6 @@ TEST_F(ScenarioTest, CutAnywhereItIsRefused) {
     for (std::size_t end = whole.find('\n'); end + 1 < whole.size(); end = whole.find('\n', end + 1))
         EXPECT_FALSE(host.Read(whole.substr(0, end))) << whole.substr(0, end);
 }
-
-class Problems : public LoadProblemListener {
-public:
-    Problems() : former(SetLoadProblemListener(this)) {}
-    ~Problems() override { SetLoadProblemListener(former); }
-    void OnLoadProblem(const LoadProblem& problem) override {
-        told += std::to_string(problem.row) + (problem.isWarning ? " warning: " : ": ") + problem.cause + "\n";
-    }
-    std::string told;
-
-private:
-    LoadProblemListener* former;
-};
 
 TEST_F(ScenarioTest, SaysWhyALineIsRefused) {
     data.Write("data/script/include/task.sc", "TYPEOF TASK (1)\n{\n}\n");
@@ -156,16 +118,16 @@ TEST_F(ScenarioTest, SaysWhyALineIsRefused) {
         {"a score", "TYPEOF EVALUATION (1)\n{\nSCORE=\"7\"\n}\n",
          "3: SCORE \"7\" is no whole number followed by a number"},
         {"an include of another kind", "TYPEOF INCLUDE (1)\n{\nISA_INDEX=\"1\"\nFILE=\"task.sc\"\n}\n",
-         "4 warning: the include \"task.sc\" holds something else than an include"},
+         "4 (warning): the include \"task.sc\" holds something else than an include"},
         {"an include of itself", "TYPEOF INCLUDE (1)\n{\nISA_INDEX=\"1\"\nFILE=\"self.sc\"\n}\n",
          "self.sc\" leads back to itself"},
         {"a scenario that is missing", "TYPEOF SCENARIO (1)\n{\nISA_INDEX=\"1\"\nFILE=\"none.sc\"\n}\n",
-         "4 warning: the scenario \"none.sc\" could not be loaded"},
+         "4 (warning): the scenario \"none.sc\" could not be loaded"},
     };
     for (const auto& row : rows) {
-        Problems problems;
+        LoadProblems problems;
         host.Read(row.text);
-        EXPECT_NE(problems.told.find(row.cause), std::string::npos) << row.why << ": " << problems.told;
+        EXPECT_THAT(problems.told, testing::Contains(testing::HasSubstr(row.cause))) << row.why;
     }
 }
 
@@ -177,7 +139,7 @@ TEST_F(ScenarioTest, AFileIsHeldOnce) {
     for (int i = 0; i < 2; ++i) scenario->AddChild(New<Include>(KindInclude, "3"), nullptr, true);
     const std::unique_ptr<Include> same(New<Include>(KindInclude, "4", "a.sc"));
     scenario->AddChild(same.get(), nullptr, true);
-    EXPECT_EQ(NamesOf(*scenario), "INCLUDE2 INCLUDE1 INCLUDE3 INCLUDE3 ");
+    EXPECT_EQ(BlocksOf(*scenario), "INCLUDE2 INCLUDE1 INCLUDE3 INCLUDE3 ");
     EXPECT_EQ(same->parent, nullptr);
 
     const std::unique_ptr<Evaluation> sameFile(New<Evaluation>(KindEvaluation, "5", "b.sc"));
@@ -193,12 +155,12 @@ TEST_F(ScenarioTest, AFileIsHeldOnce) {
     EXPECT_EQ(scenario->FindIncludeByFile(""), nullptr) << "what has no file is no double";
 
     scenario->ReplaceChild(same.get(), scenario->includes[0]);
-    EXPECT_EQ(NamesOf(*scenario, KindInclude), "INCLUDE2 INCLUDE1 INCLUDE3 INCLUDE3 ") << "nothing is replaced";
+    EXPECT_EQ(BlocksOf(*scenario, KindInclude), "INCLUDE2 INCLUDE1 INCLUDE3 INCLUDE3 ") << "nothing is replaced";
     const std::unique_ptr<Include> former(scenario->includes[0]);
     scenario->ReplaceChild(New<Include>(KindInclude, "7", "c.sc"), former.get());
-    EXPECT_EQ(NamesOf(*scenario, KindInclude), "INCLUDE7 INCLUDE1 INCLUDE3 INCLUDE3 ");
+    EXPECT_EQ(BlocksOf(*scenario, KindInclude), "INCLUDE7 INCLUDE1 INCLUDE3 INCLUDE3 ");
     scenario->RemoveChild(first);
-    EXPECT_EQ(NamesOf(*scenario, KindInclude), "INCLUDE7 INCLUDE3 INCLUDE3 ");
+    EXPECT_EQ(BlocksOf(*scenario, KindInclude), "INCLUDE7 INCLUDE3 INCLUDE3 ");
 }
 
 TEST_F(ScenarioTest, LetsGoOfAnEvaluation) {
@@ -207,10 +169,10 @@ TEST_F(ScenarioTest, LetsGoOfAnEvaluation) {
     auto* second = New<Evaluation>(KindEvaluation, "2", "b.sc");
     scenario->AddChild(first.get(), nullptr, true);
     scenario->AddChild(second, nullptr, true);
-    EXPECT_EQ(NamesOf(*scenario), "EVALUATION2 ") << "the first is neither kept nor destroyed";
+    EXPECT_EQ(BlocksOf(*scenario), "EVALUATION2 ") << "the first is neither kept nor destroyed";
     EXPECT_EQ(first->name, "1");
     scenario->RemoveChild(second);
-    EXPECT_EQ(NamesOf(*scenario), "");
+    EXPECT_EQ(BlocksOf(*scenario), "");
     EXPECT_EQ(second->name, "2") << "nor is one that is removed destroyed";
     delete second;
 
@@ -254,8 +216,7 @@ TEST_F(ScenarioTest, GeneralParametersComeFromTheFileBeside) {
     )");
     ASSERT_TRUE(scenario) << host.log.str();
     EXPECT_EQ(scenario->generalParameters->description, "A slow truck.");
-    std::string path = (data.Root() / "data/scenario/sub/scene.par").string();
-    NormalizePath(path);
+    const std::string path = data.Normal("data/scenario/sub/scene.par");
     EXPECT_EQ(scenario->generalParameters->resolvedPath, path);
     const std::unique_ptr<ScenarioItem> clone(scenario->Clone());
     EXPECT_EQ(static_cast<Scenario&>(*clone).generalParameters->description, "A slow truck.");
@@ -288,20 +249,20 @@ TEST_F(ScenarioTest, AReferenceShowsTheLabelOfItsFile) {
         const char* label;
         const char* displayText;
     } rows[] = {
-        {"found", "ISA_INDEX=\"1\"\nFILE=\"a/scene.sc\"\n", "Scene", "Scene    (scene.sc)"},
+        {"found", "ISA_INDEX='1' FILE='a/scene.sc'", "Scene", "Scene    (scene.sc)"},
         {"its own label gives way", "LABEL=\"L\"\nISA_INDEX=\"1\"\nFILE=\"a\\scene.sc\"\n", "Scene",
          "Scene    (scene.sc)"},
-        {"no reference", "LABEL=\"L\"\nFILE=\"a/scene.sc\"\n", "L", "L"},
-        {"missing", "ISA_INDEX=\"1\"\nFILE=\"none.sc\"\n", "?", "?    (none.sc)"},
-        {"another kind", "ISA_INDEX=\"1\"\nFILE=\"task.sc\"\n", "?", "?    (task.sc)"},
-        {"cut short", "ISA_INDEX=\"1\"\nFILE=\"cut.sc\"\n", "?", "?    (cut.sc)"},
-        {"leads to itself", "ISA_INDEX=\"1\"\nFILE=\"self.sc\"\n", "?", "?    (self.sc)"},
+        {"no reference", "LABEL='L' FILE='a/scene.sc'", "L", "L"},
+        {"missing", "ISA_INDEX='1' FILE='none.sc'", "?", "?    (none.sc)"},
+        {"another kind", "ISA_INDEX='1' FILE='task.sc'", "?", "?    (task.sc)"},
+        {"cut short", "ISA_INDEX='1' FILE='cut.sc'", "?", "?    (cut.sc)"},
+        {"leads to itself", "ISA_INDEX='1' FILE='self.sc'", "?", "?    (self.sc)"},
     };
     for (const auto& row : rows) {
-        const auto scenario = host.ReadAs<Scenario>(std::string("TYPEOF SCENARIO (1)\n{\n") + row.attributes + "}\n");
+        const auto scenario = host.ReadAs<Scenario>("TYPEOF SCENARIO (1)\n{\n" + EntryLines(row.attributes) + "}\n");
         ASSERT_TRUE(scenario) << row.why;
         EXPECT_EQ(scenario->label, row.label) << row.why;
-        EXPECT_EQ(NamesOf(*scenario), "") << row.why;
+        EXPECT_EQ(BlocksOf(*scenario), "") << row.why;
         scenario->UpdateDisplayText();
         EXPECT_EQ(scenario->displayText, row.displayText) << row.why;
     }

@@ -84,22 +84,6 @@ const std::string kEverything = "\n" + ScriptText(R"(
     }
 )");
 
-// Reads with the listener on and answers "row: cause" lines.
-class Causes : public LoadProblemListener {
-public:
-    Causes() : before(SetLoadProblemListener(this)) {}
-    ~Causes() override { SetLoadProblemListener(before); }
-    void OnLoadProblem(const LoadProblem& problem) override {
-        told.push_back(std::to_string(problem.row) + (problem.isWarning ? " (warning): " : ": ") + problem.cause);
-        last = problem;
-    }
-    std::vector<std::string> told;
-    LoadProblem last;
-
-private:
-    LoadProblemListener* before;
-};
-
 TEST(Writer, ItsTextReadsBackByteForByte) {
     const ReadResult read = ReadExactly(kEverything);
     ASSERT_TRUE(read.item) << "row " << read.row;
@@ -281,7 +265,7 @@ TEST(Reader, RefusesWithTheRowOfTheCursorAndTheCause) {
         {"an unknown type", "TYPEOF VARIABLE (0)\n{\nTYPE=\"INT\"\n}\n", 3, "\"INT\" is not a word known here"},
     };
     for (const auto& row : rows) {
-        Causes causes;
+        LoadProblems causes;
         const ReadResult read = ReadExactly(row.text);
         EXPECT_FALSE(read.item) << Why(row);
         EXPECT_EQ(read.row, row.row) << Why(row);
@@ -388,7 +372,7 @@ TEST(Reader, AddsToAGivenParentOrLeavesItAsItWas) {
 }
 
 TEST(Reader, PassesOverWhatAParentAcceptsButDoesNotTakeIn) {
-    Causes causes;
+    LoadProblems causes;
     const std::string text = ScriptText(R"(
         TYPEOF FOLDER (FUNCTION_LIST)
         {
@@ -475,7 +459,7 @@ TEST_F(Files, LoadWithOneMessageForEachFailure) {
 }
 
 TEST_F(Files, AreNamedToTheListener) {
-    Causes causes;
+    LoadProblems causes;
     const std::string wrong = Write("wrong", "TYPEOF FOLDER (a)\n{\n\twrong line\n}\n");
     Load(wrong);
     EXPECT_EQ(causes.last.file, wrong);

@@ -11,7 +11,7 @@
 namespace {
 
 OwnedItem ReadVariable(const std::string& lines) {
-    return std::move(ReadExactly("TYPEOF VARIABLE (7)\n{\n" + lines + "\n}\n").item);
+    return std::move(ReadExactly("TYPEOF VARIABLE (7)\n{\n" + EntryLines(lines) + "\n}\n").item);
 }
 
 const Variable& AsVariable(const OwnedItem& item) { return static_cast<const Variable&>(*item); }
@@ -41,14 +41,14 @@ TEST(Variable, TakesTheFirstTypeAndValueAndTheLastOfTheRest) {
         const char* lines;
         bool taken;
     } const rows[] = {
-        {"each word of TYPE", "TYPE=\"VOID\"", true},
-        {"another word", "TYPE=\"REAL\"", false},
-        {"a second TYPE", "TYPE=\"BOOL\"\nTYPE=\"BOOL\"", false},
-        {"a second VALUE", "VALUE=\"1\"\nVALUE=\"1\"", false},
-        {"a VALUE behind an empty one", "VALUE=\"\"\nVALUE=\"1\"", true},
-        {"a second CATEGORY", "CATEGORY=\"a\"\nCATEGORY=\"\"", true},
-        {"a second INTERACTIVE_TYPE", "INTERACTIVE_TYPE=\"a\"\nINTERACTIVE_TYPE=\"b\"", true},
-        {"a second limit", "INTERACTIVE_MIN_VALUE=\"1\"\nINTERACTIVE_MIN_VALUE=\"2\"", true},
+        {"each word of TYPE", "TYPE='VOID'", true},
+        {"another word", "TYPE='REAL'", false},
+        {"a second TYPE", "TYPE='BOOL' TYPE='BOOL'", false},
+        {"a second VALUE", "VALUE='1' VALUE='1'", false},
+        {"a VALUE behind an empty one", "VALUE='' VALUE='1'", true},
+        {"a second CATEGORY", "CATEGORY='a' CATEGORY=''", true},
+        {"a second INTERACTIVE_TYPE", "INTERACTIVE_TYPE='a' INTERACTIVE_TYPE='b'", true},
+        {"a second limit", "INTERACTIVE_MIN_VALUE='1' INTERACTIVE_MIN_VALUE='2'", true},
         {"a block", "TYPEOF VARIABLE (8)\n{\n}", false},
         {"a block of any kind", "TYPEOF FOLDER (8)\n{\n}", false},
     };
@@ -117,9 +117,9 @@ TEST(Variable, ReadsFlagsStrictly) {
 }
 
 TEST(Variable, ClonesKeepWhatIsNotWritten) {
-    const OwnedItem item = ReadVariable("LABEL=\"l\"\nTYPE=\"FLOAT\"\nVALUE=\"1\"\nINTERACTIVE_TYPE=\"t\"\n"
-                                        "IS_INITIALIZATION_NEEDED_AT_START=\"1\"\nINTERACTIVE_MIN_VALUE=\"2\"\n"
-                                        "INTERACTIVE_MAX_VALUE=\"3\"\nINTERACTIVE_STEP_VALUE=\"4\"\nCATEGORY=\"c\"");
+    const OwnedItem item =
+        ReadVariable("LABEL='l' TYPE='FLOAT' VALUE='1' INTERACTIVE_TYPE='t' IS_INITIALIZATION_NEEDED_AT_START='1' "
+                     "INTERACTIVE_MIN_VALUE='2' INTERACTIVE_MAX_VALUE='3' INTERACTIVE_STEP_VALUE='4' CATEGORY='c'");
     auto& variable = static_cast<Variable&>(*item);
     variable.value = "now";
     variable.spare = "s";

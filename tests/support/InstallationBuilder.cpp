@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 #include <lmkUtils/EnvConfig.h>
@@ -32,6 +33,11 @@ void unlock(const fs::path& folder) {
 }
 
 } // namespace
+
+std::string contentOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 InstallationBuilder::InstallationBuilder()
     : formerFile(EnvConfig::ourConfigCfgFile), formerConfiguration(EnvConfig::getCurrentConfiguration()) {

@@ -8,6 +8,9 @@
 
 #include <support/SectionText.h>
 
+// The bytes of a file.
+std::string contentOf(const std::string& path);
+
 // An installation in a temporary folder of its own, which goes with this object. Every operation writes at once, so a
 // test may change the installation while it is in use. The file and the configuration that the process used before are
 // put back at the end.

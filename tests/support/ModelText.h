@@ -6,6 +6,7 @@
 #include <sstream>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <scenario/ScenarioItem.h>
 #include <scenario/program.h>
@@ -35,6 +36,50 @@ inline std::string SavedText(ScenarioItem& item) {
     item.Save(out);
     return out.str();
 }
+
+// The children of a kind by their names, one blank behind each.
+inline std::string NamesOf(const ScenarioItem& item, std::uint32_t kind = 0) {
+    std::vector<ScenarioItem*> children;
+    item.GetChildren(children, kind);
+    std::string names;
+    for (const ScenarioItem* child : children) names += child->name + " ";
+    return names;
+}
+
+// The same with the word of its kind before each name.
+inline std::string BlocksOf(const ScenarioItem& item, std::uint32_t kind = 0) {
+    std::vector<ScenarioItem*> children;
+    item.GetChildren(children, kind);
+    std::string blocks;
+    for (const ScenarioItem* child : children) blocks += std::string(KindKeyword(child->kind)) + child->name + " ";
+    return blocks;
+}
+
+template <class Item = ScenarioItem>
+Item* AddNew(ScenarioItem& parent, std::uint32_t kind, const std::string& name, const std::string& label = "") {
+    ScenarioItem* child = CreateItem(kind, name, nullptr);
+    child->label = label;
+    parent.AddChild(child, nullptr, true);
+    return static_cast<Item*>(child);
+}
+
+// What is told of the texts that are read while it lives, as "row: cause".
+class LoadProblems : public LoadProblemListener {
+public:
+    LoadProblems() : former(SetLoadProblemListener(this)) {}
+    ~LoadProblems() override { SetLoadProblemListener(former); }
+    LoadProblems(const LoadProblems&) = delete;
+    LoadProblems& operator=(const LoadProblems&) = delete;
+    void OnLoadProblem(const LoadProblem& problem) override {
+        told.push_back(std::to_string(problem.row) + (problem.isWarning ? " (warning): " : ": ") + problem.cause);
+        last = problem;
+    }
+    std::vector<std::string> told;
+    LoadProblem last;
+
+private:
+    LoadProblemListener* former;
+};
 
 // The root model of the process while it lives.
 class RootModel {

@@ -161,9 +161,3 @@ void RunningHost::Note(const std::string& what) {
     line << std::fixed << std::setprecision(1) << now << ' ' << what << '\n';
     trace += line.str();
 }
-
-std::string SavedText(ScenarioItem& item) {
-    std::ostringstream out;
-    item.Save(out);
-    return out.str();
-}

@@ -1,6 +1,7 @@
 #ifndef SUPPORT_RUNNINGHOST_H
 #define SUPPORT_RUNNINGHOST_H
 
+#include <iostream>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -9,10 +10,11 @@
 #include <utility>
 #include <vector>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <scenario/ItemModel.h>
-#include <support/ScriptText.h>
+#include <support/ModelText.h>
 
 // A host that runs scenarios: a root model with a small vocabulary, implementations behind its CODE numbers, and an
 // observer. Whatever happens is one line of a trace, such as "0.5 rule 3 then" or "0.5 SAY 7".
@@ -64,12 +66,17 @@ private:
     std::vector<ConditionEntry> formerConditions;
 };
 
-// A test that runs scenarios. Messages on the standard output are kept from the terminal.
+// A test that runs scenarios. Messages on the standard output go into `output`.
 class RunningTest : public ::testing::Test {
 protected:
-    RunningHost host;
-};
+    RunningTest() : formerBuffer(std::cout.rdbuf(output.rdbuf())) {}
+    ~RunningTest() override { std::cout.rdbuf(formerBuffer); }
 
-std::string SavedText(ScenarioItem& item);
+    std::ostringstream output;
+    RunningHost host;
+
+private:
+    std::streambuf* formerBuffer;
+};
 
 #endif

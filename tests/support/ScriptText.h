@@ -69,4 +69,16 @@ inline std::string ScriptText(std::string_view raw, LineEnd lineEnd = LineEnd::F
     return text;
 }
 
+// Entries written as KEY='value' KEY='value', each on a line of its own; anything else stays as it is.
+inline std::string EntryLines(std::string_view entries) {
+    std::string lines;
+    bool isOpen = false;
+    for (const char c : entries) {
+        const bool isBetween = c == ' ' && !isOpen && lines.ends_with("\"\n");
+        if (c == '\'') isOpen = !isOpen;
+        if (!isBetween) lines += c != '\'' ? std::string(1, c) : isOpen ? "\"" : "\"\n";
+    }
+    return lines;
+}
+
 #endif

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include <scenario/ItemModel.h>
-#include <support/ScriptText.h>
+#include <support/ModelText.h>
 
 // A root model in use and the scripts read against it. Whatever was read has to go before the world does.
 class ScriptWorld : private LoadProblemListener {
@@ -42,12 +42,6 @@ public:
         const std::string text = log.str();
         log.str("");
         return text;
-    }
-
-    static std::string Saved(ScenarioItem& item) {
-        std::ostringstream out;
-        item.Save(out);
-        return out.str();
     }
 
     template <class Item>
