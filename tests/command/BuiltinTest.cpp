@@ -89,7 +89,7 @@ protected:
     // When the rule of that name first became true; nothing if it never did.
     static std::optional<double> firstTime(const std::vector<nlohmann::json>& all, const std::string& rule) {
         for (const nlohmann::json& event : all)
-            if (event["event"] == "rule" && event["rule"] == rule && event["value"] == true) return event["time"];
+            if (event.value("rule", "") == rule && event.value("value", false)) return event["time"];
         return std::nullopt;
     }
 
