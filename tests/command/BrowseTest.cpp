@@ -79,11 +79,7 @@ TEST_F(BrowseTest, ABadConfigurationOrLinkHidesNoOther) {
 }
 
 TEST_F(BrowseTest, AScriptThatEndsTheReaderIsASentence) {
-    installation.scenario(
-        "town", "poison.sce",
-        SectionText("Scenario")
-            .section(
-                SectionText("ScenarioScript").text("scriptName", "main").text("text", "TYPEOF TOKEN (t)\n{\n}\n")));
+    installation.scenario("town", "poison.sce", SectionText("Scenario").script("main", "TYPEOF TOKEN (t)\n{\n}\n"));
     for (const auto& [command, place] : std::map<std::string, std::string>{
              {"show", ""}, {"ids", ""}, {"run", ": script main, row 2"}, {"graph", ": script main, row 2"}}) {
         const Result result = run({command, "poison.sce"});

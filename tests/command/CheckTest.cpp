@@ -38,9 +38,7 @@ std::string script(const std::string& action, const std::string& value) {
 }
 
 SectionText scenarioWith(const std::string& script) {
-    return SectionText("Scenario")
-        .text("name", "One")
-        .section(SectionText("ScenarioScript").text("scriptName", "main").text("text", script));
+    return SectionText("Scenario").text("name", "One").script("main", script);
 }
 
 class CheckTest : public testing::Test {

@@ -51,10 +51,7 @@ std::string Rule(const std::string& condition, const std::string& value) {
 const std::string kGood = Rule("ALWAYS", "VALUE=\"RED\"");
 
 std::string Scenario(const std::string& script) {
-    return SectionText("Scenario")
-        .text("name", "One")
-        .section(SectionText("ScenarioScript").text("scriptName", "main").text("text", script))
-        .file();
+    return SectionText("Scenario").text("name", "One").script("main", script).file();
 }
 
 // Which commands meet the poison of a file.

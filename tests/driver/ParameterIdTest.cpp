@@ -83,7 +83,7 @@ protected:
                 .section(SectionText("Vehicle").parameter("id", "3").parameter("x", "1", "integer"))
                 .section(SectionText("Vehicle").parameter("id", "-4").parameter("x", "2", "integer"))
                 .section(SectionText("Driver").parameter("id", "3").parameter("name", "Anna"))
-                .section(SectionText("ScenarioScript").text("scriptName", "a/b c").text("text", script)));
+                .script("a/b c", script));
         installation.use();
     }
 

@@ -405,8 +405,7 @@ TEST_F(ScenarioTest, ASubclassMayLoadAgain) {
 }
 
 TEST_F(ScenarioTest, AScriptThatCannotBeReadLeavesNoTree) {
-    write(SectionText(kRain).section(
-        SectionText("ScenarioScript").text("scriptName", "main").text("text", "TYPEOF TASK (1)\n{\n\tNO=\"1\"\n}\n")));
+    write(SectionText(kRain).script("main", "TYPEOF TASK (1)\n{\n\tNO=\"1\"\n}\n"));
     const Failure expected = byValue(-1, "Unable to parse script main :\n\4main - row 3:\nNO=\"1\"\n");
     EXPECT_EQ(failureOf([&] { one->getRootScenarioNode(); }), expected);
     EXPECT_EQ(failureOf([&] { one->getParameterFromId("/sce/Scenario/duration"); }), expected) << "again, each time";

@@ -51,6 +51,20 @@ Function* Next(const char* name) {
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
 }
 
+#ifndef FAULTS_CHECKED
+// What a caller for memory gets: nothing when its turn has come, else what `take` gives.
+template <class Take>
+void* Allocate(Take take) {
+    if (IsDue(Call::Allocation)) {
+        errno = ENOMEM;
+        return nullptr;
+    }
+    void* const block = take();
+    if (block) ++liveBlocks;
+    return block;
+}
+#endif
+
 bool IsOutput(int flags) { return (flags & (O_WRONLY | O_RDWR)) != 0; }
 
 } // namespace
@@ -133,23 +147,11 @@ void* __libc_memalign(size_t alignment, size_t size);
 void __libc_free(void* block);
 
 [[gnu::visibility("default")]] void* malloc(size_t size) {
-    if (faults::IsDue(Call::Allocation)) {
-        errno = ENOMEM;
-        return nullptr;
-    }
-    void* const block = __libc_malloc(size);
-    if (block) ++faults::liveBlocks;
-    return block;
+    return faults::Allocate([=] { return __libc_malloc(size); });
 }
 
 [[gnu::visibility("default")]] void* calloc(size_t count, size_t size) {
-    if (faults::IsDue(Call::Allocation)) {
-        errno = ENOMEM;
-        return nullptr;
-    }
-    void* const block = __libc_calloc(count, size);
-    if (block) ++faults::liveBlocks;
-    return block;
+    return faults::Allocate([=] { return __libc_calloc(count, size); });
 }
 
 [[gnu::visibility("default")]] void* realloc(void* block, size_t size) {
@@ -162,13 +164,7 @@ void __libc_free(void* block);
 }
 
 [[gnu::visibility("default")]] void* aligned_alloc(size_t alignment, size_t size) {
-    if (faults::IsDue(Call::Allocation)) {
-        errno = ENOMEM;
-        return nullptr;
-    }
-    void* const block = __libc_memalign(alignment, size);
-    if (block) ++faults::liveBlocks;
-    return block;
+    return faults::Allocate([=] { return __libc_memalign(alignment, size); });
 }
 
 [[gnu::visibility("default")]] int posix_memalign(void** block, size_t alignment, size_t size) {

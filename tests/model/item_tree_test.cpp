@@ -191,6 +191,8 @@ TEST(ChildStore, PlacesBesideTheReferenceOrAtAnEnd) {
             parent->RemoveChild(added);
             std::erase(swapped, "new");
             EXPECT_EQ(ChildNames(*parent, kind), swapped);
+            for (const std::string& name : swapped) parent->RemoveChild(At(parent.get(), {name.c_str()}));
+            EXPECT_THAT(ChildNames(*parent), IsEmpty());
         }
     }
 }

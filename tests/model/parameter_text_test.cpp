@@ -1,3 +1,5 @@
+#include <span>
+
 #include <gtest/gtest.h>
 
 #include <support/DataPath.h>
@@ -44,6 +46,14 @@ const char* const kScript = R"(
                     TYPEOF PARAMETER (any) KIND="USER" VALUE="0"
                     TYPEOF PARAMETER (VHL_NUMBER) KIND="VEHICLE" VALUE="3")";
 
+struct Case {
+    const char* definition;
+    const char* kind;
+    const char* value;
+    const char* ownerFile;
+    const char* expected;
+};
+
 class ParameterTextTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -79,20 +89,24 @@ protected:
         return parameter.displayText + (parameter.IsValid() ? " | valid" : " | invalid");
     }
 
+    // Gives the parameter what each row says, and compares what it shows.
+    void Check(Parameter& parameter, std::span<const Case> cases) {
+        for (const Case& c : cases) {
+            SCOPED_TRACE(std::string(c.definition) + " " + c.kind + " " + c.value + " " + c.ownerFile);
+            parameter.SetModel(&Definition(c.definition));
+            parameter.valueKind = c.kind;
+            parameter.value = c.value;
+            parameter.ownerFile = c.ownerFile;
+            EXPECT_EQ(Shown(parameter), c.expected);
+        }
+    }
+
     ScriptWorld world{kModel};
     std::unique_ptr<ScenarioItem> script;
     std::unique_ptr<ScenarioItem> lights[2] = {std::unique_ptr<ScenarioItem>(CreateItem(KindFolder, "", nullptr)),
                                                std::unique_ptr<ScenarioItem>(CreateItem(KindFolder, "", nullptr))};
     std::vector<ScenarioItem*> names;
     std::list<ScenarioLib::Scenario::Point> points;
-};
-
-struct Case {
-    const char* definition;
-    const char* kind;
-    const char* value;
-    const char* ownerFile;
-    const char* expected;
 };
 
 TEST_F(ParameterTextTest, EveryKindInAScenario) {
@@ -166,14 +180,7 @@ TEST_F(ParameterTextTest, EveryKindInAScenario) {
         {"any", "RULE", "x", "", "? | invalid"},
         {"any", "MODIFIER", "x", "", "\"\" | valid"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.definition) + " " + c.kind + " " + c.value + " " + c.ownerFile);
-        parameter.SetModel(&Definition(c.definition));
-        parameter.valueKind = c.kind;
-        parameter.value = c.value;
-        parameter.ownerFile = c.ownerFile;
-        EXPECT_EQ(Shown(parameter), c.expected);
-    }
+    Check(parameter, cases);
 }
 
 // The same words where no scenario is around to be asked.
@@ -197,13 +204,7 @@ TEST_F(ParameterTextTest, EveryKindAlone) {
         {"any", "IMAGE", "logo", "", "logo? | invalid"},
         {"any", "SOUND", "horn", "", "horn? | invalid"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.kind) + " " + c.value);
-        parameter.valueKind = c.kind;
-        parameter.value = c.value;
-        parameter.ownerFile = c.ownerFile;
-        EXPECT_EQ(Shown(parameter), c.expected);
-    }
+    Check(parameter, cases);
 }
 
 TEST_F(ParameterTextTest, ChannelsNeedAVehicleOfTheCall) {
@@ -313,13 +314,7 @@ TEST_F(ParameterTextTest, FilesAreFoundInTheDirectoryOfTheirKind) {
         {"nothing", "FILE", "a.own", "", "a.own | valid"},
         {"whole", "FILE", "Own/a.own", "", "Own/a.own | valid"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.definition) + " " + c.value);
-        parameter.SetModel(&Definition(c.definition));
-        parameter.valueKind = c.kind;
-        parameter.value = c.value;
-        EXPECT_EQ(Shown(parameter), c.expected);
-    }
+    Check(parameter, cases);
 }
 
 } // namespace

@@ -56,6 +56,10 @@ SectionText& SectionText::section(const SectionText& subSection) {
     return *this;
 }
 
+SectionText& SectionText::script(const std::string& scriptName, const std::string& scriptText) {
+    return section(SectionText("ScenarioScript").text("scriptName", scriptName).text("text", scriptText));
+}
+
 SectionText& SectionText::line(const std::string& element) {
     content += "  " + element + "\n";
     return *this;

@@ -15,6 +15,7 @@ public:
     // A text field of the section's class.
     SectionText& text(const std::string& name, const std::string& value);
     SectionText& section(const SectionText& subSection);
+    SectionText& script(const std::string& scriptName, const std::string& scriptText);
 
     // As an element, its lines indented by that many steps.
     std::string element(size_t depth) const;
