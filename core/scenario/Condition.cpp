@@ -18,7 +18,7 @@
 namespace {
 
 constexpr const char* kSource = "Condition";
-constexpr const char* kList = "CONDITION_LIST";
+constexpr std::string_view kList = "CONDITION_LIST";
 constexpr childStore::NullChildSite kNullChild = {kSource, 131};
 
 constexpr float kUnset = -1.0F;
@@ -183,9 +183,9 @@ bool Condition::AcceptsChildKind(std::uint32_t childKind) const {
 
 bool Condition::OnLoadBegin() {
     if (!Token::OnLoadBegin()) return false;
-    LinkModel(this, kList);
+    if (!LinkDefinition(*this, kList)) return false;
     if (model == this) returnType = "BOOL";
-    return model || RefuseUnknownDefinition(*this, kList);
+    return true;
 }
 
 bool Condition::OnLoadEnd() {

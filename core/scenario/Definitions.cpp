@@ -12,7 +12,9 @@ Token* RootDefinitionOf(const Token& item) {
     return definition;
 }
 
-bool RefuseUnknownDefinition(const Token& item, const char* listName) {
+namespace {
+
+bool RefuseUnknownDefinition(const Token& item, std::string_view listName) {
     if (!RefusalsAreTold()) return false;
     const ScenarioItemKind kind = item.kind == KindElseAction ? KindAction : item.kind;
     std::vector<std::string> names;
@@ -27,4 +29,11 @@ bool RefuseUnknownDefinition(const Token& item, const char* listName) {
     for (char& c : word)
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
     return Refuse("unknown ", word, " \"", item.name, "\"", DidYouMean(item.name, names));
+}
+
+} // namespace
+
+bool LinkDefinition(Token& item, std::string_view listName) {
+    LinkModelIn(item, listName);
+    return item.model || RefuseUnknownDefinition(item, listName);
 }

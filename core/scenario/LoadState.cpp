@@ -33,10 +33,23 @@ constexpr ListRow kLists[] = {
 constexpr std::size_t kListCount = std::size(kLists);
 constexpr std::size_t kEnumTabList = 4;
 
+// kListCount when there is none.
 std::size_t ListOf(std::string_view folderName) {
     std::size_t list = 0;
     while (list < kListCount && kLists[list].folderName != folderName) ++list;
     return list;
+}
+
+// The same for definitions of that kind, where each item of a script passes.
+constexpr auto kListOfKind = [] {
+    std::array<std::size_t, KindVariable + 1> lists{};
+    lists.fill(kListCount);
+    for (std::size_t list = 0; list < kListCount; ++list) lists[kLists[list].kind] = list;
+    return lists;
+}();
+std::size_t ListOf(std::string_view folderName, std::uint32_t kind) {
+    const std::size_t list = kind < kListOfKind.size() ? kListOfKind[kind] : kListCount;
+    return list < kListCount && kLists[list].folderName == folderName ? list : kListCount;
 }
 
 constexpr std::uint32_t Bit(std::uint32_t kind) { return std::uint32_t{1} << kind; }
@@ -84,8 +97,8 @@ std::uint32_t HashOf(std::string_view name) {
     return static_cast<std::uint32_t>((hash * kMix) >> 32);
 }
 
-ScenarioItem* SearchFolder(const ScenarioItem* root, const char* listName) {
-    return const_cast<ScenarioItem*>(root->FindItem(KindFolder, listName, std::string()));
+ScenarioItem* SearchFolder(const ScenarioItem* root, std::string_view listName) {
+    return const_cast<ScenarioItem*>(root->FindItem(KindFolder, std::string(listName), std::string()));
 }
 
 } // namespace
@@ -93,28 +106,30 @@ ScenarioItem* SearchFolder(const ScenarioItem* root, const char* listName) {
 void NameTable::InsertIfAbsent(std::string_view name, ScenarioItem* item) {
     if ((used + 1) * 2 > slots.size()) Grow();
     const std::uint32_t hash = HashOf(name);
-    Slot& slot = SlotOf(name, hash);
+    Slot& slot = slots[PlaceOf(name, hash)];
     if (slot.item) return;
     slot = {name, item, hash};
     ++used;
 }
 
-NameTable::Slot NameTable::Find(std::string_view name) const {
-    return slots.empty() ? Slot() : const_cast<NameTable*>(this)->SlotOf(name, HashOf(name));
+const NameTable::Slot* NameTable::Find(std::string_view name) const {
+    if (slots.empty()) return nullptr;
+    const Slot& slot = slots[PlaceOf(name, HashOf(name))];
+    return slot.item ? &slot : nullptr;
 }
 
-NameTable::Slot& NameTable::SlotOf(std::string_view name, std::uint32_t hash) {
+std::size_t NameTable::PlaceOf(std::string_view name, std::uint32_t hash) const {
     const std::size_t mask = slots.size() - 1;
     std::size_t at = hash & mask;
     while (slots[at].item && (slots[at].hash != hash || slots[at].name != name)) at = (at + 1) & mask;
-    return slots[at];
+    return at;
 }
 
 void NameTable::Grow() {
     std::vector<Slot> old(std::max<std::size_t>(16, slots.size() * 2));
     old.swap(slots);
     for (const Slot& slot : old) {
-        if (slot.item) SlotOf(slot.name, slot.hash) = slot;
+        if (slot.item) slots[PlaceOf(slot.name, slot.hash)] = slot;
     }
 }
 
@@ -185,10 +200,10 @@ void DefinitionIndex::Enter(NameTable& table, std::uint32_t kind, ScenarioItem* 
 ScenarioItem* DefinitionIndex::Find(std::size_t at, std::string_view name) {
     const List& list = lists[at];
     const std::uint32_t kind = kLists[at].kind;
-    const NameTable::Slot slot = list.units.Find(name);
-    ScenarioItem* unit = slot.item;
+    const NameTable::Slot* const slot = list.units.Find(name);
+    ScenarioItem* const unit = slot ? slot->item : nullptr;
     // The name that was found may be that of the unit itself; then there is nothing to search.
-    if (unit && slot.name.data() == unit->name.data() && unit->kind == kind) return unit;
+    if (unit && slot->name.data() == unit->name.data() && unit->kind == kind) return unit;
     const std::string text(name);
     if (unit) {
         if (ScenarioItem* hit = unit->FindItem(kind, text, std::string())) return hit;
@@ -202,7 +217,8 @@ ScenarioItem* DefinitionIndex::FindEntry(ScenarioItem* enumTab, std::string_view
     if (lists[kEnumTabList].openUnit) return enumTab->FindItem(KindEnum, std::string(name), std::string());
     const auto [known, isNew] = entries.try_emplace(enumTab);
     if (isNew) Enter(known->second, KindEnum, nullptr, enumTab);
-    return known->second.Find(name).item;
+    const NameTable::Slot* const slot = known->second.Find(name);
+    return slot ? slot->item : nullptr;
 }
 
 Load::Load(ScenarioTextStream& text, ScenarioItem* parent)
@@ -261,24 +277,25 @@ ScenarioItem* RootOfItemBeingRead(const ScenarioItem* item) {
     return currentLoad && item && item == currentLoad->current ? currentLoad->root : nullptr;
 }
 
-ScenarioItem* FindDefinitionFolder(const ScenarioItem* root, const char* listName) {
+ScenarioItem* FindDefinitionFolder(const ScenarioItem* root, std::string_view listName) {
     const std::size_t list = ListOf(listName);
     DefinitionIndex* index = currentLoad && list < kListCount ? currentLoad->IndexOf(root) : nullptr;
     return index ? index->Folder(list) : SearchFolder(root, listName);
 }
 
-DefinitionPlace FindDefinitionPlace(ScenarioItem* root, const char* listName, std::uint32_t kind,
+DefinitionPlace FindDefinitionPlace(ScenarioItem* root, std::string_view listName, std::uint32_t kind,
                                     const std::string& name) {
     if (currentLoad) {
-        const std::size_t list = ListOf(listName);
-        DefinitionIndex* index = list < kListCount && kLists[list].kind == kind ? currentLoad->IndexOf(root) : nullptr;
+        const std::size_t list = ListOf(listName, kind);
+        DefinitionIndex* index = list < kListCount ? currentLoad->IndexOf(root) : nullptr;
         if (index) return {index->Find(list, name), index->Folder(list) != nullptr};
     }
     ScenarioItem* folder = SearchFolder(root, listName);
     return {folder ? folder->FindItem(kind, name, std::string()) : nullptr, folder != nullptr};
 }
 
-ScenarioItem* FindDefinition(ScenarioItem* root, const char* listName, std::uint32_t kind, const std::string& name) {
+ScenarioItem* FindDefinition(ScenarioItem* root, std::string_view listName, std::uint32_t kind,
+                             const std::string& name) {
     return FindDefinitionPlace(root, listName, kind, name).definition;
 }
 

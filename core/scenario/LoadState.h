@@ -19,11 +19,12 @@ public:
         std::uint32_t hash = 0;
     };
     void InsertIfAbsent(std::string_view name, ScenarioItem* item);
-    // The slot of that name, or an empty one.
-    Slot Find(std::string_view name) const;
+    // The slot of that name, or null.
+    const Slot* Find(std::string_view name) const;
 
 private:
-    Slot& SlotOf(std::string_view name, std::uint32_t hash);
+    // The slot of that name, or the empty one where it belongs.
+    std::size_t PlaceOf(std::string_view name, std::uint32_t hash) const;
     void Grow();
 
     std::vector<Slot> slots; // a power of two, at most half full

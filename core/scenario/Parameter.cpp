@@ -20,7 +20,7 @@
 namespace {
 
 constexpr const char* kSource = "Parameter";
-constexpr const char* kList = "PARAMETER_LIST";
+constexpr std::string_view kList = "PARAMETER_LIST";
 // The KIND that alone has an owner file.
 constexpr std::string_view kVariable = "VARIABLE";
 
@@ -183,7 +183,8 @@ bool IsUnsetAsWritten(const Parameter& parameter, const ScenarioTextStream& stre
     return std::any_of(std::begin(kUnsetRows), std::end(kUnsetRows), [&](const UnsetRow& row) {
         const std::string_view key = kWrittenOrder[row.place];
         return rest.starts_with(key.front()) && rest.starts_with(key) &&
-               RestOfLine(stream).substr(key.size()) == kNoValue && row.isOpen(parameter) &&
+               rest.substr(key.size()).starts_with(kNoValue) &&
+               RestOfLine(stream).size() == key.size() + kNoValue.size() && row.isOpen(parameter) &&
                StandsInWrittenBlock(stream, row.place);
     });
 }
@@ -264,8 +265,7 @@ bool Parameter::OnLoadBegin() {
         isReturn = true;
     }
     if (!Token::OnLoadBegin()) return false;
-    LinkModel(this, kList);
-    return model || RefuseUnknownDefinition(*this, kList);
+    return LinkDefinition(*this, kList);
 }
 
 bool Parameter::OnLoadEnd() {

@@ -265,6 +265,9 @@ void SplitWords(const std::string& value, std::vector<std::string>& words) {
     const auto isWhite = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
     const char* at = value.data();
     const char* const end = at + value.size();
+    // Room for all words of an ordinary list, not for what a text of blanks could ask for.
+    constexpr std::ptrdiff_t kOrdinary = 8;
+    words.reserve(words.size() + static_cast<std::size_t>(std::min(1 + std::count(at, end, ' '), kOrdinary)));
     for (;;) {
         while (at < end && isWhite(*at)) ++at;
         if (at == end) return;

@@ -10,7 +10,7 @@
 namespace {
 
 constexpr const char* kSource = "action";
-constexpr const char* kList = "ACTION_LIST";
+constexpr std::string_view kList = "ACTION_LIST";
 
 // An action may change whatever the tree was known to be, also when it ends by an exception.
 struct HostCode {
@@ -25,9 +25,9 @@ Action::~Action() = default;
 
 bool Action::OnLoadBegin() {
     if (!Token::OnLoadBegin()) return false;
-    LinkModel(this, kList);
+    if (!LinkDefinition(*this, kList)) return false;
     if (model == this) returnType = "VOID";
-    return model || RefuseUnknownDefinition(*this, kList);
+    return true;
 }
 
 void Action::UpdateDisplayText() {

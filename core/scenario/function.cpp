@@ -21,7 +21,7 @@
 namespace {
 
 constexpr const char* kSource = "function";
-constexpr const char* kList = "FUNCTION_LIST";
+constexpr std::string_view kList = "FUNCTION_LIST";
 constexpr childStore::NullChildSite kNullChild = {kSource, 118};
 
 bool IsParameterKind(const ScenarioItem* item) { return item->kind == KindParameter || item->kind == KindReturn; }
@@ -189,9 +189,9 @@ bool Function::AcceptsChildKind(std::uint32_t childKind) const {
 
 bool Function::OnLoadBegin() {
     if (!Token::OnLoadBegin()) return false;
-    LinkModel(this, kList);
+    if (!LinkDefinition(*this, kList)) return false;
     if (model == this) returnType = "FLOAT";
-    return model || RefuseUnknownDefinition(*this, kList);
+    return true;
 }
 
 bool Function::OnLoadEnd() {

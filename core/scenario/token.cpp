@@ -6,6 +6,7 @@
 #include <lmkUtils/AssertAbort.h>
 
 #include "AttributeRow.h"
+#include "Definitions.h"
 #include "KindTable.h"
 #include "LoadIndex.h"
 #include "Refusal.h"
@@ -90,21 +91,23 @@ ScenarioItem* Token::Clone() const {
 
 void Token::SetModel(Token* item) { model = item; }
 
-void Token::LinkModel(Token* item, const char* listName) {
-    if (item->parent && item->parent->name == std::string_view(listName)) {
-        item->SetModel(item);
+void LinkModelIn(Token& item, std::string_view listName) {
+    if (item.parent && item.parent->name == listName) {
+        item.SetModel(&item);
         return;
     }
-    ScenarioItem* root = GetModelRoot(item);
+    ScenarioItem* root = GetModelRoot(&item);
     if (!root) AssertAbort(kSource, 271);
-    const DefinitionPlace place = FindDefinitionPlace(root, listName, DefinitionKindOf(*item), item->name);
+    const DefinitionPlace place = FindDefinitionPlace(root, listName, DefinitionKindOf(item), item.name);
     if (!place.hasFolder) {
-        TellRefusalNow(std::string("the model has no folder ") + listName);
+        TellRefusalNow("the model has no folder " + std::string(listName));
         AssertAbort(kSource, 275);
     }
     // Whatever has the kind of a token is one.
-    item->SetModel(static_cast<Token*>(place.definition));
+    item.SetModel(static_cast<Token*>(place.definition));
 }
+
+void Token::LinkModel(Token* item, const char* listName) { LinkModelIn(*item, listName); }
 
 void Token::MakeUniqueName() {
     ScenarioItem* root = parent ? GetTreeRoot(parent) : this;

@@ -1,7 +1,6 @@
 #include <Commons/FileUtils.h>
 
 #include <new>
-#include <stdexcept>
 
 #include <sys/stat.h>
 
@@ -32,17 +31,9 @@ bool IsFolder(const char* path) {
 
 bool LoadFile(const std::string& path, std::vector<unsigned char>& bytes) {
     try {
-        std::string content;
         std::string reason;
-        if (!detail::ReadPlainFile(path, content, reason)) return false;
-        // Who reads text puts a NUL behind it.
-        bytes.clear();
-        bytes.reserve(content.size() + 1);
-        bytes.assign(content.begin(), content.end());
-        return true;
+        return detail::ReadPlainFile(path, bytes, reason);
     } catch (const std::bad_alloc&) {
-        return false; // larger than the memory at hand is a file that cannot be read
-    } catch (const std::length_error&) {
         return false;
     }
 }

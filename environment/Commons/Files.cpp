@@ -109,7 +109,8 @@ int OpenTemporary(const std::string& target, std::string& temporary) {
 }
 
 // Reads to the end of the file, which may be another one than was expected when `content` got its size.
-bool ReadAll(int descriptor, std::string& content) {
+template <class Bytes>
+bool ReadAll(int descriptor, Bytes& content) {
     size_t length = 0;
     for (;;) {
         if (length == content.size()) content.resize(content.size() * 2);
@@ -141,7 +142,10 @@ std::string WithForwardSlashes(std::string path) {
     return path;
 }
 
-bool ReadPlainFile(const std::string& path, std::string& content, std::string& reason) {
+namespace {
+
+template <class Bytes>
+bool ReadPlain(const std::string& path, Bytes& content, std::string& reason) {
     if (path.find('\0') != std::string::npos) {
         reason = SystemReason(ENOENT);
         return false;
@@ -159,7 +163,7 @@ bool ReadPlainFile(const std::string& path, std::string& content, std::string& r
     }
     try {
         // One byte more than the file is said to hold, so that its end is seen without growing.
-        std::string read(static_cast<size_t>(status.st_size) + 1, '\0');
+        Bytes read(static_cast<size_t>(status.st_size) + 1, typename Bytes::value_type{});
         if (!ReadAll(file.get(), read)) {
             reason = SystemReason(errno);
             return false;
@@ -172,6 +176,16 @@ bool ReadPlainFile(const std::string& path, std::string& content, std::string& r
         reason = SystemReason(ENOMEM);
     }
     return false;
+}
+
+} // namespace
+
+bool ReadPlainFile(const std::string& path, std::string& content, std::string& reason) {
+    return ReadPlain(path, content, reason);
+}
+
+bool ReadPlainFile(const std::string& path, std::vector<unsigned char>& content, std::string& reason) {
+    return ReadPlain(path, content, reason);
 }
 
 bool WriteFileWhole(const std::string& path, const std::string& content, std::string& reason) {
