@@ -95,17 +95,10 @@ struct Memory {
     std::array<Slab*, kLargestSlot / kSlotUnit + 1> withRoom{}; // by slot size in units
     Region* regions = nullptr;                                  // those with an empty slab
     std::size_t emptyRegions = 0;                               // those of them without any slab in use
-    bool hasRegion = false;                                     // or had one
 
     Region* NewRegion() {
         void* memory = std::aligned_alloc(kRegionSize, kRegionSize);
         if (!memory) throw std::bad_alloc();
-#ifdef MADV_HUGEPAGE
-        // One large page instead of five hundred, which spares most of their cost; a process that needs no more than
-        // one region is not to pay for all of it. A system that has none does not matter.
-        if (hasRegion) ::madvise(memory, kRegionSize, MADV_HUGEPAGE);
-        hasRegion = true;
-#endif
         Region* region = RegionOf(memory);
         *region = {};
         Link(regions, region);
