@@ -160,7 +160,8 @@ bool IsPlain(const std::string& text) {
         if (line.empty() || line == "{" || line == "}") continue;
         if (line.rfind("TYPEOF ", 0) == 0) {
             const std::size_t name = line.find(" (");
-            if (name == std::string::npos || line.find_first_of("\t()", name + 2) != line.size() - 1) return false;
+            const std::size_t end = line.find_first_of("\t()", name == std::string::npos ? name : name + 2);
+            if (end == std::string::npos || end != line.size() - 1 || line[end] != ')') return false;
             continue;
         }
         const std::size_t value = line.find("=\"");
