@@ -21,6 +21,9 @@ endif()
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+# They do so by relative paths: one that an installation takes out again would leave a gap of the length of this folder's
+# name, and a build id made from it, in binaries that are to be the same from every folder.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
 add_library(tavrel-warnings INTERFACE)
 target_compile_options(tavrel-warnings INTERFACE
