@@ -2,6 +2,7 @@
 #define COMMONS_XML_H
 
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,6 +31,8 @@ public:
     XmlBuffer(const XmlBuffer&) = delete;
     XmlBuffer& operator=(const XmlBuffer&) = delete;
 
+    // So many zeros follow the bytes that were asked for.
+    static constexpr size_t kRoomBehind = 32;
     char* Take(size_t size);
     const char* get() const { return bytes.get(); }
 
@@ -60,6 +63,13 @@ private:
     pugi::xml_document document;
     pugi::xml_node top;
 };
+
+// Whether a name of a parsed document is that word. Nothing is called, and nothing searched for the end of the name.
+template <size_t Size>
+bool NameIs(const char* name, const char (&word)[Size]) {
+    static_assert(Size <= XmlBuffer::kRoomBehind);
+    return *name != '\0' && std::memcmp(name, word, Size) == 0; // an empty name stands outside the buffer
+}
 
 // How values are read everywhere: references resolved, all else as it stands.
 constexpr unsigned kXmlValueFlags = pugi::parse_cdata | pugi::parse_escapes;

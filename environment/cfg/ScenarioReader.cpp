@@ -1,6 +1,5 @@
 #include "ScenarioReader.h"
 
-#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -14,6 +13,7 @@ namespace cfg::detail {
 
 namespace {
 
+using Commons::detail::NameIs;
 using Commons::detail::XmlDocument;
 using Commons::detail::XmlFault;
 using Fault = std::optional<XmlFault>;
@@ -95,18 +95,11 @@ private:
     }
 
     static const char** FindKnown(const char* name, Attributes& attributes) {
-        switch (name[0]) {
-        case 'S':
-            return std::strcmp(name, "ScenarioTreeValue") == 0 ? &attributes.value : nullptr;
-        case 't':
-            return std::strcmp(name, "type") == 0 ? &attributes.type : nullptr;
-        case 'u':
-            return std::strcmp(name, "unit") == 0 ? &attributes.unit : nullptr;
-        case 'v':
-            return std::strcmp(name, "verboseName") == 0 ? &attributes.verboseName : nullptr;
-        default:
-            return nullptr;
-        }
+        if (NameIs(name, "ScenarioTreeValue")) return &attributes.value;
+        if (NameIs(name, "type")) return &attributes.type;
+        if (NameIs(name, "unit")) return &attributes.unit;
+        if (NameIs(name, "verboseName")) return &attributes.verboseName;
+        return nullptr;
     }
 
     Fault ReadType(pugi::xml_node element, const Attributes& attributes, t_ParameterType& type) const {
