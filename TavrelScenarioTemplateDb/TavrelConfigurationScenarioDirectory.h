@@ -33,8 +33,9 @@ public:
     std::size_t getScenarioNumber() const override;
     std::shared_ptr<ScenarioTemplateDb::Scenario> getScenario(std::size_t index) const override;
     void getScenarios(std::vector<std::shared_ptr<ScenarioTemplateDb::Scenario>>& scenarios) const override;
-    // The last folder of the entry at this position in the data path of the *current* configuration, which is this one
-    // only in a database with a configuration filter; empty if that data path is shorter.
+    // The last step of the folder "data" at this position of the data path, so the same text for all of them: nothing
+    // to tell directories apart by. The data path is that of the *current* configuration, which is this one only in a
+    // database with a configuration filter; empty if it is shorter.
     std::string getName() const override;
 
     // The one place that joins a scenario directory and the path of a scenario in it: `directory`, one "/", `path`.
