@@ -141,10 +141,12 @@ void Evaluation::StepEvaluation(double time, ScenarioLib::Scenario* scenario) {
         if (rules[i]) rules[i]->Step(time);
     if (!ends(nextState)) {
         for (std::size_t i = 0; i < subTasks.size(); ++i) {
-            if (auto* criteria = dynamic_cast<Criteria*>(subTasks[i]))
-                criteria->StepCriteria(time, scenario);
-            else if (subTasks[i])
+            auto* criteria = dynamic_cast<Criteria*>(subTasks[i]);
+            if (criteria) {
+                if (criteria->disabled == 0) criteria->StepCriteria(time, scenario);
+            } else if (subTasks[i]) {
                 subTasks[i]->Step(time, scenario, true);
+            }
         }
     }
     ++stepCount;

@@ -185,6 +185,21 @@ TEST_F(EvaluationTest, StepsItsRulesThenEachCriteria) {
     }
 }
 
+TEST_F(EvaluationTest, ADisabledCriteriaOfTheHostIsNotAsked) {
+    struct HostCriteria : Criteria {
+        HostCriteria() { kind = KindCriteria; }
+        void StepCriteria(double, ScenarioLib::Scenario*) override { ++steps; }
+        int steps = 0;
+    };
+    Evaluation evaluation;
+    auto* criteria = new HostCriteria;
+    evaluation.AddChild(criteria, nullptr, true);
+    evaluation.StepEvaluation(1.0, nullptr);
+    criteria->disabled = 1;
+    evaluation.StepEvaluation(2.0, nullptr);
+    EXPECT_EQ(criteria->steps, 1);
+}
+
 class GeneralParametersTest : public EvaluationTest {
 protected:
     std::string Path(const std::string& file) { return (data.Root() / file).string(); }
