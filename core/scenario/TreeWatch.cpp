@@ -8,15 +8,18 @@
 #include <vector>
 
 #include <scenario/Criteria.h>
-#include <scenario/ScenarioItem.h>
+#include <scenario/evaluation.h>
 #include <scenario/rule.h>
-#include <scenario/task.h>
+#include <scenario/scenario.h>
+#include <scenario/variable.h>
 
 #include "StepScope.h"
 
 namespace {
 
-// So many names are compared in less time than a rule takes.
+using ScenarioLib::Scenario;
+
+// So many names are met in about the time that a rule takes.
 constexpr std::size_t kFewNames = 64;
 
 // The names along a walk, as they were the last time.
@@ -44,12 +47,7 @@ public:
         return std::exchange(changed, false);
     }
 
-    // Whether the names still stand, without a walk that would show new items. They are all alive, and few.
-    bool StillStand() const {
-        return entries.size() > kFewNames || std::all_of(entries.begin(), entries.end(), [](const Entry& entry) {
-                   return entry.item->name == entry.name;
-               });
-    }
+    bool AreFew() const { return entries.size() <= kFewNames; }
 
 private:
     struct Entry {
@@ -73,9 +71,9 @@ struct Watch {
     std::uint64_t version = 0; // 0 until the first walk
 
     bool IsFresh() const { return version != 0 && moment == StepScope::Moment(); }
-    // Whether what the library knows of says that another walk would meet the same.
+    // Whether what the library knows of is to say that another walk would meet the same.
     bool IsUndisturbed() const {
-        return version != 0 && step == StepScope::Step() && changes == StepScope::Changes() && names.StillStand();
+        return version != 0 && step == StepScope::Step() && changes == StepScope::Changes() && !names.AreFew();
     }
 };
 
@@ -111,6 +109,45 @@ bool IsPlainLevel(const ScenarioItem& item) {
     return typeid(item) == typeid(Task) || typeid(item) == typeid(Rule) || typeid(item) == typeid(Criteria);
 }
 
+template <class Class>
+bool IsNullOrExactly(const ScenarioItem* item) {
+    return !item || typeid(*item) == typeid(Class);
+}
+
+// Whether nothing above the scenario, and no class of the host in it, has a say in what it shows.
+bool IsPlainScenario(const ScenarioItem& item) {
+    if (typeid(item) != typeid(Scenario) || item.parent) return false;
+    const auto& scenario = static_cast<const Scenario&>(item);
+    return IsNullOrExactly<Evaluation>(scenario.evaluation) &&
+           IsNullOrExactly<GeneralParameters>(scenario.generalParameters) &&
+           std::all_of(scenario.includes.begin(), scenario.includes.end(), IsNullOrExactly<Include>);
+}
+
+void MeetAll(Names& names, const std::vector<Variable*>& variables) {
+    for (const Variable* variable : variables)
+        if (variable) names.Meet(variable);
+}
+
+// In the order of CollectVisibleItems. The lists of the ordinary classes are looked at where they are, as this is done
+// after each action.
+void MeetVariables(Names& names, const ScenarioItem& item) {
+    if (typeid(item) == typeid(Rule)) {
+        MeetAll(names, static_cast<const Rule&>(item).variables);
+    } else if (IsPlainLevel(item)) {
+        MeetAll(names, static_cast<const Task&>(item).variables);
+    } else if (IsPlainScenario(item)) {
+        const auto& scenario = static_cast<const Scenario&>(item);
+        if (scenario.evaluation) MeetAll(names, scenario.evaluation->variables);
+        for (auto include = scenario.includes.rbegin(); include != scenario.includes.rend(); ++include)
+            if (*include) MeetAll(names, (*include)->variables);
+        MeetAll(names, scenario.variables);
+    } else {
+        std::vector<ScenarioItem*> variables;
+        item.CollectVisibleItems(KindVariable, variables, std::string(), std::string());
+        for (const ScenarioItem* variable : variables) names.Meet(variable);
+    }
+}
+
 std::uint64_t LookAtVariables(Watches& watches, ScenarioItem* item) {
     Watch& watch = watches.variables[item];
     if (watch.IsFresh()) return watch.version;
@@ -123,13 +160,8 @@ std::uint64_t LookAtVariables(Watches& watches, ScenarioItem* item) {
     bool changed = isPlain && (watch.above != item->parent || watch.versionAbove != versionAbove);
     watch.above = item->parent;
     watch.versionAbove = versionAbove;
-    std::vector<ScenarioItem*> variables;
-    if (isPlain)
-        item->GetChildren(variables, KindVariable);
-    else
-        item->CollectVisibleItems(KindVariable, variables, std::string(), std::string());
     watch.names.Begin();
-    for (const ScenarioItem* variable : variables) watch.names.Meet(variable);
+    MeetVariables(watch.names, *item);
     if (watch.names.End()) changed = true;
     watches.Settle(watch, changed);
     return watch.version;

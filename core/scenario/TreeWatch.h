@@ -9,10 +9,9 @@ class ScenarioItem;
 // the names that such a search depends on are compared with those of the last time. That is a walk over all of them,
 // made once at the beginning of a step for all the parameters that are evaluated in it.
 //
-// After an action within a step the walk is made again if the library changed any tree meanwhile. What an action writes
-// into fields by itself is looked for among a few names only: with a thousand of them a rule would cost what a search
-// costs. So a rename that bypasses SetName is seen at once where few names are in scope, and in any case by the next
-// step.
+// After an action within a step the walk is made again where few names are in scope. With a thousand of them a rule
+// would cost what a search costs, so there it is made again only if the library changed any tree meanwhile: what an
+// action writes into fields by itself, a name or a list of children, is then seen by the next step.
 //
 // A version that stays the same means that the same search gives the same items, and that they are still alive.
 namespace treeWatch {

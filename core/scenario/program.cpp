@@ -6,6 +6,7 @@
 
 #include "AttributeRow.h"
 #include "ChildStore.h"
+#include "StepScope.h"
 
 namespace {
 
@@ -30,7 +31,10 @@ void Folders::GetChildren(std::vector<ScenarioItem*>& out, std::uint32_t kindFil
     childStore::Append(children, out, kindFilter);
 }
 
-void Folders::DetachChildren() { children.clear(); }
+void Folders::DetachChildren() {
+    children.clear();
+    StepScope::TreeChanged();
+}
 
 void Folders::AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) {
     childStore::Place(this, children, child, reference, after, kNullChild);

@@ -65,6 +65,7 @@ void Rule::DetachChildren() {
     conditions.clear();
     actions.clear();
     elseActions.clear();
+    StepScope::TreeChanged();
 }
 
 void Rule::AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) {

@@ -77,6 +77,7 @@ void Scenario::TakeEvaluation(Evaluation* added) {
     Evaluation* former = evaluation;
     evaluation = added;
     evaluation->parent = this;
+    StepScope::TreeChanged();
     if (!former || former == added) return;
     former->parent = nullptr;
     // One that was read with this very text is known to nobody. Any other may have a new owner.
@@ -100,6 +101,7 @@ void Scenario::RemoveChild(ScenarioItem* child) {
         else
             generalParameters = nullptr;
         if (child->parent == this) child->parent = nullptr;
+        StepScope::TreeChanged();
         return;
     }
     Task::RemoveChild(child);
@@ -114,6 +116,7 @@ void Scenario::ReplaceChild(ScenarioItem* newChild, ScenarioItem* oldChild) {
     case KindEvaluation:
         if (oldChild && evaluation == oldChild) evaluation = static_cast<Evaluation*>(newChild);
         newChild->parent = this;
+        StepScope::TreeChanged();
         break;
     case KindGeneralParameters:
         if (oldChild && generalParameters == oldChild) generalParameters = static_cast<GeneralParameters*>(newChild);

@@ -107,6 +107,7 @@ void Task::DetachChildren() {
     rules.clear();
     subTasks.clear();
     ruleCount = 0;
+    StepScope::TreeChanged();
 }
 
 void Task::AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) {
