@@ -112,9 +112,9 @@ TEST_F(ActionTest, BrokenExpectationsEndTheProcess) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     Action action;
     action.kind = KindAction;
-    EXPECT_DEATH(action.UpdateDisplayText(), "action:[0-9]+\n");
+    EXPECT_DEATH(action.UpdateDisplayText(), "Assertion failed: action:74\n");
     action.SetModel(nullptr);
-    EXPECT_DEATH(action.Execute(), "action:[0-9]+\n");
+    EXPECT_DEATH(action.Execute(), "Assertion failed: action:112\n");
 }
 
 } // namespace

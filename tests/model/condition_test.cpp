@@ -378,22 +378,24 @@ TEST_F(ConditionTest, BrokenExpectationsEndTheProcess) {
     Task task;
     struct Case {
         const char* why;
+        const char* site;
         std::function<void()> provoke;
     };
     const Case cases[] = {
-        {"text without a parent", [&] { loose.UpdateDisplayText(); }},
-        {"text without a model",
+        {"text without a parent", "Condition:283", [&] { loose.UpdateDisplayText(); }},
+        {"text without a model", "Condition:281",
          [&] { loose.parent = &task, loose.Token::SetModel(nullptr), loose.UpdateDisplayText(); }},
-        {"text with a model of another kind",
+        {"text with a model of another kind", "Condition:282",
          [&] { loose.parent = &task, loose.Token::SetModel(&call), loose.UpdateDisplayText(); }},
-        {"evaluation without a model", [&] { loose.SetModel(nullptr), loose.Evaluate(0.0); }},
-        {"copy to another kind", [&] { loose.CopyUserAttributes(&call); }},
-        {"null child", [&] { loose.AddChild(nullptr, nullptr, true); }},
-        {"null sub-condition evaluated", [&] { loose.subConditions = {nullptr}, loose.Evaluate(0.0); }},
-        {"null sub-condition started", [&] { loose.subConditions = {nullptr}, loose.Init(0.0); }},
+        {"evaluation without a model", "Condition:379", [&] { loose.SetModel(nullptr), loose.Evaluate(0.0); }},
+        {"copy to another kind", "Condition:263", [&] { loose.CopyUserAttributes(&call); }},
+        {"null child", "Condition:131", [&] { loose.AddChild(nullptr, nullptr, true); }},
+        {"null sub-condition evaluated", "Condition:371",
+         [&] { loose.subConditions = {nullptr}, loose.Evaluate(0.0); }},
+        {"null sub-condition started", "Condition:419", [&] { loose.subConditions = {nullptr}, loose.Init(0.0); }},
     };
     for (const Case& c : cases) {
-        EXPECT_DEATH(c.provoke(), "Condition:[0-9]+\n") << c.why;
+        EXPECT_DEATH(c.provoke(), std::string("Assertion failed: ") + c.site + "\n") << c.why;
     }
 }
 

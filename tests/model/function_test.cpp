@@ -563,27 +563,42 @@ TEST_F(FunctionTest, BrokenExpectationsEndTheProcess) {
     parameter.kind = KindParameter;
     struct Case {
         const char* why;
+        const char* site;
         std::function<void()> provoke;
     };
+    const auto withNull = [&](std::function<void(Function&)> act) {
+        return [&loose, act = std::move(act)] {
+            loose.parameters = {nullptr};
+            act(loose);
+        };
+    };
+    std::vector<ScenarioItem*> out;
+    std::vector<const ScenarioItem*> constOut;
     const Case cases[] = {
-        {"null child", [&] { loose.AddChild(nullptr, nullptr, true); }},
-        {"load without a model", [&] { loose.SetModel(nullptr), loose.OnLoadEnd(); }},
-        {"load with a model of another kind", [&] { loose.SetModel(&parameter), loose.OnLoadEnd(); }},
-        {"evaluation without a model", [&] { loose.SetModel(nullptr), loose.Evaluate(); }},
-        {"text without a model", [&] { loose.SetModel(nullptr), loose.UpdateDisplayText(); }},
-        {"copy to nothing", [&] { loose.CopyModelAttributes(nullptr); }},
-        {"copy to another kind", [&] { loose.CopyUserAttributes(&parameter); }},
-        {"null parameter in a search", [&] { loose.parameters = {nullptr}, loose.FindItem(KindTask, "", ""); }},
-        {"null parameter in a collection",
-         [&] {
-             std::vector<ScenarioItem*> out;
-             loose.parameters = {nullptr};
-             loose.CollectAllItemsOfKind(KindTask, out);
-         }},
-        {"null parameter in an evaluation",
-         [&] { loose.parameters = {nullptr}, loose.codeNumber = 0, loose.Evaluate(); }},
-        {"null parameter in the tree", [&] { loose.parameters = {nullptr}, loose.UpdateDisplayTextTree(); }},
-        {"no radius to be had",
+        {"null child", "function:118", [&] { loose.AddChild(nullptr, nullptr, true); }},
+        {"load without a model", "function:214", [&] { loose.SetModel(nullptr), loose.OnLoadEnd(); }},
+        {"load with a model of another kind", "function:215", [&] { loose.SetModel(&parameter), loose.OnLoadEnd(); }},
+        {"evaluation without a model", "function:622", [&] { loose.SetModel(nullptr), loose.Evaluate(); }},
+        {"text without a model", "function:379", [&] { loose.SetModel(nullptr), loose.UpdateDisplayText(); }},
+        {"copy to nothing", "function:301", [&] { loose.CopyModelAttributes(nullptr); }},
+        {"copy to another kind", "function:322", [&] { loose.CopyUserAttributes(&parameter); }},
+        {"copy to a plain item", "function:302", [&] { loose.CopyModelAttributes(&parameter); }},
+        {"null parameter saved", "function:171", withNull([](Function& call) { SavedText(call); })},
+        {"in a search", "function:412", withNull([](Function& call) { call.FindItem(KindTask, "", ""); })},
+        {"in a search, const", "function:437",
+         withNull([](Function& call) { std::as_const(call).FindItem(KindTask, "", ""); })},
+        {"in a collection by name", "function:468",
+         withNull([&](Function& call) { call.CollectAllItems(KindTask, "", out); })},
+        {"in a collection by name, const", "function:491",
+         withNull([&](Function& call) { std::as_const(call).CollectAllItems(KindTask, "", constOut); })},
+        {"in a collection by kind", "function:514",
+         withNull([&](Function& call) { call.CollectAllItemsOfKind(KindTask, out); })},
+        {"in a collection by kind, const", "function:537",
+         withNull([&](Function& call) { std::as_const(call).CollectAllItemsOfKind(KindTask, constOut); })},
+        {"null parameter in an evaluation", "function:633",
+         withNull([](Function& call) { call.codeNumber = 0, call.Evaluate(); })},
+        {"null parameter in the tree", "function:341", withNull([](Function& call) { call.UpdateDisplayTextTree(); })},
+        {"no radius to be had", "function:288",
          [&] {
              Function& definition = Definition("IS_VHL_AT_POSITION");
              definition.RemoveChild(definition.parameters[1]);
@@ -591,7 +606,7 @@ TEST_F(FunctionTest, BrokenExpectationsEndTheProcess) {
          }},
     };
     for (const Case& c : cases) {
-        EXPECT_DEATH(c.provoke(), "function:[0-9]+\n") << c.why;
+        EXPECT_DEATH(c.provoke(), std::string("Assertion failed: ") + c.site + "\n") << c.why;
     }
 }
 
