@@ -167,7 +167,38 @@ TEST_F(IncludeTest, FilesThatDoubleWithEveryLevelEnd) {
         texts.texts["f" + std::to_string(i)] =
             "TYPEOF INCLUDE (1)\n{\nTYPEOF SCENARIO (1)\n{\n" + include + include + "}\n}\n";
     }
+    texts.texts["f40"] = "TYPEOF INCLUDE (1)\n{\n}\n";
     EXPECT_TRUE(ReadReference("f0"));
+    std::size_t loaded = 0;
+    const std::string log = host.log.str();
+    for (std::size_t at = 0; (at = log.find(" loaded from", at)) != std::string::npos; ++at) ++loaded;
+    EXPECT_EQ(loaded, 10000U);
+}
+
+TEST_F(IncludeTest, GoesWithAllThatItIncludes) {
+    static int destroyed;
+    struct Counted : Include {
+        explicit Counted(const std::string& number) {
+            kind = KindInclude;
+            name = number;
+        }
+        ~Counted() override { ++destroyed; }
+    };
+    destroyed = 0;
+    {
+        const auto outer = std::make_unique<Counted>("1");
+        Include* innermost = outer.get();
+        for (const char* number : {"2", "3", "4"}) {
+            auto* below = new Counted(number);
+            innermost->AddChild(below, nullptr, true);
+            innermost = below;
+        }
+    }
+    EXPECT_EQ(destroyed, 4);
+    Counted holder("5"), lent("6");
+    holder.AddChild(&lent, nullptr, true);
+    holder.DetachChildren();
+    EXPECT_EQ(BlocksOf(holder), "");
 }
 
 TEST_F(IncludeTest, ReadsInlineContentAndTheFileOnce) {

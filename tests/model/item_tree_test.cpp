@@ -84,7 +84,7 @@ TEST(Kinds, KeywordsAndFactoryAgree) {
     EXPECT_STREQ(KindKeyword(KindModifier), "MODIFIER");
     EXPECT_STREQ(KindKeyword(KindNone), "");
     EXPECT_STREQ(KindKeyword(28), "");
-    for (const char* unknown : {"", "action", "ACTIO", "ACTIONS", "{", "\xFF"})
+    for (const char* unknown : {"", "action", "ACTIO", "ACTIONS", "0", "{", "\xFF"})
         EXPECT_EQ(KindFromKeyword(unknown), KindNone) << unknown;
 
     struct {
@@ -191,7 +191,9 @@ TEST(ChildStore, PlacesBesideTheReferenceOrAtAnEnd) {
             parent->RemoveChild(added);
             std::erase(swapped, "new");
             EXPECT_EQ(ChildNames(*parent, kind), swapped);
-            for (const std::string& name : swapped) parent->RemoveChild(At(parent.get(), {name.c_str()}));
+            std::vector<OwnedItem> rest;
+            for (const std::string& name : swapped) rest.emplace_back(At(parent.get(), {name.c_str()}));
+            parent->DetachChildren();
             EXPECT_THAT(ChildNames(*parent), IsEmpty());
         }
     }

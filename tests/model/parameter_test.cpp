@@ -486,6 +486,12 @@ TEST_F(ParameterTest, ValueBecomesAnArgument) {
         EXPECT_EQ(Shown(value), "4 0 []") << kind << " without a definition";
     }
     FunctionTable().resize(1);
+    Parameter alone;
+    alone.SetModel(&Definition("real"));
+    alone.valueKind = "FUNCTION";
+    ParameterValue value;
+    alone.FillValue(value);
+    EXPECT_EQ(Shown(value), "4 0 []") << "without its call";
 }
 
 // The innermost of several visible variables stands, since each fills the record in turn.

@@ -156,6 +156,7 @@ TEST_F(ScenarioTest, AFileIsHeldOnce) {
 
     scenario->ReplaceChild(same.get(), scenario->includes[0]);
     EXPECT_EQ(BlocksOf(*scenario, KindInclude), "INCLUDE2 INCLUDE1 INCLUDE3 INCLUDE3 ") << "nothing is replaced";
+    EXPECT_EQ(same->parent, nullptr);
     const std::unique_ptr<Include> former(scenario->includes[0]);
     scenario->ReplaceChild(New<Include>(KindInclude, "7", "c.sc"), former.get());
     EXPECT_EQ(BlocksOf(*scenario, KindInclude), "INCLUDE7 INCLUDE1 INCLUDE3 INCLUDE3 ");
@@ -171,6 +172,8 @@ TEST_F(ScenarioTest, LetsGoOfAnEvaluation) {
     scenario->AddChild(second, nullptr, true);
     EXPECT_EQ(BlocksOf(*scenario), "EVALUATION2 ") << "the first is neither kept nor destroyed";
     EXPECT_EQ(first->name, "1");
+    scenario->ReplaceChild(first.get(), first.get());
+    EXPECT_EQ(scenario->evaluation, second) << "only what stands there is replaced";
     scenario->RemoveChild(second);
     EXPECT_EQ(BlocksOf(*scenario), "");
     EXPECT_EQ(second->name, "2") << "nor is one that is removed destroyed";

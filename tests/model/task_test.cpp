@@ -329,7 +329,8 @@ std::unique_ptr<ScenarioItem> RandomTree(RunningHost& host, unsigned seed, std::
         const unsigned what = upTo(10);
         ScenarioItem* item = nullptr;
         if (what < 6) {
-            item = CreateItem(KindVariable, name, nullptr);
+            // One of another class now and then: such a one is asked itself, and the others must see what it did.
+            item = CreateItem(upTo(8) ? KindVariable : KindEnum, name, nullptr);
             item->label = std::string(upTo(3), '_') + static_cast<char>('x' + upTo(2));
         } else if (what < 8) {
             item = CreateItem(KindTask, name, nullptr);
