@@ -162,6 +162,7 @@ TEST_F(SampleTest, ShowTellsNodesParametersVariablesAndDeclarations) {
     EXPECT_EQ(json["root"]["nodeId"], "/sce/Scenario");
     EXPECT_EQ(json["variadicParameters"][3]["literals"], nlohmann::json({"asphalt", "concrete", "cobbles"}));
     EXPECT_EQ(json["root"]["parameters"][0]["value"], 180.0);
+    EXPECT_EQ(json["root"]["children"][1]["children"][2]["nodeId"], "/sce/Scenario/Road/RoadSign");
     EXPECT_EQ(json["root"]["parameters"][1]["type"], "other");
     EXPECT_TRUE(json["root"]["parameters"][1]["value"].is_null());
 }

@@ -28,10 +28,12 @@ std::string kindOf(const std::string& parameter, const std::string& value) {
         {"STATE", "TASK"},
         {"TASK_NUMBER", "TASK"},
         {"VHL_INPUT", "VHC_INPUT"},
+        {"VHL_OUTPUT", "VHC_OUTPUT"},
         {"CHANNEL_ID", "EXPORT_CHANNEL"},
         {"TRIGGER_NAME", "TRIGGER"},
         {"OBJECT_REFERENCE", "OBJECT"},
         {"DRIVER_NAME", "DRIVER"},
+        {"PROFILE_FILE", "FILE"},
         {"CHANNEL_CATEGORY", "EXPORT_CHANNEL_CATEGORY"},
         {"BARRIER_NUMBER", "BARRIER"},
         {"CHANNEL_KEY", "EXPORT_CHANNEL_NAME"},
@@ -74,16 +76,36 @@ std::string variable(int number, const std::string& type, const std::string& val
     return block("VARIABLE (" + std::to_string(number) + ")", attribute("TYPE", type) + attribute("VALUE", value));
 }
 
+struct Value {
+    const char* function;
+    const char* value;
+};
+
 class BuiltinTest : public testing::Test {
 protected:
-    std::vector<nlohmann::json> events(const std::string& content, const std::string& until) {
-        const std::string file = folder.write("script.sc", block("SCENARIO (1)", content));
-        const Result result = run({"run", file, "--model", TAVREL_SAMPLE "/packs/common/data/tools/nuro/nuro.mdl",
-                                   "--config", sampleFile(), "--trace", "json", "--until", until});
+    std::string trace(const std::string& content, const std::string& until, const std::string& form,
+                      const std::vector<std::string>& options = {}) {
+        const std::string script = block("SCENARIO (1)", content);
+        std::vector<std::string> arguments{
+            "run",
+            around ? folder.write("a.sce", around->script("main", script).file()) : folder.write("script.sc", script),
+            "--model",
+            TAVREL_SAMPLE "/packs/common/data/tools/nuro/nuro.mdl",
+            "--trace",
+            form,
+            "--until",
+            until};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const Result result = run(arguments);
         EXPECT_EQ(result.status, 0) << result;
         EXPECT_EQ(result.err, "");
+        return result.out;
+    }
+    std::vector<nlohmann::json> events(const std::string& content, const std::string& until,
+                                       const std::vector<std::string>& options = {}) {
+        std::istringstream lines(trace(content, until, "json", options));
         std::vector<nlohmann::json> all;
-        for (const std::string& line : result.lines()) all.push_back(nlohmann::json::parse(line));
+        for (std::string line; std::getline(lines, line);) all.push_back(nlohmann::json::parse(line));
         return all;
     }
     // When the rule of that name first became true; nothing if it never did.
@@ -93,7 +115,27 @@ protected:
         return std::nullopt;
     }
 
-    InstallationBuilder folder; // for its folder alone
+    BuiltinTest() { run.common = {"--config", sampleFile()}; }
+
+    // Each of these functions gives that value once `world` is as it is.
+    void expectValues(const std::vector<Value>& rows, const std::string& world) {
+        std::string variables = variable(50, "FLOAT", "2.5"), questions;
+        int number = 100;
+        for (const Value& row : rows) {
+            variables += variable(number, "FLOAT", "unset");
+            questions += call("ACTION", "SET_VARIABLE VARIABLE_REF=" + std::to_string(number++),
+                              argument("VALUE_B", "FUNCTION", call("FUNCTION", row.function)));
+        }
+        std::map<std::string, std::string> found;
+        for (const nlohmann::json& event :
+             events(variables + once(world + questions) + block("EVALUATION (1)", ""), "0"))
+            if (event["event"] == "variable") found[event["variable"]] = event["to"];
+        number = 100;
+        for (const Value& row : rows) EXPECT_EQ(found[std::to_string(number++)], row.value) << row.function;
+    }
+
+    std::optional<SectionText> around; // the scenario that the script stands in, if any
+    InstallationBuilder folder;        // for its folder alone
     CommandRunner run;
 };
 
@@ -134,10 +176,7 @@ const std::string kWorld = actions({
 });
 
 TEST_F(BuiltinTest, FunctionsGiveWhatTheirTableSays) {
-    const struct {
-        const char* function;
-        const char* value;
-    } rows[] = {
+    const std::vector<Value> rows = {
         {"PLUS VALUE_A=1.5 VALUE_B=2", "3.5"},
         {"MINUS VALUE_A=1.5 VALUE_B=2", "-0.5"},
         {"MULTIPLY VALUE_A=1.5 VALUE_B=-2", "-3"},
@@ -191,18 +230,42 @@ TEST_F(BuiltinTest, FunctionsGiveWhatTheirTableSays) {
         {"GET_CHANNEL CHANNEL_CATEGORY=car CHANNEL_KEY=rpm", "9"},
         {"GET_VARIABLE VARIABLE_REF=50", "2.5"},
     };
-    std::string variables = variable(50, "FLOAT", "2.5"), questions;
-    int number = 100;
-    for (const auto& row : rows) {
-        variables += variable(number, "FLOAT", "unset");
-        questions += call("ACTION", "SET_VARIABLE VARIABLE_REF=" + std::to_string(number++),
-                          argument("VALUE_B", "FUNCTION", call("FUNCTION", row.function)));
-    }
-    std::map<std::string, std::string> found;
-    for (const nlohmann::json& event : events(variables + once(kWorld + questions) + block("EVALUATION (1)", ""), "0"))
-        if (event["event"] == "variable") found[event["variable"]] = event["to"];
-    number = 100;
-    for (const auto& row : rows) EXPECT_EQ(found[std::to_string(number++)], row.value) << row.function;
+    expectValues(rows, kWorld);
+}
+
+TEST_F(BuiltinTest, TheWorldBeginsAsTheScenarioFileSays) {
+    around =
+        SectionText("Scenario")
+            .section(SectionText("Driver").parameter("id", "1").parameter("name", "Anna").parameter("attention", "0.5"))
+            .section(SectionText("Vehicle")
+                         .parameter("id", "3")
+                         .parameter("initialSpeed", "9", "real", "m/s")
+                         .parameter("lane", "2", "integer")
+                         .parameter("roadPosition", "70", "real", "m")
+                         .parameter("y", "4", "real", "m")
+                         .section(SectionText("Output").parameter("name", "fuel"))
+                         .section(SectionText("Output").parameter("name", "speed")))
+            .section(SectionText("Vehicle").parameter("id", "4").parameter("x", "80", "real", "m"))
+            .section(
+                SectionText("Weather").parameter("rain", "0.25").parameter("hour", "7.5").parameter("windSpeed", "3"))
+            .section(SectionText("Road")
+                         .section(SectionText("TrafficLight").parameter("number", "2").parameter("colour", "amber"))
+                         .section(SectionText("Barrier").parameter("number", "5").parameter("closed", "1")));
+    expectValues({{"GET_VHL_SPEED VHL_NUMBER=3", "9"},
+                  {"GET_VHL_OUTPUT VHL_NUMBER=3 VHL_OUTPUT=1", "9"},
+                  {"GET_VHL_OUTPUT VHL_NUMBER=3 VHL_OUTPUT=0", "0"},
+                  {"GET_VHL_LANE VHL_NUMBER=3", "2"},
+                  {"GET_VHL_X VHL_NUMBER=3", "70"},
+                  {"GET_VHL_Y VHL_NUMBER=3", "4"},
+                  {"GET_VHL_X VHL_NUMBER=4", "80"},
+                  {"GET_VHL_LANE VHL_NUMBER=4", "1"},
+                  {"GET_ATTENTION DRIVER_NAME=Anna", "0.5"},
+                  {"GET_RAIN", "0.25"},
+                  {"GET_DAY_HOUR", "7.5"},
+                  {"GET_WIND_SPEED", "3"},
+                  {"GET_TRAFFIC_LIGHT TRAFFIC_LIGHT_NUMBER=2", "2"},
+                  {"GET_BARRIER BARRIER_NUMBER=5", "1"}},
+                 "");
 }
 
 TEST_F(BuiltinTest, ActionsChangeVariables) {
@@ -307,6 +370,8 @@ TEST_F(BuiltinTest, ConditionsComeTrueWhenTheMotionSaysSo) {
         "CHANGE_LANE VHL_NUMBER=1 SIDE=SIDE_LEFT CHANGE_TIME=3",
         "START_TIMER TIMER_NUMBER=7",
         "SET_VISIBILITY VISIBILITY=0 CHANGE_TIME=10",
+        "SET_DAY_HOUR DAY_HOUR=20",
+        "APPLY_PROFILE VHL_NUMBER=4 PROFILE_FILE=gentle_start.profile",
     });
     const struct {
         const char* condition;
@@ -326,8 +391,11 @@ TEST_F(BuiltinTest, ConditionsComeTrueWhenTheMotionSaysSo) {
         {"IS_VHL_BRAKING VHL_NUMBER=0", -1},
         {"IS_KEY_PRESSED KEY=KEY_START", -1},
         {"IS_VHL_OVER_LIMIT VHL_NUMBER=0 TOLERANCE=10", 7.7},
+        {"IS_NIGHT", 0},
+        {"IS_VHL_FASTER VHL_NUMBER=4 SPEED=7.9", 9.9},
+        {"IS_VHL_FASTER VHL_NUMBER=4 SPEED=13.89", 20}, // the last point of the profile holds from there on
     };
-    const std::vector<nlohmann::json> all = events(once(start) + rulesOf(rows), "12");
+    const std::vector<nlohmann::json> all = events(once(start) + rulesOf(rows), "21", {"--configuration", "City"});
     int number = 100;
     for (const auto& row : rows) {
         const std::optional<double> time = firstTime(all, std::to_string(number++));
@@ -355,6 +423,37 @@ TEST_F(BuiltinTest, StatesAreLeftForSiblingsAndTasksEnd) {
     EXPECT_NEAR(states[2].second, 3.2, 0.21);
     EXPECT_EQ(all.back()["stopped"], true);
     EXPECT_NEAR(all.back()["time"], 4.2, 0.31);
+}
+
+TEST_F(BuiltinTest, TheTraceIsWrittenInTwoForms) {
+    const std::string script =
+        variable(7, "FLOAT", "1") + block("EVALUATION (1)", "") +
+        once(actions({"ADD_TO_VARIABLE VARIABLE_REF=7 VALUE_B=0.5", "SET_SCORE SCORE_NUMBER=1 POINTS=2",
+                      "ATTACH_DRIVER VHL_NUMBER=2 DRIVER_NAME=Anna", "PAUSE_SCENARIO", "STOP_SCENARIO"})) +
+        block("TASK (3)", attribute("LABEL", "Wait"));
+    const std::string start = folder.path() + "/script.sc";
+    EXPECT_EQ(trace(script, "1", "text"), "    0.000  start of " + start +
+                                              R"(
+    0.000  state of SCENARIO (1): none -> 3 "Wait"
+    0.100  ATTACH_DRIVER "2" "Anna"
+    0.100  rule 1 fired in SCENARIO (1)
+    0.100  variable 7: 1 -> 1.5 in SCENARIO (1)
+    0.100  score 1: 0 -> 2
+    0.100  the scenario pauses
+    0.100  the scenario stops
+    0.100  end after 2 steps, 1 rule fired
+)");
+    EXPECT_EQ(trace(script, "1", "json"), R"json({"time":0.0,"event":"start","scenario":")json" + start +
+                                              R"json(","until":1.0,"step":0.1}
+{"time":0.0,"event":"state","task":"SCENARIO (1)","from":-1,"to":3,"label":"Wait"}
+{"time":0.1,"event":"effect","name":"ATTACH_DRIVER","arguments":["2","Anna"]}
+{"time":0.1,"event":"rule","rule":"1","label":"","place":"SCENARIO (1)","value":true}
+{"time":0.1,"event":"variable","variable":"7","label":"","place":"SCENARIO (1)","from":"1","to":"1.5"}
+{"time":0.1,"event":"score","score":1,"from":0.0,"to":2.0}
+{"time":0.1,"event":"pause","value":true}
+{"time":0.1,"event":"stop"}
+{"time":0.1,"event":"end","steps":2,"stopped":true,"rulesFired":1}
+)json");
 }
 
 } // namespace

@@ -87,6 +87,8 @@ TEST(UsageTest, TheCompletionOffersCommandsOptionsAndScenarios) {
     EXPECT_EQ(complete("variadic re"), "remove\n");
     EXPECT_EQ(complete("list --pa"), "--paths\n");
     EXPECT_EQ(complete("run --trace j"), "json\n");
+    EXPECT_EQ(complete("show --configuration ''"), "\n") << "nothing is known of a name";
+    EXPECT_EQ(complete("show --config /dev/nul"), "/dev/null\n");
     EXPECT_EQ(complete("variadic add a b --type re"), "real\n");
     EXPECT_EQ(complete("show --configuration City orientation/F"), "orientation/First\\ minutes.sce\n");
 }

@@ -132,20 +132,15 @@ void Scene::FillTables(ScenarioLib::Scenario& scenario, cfg::CfgScenario& file) 
 
 void Scene::FillWorld(builtin::World& world, cfg::CfgScenario& file) {
     Section& root = *file.getRootSection();
-    std::map<std::int32_t, std::string> drivers;
     for (Section* section : Below(&root, cfg::Driver::sectionName()))
         if (const auto* driver = dynamic_cast<cfg::Driver*>(section)) {
-            drivers.emplace(driver->id, driver->name);
             world.driverStyles[driver->name] =
                 NumberOfWord(Text(section, "style"), {"calm", "normal", "hasty", "reckless"});
             world.attention[driver->name] = Number(section, "attention", 1);
         }
     for (Section* section : Below(&root, cfg::Vehicle::sectionName()))
-        if (const auto* vehicle = dynamic_cast<cfg::Vehicle*>(section)) {
-            builtin::Vehicle standing = Standing(section);
-            standing.driver = drivers[vehicle->driverId];
-            world.vehicles.emplace(vehicle->id, std::move(standing));
-        }
+        if (const auto* vehicle = dynamic_cast<cfg::Vehicle*>(section))
+            world.vehicles.emplace(vehicle->id, Standing(section));
     FillWeather(world, root.getSubSection("Weather"));
     FillRoad(world, root.getSubSection("Road"));
     for (Section* object : Below(&root, "Object"))

@@ -19,6 +19,11 @@ std::string StateText(const Json& number) {
     return state == Task::kStateEnd ? "end" : std::to_string(state);
 }
 
+std::string Counted(const Json& number, const char* what) {
+    const auto count = number.get<std::size_t>();
+    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
 } // namespace
 
 std::string PathOf(const ScenarioItem& item) {
@@ -109,16 +114,18 @@ void Trace::CompareScores() {
 
 std::string EventText(const Json& event) {
     const auto text = [&](const char* member) { return OneLine(event[member].get<std::string>()); };
+    // A rule need not have one.
+    const auto name = [&](const char* member) { return (event[member] == "" ? "" : " ") + text(member); };
     const std::string kind = text("event");
     std::string line = fmt::format("{:9.3f}  ", event["time"].get<double>());
     if (kind == "rule")
-        line += fmt::format("rule {}{} {} in {}", text("rule"), Quoted(event["label"]),
+        line += fmt::format("rule{}{} {} in {}", name("rule"), Quoted(event["label"]),
                             event["value"].get<bool>() ? "fired" : "became false", text("place"));
     else if (kind == "state")
         line += fmt::format("state of {}: {} -> {}{}", text("task"), StateText(event["from"]), StateText(event["to"]),
                             Quoted(event["label"]));
     else if (kind == "variable")
-        line += fmt::format("variable {}{}: {} -> {} in {}", text("variable"), Quoted(event["label"]), text("from"),
+        line += fmt::format("variable{}{}: {} -> {} in {}", name("variable"), Quoted(event["label"]), text("from"),
                             text("to"), text("place"));
     else if (kind == "score")
         line += fmt::format("score {}: {} -> {}", event["score"].get<int>(), ShortNumber(event["from"].get<double>()),
@@ -136,8 +143,8 @@ std::string EventText(const Json& event) {
     else if (kind == "start")
         line += "start of " + text("scenario");
     else
-        line += fmt::format("end after {} steps, {} rules fired", event["steps"].get<std::size_t>(),
-                            event["rulesFired"].get<std::size_t>());
+        line += fmt::format("end after {}, {} fired", Counted(event["steps"], "step"),
+                            Counted(event["rulesFired"], "rule"));
     return line + "\n";
 }
 

@@ -167,7 +167,7 @@ const Row kRows[] = {
     { 42, "REMOVE_VHL",           [](World& w, const Values& v) { w.VehicleAt(Whole(v[0])).present = false; }},
     { 43, "APPLY_PROFILE",        [](World& w, const Values& v) { ReadProfile(w, w.VehicleAt(Whole(v[0])), v[1].text); }},
     { 44, "FOLLOW_TRAJECTORY",    [](World& w, const Values& v) { w.VehicleAt(Whole(v[0])).trajectories[v[1].text] = w.Now(); }},
-    { 45, "ATTACH_DRIVER",        [](World& w, const Values& v) { w.VehicleAt(Whole(v[0])).driver = v[1].text; }},
+    { 45, "ATTACH_DRIVER",        nullptr},
     { 46, "SET_DRIVER_STYLE",     [](World& w, const Values& v) { w.driverStyles[v[0].text] = Whole(v[1]); }},
     { 47, "SET_SPEED_LIMIT",      [](World& w, const Values& v) { w.speedLimit = v[0].number; }},
     { 60, "SET_WEATHER",          [](World& w, const Values& v) { w.weather = Whole(v[0]); }},

@@ -39,7 +39,6 @@ struct Vehicle {
     std::set<int> lights;        // those that are on
     std::map<int, float> inputs; // by index
     std::string model;
-    std::string driver;
     std::map<std::string, double> trajectories;     // done from that time on
     std::vector<std::pair<double, double>> profile; // seconds since `profileStart`, m/s
     double profileStart = 0;                        // s
