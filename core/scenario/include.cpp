@@ -1,5 +1,6 @@
 #include <scenario/include.h>
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
@@ -12,6 +13,7 @@
 #include "ChildStore.h"
 #include "FileUnderWay.h"
 #include "IncludeRepositories.h"
+#include "KindTable.h"
 #include "Log.h"
 #include "Refusal.h"
 
@@ -40,6 +42,17 @@ OwnedItem LoadFromDisk(const std::string& path) {
     OwnedItem root(LoadScenarioFile(path.c_str(), &std::cout, false));
     if (root) LogMessage(LogSeverity::Information, path + " loaded");
     return root;
+}
+
+// A call in a parent that bears the name of a list of definitions is its own definition, in an include as well.
+bool HoldsDefinitions(const ScenarioItem& item) {
+    if (KindIsIn(item.kind, kCallable) || item.kind == KindParameter) {
+        if (static_cast<const Token&>(item).model == &item) return true;
+    }
+    std::vector<ScenarioItem*> children;
+    item.GetChildren(children);
+    return std::any_of(children.begin(), children.end(),
+                       [](const ScenarioItem* child) { return HoldsDefinitions(*child); });
 }
 
 } // namespace
@@ -161,9 +174,14 @@ void Include::LoadReferenced() {
         clone->parent = this;
         AddChild(clone, nullptr, true);
     }
+    if (HoldsDefinitions(*root)) definitions = std::move(root);
 }
 
-ScenarioItem* Include::Clone() const { return Token::Clone(); }
+ScenarioItem* Include::Clone() const {
+    ScenarioItem* copy = Token::Clone();
+    static_cast<Include*>(copy)->definitions = definitions;
+    return copy;
+}
 
 void Include::SaveAttributes(std::ostream& out) const {
     Token::SaveAttributes(out);

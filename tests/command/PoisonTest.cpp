@@ -97,6 +97,7 @@ const std::vector<Poison>& Poisons() {
         {"no radius", "assertion function:288", Check | Show | Runs,
          Script(Rule("IS_VHL_AT_POSITION", "VALUE=\"RED\""))},
         {"no entry", "assertion Parameter:885", Check | Runs, Script(Rule("ALWAYS", "IS_SELECTED=\"1\""))},
+        {"action alone", "assertion action:74", Check, Script("TYPEOF ACTION (Paint)\n{\n}\n")},
         {"condition alone", "assertion Condition:283", Check, Script("TYPEOF CONDITION (ALWAYS)\n{\n}\n")},
         {"endless script", "the text ends before", Check | Runs, Script("TYPEOF SCENARIO (1)\n{\n")},
         {"empty", "the file is empty", All, Text("")},

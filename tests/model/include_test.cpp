@@ -175,6 +175,25 @@ TEST_F(IncludeTest, FilesThatDoubleWithEveryLevelEnd) {
     EXPECT_EQ(loaded, 10000U);
 }
 
+// A rule may bear the name of a list of definitions; then what stands in it defines itself, and its copies link to it.
+TEST_F(IncludeTest, KeepsWhatItsFileDefines) {
+    Texts texts;
+    texts.texts["own.sc"] = ScriptText(R"(
+        TYPEOF INCLUDE (1)
+            TYPEOF RULE (ACTION_LIST)
+                TYPEOF ACTION (OWN) LABEL="Of its own" CODE="0"
+    )");
+    auto include = ReadReference("own.sc");
+    ASSERT_TRUE(include);
+    const std::unique_ptr<ScenarioItem> copy(include->Clone());
+    include.reset();
+    auto& action = *static_cast<Include&>(*copy).rules.at(0)->actions.at(0);
+    action.UpdateDisplayTextTree();
+    EXPECT_EQ(action.displayText, "THEN  Of its own  ()");
+    action.Execute();
+    EXPECT_EQ(SavedText(*copy).find("OWN"), std::string::npos);
+}
+
 TEST_F(IncludeTest, GoesWithAllThatItIncludes) {
     static int destroyed;
     struct Counted : Include {

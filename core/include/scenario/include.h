@@ -1,6 +1,7 @@
 #ifndef SCENARIO_INCLUDE_H
 #define SCENARIO_INCLUDE_H
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,9 @@ protected:
 
 private:
     void LoadReferenced();
+
+    // The file as it was read, if it defines calls of its own: copies of them link to what they were copied from.
+    std::shared_ptr<const ScenarioItem> definitions;
 };
 
 #endif
