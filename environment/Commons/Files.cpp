@@ -124,6 +124,9 @@ bool ReadAll(int descriptor, Bytes& content) {
     return true;
 }
 
+// No file of an installation comes near it. What is larger was not meant, and might take all the memory there is.
+constexpr off_t kLargestFile = off_t(256) << 20;
+
 bool WriteAll(int descriptor, const std::string& content) {
     size_t written = 0;
     while (written < content.size()) {
@@ -159,6 +162,10 @@ bool ReadPlain(const std::string& path, Bytes& content, std::string& reason) {
     }
     if (!S_ISREG(status.st_mode)) {
         reason = S_ISDIR(status.st_mode) ? SystemReason(EISDIR) : "not a plain file";
+        return false;
+    }
+    if (status.st_size > kLargestFile) {
+        reason = "larger than 256 MiB";
         return false;
     }
     try {

@@ -10,7 +10,8 @@ namespace Commons::detail {
 // Paths come from items that keep backslashes, so every access turns them first.
 std::string WithForwardSlashes(std::string path);
 
-// Reads a plain file. False, with a reason, for anything else; a pipe or a device is refused without waiting for it.
+// Reads a plain file of up to 256 MiB. False, with a reason, for anything else; a pipe or a device is refused without
+// waiting for it.
 bool ReadPlainFile(const std::string& path, std::string& content, std::string& reason);
 bool ReadPlainFile(const std::string& path, std::vector<unsigned char>& content, std::string& reason);
 

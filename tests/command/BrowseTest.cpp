@@ -80,15 +80,22 @@ TEST_F(BrowseTest, ABadConfigurationOrLinkHidesNoOther) {
 
 TEST_F(BrowseTest, AScriptThatEndsTheReaderIsASentence) {
     installation.scenario("town", "poison.sce", SectionText("Scenario").script("main", "TYPEOF TOKEN (t)\n{\n}\n"));
-    for (const auto& [command, place] : std::map<std::string, std::string>{
-             {"show", ""}, {"ids", ""}, {"run", ": script main, row 2"}, {"graph", ": script main, row 2"}}) {
-        const Result result = run({command, "poison.sce"});
-        EXPECT_EQ(result.status, 3) << command;
-        EXPECT_EQ(result.err, "tavrel: poison.sce" + place +
-                                  ": it broke an expectation of the library (assertion ScenarioItem:122): a block is "
-                                  "of a kind that has no items\n");
-        EXPECT_EQ(result.out, "");
-    }
+    const std::string cause = ": it broke an expectation of the library (assertion ScenarioItem:122): a block is of a "
+                              "kind that has no items\n";
+    const auto expectTold = [&](const std::string& place) {
+        for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
+                 {"show"}, {"ids"}, {"get"}, {"run"}, {"graph"}, {"show", "--all"}, {"run", "--all"}}) {
+            std::vector<std::string> arguments = command;
+            if (command.size() == 1) arguments.emplace_back("poison.sce");
+            if (command[0] == "get") arguments.emplace_back("/sce/Scenario/speed");
+            const Result result = run(arguments);
+            EXPECT_EQ(result.status, 3) << command[0];
+            EXPECT_THAT(result.err, EndsWith("poison.sce: " + place + cause)) << command[0];
+            EXPECT_EQ(result.out, "");
+        }
+    };
+    expectTold("script main, row 2");
+    expectTold(installation.model("town", "TYPEOF FOLDER (f)\n{\n\tTYPEOF TOKEN (t)\n\t{\n\t}\n}\n") + ":4");
 }
 
 TEST_F(BrowseTest, OnePathInTwoConfigurationsNeedsAChoice) {

@@ -97,7 +97,9 @@ const std::vector<Poison>& Poisons() {
         {"no radius", "assertion function:288", Check | Show | Runs,
          Script(Rule("IS_VHL_AT_POSITION", "VALUE=\"RED\""))},
         {"no entry", "assertion Parameter:885", Check | Runs, Script(Rule("ALWAYS", "IS_SELECTED=\"1\""))},
-        {"action alone", "assertion action:74", Check, Script("TYPEOF ACTION (Paint)\n{\n}\n")},
+        {"action alone", "assertion action:74", Check,
+         Script(
+             ScriptText("    TYPEOF ACTION (Paint)\n        TYPEOF PARAMETER (COLOUR) KIND=\"ENUM\" VALUE=\"RED\"\n"))},
         {"condition alone", "assertion Condition:283", Check, Script("TYPEOF CONDITION (ALWAYS)\n{\n}\n")},
         {"endless script", "the text ends before", Check | Runs, Script("TYPEOF SCENARIO (1)\n{\n")},
         {"empty", "the file is empty", All, Text("")},
@@ -170,6 +172,17 @@ protected:
                 poison.put(folder + "/" + place + poison.file + ".sce");
     }
 
+    // One more file goes while the command is at work on the others.
+    Result RunWhileOneVanishes(const std::vector<std::string>& arguments) const {
+        const std::string vanished = folder + "/z vanished.sce";
+        Script(kGood)(vanished);
+        const Vanishing vanishing(folder + "/a condition alone.sce", vanished);
+        const Result result = run(arguments);
+        EXPECT_EQ(result.status, 3);
+        EXPECT_THAT(result.err, HasSubstr("z vanished.sce: there is no such file\n"));
+        return result;
+    }
+
     // What the command wrote has a line for each poison that it meets, with its name and cause.
     static void ExpectTold(const std::string& text, Meets command) {
         for (const Poison& poison : Poisons())
@@ -190,13 +203,8 @@ protected:
 };
 
 TEST_F(PoisonTest, ListTellsEachAndNamesTheOthers) {
-    const std::string vanished = folder + "/z vanished.sce";
-    Script(kGood)(vanished);
-    const Vanishing vanishing(folder + "/a condition alone.sce", vanished);
-    const Result result = run({"list", "--json"});
-    EXPECT_EQ(result.status, 3);
+    const Result result = RunWhileOneVanishes({"list", "--json"});
     ExpectTold(result.err, List);
-    EXPECT_THAT(result.err, HasSubstr(vanished + ": there is no such file\n"));
     std::set<std::string> done;
     for (const auto& entry : result.json())
         if (entry["name"] == "One") done.insert(entry["path"]);
@@ -211,8 +219,7 @@ TEST_F(PoisonTest, CheckTellsEachAndFindsNothingInTheOthers) {
     fs::create_symlink("self.mdl", scripts + "self.mdl");
     Text(kGood)(scripts + "good.sc");
     Text("TYPEOF SCENARIO (1)\n{\n\tTYPEOF TOKEN (t)\n\t{\n\t}\n}\n")(scripts + "token.sc");
-    const Result result = run({"check", installation.path(), "--json"});
-    EXPECT_EQ(result.status, 3);
+    const Result result = RunWhileOneVanishes({"check", installation.path(), "--json"});
     EXPECT_THAT(result.err, HasSubstr(scripts + "huge.sc: with 1073741824 bytes"));
     EXPECT_THAT(result.err, HasSubstr(scripts + "pipe.sc: it is no regular file"));
     EXPECT_THAT(result.err, HasSubstr(scripts + "self.mdl: too many levels of symbolic links"));
@@ -234,15 +241,13 @@ TEST_F(PoisonTest, CheckTellsEachAndFindsNothingInTheOthers) {
 }
 
 TEST_F(PoisonTest, ShowAndRunTellEachAndDoTheOthers) {
-    const Result shown = run({"show", "--all", "--json"});
-    EXPECT_EQ(shown.status, 3);
+    const Result shown = RunWhileOneVanishes({"show", "--all", "--json"});
     ExpectTold(shown.err, Show);
     std::set<std::string> done;
     for (const auto& scenario : shown.json()) done.insert(scenario["path"]);
     for (const std::string& path : good) EXPECT_EQ(done.count(path), 1U) << path;
 
-    const Result traced = run({"run", "--all", "--until", "0.1", "--trace", "json"});
-    EXPECT_EQ(traced.status, 3);
+    const Result traced = RunWhileOneVanishes({"run", "--all", "--until", "0.1", "--trace", "json"});
     ExpectTold(traced.err, Runs);
     done.clear();
     std::string started;

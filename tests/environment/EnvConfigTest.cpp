@@ -98,6 +98,10 @@ TEST_F(EnvConfigTest, RefusesWhatIsNoFile) {
     EXPECT_EQ(refusalOf(folder), "0: a folder, not a file");
     EXPECT_EQ(refusalOf(folder + "/pipe"), "0: not a plain file") << "and nobody waits for it";
     EXPECT_EQ(refusalOf("/dev/zero"), "0: not a plain file");
+    const std::string large = folder + "/large";
+    std::ofstream(large).close();
+    std::filesystem::resize_file(large, (std::uintmax_t(256) << 20) + 1);
+    EXPECT_EQ(refusalOf(large), "0: larger than 256 MiB");
     EXPECT_EQ(refusalOf(folder + "/loop"), "0: symbolic links that lead in a circle");
     EXPECT_EQ(refusalOf(folder + "/tavrel.xml/x"), "0: a part of the path is not a folder");
     EXPECT_EQ(EnvConfig::ourConfigCfgFile, installation.file());

@@ -102,6 +102,7 @@ Death DeathOf(const std::string& line) {
     Death death;
     std::getline(parts, assertion, '\t');
     std::getline(parts, row, '\t');
+    std::getline(parts, death.file, '\t');
     std::getline(parts, death.script, '\t');
     std::getline(parts, death.place, '\t');
     death.cause = AssertionSentence(assertion);
@@ -220,13 +221,13 @@ public:
         id = -1;
         relay.End();
         status = WIFEXITED(result) ? WEXITSTATUS(result) : 0;
-        if (tooSlow) return {fmt::format("given up after {} seconds", limits.seconds), "", 0, ""};
+        if (tooSlow) return {fmt::format("given up after {} seconds", limits.seconds), "", "", 0, ""};
         if (!relay.assertion.empty()) return DeathOf(relay.assertion);
         if (WIFEXITED(result)) return {};
         const int signal = WTERMSIG(result);
         // Nobody reads the results any more. This process ends as it would if it had written them itself.
         if (signal == SIGPIPE) raise(SIGPIPE);
-        return {fmt::format("reading it ended the process ({})", strsignal(signal)), "", 0, ""};
+        return {fmt::format("reading it ended the process ({})", strsignal(signal)), "", "", 0, ""};
     }
 
 private:
@@ -307,6 +308,7 @@ int WorkThrough(std::size_t first, std::size_t count, std::size_t recycle, int e
 
 std::string DeathSentence(const std::string& subject, const Death& death) {
     std::string sentence = subject;
+    if (!death.file.empty()) sentence += ": " + death.file;
     if (!death.script.empty()) sentence += ": script " + death.script;
     if (death.row > 0) sentence += fmt::format("{}{}", death.script.empty() ? ":" : ", row ", death.row);
     sentence += ": " + death.cause;
@@ -315,8 +317,8 @@ std::string DeathSentence(const std::string& subject, const Death& death) {
 }
 
 void DieOfAssertion(const std::string& assertion, const Death& known) {
-    const std::string line = fmt::format("{}{}\t{}\t{}\t{}\n", kAssertionMark, assertion, known.row,
-                                         OneLine(known.script), OneLine(known.place));
+    const std::string line = fmt::format("{}{}\t{}\t{}\t{}\t{}\n", kAssertionMark, assertion, known.row,
+                                         OneLine(known.file), OneLine(known.script), OneLine(known.place));
     std::fwrite(line.data(), 1, line.size(), stderr);
     std::fflush(stderr);
     std::abort();

@@ -20,12 +20,13 @@ struct ChildLimits {
 // How a child died: why, and as far as it knew, what it was reading then.
 struct Death {
     std::string cause;
+    std::string file;   // that it was reading, unless that is the one it was made for
     std::string script; // the name of the script, where a file holds several
     unsigned row = 0;   // that the reader had come to; 0 if it was not reading
     std::string place;  // the item that was looked at, "SCENARIO (1) / RULE (2)"
 };
 
-// As one sentence, "SUBJECT: script main, row 3: cause (in RULE (2))".
+// As one sentence, "SUBJECT: script main, row 3: cause (in RULE (2))", or "SUBJECT: nuro.mdl:3: cause".
 std::string DeathSentence(const std::string& subject, const Death& death);
 
 // Ends this process for a broken expectation and leaves to its parent what a Death tells.

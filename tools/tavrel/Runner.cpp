@@ -2,6 +2,7 @@
 
 #include "CommandTable.h"
 #include "Describe.h"
+#include "Files.h"
 #include "Installation.h"
 #include "Progress.h"
 
@@ -89,6 +90,12 @@ int RunForAll(Context& context) {
             arguments.values[arguments.command->operands.front().name] = {all[item].path};
             context.out.Hold();
             Context one{arguments, context.out};
+            // It was there when the folder was read.
+            const std::string reason = ReasonNotToOpen(all[item].file);
+            if (!reason.empty()) {
+                one.Tell({ExitUnreadable, fmt::format("{}: {}", all[item].file, reason)});
+                return std::to_string(ExitUnreadable);
+            }
             try {
                 const int status = RunToEnd(one);
                 return std::to_string(status) + context.out.TakeHeld();

@@ -52,6 +52,15 @@ struct AtHand {
     const ScenarioItem* item = nullptr;         // whose texts are being made
 };
 AtHand atHand;
+std::string templateAtHand; // the scenario file that the library opened last
+
+// The second reading of a text that ended the library. It has to come to the same end.
+struct Rereading {
+    std::string assertion; // empty for none
+    std::string file;      // if it is another one than that of the template
+};
+Rereading rereading;
+struct OtherEnd {};
 
 template <class Value>
 class ScopedValue {
@@ -98,6 +107,7 @@ void TellProblems(const ProblemList& list, const std::string& place) {
 
 LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened) {
     const std::string wanted = context.arguments.Text("--script");
+    TemplateIsAtHand(opened->getFilePath());
     opened->getName(); // opens the file and its root model
     std::string names, refusal;
     for (const cfg::ScenarioScript* script : ScriptsOf(opened->File())) {
@@ -146,20 +156,52 @@ LoadedScript LoadFromDisk(const std::string& path) {
 ScriptAtHand::ScriptAtHand(const std::string& name) { atHand.script = name; }
 ScriptAtHand::~ScriptAtHand() { atHand = {}; }
 
-void TellLastWords(const char* source, int line) {
-    // The reader of a file keeps its row to itself. The same text in memory meets the same end, and has a row.
-    if (!atHand.stream && !atHand.file.empty()) {
-        std::ifstream bytes(std::exchange(atHand.file, {}), std::ios::binary);
-        const std::string text{std::istreambuf_iterator<char>(bytes), {}};
+void TemplateIsAtHand(const std::string& file) { templateAtHand = file; }
+
+// The reader of the library keeps its row to itself. The same text in memory meets the same end, and has a row.
+static void ReadAgain() {
+    const auto read = [](const std::string& text) {
         std::uint32_t row = 0;
         try {
             ReadScriptText(text, row);
         } catch (...) {
-            row = 0; // it came to another end after all
+            return; // it came to another end
         }
+    };
+    const auto bytesOf = [](const std::string& path) {
+        std::ifstream bytes(path, std::ios::binary);
+        return std::string{std::istreambuf_iterator<char>(bytes), {}};
+    };
+    if (!atHand.file.empty()) return read(bytesOf(atHand.file));
+    if (templateAtHand.empty()) return;
+    if (!scenarioRootModel) {
+        rereading.file = RootModelFile(EnvConfig::getCurrentConfiguration());
+        return read(bytesOf(rereading.file));
     }
-    Death known{"", atHand.script, atHand.stream ? atHand.stream->line : 0, atHand.item ? PathOf(*atHand.item) : ""};
-    DieOfAssertion(fmt::format("{}:{}", source, line), known);
+    cfg::CfgScenario file;
+    if (!file.load(templateAtHand.c_str(), static_cast<Commons::Encoding::Mode>(1), nullptr, nullptr, false, true,
+                   true))
+        return;
+    for (const cfg::ScenarioScript* script : ScriptsOf(file)) {
+        const ScriptAtHand working(script->name);
+        read(script->text);
+    }
+}
+
+void TellLastWords(const char* source, int line) {
+    const std::string assertion = fmt::format("{}:{}", source, line);
+    if (!rereading.assertion.empty() && rereading.assertion != assertion) throw OtherEnd();
+    if (rereading.assertion.empty() && !atHand.stream && !atHand.item) {
+        rereading.assertion = assertion;
+        try {
+            ReadAgain();
+        } catch (...) {
+            // Then the place stays unknown.
+        }
+        rereading.file.clear();
+    }
+    DieOfAssertion(assertion, {"", rereading.file, atHand.script, atHand.stream ? atHand.stream->line : 0,
+                               atHand.item ? PathOf(*atHand.item) : ""});
 }
 
 void UpdateDisplayTexts(ScenarioItem& item) {

@@ -73,6 +73,10 @@ public:
     ScriptAtHand& operator=(const ScriptAtHand&) = delete;
 };
 
+// The scenario file that the library is about to open, and its scripts and root model with it. It keeps to itself where
+// it is in them, so those last words need the file.
+void TemplateIsAtHand(const std::string& file);
+
 // UpdateDisplayTextTree, call by call, so that those last words name the call.
 void UpdateDisplayTexts(ScenarioItem& item);
 

@@ -16,7 +16,7 @@ TAVREL_ENVIRONMENT_API bool DoesFileExist(const std::string& path);
 TAVREL_ENVIRONMENT_API bool IsFolder(const char* path);
 
 // Replaces `bytes` by the content of a file. False, with `bytes` as they were, for anything that is not a plain file
-// (a folder, a pipe, a device) or cannot be read.
+// (a folder, a pipe, a device), cannot be read, or is larger than 256 MiB.
 TAVREL_ENVIRONMENT_API bool LoadFile(const std::string& path, std::vector<unsigned char>& bytes);
 
 } // namespace Commons::FileUtils

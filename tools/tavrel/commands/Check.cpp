@@ -191,6 +191,7 @@ Json CheckScenario(const Job& job) {
         if (!HasError(findings)) findings.push_back(FindingOf(cause, job.path));
     };
     scenarioRootModel = nullptr;
+    TemplateIsAtHand(job.path);
     std::string opening;
     {
         ProblemList list; // of the root model
@@ -449,7 +450,7 @@ int RunCheck(Context& context) {
             for (const Json& finding : result["findings"]) found(finding);
         },
         [&](std::size_t item, const Death& death) {
-            Json finding = Finding(jobs[item].path, death.row, death.cause);
+            Json finding = Finding(death.file.empty() ? jobs[item].path : death.file, death.row, death.cause);
             if (!death.script.empty()) finding["script"] = death.script;
             finding["place"] = death.place;
             found(finding);
