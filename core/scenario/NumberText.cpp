@@ -99,9 +99,8 @@ bool BeginsWithNumber(const std::string& text) {
     if (BeginsWith(at, "inf")) return (at[3] | 0x20) != 'i' || BeginsWith(at, "infinity");
     if (BeginsWith(at, "nan")) return true;
     if (at[0] == '0' && (at[1] | 0x20) == 'x') {
-        at += 2;
-        if (*at == '.') ++at;
-        return IsHexDigit(*at);
+        // A point is taken for a digit here: "0x." converts, to 0.
+        return at[2] == '.' || IsHexDigit(at[2]);
     }
     if (*at == '.') ++at;
     return IsDigit(*at);

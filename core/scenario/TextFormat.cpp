@@ -279,9 +279,9 @@ void SplitWords(const std::string& value, std::vector<std::string>& words) {
 
 std::string JoinWords(const std::vector<std::string>& words) {
     std::string joined;
-    for (const std::string& word : words) {
-        if (!joined.empty()) joined += ' ';
-        joined += word;
+    for (std::size_t at = 0; at < words.size(); ++at) {
+        if (at > 0) joined += ' ';
+        joined += words[at];
     }
     return joined;
 }

@@ -211,6 +211,7 @@ TEST_F(ParameterTest, FloatsAreWhatScanfTakes) {
         {"1e+", true, 1.0F},
         {"0x1p4", true, 16.0F},
         {"0x.8", true, 0.5F},
+        {"0x.", true, 0.0F},
         {"inf", true, inf},
         {"-INFINITY", true, -inf},
         {"infx", true, inf},

@@ -123,6 +123,7 @@ TEST(Words, AreSplitAtAnyWhiteSpaceAndJoinedByBlanks) {
     EXPECT_THAT(words, ElementsAre("first", "USER", "VARIABLE"));
     EXPECT_EQ(JoinWords(words), "first USER VARIABLE");
     EXPECT_EQ(JoinWords({}), "");
+    EXPECT_EQ(JoinWords({"", "a", "", "b"}), " a  b"); // a host's list may hold empty words
     char buffer[1024];
     JoinWords({std::string(600, 'a'), std::string(600, 'b')}, buffer);
     EXPECT_EQ(std::string(buffer), std::string(600, 'a') + " " + std::string(422, 'b'));
