@@ -155,6 +155,8 @@ bool Scenario::OnLoadEnd() {
 bool Scenario::LoadModelAttribute(ScenarioTextStream& stream) {
     if (Task::LoadModelAttribute(stream)) return true;
     if (!fileName.empty() || !ReadStringAttribute(stream, "FILE", fileName)) return false;
+    // What the writer prints for a scenario without a file. A reference has to have one, and is marked below.
+    if (fileName.empty() && !IsIndexEntry()) return true;
     resolvedPath = kDirectory;
     ResolveDataPath(fileName, resolvedPath);
     if (IsIndexEntry()) LoadReferencedLabel();

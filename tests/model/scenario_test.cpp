@@ -81,6 +81,8 @@ TEST_F(ScenarioTest, SavesReadsAndClones) {
     const auto again = host.Read(saved);
     ASSERT_TRUE(again) << host.log.str();
     EXPECT_EQ(SavedText(*again), saved);
+    for (const ScenarioItem* item : {again.get(), again->FindFirstOfKind(KindGeneralParameters)})
+        EXPECT_EQ(item->resolvedPath, "") << "no file was given, and the empty FILE that was written is none";
 
     scenario->vehicleKindName = "CAR";
     scenario->stateNames[3] = "Start";
