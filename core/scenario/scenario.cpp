@@ -30,6 +30,12 @@ namespace {
 
 constexpr const char* kDirectory = "data/scenario";
 
+// Whichever way the step of an include ends, by what an action throws as well, it is no longer the one being stepped.
+struct IncludeUnderWay {
+    Include*& current;
+    ~IncludeUnderWay() { current = nullptr; }
+};
+
 } // namespace
 
 Scenario::Scenario(ScenarioItemObserver* observer) : Task(observer) {}
@@ -249,11 +255,10 @@ void Scenario::StepScenario(double time) {
     const StepScope scope;
     for (std::size_t i = 0; i < includes.size(); ++i) {
         if (!includes[i]) continue;
+        const IncludeUnderWay underWay{currentInclude};
         currentInclude = includes[i];
         currentInclude->Step(time, this, true);
-        if (stopped == 0 && paused == 0) continue;
-        currentInclude = nullptr;
-        return;
+        if (stopped != 0 || paused != 0) return;
     }
     currentInclude = nullptr;
     Task::Step(time, this, true);

@@ -249,6 +249,12 @@ TEST_F(RunningScenarioTest, AnActionMayThrow) {
     host.StepAt(3.0);
     EXPECT_EQ(scenario->stepCount, 1);
     EXPECT_EQ(scenario->subTasks.front()->stepCount, 1);
+
+    const auto including = ReadScenario(host, Block("INCLUDE (1)", RuleText(1, "", "DO 1")));
+    host.deeds[1] = [] { throw std::runtime_error("host"); };
+    host.Start(*including, 0.0);
+    EXPECT_THROW(host.StepAt(1.0), std::runtime_error);
+    EXPECT_EQ(including->currentInclude, nullptr) << "none is being stepped any more";
 }
 
 TEST_F(RunningScenarioTest, AStepMayLieWithinAStep) {
