@@ -259,6 +259,66 @@ TEST_F(PoisonTest, ShowAndRunTellEachAndDoTheOthers) {
     for (const std::string& path : good) EXPECT_EQ(done.count(path), 1U) << path;
 }
 
+// What stands in the place of a root model, an include, an evaluation or a parameters file is told by its name, and
+// does not hold up those who do without it.
+TEST(PoisonRolesTest, EachIsToldWhateverItsRole) {
+    const std::pair<const char*, const char*> roles[] = {
+        {"data/tools/nuro/nuro.mdl", "nuro.mdl"},
+        {"data/script/include/i.sc", "i.sc"},
+        {"data/script/include/e.sc", "e.sc"},
+        {"data/scenario/p.par", "p.par"},
+    };
+    const std::string script = ScriptText(R"(
+        TYPEOF SCENARIO (1) FILE="p.sc"
+            TYPEOF INCLUDE (1) ISA_INDEX="1" FILE="i.sc"
+            TYPEOF EVALUATION (1) ISA_INDEX="1" FILE="e.sc"
+            TYPEOF GENERAL_PARAMETERS (1)
+            TYPEOF RULE (1) LABEL="Here"
+                TYPEOF CONDITION (ALWAYS)
+    )");
+    std::string model = kModel; // whole, so that nothing else is told
+    model.insert(model.rfind('}'), "\tTYPEOF FOLDER (FUNCTION_LIST)\n\t{\n\t}\n");
+    const std::pair<const char*, std::function<void(const std::string&)>> poisons[] = {
+        {"huge", Zeros(std::uintmax_t(1) << 30)},
+        {"pipe", [](const std::string& path) { mkfifo(path.c_str(), 0600); }},
+        {"folder", [](const std::string& path) { fs::create_directory(path); }},
+        {"device", LinkTo("/dev/zero")},
+    };
+    for (const auto& [role, name] : roles)
+        for (const auto& [why, put] : poisons) {
+            SCOPED_TRACE(std::string(name) + ", " + why);
+            InstallationBuilder installation;
+            for (const char* town : {"Town", "Village"}) {
+                installation.configuration(town, "1.0", {town});
+                installation.model(town, model);
+                installation.scenario(town, town + std::string(".sce"), Scenario(script));
+                installation.write(town + std::string("/data/script/include/i.sc"), "TYPEOF INCLUDE (1)\n{\n}\n");
+                installation.write(town + std::string("/data/script/include/e.sc"), "TYPEOF EVALUATION (1)\n{\n}\n");
+            }
+            const std::string place = installation.path() + "/Town/" + role;
+            fs::remove(place);
+            put(place);
+            CommandRunner run;
+            run.common = {"--config", installation.file()};
+            const Result checked = run({"check", installation.file()});
+            EXPECT_NE(checked.status, 0);
+            EXPECT_THAT(checked.out + checked.err, HasSubstr(name));
+            EXPECT_THAT(checked.out + checked.err, testing::Not(HasSubstr("Village")));
+            EXPECT_THAT(run({"list", "--paths"}).lines(), testing::ElementsAre("Town.sce", "Village.sce"));
+            const bool isModel = std::string(name) == "nuro.mdl";
+            for (const std::vector<std::string>& command :
+                 {std::vector<std::string>{"show", "--all"}, {"run", "--all", "--until", "1"}}) {
+                const Result result = run(command);
+                EXPECT_EQ(result.status, isModel ? 3 : 0) << result;
+                EXPECT_THAT(result.out, HasSubstr("Village.sce"));
+                EXPECT_EQ(result.out.find("Town.sce") == std::string::npos, isModel);
+                // Includes are shown by run alone, and nothing but check reads a parameters file for its own sake.
+                const bool isTold = isModel || (command[0] == "run" && std::string(name) != "p.par");
+                EXPECT_EQ(result.err.find(name) != std::string::npos, isTold) << result;
+            }
+        }
+}
+
 // Fuzzing found these, or began with them. Some are whole; all are answered.
 TEST_F(PoisonTest, EveryFuzzedFileIsAnswered) {
     std::set<std::string> files;

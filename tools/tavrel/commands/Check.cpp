@@ -10,6 +10,7 @@
 #include <scenario/Condition.h>
 #include <scenario/Parameter.h>
 #include <scenario/action.h>
+#include <scenario/evaluation.h>
 
 #include <algorithm>
 #include <charconv>
@@ -151,10 +152,22 @@ void AddInvalid(const ScenarioItem& item, bool whole, const Json& base, Json& fi
     for (const ScenarioItem* child : children) AddInvalid(*child, whole, base, findings);
 }
 
+// The library takes a parameters file that it cannot read for an empty one. There need not be any.
+void AddUnreadableParameters(const ScenarioLib::Scenario& scenario, Json& findings) {
+    if (!scenario.generalParameters) return;
+    std::string path = scenario.generalParameters->resolvedPath;
+    std::replace(path.begin(), path.end(), '\\', '/');
+    std::error_code error;
+    if (path.empty() || fs::symlink_status(path, error).type() == fs::file_type::not_found) return;
+    const std::string reason = ReasonNotToOpen(path);
+    if (!reason.empty()) findings.push_back(Finding(path, 0, "the parameters file cannot be read: " + reason));
+}
+
 void CheckTree(ScenarioItem& root, cfg::CfgScenario* file, const Json& base, Json& findings) {
     auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(&root);
     Scene scene;
     if (scenario && file) scene.FillTables(*scenario, *file);
+    if (scenario) AddUnreadableParameters(*scenario, findings);
     UpdateDisplayTexts(root);
     AddInvalid(root, scenario && file, base, findings);
 }
