@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 #include <set>
 #include <sstream>
 
@@ -106,7 +107,9 @@ TEST(UsageTest, WrongUseIsStatusTwoAndOneSentence) {
         {{"ids"}, "tavrel: SCENARIO is required; see 'tavrel ids --help'\n"},
         {{"show"}, "tavrel: SCENARIO or --all is required; see 'tavrel show --help'\n"},
         {{"run", "a", "--all"}, "tavrel: --all and SCRIPT exclude each other; see 'tavrel run --help'\n"},
-        {{"tree", "x"}, "tavrel: The following argument was not expected: x; see 'tavrel tree --help'\n"},
+        {{"tree", "x", "--jsn"}, "tavrel: not expected: \"x\", \"--jsn\"; see 'tavrel tree --help'\n"},
+        {{"get", "--", "a", "--b", "c"}, "tavrel: not expected: \"c\"; see 'tavrel get --help'\n"},
+        {{"run", "a", "--until"}, "tavrel: --until needs a value; see 'tavrel run --help'\n"},
         {{"run", "a", "--step", "0"}, "tavrel: --step takes a number of seconds above 0\n"},
         {{"run", "--all", "--step", "0"}, "tavrel: --step takes a number of seconds above 0\n"},
         {{"run", "a", "--until", "soon"}, "tavrel: --until takes a number, not \"soon\"\n"},
@@ -128,6 +131,28 @@ TEST(UsageTest, CommonOptionsMayStandAnywhere) {
     EXPECT_EQ(run({"--configuration", "City", "list"}).out, expected);
     EXPECT_EQ(run({"--configuration=City", "list"}).out, expected);
     EXPECT_THAT(run({"--version"}).out, StartsWith("tavrel "));
+}
+
+// A shell's pipe and the terminal of `script` stand for what a person has.
+TEST(UsageTest, ReadersThatGoAndTerminals) {
+    const auto shell = [](const char* line) {
+        setenv("COMPLETE", line, 1);
+        FILE* pipe = popen("bash -c \"$COMPLETE\" 2>&1", "r");
+        std::string out;
+        for (int c; (c = fgetc(pipe)) != EOF;) out += static_cast<char>(c);
+        pclose(pipe);
+        return out;
+    };
+    EXPECT_EQ(shell(TAVREL_COMMAND " show --all --json | head -c 1; echo \" ${PIPESTATUS[0]}\""), "[ 141\n")
+        << "the end of a pipe is no failure to write";
+    const std::string bold = "\x1b[1m";
+    for (const auto& [settings, isBold] : std::map<std::string, bool>{
+             {"TERM=xterm", true}, {"TERM=dumb", false}, {"TERM=", false}, {"TERM=xterm NO_COLOR=1", false}}) {
+        const std::string out =
+            shell(("env -u NO_COLOR " + settings + " script -qec '" TAVREL_COMMAND " tree' /dev/null").c_str());
+        EXPECT_THAT(out, HasSubstr("City")) << settings;
+        EXPECT_EQ(out.find(bold) != std::string::npos, isBold) << settings;
+    }
 }
 
 TEST(UsageTest, AFullDiskIsTold) {

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <map>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -132,6 +133,7 @@ TEST_F(VariadicTest, WhatMakesNoSenseChangesNothing) {
          "ends before it begins"},
         {"a range of truth", {"set", kScenario, "0", "--range", "0:1"}, 2, "of type boolean takes no --range"},
         {"texts of a number", {"add", kScenario, "/sce/Scenario/speed", "--literal", "x"}, 2, "takes no --literal"},
+        {"no unit", {"set", kScenario, "0", "--unit", "parsec"}, 2, "\"parsec\" is no unit"},
         {"beyond the end", {"remove", kScenario, "1"}, 3, "has no declaration 1; it has 1"},
         {"no position", {"remove", kScenario, "-1"}, 2, ""},
     };
@@ -147,11 +149,13 @@ TEST_F(VariadicTest, WhatMakesNoSenseChangesNothing) {
 
 TEST_F(VariadicTest, ASaveThatFailsIsTold) {
     const std::string before = readFile(file);
-    for (const std::string target : {"/missing folder/a.sce", "/dev/full"}) {
+    for (const auto& [target, cause] : std::map<std::string, std::string>{
+             {"/missing folder/a.sce", ": /missing folder is no folder\n"}, {"/dev/full", ": "}}) {
         const Result result = run({"variadic", "add", kScenario, "/sce/Scenario/fog", "--output", target});
         EXPECT_EQ(result.status, 3) << target;
         EXPECT_EQ(result.out, "") << target;
-        EXPECT_THAT(result.err, StartsWith("tavrel: über Land/a b.sce: " + target + " could not be saved")) << target;
+        EXPECT_THAT(result.err, StartsWith("tavrel: über Land/a b.sce: " + target + " could not be saved" + cause))
+            << target;
     }
     EXPECT_EQ(readFile(file), before);
 }

@@ -91,6 +91,13 @@ std::string ComplaintOfAll(const Arguments& arguments) {
 }
 
 // Every option fills its own list in `values`, under its name, so that the sub-commands need no variable of their own.
+std::string ComplaintOfExtras(const std::vector<std::string>& extras) {
+    std::string words;
+    for (const std::string& extra : extras)
+        if (extra != "--") words += fmt::format("{}\"{}\"", words.empty() ? "" : ", ", extra);
+    return "not expected: " + words;
+}
+
 void AddOption(CLI::App& app, const OptionRow& row, Values& values, bool required = true) {
     CLI::callback_t take = [&values, &row](const CLI::results_t& results) {
         values[row.name] = results;
@@ -215,6 +222,11 @@ Arguments ReadCommandLine(int argc, const char* const* argv, std::string& answer
         try {
             std::reverse(line.rest.begin(), line.rest.end()); // the order that CLI11 wants
             app.parse(line.rest);
+        } catch (const CLI::ExtrasError&) {
+            complaint = ComplaintOfExtras(app.remaining());
+        } catch (const CLI::ArgumentMismatch& error) {
+            const std::string what = OneLine(error.what());
+            complaint = what.substr(0, what.find(':')) + " needs a value";
         } catch (const CLI::ParseError& error) {
             complaint = OneLine(error.what());
         }

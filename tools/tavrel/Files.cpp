@@ -50,7 +50,7 @@ bool WriteAndClose(int file, std::string_view text, bool sync) {
 std::string ReasonNotToOpen(const std::string& path) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::not_found) return "there is no such file";
+    if (path.empty() || status.type() == std::filesystem::file_type::not_found) return "there is no such file";
     if (!std::filesystem::status_known(status)) return Sentence(error);
     if (std::filesystem::is_directory(status)) return "it is a folder";
     if (!std::filesystem::is_regular_file(status)) return "it is no regular file";

@@ -56,7 +56,8 @@ Output::Output() : log(std::make_unique<LogBuffer>()) {
     std::cout.flush();
     descriptor = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3);
     terminal = isatty(STDOUT_FILENO) == 1;
-    coloured = terminal && !std::getenv("NO_COLOR");
+    const char* const kind = std::getenv("TERM");
+    coloured = terminal && !std::getenv("NO_COLOR") && kind && *kind && std::strcmp(kind, "dumb") != 0;
     // Whatever is written to the descriptor itself must not mix with the results either.
     if (descriptor >= 0) dup2(STDERR_FILENO, STDOUT_FILENO);
     former = std::cout.rdbuf(log.get());

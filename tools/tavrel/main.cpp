@@ -2,9 +2,25 @@
 #include "Context.h"
 #include "Runner.h"
 
+#include <csignal>
+
 using namespace tavrel;
 
+namespace {
+
+// One of the libraries blocks it as it is loaded. Whoever reads the first lines alone, as head does, wants no
+// complaint.
+void EndWithTheReader() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    sigprocmask(SIG_UNBLOCK, &signals, nullptr);
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
+    EndWithTheReader();
     Output out;
     try {
         std::string answer;

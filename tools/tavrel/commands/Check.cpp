@@ -312,6 +312,7 @@ public:
         : context(userContext), found(std::move(addFinding)) {}
 
     void AddPath(const std::string& path) {
+        if (path.empty()) return context.Tell({ExitUnreadable, "an empty PATH is no file"});
         std::error_code error;
         if (fs::is_directory(path, error)) return AddFolder(path);
         const FileKind kind = KindOfFile(path);

@@ -3,6 +3,7 @@
 #include "Commands.h"
 
 #include <cfg/VariadicParameter.h>
+#include <lmk/units.h>
 
 #include <cmath>
 #include <filesystem>
@@ -150,7 +151,12 @@ void ClearDomain(TavrelVariadicParameter& declaration) {
 void SetTexts(TavrelVariadicParameter& declaration, const Arguments& arguments) {
     if (arguments.Has("--name")) declaration.setName(arguments.Text("--name"));
     if (arguments.Has("--description")) declaration.setDescription(arguments.Text("--description"));
-    if (arguments.Has("--unit")) declaration.setParameterUnit(arguments.Text("--unit"));
+    if (!arguments.Has("--unit")) return;
+    const std::string unit = arguments.Text("--unit");
+    // The library takes it for no unit at all.
+    if (!unit.empty() && lmk::toTUnit(unit.c_str()) == 0)
+        throw Failure{ExitUsage, fmt::format("\"{}\" is no unit", unit)};
+    declaration.setParameterUnit(unit);
 }
 
 TavrelVariadicParameter& DeclarationAt(const TavrelScenario& scenario, std::size_t index) {
@@ -182,6 +188,10 @@ Json Save(Context& context, OpenedScenario& opened) {
     if (context.arguments.Has("--output")) {
         // A template saves into its own directory; the way from there to the file leads anywhere.
         target = context.arguments.Text("--output");
+        const std::filesystem::path above = std::filesystem::absolute(target).parent_path();
+        if (!std::filesystem::is_directory(above))
+            throw Failure{ExitUnreadable,
+                          fmt::format("{} could not be saved: {} is no folder", target, above.string())};
         const std::filesystem::path folder = std::filesystem::canonical(opened.directory);
         scenario.setPath(std::filesystem::weakly_canonical(std::filesystem::absolute(target))
                              .lexically_relative(folder)
