@@ -179,7 +179,8 @@ void Include::LoadReferenced() {
 
 ScenarioItem* Include::Clone() const {
     ScenarioItem* copy = Token::Clone();
-    static_cast<Include*>(copy)->definitions = definitions;
+    // The copy is of the class that the kind has, and a host may have changed the kind.
+    if (auto* include = dynamic_cast<Include*>(copy)) include->definitions = definitions;
     return copy;
 }
 

@@ -95,7 +95,7 @@ constexpr const char* kOvertaking = R"(<sce version="1">
     <duration type="real" unit="s" verboseName="Duration &amp; more" ScenarioTreeValue="90"/>
     <Weather>
       <fog type="boolean" verboseName="Fog" ScenarioTreeValue="false"/>
-      <visibility type="real" unit="m" ScenarioTreeValue="2000"/>
+      <visibility types="a" units="b" verboseNames="c" ScenarioTreeValues="d" type="real" unit="m" ScenarioTreeValue="2000"/>
     </Weather>
     <Vehicle>
       <lane type="integer" ScenarioTreeValue="-2"/>

@@ -192,6 +192,9 @@ TEST_F(IncludeTest, KeepsWhatItsFileDefines) {
     EXPECT_EQ(action.displayText, "THEN  Of its own  ()");
     action.Execute();
     EXPECT_EQ(SavedText(*copy).find("OWN"), std::string::npos);
+    copy->kind = KindTask; // the class of a copy is that of its kind
+    const std::unique_ptr<ScenarioItem> task(copy->Clone());
+    EXPECT_FALSE(dynamic_cast<const Include*>(task.get()));
 }
 
 TEST_F(IncludeTest, GoesWithAllThatItIncludes) {

@@ -90,7 +90,6 @@ std::string ComplaintOfAll(const Arguments& arguments) {
     return arguments.Has("--all") || arguments.Has(operand) ? "" : operand + " or --all is required";
 }
 
-// Every option fills its own list in `values`, under its name, so that the sub-commands need no variable of their own.
 std::string ComplaintOfExtras(const std::vector<std::string>& extras) {
     std::string words;
     for (const std::string& extra : extras)
@@ -98,6 +97,7 @@ std::string ComplaintOfExtras(const std::vector<std::string>& extras) {
     return "not expected: " + words;
 }
 
+// Every option fills its own list in `values`, under its name, so that the sub-commands need no variable of their own.
 void AddOption(CLI::App& app, const OptionRow& row, Values& values, bool required = true) {
     CLI::callback_t take = [&values, &row](const CLI::results_t& results) {
         values[row.name] = results;
