@@ -1,5 +1,6 @@
 #include "Utf8.h"
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -66,16 +67,18 @@ void AppendUtf8(std::string& out, char32_t point) {
 }
 
 size_t FindBrokenUtf8(std::string_view text) {
+    // Scenario files are nearly all ASCII, so many bytes are passed at a time where possible.
+    using Words = std::array<std::uint64_t, 8>;
     constexpr std::uint64_t kHighBits = 0x8080808080808080;
     size_t at = 0;
     while (at < text.size()) {
-        // Scenario files are nearly all ASCII, so eight bytes are passed at a time where possible.
-        std::uint64_t eight = 0;
-        while (at + sizeof eight <= text.size()) {
-            std::memcpy(&eight, text.data() + at, sizeof eight);
-            if (eight & kHighBits) break;
-            at += sizeof eight;
+        for (Words words; at + sizeof words <= text.size(); at += sizeof words) {
+            std::memcpy(words.data(), text.data() + at, sizeof words);
+            std::uint64_t all = 0;
+            for (const std::uint64_t word : words) all |= word;
+            if (all & kHighBits) break;
         }
+        while (at < text.size() && ByteAt(text, at) < 0x80) ++at;
         if (at == text.size()) break;
         const size_t length = Utf8SequenceLength(text, at);
         if (length == 0) return at;
