@@ -11,6 +11,10 @@ if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "Kind of build" FORCE)
 endif()
 
+# A line of a script passes through a dozen small functions of as many files, so the library is optimised as a whole.
+include(CheckIPOSupported)
+check_ipo_supported(RESULT TAVREL_WHOLE_PROGRAM OUTPUT TAVREL_WHOLE_PROGRAM_WHY LANGUAGES CXX)
+
 find_program(TAVREL_CCACHE ccache)
 if(TAVREL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${TAVREL_CCACHE})
