@@ -64,7 +64,7 @@ ScriptNode::ScriptNode(cfg::ScenarioScript* scriptSection, ScenarioNode* parentN
     try {
         ScenarioTextStream stream(script->text.c_str(), script->text.size() + 1);
         ItemLoadContext context{nullptr, nullptr};
-        root.reset(LoadScenarioText(stream, nullptr, &context, &log, false));
+        root.reset(LoadScenarioVariables(stream, &context, &log));
         if (!root) logStop(log, script->name, stream);
     } catch (const std::exception& error) {
         throw Exception("Unable to parse script " + script->name + " :\n" + error.what() + "\n" + log.str(),

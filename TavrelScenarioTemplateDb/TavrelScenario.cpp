@@ -93,7 +93,8 @@ std::string TavrelScenario::getPath() const { return path; }
 
 ScenarioNode* TavrelScenario::getRootScenarioNode() const {
     // The load comes first: it may look up the target of a variadic parameter and so build the tree itself. A second
-    // tree would leave those targets behind.
+    // tree would leave those targets behind. All scripts of the tree find their definitions through one index.
+    const RootModelUse modelUse;
     if (!cfgScenario) loadScenario();
     if (!rootScenarioNode)
         rootScenarioNode = std::make_unique<TavrelScenarioNode>(cfgScenario->getRootSection(), nullptr);
@@ -229,6 +230,7 @@ void TavrelScenario::loadCfgScenario() const {
         throw Exception("Unable to find scenario root model file '" + modelPath + "' for configuration " +
                             configuration + " : check your Tavrel installation!",
                         ExceptionCodeGeneric);
+    const RootModelUse modelUse;
     readRootModel(*candidate);
 
     std::vector<cfg::Section*> sections;

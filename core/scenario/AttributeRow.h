@@ -12,7 +12,7 @@
 #include <scenario/ScenarioItem.h>
 
 // Keeps, for the listener, that the line at the cursor gives `key` a second value.
-void NoteSecondValue(const ScenarioTextStream& stream, std::string_view key);
+[[gnu::cold]] void NoteSecondValue(const ScenarioTextStream& stream, std::string_view key);
 
 // One attribute of a class: its key, whether the key is still open, and what happens to the value. Rows are tried from
 // the top and the first open row whose key begins the line decides, so their order is the format.

@@ -81,7 +81,7 @@ const char* ComparisonSign(const std::string& name) {
 }
 
 // Whether sub-conditions make up the condition, in place of parameters.
-bool IsJunction(const std::string& name) { return name == "AND" || name == "OR"; }
+bool IsJunction(std::string_view name) { return name == "AND" || name == "OR"; }
 
 std::string DurationText(const Condition& condition) {
     return condition.duration == kUnset ? std::string() : SixDecimals(static_cast<double>(condition.duration));

@@ -14,7 +14,7 @@ Token* RootDefinitionOf(const Token& item) {
 
 namespace {
 
-bool RefuseUnknownDefinition(const Token& item, std::string_view listName) {
+[[gnu::cold, gnu::noinline]] bool RefuseUnknownDefinition(const Token& item, std::string_view listName) {
     if (!RefusalsAreTold()) return false;
     const ScenarioItemKind kind = item.kind == KindElseAction ? KindAction : item.kind;
     std::vector<std::string> names;

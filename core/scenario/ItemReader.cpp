@@ -20,14 +20,19 @@ namespace {
 
 constexpr char kSource[] = "ScenarioItem";
 
+void DestroyChildren(ScenarioItem& item) {
+    std::vector<ScenarioItem*> children;
+    item.GetChildren(children);
+    item.DetachChildren();
+    for (ScenarioItem* child : children) delete child;
+}
+
 // A CONFIG keeps its children alive on purpose. Of a text that was refused nobody else knows them.
-void DestroyChildrenOfConfigs(ScenarioItem& item) {
+[[gnu::cold, gnu::noinline]] void DestroyChildrenOfConfigs(ScenarioItem& item) {
     std::vector<ScenarioItem*> children;
     item.GetChildren(children);
     for (ScenarioItem* child : children) DestroyChildrenOfConfigs(*child);
-    if (item.kind != KindConfig) return;
-    item.DetachChildren();
-    for (ScenarioItem* child : children) delete child;
+    if (item.kind == KindConfig) DestroyChildren(item);
 }
 
 // The item that is being read. Unless it is kept, it is taken out of the tree and destroyed again, whichever way the
@@ -87,18 +92,18 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bo
 bool ReadContent(Load& load, const ItemBeingRead& item, ItemLoadContext* context, bool headerOnly) {
     ScenarioTextStream& stream = load.stream;
     if (CharAt(stream) != '{') return ReportRefusal(stream, Cause::NoBrace, item.Get());
-    NextLine(stream);
+    NextLineBehind(stream, stream.cursor);
     ForgetRefusalCause();
     if (!item->OnLoadBegin()) return ReportRefusal(stream, Cause::ItemRefused, item.Get());
     for (;;) {
         ForgetRefusalCause();
         if (CharAt(stream) == '}') {
             if (!item->OnLoadEnd()) return ReportRefusal(stream, Cause::ItemIncomplete, item.Get());
-            NextLine(stream);
+            NextLineBehind(stream, stream.cursor);
             return true;
         }
         if (item->LoadAttribute(stream)) {
-            NextLine(stream);
+            NextLineAfterReading(stream);
             continue;
         }
         if (headerOnly) {
@@ -114,7 +119,8 @@ bool ReadContent(Load& load, const ItemBeingRead& item, ItemLoadContext* context
 }
 
 // Accepted by kind, yet not taken in: a second include of one file, or a call directly under a call.
-void WarnOfPassedOver(const ScenarioTextStream& header, const ScenarioItem& item, const ScenarioItem& parent) {
+[[gnu::cold, gnu::noinline]] void WarnOfPassedOver(const ScenarioTextStream& header, const ScenarioItem& item,
+                                                   const ScenarioItem& parent) {
     const std::string text = std::string(KindKeyword(item.kind)) + " (" + item.name +
                              ") is passed over: " + KindKeyword(parent.kind) + " (" + parent.name +
                              ") does not take it in.";
@@ -138,7 +144,7 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bo
         return Outcome::Refused;
     }
     const ScenarioTextStream header = stream;
-    NextLine(stream);
+    NextLineAfterReading(stream);
     ScenarioItem* created = CreateItem(kind, load.name, context);
     if (!created) AssertAbort(kSource, 565);
     if (kind == KindConfig) load.madeConfig = true;
@@ -150,28 +156,46 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bo
         item.PassOver();
         return Outcome::PassedOver;
     }
+    // Nothing outside a rule refers to what it holds.
+    if (kind == KindRule && load.emptiesRules) DestroyChildren(*item.Get());
     result = item.Keep();
     return Outcome::Read;
 }
 
 } // namespace
 
-ScenarioItem* ReadItem(ScenarioTextStream& stream, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly) {
-    Load load(stream, parent);
+namespace {
+
+ScenarioItem* Read(Load& load, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly) {
     ScenarioItem* item = nullptr;
     try {
         ReadBlock(load, parent, context, headerOnly, item);
+        if (item) load.LeaveIndex();
     } catch (const boost::bad_lexical_cast&) {
-        ReportRefusal(stream, Cause::NoNumber, parent);
+        ReportRefusal(load.stream, Cause::NoNumber, parent);
         throw;
     }
     return item;
+}
+
+} // namespace
+
+ScenarioItem* ReadItem(ScenarioTextStream& stream, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly) {
+    Load load(stream, parent);
+    return Read(load, parent, context, headerOnly);
 }
 
 ScenarioItem* LoadScenarioText(ScenarioTextStream& stream, ScenarioItem* parent, ItemLoadContext* context,
                                std::ostream* log, bool headerOnly) {
     scenarioLog = log;
     return ReadItem(stream, parent, context, headerOnly);
+}
+
+ScenarioItem* LoadScenarioVariables(ScenarioTextStream& stream, ItemLoadContext* context, std::ostream* log) {
+    scenarioLog = log;
+    Load load(stream, nullptr);
+    load.emptiesRules = true;
+    return Read(load, nullptr, context, false);
 }
 
 ScenarioItem* LoadScenarioFile(const char* path, std::ostream* log, bool headerOnly) {

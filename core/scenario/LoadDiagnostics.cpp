@@ -14,19 +14,18 @@
 
 namespace {
 
-LoadProblemListener* listenerInUse = nullptr;
 std::string sourceName;
 std::string keptCause;
 
 void Tell(std::uint32_t row, std::string_view line, const std::string& cause, bool isWarning) {
-    if (!listenerInUse) return;
+    if (!loadProblemListener) return;
     LoadProblem problem;
     problem.file = sourceName;
     problem.row = row;
     problem.line = line;
     problem.cause = cause;
     problem.isWarning = isWarning;
-    listenerInUse->OnLoadProblem(problem);
+    loadProblemListener->OnLoadProblem(problem);
 }
 
 std::string NameOfItem(const ScenarioItem* item) {
@@ -108,27 +107,23 @@ std::size_t EditDistance(std::string_view a, std::string_view b) {
 LoadProblemListener::~LoadProblemListener() = default;
 
 LoadProblemListener* SetLoadProblemListener(LoadProblemListener* listener) {
-    return std::exchange(listenerInUse, listener);
+    return std::exchange(loadProblemListener, listener);
 }
-
-bool RefusalsAreTold() { return listenerInUse != nullptr; }
 
 void KeepRefusalCause(std::string cause) {
     if (keptCause.empty()) keptCause = std::move(cause);
 }
 
-void ForgetRefusalCause() {
-    if (listenerInUse) keptCause.clear();
-}
+void ForgetKeptCause() { keptCause.clear(); }
 
 void NoteSecondValue(const ScenarioTextStream& stream, std::string_view key) {
-    if (!listenerInUse) return;
+    if (!loadProblemListener) return;
     // A key that only begins a longer one is no second value.
     if (KeyOf(RestOfLine(stream)) == key) KeepRefusalCause("a second value for " + std::string(key));
 }
 
 bool ReportRefusal(const ScenarioTextStream& stream, Cause cause, const ScenarioItem* item) {
-    if (!listenerInUse) return false;
+    if (!loadProblemListener) return false;
     const std::string text = keptCause.empty() ? Explain(stream, cause, item) : std::exchange(keptCause, {});
     Tell(stream.line, RestOfLine(stream), text, false);
     return false;
@@ -137,7 +132,7 @@ bool ReportRefusal(const ScenarioTextStream& stream, Cause cause, const Scenario
 void ReportUnreadableFile(const std::string& cause) { Tell(1, {}, cause, false); }
 
 void ReportWarning(const ScenarioTextStream& place, const std::string& cause) {
-    if (listenerInUse) Tell(place.line, RestOfLine(place), cause, true);
+    if (loadProblemListener) Tell(place.line, RestOfLine(place), cause, true);
 }
 
 void TellLoadWarning(const std::string& cause) {
@@ -145,7 +140,7 @@ void TellLoadWarning(const std::string& cause) {
 }
 
 void TellRefusalNow(const std::string& cause) {
-    if (!listenerInUse) return;
+    if (!loadProblemListener) return;
     const Load* load = Load::Current();
     if (!load) return;
     Tell(load->stream.line, RestOfLine(load->stream), cause, false);

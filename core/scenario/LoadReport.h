@@ -5,15 +5,20 @@
 
 #include <scenario/ScenarioItem.h>
 
+#include "Refusal.h"
+
 // How the reader tells the listener of <scenario/LoadDiagnostics.h> why a text was refused.
 
 // What the reader itself finds wrong. A cause that a class has kept says more and stands before these.
 enum class Cause { NoHeader, UnknownKind, TooDeep, NoBrace, ItemRefused, ItemIncomplete, TextEnds, NoNumber };
 
 // `item` is the one whose lines are being read, or null. Always false.
-bool ReportRefusal(const ScenarioTextStream& stream, Cause cause, const ScenarioItem* item);
+[[gnu::cold]] bool ReportRefusal(const ScenarioTextStream& stream, Cause cause, const ScenarioItem* item);
+void ForgetKeptCause();
 // The cause of an earlier line explains nothing of this one.
-void ForgetRefusalCause();
+inline void ForgetRefusalCause() {
+    if (RefusalsAreTold()) ForgetKeptCause();
+}
 void ReportWarning(const ScenarioTextStream& place, const std::string& cause);
 void ReportUnreadableFile(const std::string& cause);
 

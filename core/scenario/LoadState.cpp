@@ -1,6 +1,7 @@
 #include "LoadState.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <typeinfo>
 
@@ -13,6 +14,7 @@
 
 #include "LoadIndex.h"
 #include "Refusal.h"
+#include "TextMatch.h"
 
 namespace {
 
@@ -73,6 +75,10 @@ std::uint32_t KindsBelow(const ScenarioItem& item) {
 
 Load* currentLoad = nullptr;
 
+// One index for all texts read while a RootModelUse lives.
+int rootModelUses = 0;
+std::unique_ptr<DefinitionIndex> sharedIndex;
+
 // Names are short and each item of a script is looked up by one, so they are mixed by words of eight bytes.
 std::uint32_t HashOf(std::string_view name) {
     constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15;
@@ -103,33 +109,44 @@ ScenarioItem* SearchFolder(const ScenarioItem* root, std::string_view listName) 
 
 } // namespace
 
-void NameTable::InsertIfAbsent(std::string_view name, ScenarioItem* item) {
-    if ((used + 1) * 2 > slots.size()) Grow();
-    const std::uint32_t hash = HashOf(name);
-    Slot& slot = slots[PlaceOf(name, hash)];
-    if (slot.item) return;
-    slot = {name, item, hash};
-    ++used;
+void NameTable::Reserve(std::size_t names) {
+    entries.reserve(names);
+    if (names * 2 > places.size()) Resize(std::bit_ceil(names * 2));
 }
 
-const NameTable::Slot* NameTable::Find(std::string_view name) const {
-    if (slots.empty()) return nullptr;
-    const Slot& slot = slots[PlaceOf(name, HashOf(name))];
-    return slot.item ? &slot : nullptr;
+void NameTable::InsertIfAbsent(ScenarioItem* named, ScenarioItem* unit) {
+    if ((entries.size() + 1) * 2 > places.size()) Resize(std::max<std::size_t>(16, places.size() * 2));
+    const std::uint32_t hash = HashOf(named->name);
+    Place& place = places[PlaceOf(named->name, hash)];
+    if (place.entry != 0) return;
+    entries.push_back({named, unit});
+    place = {hash, static_cast<std::uint32_t>(entries.size())};
+}
+
+const NameTable::Entry* NameTable::Find(std::string_view name) const {
+    if (places.empty()) return nullptr;
+    const std::uint32_t entry = places[PlaceOf(name, HashOf(name))].entry;
+    return entry != 0 ? &entries[entry - 1] : nullptr;
 }
 
 std::size_t NameTable::PlaceOf(std::string_view name, std::uint32_t hash) const {
-    const std::size_t mask = slots.size() - 1;
+    const std::size_t mask = places.size() - 1;
     std::size_t at = hash & mask;
-    while (slots[at].item && (slots[at].hash != hash || slots[at].name != name)) at = (at + 1) & mask;
+    while (places[at].entry != 0 &&
+           (places[at].hash != hash || !SameText(entries[places[at].entry - 1].named->name, name)))
+        at = (at + 1) & mask;
     return at;
 }
 
-void NameTable::Grow() {
-    std::vector<Slot> old(std::max<std::size_t>(16, slots.size() * 2));
-    old.swap(slots);
-    for (const Slot& slot : old) {
-        if (slot.item) slots[PlaceOf(slot.name, slot.hash)] = slot;
+void NameTable::Resize(std::size_t size) {
+    std::vector<Place> old(size);
+    old.swap(places);
+    const std::size_t mask = size - 1;
+    for (const Place& place : old) {
+        if (place.entry == 0) continue;
+        std::size_t at = place.hash & mask;
+        while (places[at].entry != 0) at = (at + 1) & mask;
+        places[at] = place;
     }
 }
 
@@ -149,6 +166,8 @@ void DefinitionIndex::Walk(ScenarioItem* item) {
     if (below != 0) {
         const std::size_t first = pending.size();
         item->GetChildren(pending, below == Bit(KindCondition) && IsPlainCondition(*item) ? KindCondition : KindNone);
+        for (List& list : lists)
+            if (list.folder == item) list.units.Reserve(pending.size() - first);
         for (std::size_t at = first; at < pending.size(); ++at) {
             if (pending[at]) Walk(pending[at]);
         }
@@ -164,7 +183,7 @@ void DefinitionIndex::Open(ScenarioItem* item) {
         if (!list.isOpen) continue;
         if (!list.openUnit && !isFolder) list.openUnit = item;
         if (form == Form::Whole && list.openUnit && item->kind == kLists[at].kind) {
-            list.units.InsertIfAbsent(item->name, list.openUnit);
+            list.units.InsertIfAbsent(item, list.openUnit);
         }
     }
     if (!isFolder) return;
@@ -188,7 +207,7 @@ void DefinitionIndex::Close(ScenarioItem* item) {
 }
 
 void DefinitionIndex::Enter(NameTable& table, std::uint32_t kind, ScenarioItem* entry, ScenarioItem* item) {
-    if (item->kind == kind) table.InsertIfAbsent(item->name, entry ? entry : item);
+    if (item->kind == kind) table.InsertIfAbsent(item, entry ? entry : item);
     const std::size_t first = pending.size();
     item->GetChildren(pending);
     for (std::size_t at = first; at < pending.size(); ++at) {
@@ -200,10 +219,10 @@ void DefinitionIndex::Enter(NameTable& table, std::uint32_t kind, ScenarioItem* 
 ScenarioItem* DefinitionIndex::Find(std::size_t at, std::string_view name) {
     const List& list = lists[at];
     const std::uint32_t kind = kLists[at].kind;
-    const NameTable::Slot* const slot = list.units.Find(name);
-    ScenarioItem* const unit = slot ? slot->item : nullptr;
+    const NameTable::Entry* const entry = list.units.Find(name);
+    ScenarioItem* const unit = entry ? entry->unit : nullptr;
     // The name that was found may be that of the unit itself; then there is nothing to search.
-    if (unit && slot->name.data() == unit->name.data() && unit->kind == kind) return unit;
+    if (unit && unit == entry->named && unit->kind == kind) return unit;
     const std::string text(name);
     if (unit) {
         if (ScenarioItem* hit = unit->FindItem(kind, text, std::string())) return hit;
@@ -217,18 +236,20 @@ ScenarioItem* DefinitionIndex::FindEntry(ScenarioItem* enumTab, std::string_view
     if (lists[kEnumTabList].openUnit) return enumTab->FindItem(KindEnum, std::string(name), std::string());
     const auto [known, isNew] = entries.try_emplace(enumTab);
     if (isNew) Enter(known->second, KindEnum, nullptr, enumTab);
-    const NameTable::Slot* const slot = known->second.Find(name);
-    return slot ? slot->item : nullptr;
+    const NameTable::Entry* const entry = known->second.Find(name);
+    return entry ? entry->named : nullptr;
 }
 
 Load::Load(ScenarioTextStream& text, ScenarioItem* parent)
     : stream(text), outerDepth(currentLoad ? currentLoad->outerDepth + currentLoad->depth : 0), outer(currentLoad),
-      isRooted(parent == nullptr), modelIsStill(!outer || outer->modelIsStill) {
+      outermost(outer ? outer->outermost : this), isRooted(parent == nullptr),
+      modelIsStill(!outer || outer->modelIsStill) {
     if (parent) {
         root = GetTreeRoot(parent);
         if (root == GetTreeRoot(scenarioRootModel)) modelIsStill = false;
     }
     currentLoad = this;
+    scannedLine = {};
 }
 
 Load::~Load() { currentLoad = outer; }
@@ -262,15 +283,23 @@ DefinitionIndex* Load::IndexOf(const ScenarioItem* modelRoot) {
     if (!modelRoot) return nullptr;
     if (modelRoot == scenarioRootModel) {
         if (!modelIsStill) return nullptr;
-        Load* outermost = this;
-        while (outermost->outer) outermost = outermost->outer;
-        std::unique_ptr<DefinitionIndex>& index = outermost->modelIndex;
+        std::unique_ptr<DefinitionIndex>& index = rootModelUses > 0 ? sharedIndex : outermost->modelIndex;
         if (!index || index->Root() != modelRoot) {
             index = std::make_unique<DefinitionIndex>(scenarioRootModel, DefinitionIndex::Form::Whole);
         }
         return index.get();
     }
     return modelRoot == root && isRooted ? ownIndex.get() : nullptr;
+}
+
+void Load::LeaveIndex() {
+    if (rootModelUses > 0 && ownIndex) sharedIndex = std::move(ownIndex);
+}
+
+RootModelUse::RootModelUse() { ++rootModelUses; }
+
+RootModelUse::~RootModelUse() {
+    if (--rootModelUses == 0) sharedIndex.reset();
 }
 
 ScenarioItem* RootOfItemBeingRead(const ScenarioItem* item) {

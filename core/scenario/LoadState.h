@@ -10,25 +10,31 @@
 
 #include <scenario/ScenarioItem.h>
 
-// First item of each name; a name that comes again is ignored. The names belong to items and must not change meanwhile.
+// First item of each name; a name that comes again is ignored. Names must not change meanwhile.
 class NameTable {
 public:
-    struct Slot {
-        std::string_view name;
-        ScenarioItem* item = nullptr; // null: empty
-        std::uint32_t hash = 0;
+    struct Entry {
+        ScenarioItem* named;
+        ScenarioItem* unit; // what the table is asked for: the item itself or one around it
     };
-    void InsertIfAbsent(std::string_view name, ScenarioItem* item);
-    // The slot of that name, or null.
-    const Slot* Find(std::string_view name) const;
+    // Makes room for so many names at once.
+    void Reserve(std::size_t names);
+    void InsertIfAbsent(ScenarioItem* named, ScenarioItem* unit);
+    // The entry of that name, or null.
+    const Entry* Find(std::string_view name) const;
 
 private:
-    // The slot of that name, or the empty one where it belongs.
+    // Small, since a search hops through them and every name of a script is searched for.
+    struct Place {
+        std::uint32_t hash = 0;
+        std::uint32_t entry = 0; // counted from one; 0 is empty
+    };
+    // The place of that name, or the empty one where it belongs.
     std::size_t PlaceOf(std::string_view name, std::uint32_t hash) const;
-    void Grow();
+    void Resize(std::size_t size);
 
-    std::vector<Slot> slots; // a power of two, at most half full
-    std::size_t used = 0;
+    std::vector<Place> places; // a power of two, at most half full
+    std::vector<Entry> entries;
 };
 
 // The definitions of one tree by name, for the time of one load. It must give exactly what the search of the tree
@@ -95,12 +101,15 @@ public:
 
     // The index that answers for definitions below `root`, or null when only a search can tell.
     DefinitionIndex* IndexOf(const ScenarioItem* root);
+    // The tree that was read is complete; its index may serve the texts that follow.
+    void LeaveIndex();
 
     ScenarioTextStream& stream;
     ScenarioItem* root = nullptr;    // of the tree that is being read
     ScenarioItem* current = nullptr; // whose lines are being read
     std::string name;                // of the header that is being read, to use one buffer for all
     bool madeConfig = false;         // some item will not destroy its children
+    bool emptiesRules = false;       // the caller has no use for what rules hold
     unsigned depth = 0;              // blocks that are open
     unsigned outerDepth;             // the same of the loads around this one
 
@@ -108,12 +117,13 @@ private:
     bool TakeLong(std::size_t bytes);
 
     Load* outer;
+    Load* outermost;
     std::size_t longBytes = 0; // in all long values so far
     bool isRooted;             // what is read is a tree of its own
     bool modelIsStill;         // the root model does not change during this load
     std::size_t itemsOutsideTree = 0;
     std::unique_ptr<DefinitionIndex> ownIndex;
-    std::unique_ptr<DefinitionIndex> modelIndex; // of the outermost load only
+    std::unique_ptr<DefinitionIndex> modelIndex; // of the outermost load only, and while no index is shared
 };
 
 // The root of the tree of `item` if that is the item whose lines are being read, else null. Saves the way up for each

@@ -8,6 +8,6 @@
 bool OfferChild(ScenarioItem& parent, ScenarioItem* child);
 
 // Takes `child` out of `parent` and destroys it, also where RemoveChild of the parent only lets go of it.
-void TakeBackAndDestroy(ScenarioItem& parent, ScenarioItem* child);
+[[gnu::cold]] void TakeBackAndDestroy(ScenarioItem& parent, ScenarioItem* child);
 
 #endif

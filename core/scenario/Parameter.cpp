@@ -27,7 +27,7 @@ constexpr std::string_view kVariable = "VARIABLE";
 const Parameter& DefinitionOf(const Parameter& parameter) { return static_cast<const Parameter&>(*parameter.model); }
 
 bool Contains(const std::vector<std::string>& words, std::string_view word) {
-    return std::find(words.begin(), words.end(), word) != words.end();
+    return std::any_of(words.begin(), words.end(), [word](const std::string& known) { return SameText(known, word); });
 }
 
 bool IsTypeWord(std::string_view word) {
@@ -46,7 +46,7 @@ bool TakeUsage(Parameter& parameter, std::string_view value) {
     return IsUsageWord(value) || Refuse("USAGE \"", value, "\" is not among \"BY_VALUE BY_ADDRESS\"");
 }
 
-bool RefuseUnknownEnumTab(const Parameter& parameter) {
+[[gnu::cold, gnu::noinline]] bool RefuseUnknownEnumTab(const Parameter& parameter) {
     if (!RefusalsAreTold()) return false;
     std::vector<std::string> names;
     ScenarioItem* folder = FindDefinitionFolder(GetModelRoot(&parameter), "ENUMTAB_LIST");

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <iterator>
 
+#include "TextMatch.h"
+
 namespace {
 
 using namespace ParameterKinds;
@@ -56,7 +58,7 @@ constexpr auto kFirstOfLetter = [] {
 const ParameterKind* FindParameterKind(std::string_view word) {
     if (word.empty() || word[0] < 'A' || word[0] > 'Z') return nullptr;
     for (std::size_t at = kFirstOfLetter[static_cast<std::size_t>(word[0] - 'A')]; at < std::size(kKinds); ++at)
-        if (kKinds[at].word == word) return &kKinds[at];
+        if (SameText(kKinds[at].word, word)) return &kKinds[at];
     return nullptr;
 }
 

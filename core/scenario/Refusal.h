@@ -9,8 +9,10 @@
 // What a class says when it refuses a line or an item. The reader, which alone knows file and row, tells the listener
 // of <scenario/LoadDiagnostics.h>; without one nothing here is composed.
 
+class LoadProblemListener;
+inline LoadProblemListener* loadProblemListener = nullptr;
 // Whether anyone listens. Guards causes that cost something to find, such as a name that is nearly right.
-bool RefusalsAreTold();
+inline bool RefusalsAreTold() { return loadProblemListener != nullptr; }
 // Keeps the cause of the refusal under way. The first one kept for a line stands.
 void KeepRefusalCause(std::string cause);
 // Tells the listener of something that is passed over at the reader's line while the load goes on.
@@ -21,8 +23,9 @@ void TellRefusalNow(const std::string& cause);
 std::string DidYouMean(std::string_view name, const std::vector<std::string>& candidates);
 
 // Always false, so that a refusal is one line: return Refuse("KIND \"", word, "\" is not among \"", list, "\"");
+// Cold, as is all that tells of faults: the classes stay short where a text is right.
 template <class... Parts>
-bool Refuse(const Parts&... parts) {
+[[gnu::cold, gnu::noinline]] bool Refuse(const Parts&... parts) {
     if (RefusalsAreTold()) {
         std::ostringstream text;
         (text << ... << parts);

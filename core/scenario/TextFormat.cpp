@@ -23,10 +23,15 @@ constexpr std::size_t kKeywordLimit = 256; // lengths from here on are refused
 constexpr std::size_t kNameLimit = 512;
 constexpr std::size_t kJoinBufferSize = 1024;
 
-// Every byte of a text passes through the three searches below, so they look at sixteen at once where the processor
-// can.
+// All separators are control characters, and hardly any text has others.
+constexpr char kLastControl = ' ' - 1;
+bool IsControl(char c) { return static_cast<unsigned char>(c) <= static_cast<unsigned char>(kLastControl); }
+
+// Every byte of a text passes through the searches below, so they look at sixteen at once where the processor can, and
+// the step to the next line, which is most of them, at two times sixteen: with its indent, that is nearly every line.
 #ifdef __SSE2__
 constexpr std::ptrdiff_t kGroup = 16;
+constexpr std::ptrdiff_t kTwoGroups = 2 * kGroup;
 
 __m128i GroupAt(const char* at) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at)); }
 
@@ -35,6 +40,9 @@ unsigned BitsOf(__m128i bytes) { return static_cast<unsigned>(_mm_movemask_epi8(
 
 unsigned Equal(__m128i group, char c) { return BitsOf(_mm_cmpeq_epi8(group, _mm_set1_epi8(c))); }
 
+// Bytes that are at most `c`, unsigned.
+unsigned AtMost(__m128i group, char c) { return BitsOf(_mm_cmpeq_epi8(_mm_min_epu8(group, _mm_set1_epi8(c)), group)); }
+
 unsigned Separators(__m128i group) {
     const __m128i fromTab = _mm_cmpgt_epi8(group, _mm_set1_epi8('\t' - 1));
     const __m128i toReturn = _mm_cmplt_epi8(group, _mm_set1_epi8('\r' + 1));
@@ -42,6 +50,13 @@ unsigned Separators(__m128i group) {
     return BitsOf(_mm_andnot_si128(verticalTab, _mm_and_si128(fromTab, toReturn)));
 }
 #endif
+
+// Hardly ever more than two, so there is nothing to win from counting faster.
+std::uint32_t CountBits(std::uint32_t bits) {
+    std::uint32_t count = 0;
+    for (; bits != 0; bits &= bits - 1) ++count;
+    return count;
+}
 
 // The first separator at or behind `at`, or `end`.
 const char* FindSeparator(const char* at, const char* end) {
@@ -62,7 +77,7 @@ void SkipSeparators(ScenarioTextStream& stream) {
         const __m128i group = GroupAt(at);
         const int length = std::countr_one(Separators(group));
         const unsigned passed = (1U << length) - 1; // sixteen at most
-        for (unsigned feeds = Equal(group, '\n') & passed; feeds != 0; feeds &= feeds - 1) ++stream.line;
+        stream.line += CountBits(Equal(group, '\n') & passed);
         if (length == kGroup) continue;
         stream.cursor = at + length;
         return;
@@ -125,18 +140,18 @@ ScenarioTextStream::ScenarioTextStream(const char* text, std::size_t length)
 
 void NextLine(ScenarioTextStream& stream) {
 #ifdef __SSE2__
-    // Most lines end, and the next ones begin, within one group.
     const char* at = stream.cursor;
-    for (; stream.end - at >= kGroup; at += kGroup) {
-        const __m128i group = GroupAt(at);
-        const unsigned separators = Separators(group);
+    for (; stream.end - at >= kTwoGroups; at += kTwoGroups) {
+        const __m128i low = GroupAt(at);
+        const __m128i high = GroupAt(at + kGroup);
+        const std::uint64_t separators = Separators(low) | (Separators(high) << kGroup);
         if (separators == 0) continue;
         const int first = std::countr_zero(separators);
         const int behind = first + std::countr_one(separators >> first);
-        const unsigned passed = separators & ((1U << behind) - 1);
-        for (unsigned feeds = Equal(group, '\n') & passed; feeds != 0; feeds &= feeds - 1) ++stream.line;
+        const unsigned feeds = Equal(low, '\n') | (Equal(high, '\n') << kGroup);
+        stream.line += CountBits(static_cast<std::uint32_t>(feeds & ((std::uint64_t{1} << behind) - 1)));
         stream.cursor = at + behind;
-        if (behind == kGroup) SkipSeparators(stream);
+        if (behind == kTwoGroups) SkipSeparators(stream);
         return;
     }
     stream.cursor = at;
@@ -145,10 +160,66 @@ void NextLine(ScenarioTextStream& stream) {
     SkipSeparators(stream);
 }
 
-bool MatchHeader(const ScenarioTextStream& stream, std::string_view& keyword, std::string_view& name) {
+namespace {
+
+bool BeginsWithHeaderWord(const ScenarioTextStream& stream) {
     const auto left = static_cast<std::size_t>(stream.end - stream.cursor);
-    if (left < kHeaderWord.size() || std::memcmp(stream.cursor, kHeaderWord.data(), kHeaderWord.size()) != 0)
-        return false;
+    return left >= kHeaderWord.size() && std::memcmp(stream.cursor, kHeaderWord.data(), kHeaderWord.size()) == 0;
+}
+
+#ifdef __SSE2__
+// The header as it stands in nearly every text: short, with its blank and both brackets, and with no control character
+// in it. False says nothing.
+bool MatchPlainHeader(const ScenarioTextStream& stream, std::string_view& keyword, std::string_view& name) {
+    const char* const word = stream.cursor + kHeaderWord.size();
+    if (stream.end - word < 3 * kGroup) return false;
+    const unsigned ends = AtMost(GroupAt(word), ' ');
+    if (ends <= 1) return false;
+    const char* const blank = word + std::countr_zero(ends);
+    if (blank == word || *blank != ' ') return false;
+    // Whatever stands in place of the bracket, and the first character of the name, are no end of it.
+    const char* const first = blank + 2;
+    const __m128i group = GroupAt(first);
+    const unsigned controls = AtMost(group, kLastControl) | (IsControl(blank[1]) ? 1U : 0U);
+    const unsigned found = (Equal(group, ')') & ~1U) | controls;
+    if (found == 0) return false;
+    const char* const bracket = first + std::countr_zero(found);
+    if (*bracket != ')' || (controls & 1) != 0) return false;
+    keyword = std::string_view(word, static_cast<std::size_t>(blank - word));
+    name = std::string_view(first, static_cast<std::size_t>(bracket - first));
+    return true;
+}
+#endif
+
+} // namespace
+
+void NextLineBehind(ScenarioTextStream& stream, const char* last) {
+    stream.cursor = last;
+#ifdef __SSE2__
+    const char* const at = last + 1;
+    if (stream.end - at > kGroup) {
+        const __m128i group = GroupAt(at);
+        const unsigned feeds = Equal(group, '\n');
+        const unsigned ends = feeds | Equal(group, '\t');
+        const int behind = std::countr_one(ends);
+        if (behind > 0 && behind < kGroup && !IsControl(at[behind])) {
+            stream.line += CountBits(feeds & ((1U << behind) - 1));
+            stream.cursor = at + behind;
+            return;
+        }
+    }
+#endif
+    NextLine(stream);
+}
+
+bool MatchHeader(const ScenarioTextStream& stream, std::string_view& keyword, std::string_view& name) {
+    if (!BeginsWithHeaderWord(stream)) return false;
+#ifdef __SSE2__
+    if (MatchPlainHeader(stream, keyword, name)) {
+        scannedLine = {stream.cursor, name.data() + name.size()};
+        return true;
+    }
+#endif
 
     // A lone line feed does not end the keyword: a header without a name needs a carriage return. The first character
     // is never the end.
@@ -186,6 +257,20 @@ bool ReadHeader(const ScenarioTextStream& stream, ScenarioItemKind& kind, std::s
 bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::string_view& value) {
     // The two characters behind the key are taken on trust, as long as they are there.
     const char* at = stream.cursor + keyLength;
+#ifdef __SSE2__
+    // Nearly every value ends on its line, and then nothing up to the quote ends that.
+    if (stream.end - at > kGroup && !IsControl(at[0]) && !IsControl(at[1])) {
+        for (const char* group = at + 2; stream.end - group >= kGroup; group += kGroup) {
+            const unsigned found = Equal(GroupAt(group), '"') | AtMost(GroupAt(group), kLastControl);
+            if (found == 0) continue;
+            const char* const quote = group + std::countr_zero(found);
+            if (*quote != '"') break;
+            scannedLine = {stream.cursor, quote};
+            value = std::string_view(at + 2, static_cast<std::size_t>(quote - at - 2));
+            return Load::MayTake(value.size());
+        }
+    }
+#endif
     for (int skipped = 0; skipped < 2; ++skipped, ++at) {
         if (at >= stream.end || *at == '\0') return false;
     }
@@ -201,6 +286,8 @@ bool ReadStringAttribute(const ScenarioTextStream& stream, const char* key, std:
     std::string_view found;
     if (left < keyText.size() || std::memcmp(stream.cursor, key, keyText.size()) != 0) return false;
     if (!MatchValue(stream, keyText.size(), found)) return false;
+    // A key of the host's own may end a line, which those of the tables do not.
+    if (std::any_of(keyText.begin(), keyText.end(), IsControl)) scannedLine = {};
     value.assign(found);
     return true;
 }

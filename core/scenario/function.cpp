@@ -16,6 +16,7 @@
 #include "NumberText.h"
 #include "Refusal.h"
 #include "StepScope.h"
+#include "TextMatch.h"
 #include "TypeFit.h"
 
 namespace {
@@ -222,7 +223,7 @@ bool Function::OnLoadEnd() {
                       definition.parameters.size());
     if (model == this) return true;
     for (std::size_t i = 0; i < parameters.size(); ++i) {
-        if (parameters[i]->name == definition.parameters[i]->name) continue;
+        if (SameText(parameters[i]->name, definition.parameters[i]->name)) continue;
         if (definition.overloadable != "1")
             return Refuse("parameter ", i + 1, " of \"", name, "\" is \"", parameters[i]->name,
                           "\", its definition has \"", definition.parameters[i]->name, "\"");

@@ -10,6 +10,7 @@
 #include "KindTable.h"
 #include "LoadIndex.h"
 #include "Refusal.h"
+#include "TextMatch.h"
 
 namespace {
 
@@ -92,7 +93,7 @@ ScenarioItem* Token::Clone() const {
 void Token::SetModel(Token* item) { model = item; }
 
 void LinkModelIn(Token& item, std::string_view listName) {
-    if (item.parent && item.parent->name == listName) {
+    if (item.parent && SameText(item.parent->name, listName)) {
         item.SetModel(&item);
         return;
     }

@@ -3,8 +3,10 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <random>
 
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
 #include <gmock/gmock.h>
@@ -145,6 +147,9 @@ TEST(Lines, EndAtTheFirstSeparator) {
     EXPECT_EQ(stream.cursor, stream.end);
 }
 
+// The reader looks at many bytes at once where there are so many: a text that it has to read alike with this behind it.
+const std::string kLineBehind = "\n" + std::string(70, 'x');
+
 TEST(Headers, AreReadAsLenientlyAsEver) {
     const std::string name511(511, 'n');
     const std::string word255(255, 'W');
@@ -162,6 +167,8 @@ TEST(Headers, AreReadAsLenientlyAsEver) {
         {"so the word goes on to the next blank", "TYPEOF TASK\n{\n\tLABEL=\"a bc)\"", true, KindNone, "c"},
         {"any character for the bracket", "TYPEOF TASK xa)", true, KindTask, "a"},
         {"the first bracket of () is part of the name", "TYPEOF TASK () b) c)", true, KindTask, ") b"},
+        {"even a control character", "TYPEOF TASK \x01) b) c)", true, KindTask, ") b"},
+        {"a tab does not end the word", "TYPEOF TASK\tS (a)", true, KindNone, "a"},
         {"text behind the name", "TYPEOF TASK (a) and more", true, KindTask, "a"},
         {"an unknown word", "TYPEOF TASKS (a)", true, KindNone, "a"},
         {"the first character of the word is never its end", "TYPEOF  TASK (a)", true, KindNone, "a"},
@@ -179,16 +186,19 @@ TEST(Headers, AreReadAsLenientlyAsEver) {
         {"one longer", "TYPEOF W" + word255 + " (a)", false, KindNone, ""},
     };
     for (const auto& row : rows) {
-        // A buffer of its own size, so that a checker sees a read behind it.
-        const std::vector<char> bytes(row.text.begin(), row.text.end());
-        ScenarioTextStream stream(bytes.data(), bytes.size());
-        ScenarioItemKind kind = KindNone;
-        std::string name;
-        EXPECT_EQ(ReadHeader(stream, kind, name), row.readable) << Why(row);
-        EXPECT_EQ(stream.cursor, stream.begin) << Why(row);
-        if (!row.readable) continue;
-        EXPECT_EQ(kind, row.kind) << Why(row);
-        EXPECT_EQ(name, row.name) << Why(row);
+        for (const std::string& behind : {std::string(), kLineBehind}) {
+            // A buffer of its own size, so that a checker sees a read behind it.
+            const std::string text = row.text + behind;
+            const std::vector<char> bytes(text.begin(), text.end());
+            ScenarioTextStream stream(bytes.data(), bytes.size());
+            ScenarioItemKind kind = KindNone;
+            std::string name;
+            EXPECT_EQ(ReadHeader(stream, kind, name), row.readable) << Why(row) << behind;
+            EXPECT_EQ(stream.cursor, stream.begin) << Why(row);
+            if (!row.readable) continue;
+            EXPECT_EQ(kind, row.kind) << Why(row) << behind;
+            EXPECT_EQ(name, row.name) << Why(row) << behind;
+        }
     }
 }
 
@@ -212,12 +222,15 @@ TEST(Attributes, AreMatchedByPrefix) {
         {"a NUL in the value", std::string("FILE=\"a\0b\"", 10), "FILE", nullptr},
     };
     for (const auto& row : rows) {
-        const std::vector<char> bytes(row.text.begin(), row.text.end());
-        ScenarioTextStream stream(bytes.data(), bytes.size());
-        std::string value = "untouched";
-        EXPECT_EQ(ReadStringAttribute(stream, row.key, value), row.value != nullptr) << Why(row);
-        EXPECT_EQ(value, row.value ? row.value : "untouched") << Why(row);
-        EXPECT_EQ(stream.cursor, stream.begin) << Why(row);
+        for (const std::string& behind : {std::string(), kLineBehind}) {
+            const std::string text = row.text + behind;
+            const std::vector<char> bytes(text.begin(), text.end());
+            ScenarioTextStream stream(bytes.data(), bytes.size());
+            std::string value = "untouched";
+            EXPECT_EQ(ReadStringAttribute(stream, row.key, value), row.value != nullptr) << Why(row) << behind;
+            EXPECT_EQ(value, row.value ? row.value : "untouched") << Why(row) << behind;
+            EXPECT_EQ(stream.cursor, stream.begin) << Why(row);
+        }
     }
 }
 
@@ -255,6 +268,8 @@ TEST(Reader, RefusesWithTheRowOfTheCursorAndTheCause) {
         {"no closing quote", "TYPEOF FOLDER (a)\n{\nLABEL=\"x\n}\n", 3, "the value of LABEL has no closing quote"},
         {"a tab in a value", "TYPEOF FOLDER (a)\n{\nLABEL=\"x\ty\"\n}\n", 3,
          "the line is neither an attribute of FOLDER (a) nor the header of an item"},
+        {"a line end behind a key", "TYPEOF FOLDER (a)\n{\nLABEL\n\"x\"\n}\n" + kLineBehind, 4,
+         "the line is neither an attribute of FOLDER (a) nor the header of an item"},
         {"a NUL", std::string("TYPEOF FOLDER (a)\n{\n\0\n}\n", 24), 3, "a NUL character stands in the text"},
         {"a word that has no place here", "TYPEOF ENUMTAB (a)\n{\n\n\nTYPEOF VARIABLE (1)\n{\n\nVALUE=\"\"\n}\n}\n", 8,
          "ENUMTAB (a) takes no VARIABLE"},
@@ -272,6 +287,17 @@ TEST(Reader, RefusesWithTheRowOfTheCursorAndTheCause) {
         EXPECT_EQ(read.row, row.row) << Why(row);
         EXPECT_THAT(causes.told, ElementsAre(std::to_string(row.row) + ": " + row.cause)) << Why(row);
     }
+}
+
+TEST(Reader, KnowsNothingOfATextThatStoodInTheSamePlace) {
+    std::string text = "TYPEOF FOLDER (a name)\n{\n}\n" + kLineBehind;
+    const auto read = [&] {
+        ScenarioTextStream stream(text.c_str(), text.size());
+        return OwnedItem(LoadScenarioText(stream, nullptr, nullptr, nullptr, false));
+    };
+    EXPECT_TRUE(read());
+    text[text.find(' ', 15)] = '\t';
+    EXPECT_FALSE(read());
 }
 
 TEST(Reader, TakesMoreThanTheWriterWrites) {
@@ -301,6 +327,46 @@ TEST(Reader, TakesMoreThanTheWriterWrites) {
         EXPECT_EQ(SavedText(*read.item), row.saved) << Why(row);
     }
     EXPECT_TRUE(ReadExactly(Nested(1000)).item);
+}
+
+// Words, names and values of any length, with any byte that ends no line, and between them whatever ends one.
+TEST(Reader, FindsLinesOfAnyLengthAndCountsThem) {
+    std::mt19937 random(7);
+    const auto below = [&](std::size_t bound) { return std::size_t{random()} % bound; };
+    const auto anyText = [&](std::size_t longest) {
+        std::string text = "n";
+        for (std::size_t left = below(longest); left > 0; --left) text += "ab (1\v\x01\x7F\xE4\xFF"[below(10)];
+        return text;
+    };
+    const std::string ends[] = {"\n", "\r\n", "\r", "\t", "\f", "\n\n", " z\n", "\n\t\f\t\n", "\n\r\n"};
+    for (int round = 0; round < 2000; ++round) {
+        std::string text;
+        std::string saved;
+        const auto add = [&](const std::string& line, std::size_t depth) {
+            text += line + ends[below(std::size(ends))] + std::string(below(2) == 0 ? depth : below(40), '\t');
+            saved += std::string(depth, '\t') + line + "\n";
+        };
+        const auto folder = [&](std::size_t depth) {
+            saved += "\n";
+            add("TYPEOF FOLDER (" + anyText(40) + ")", depth);
+            add("{", depth);
+            add("LABEL=\"" + anyText(60) + "\"", depth + 1);
+        };
+        folder(0);
+        for (std::size_t children = below(4); children > 0; --children) {
+            folder(1);
+            add("}", 1);
+        }
+        text += "BAD";
+        const ReadResult refused = ReadExactly(text);
+        EXPECT_FALSE(refused.item);
+        ASSERT_EQ(refused.row, 1 + std::count(text.begin(), text.end(), '\n')) << text;
+        text.resize(text.size() - 3);
+        add("}", 0);
+        const ReadResult read = ReadExactly(text);
+        ASSERT_TRUE(read.item) << text;
+        ASSERT_EQ(SavedText(*read.item), saved);
+    }
 }
 
 TEST(Reader, LeavesTheCursorBehindTheItem) {

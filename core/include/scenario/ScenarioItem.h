@@ -232,6 +232,17 @@ TAVREL_MODEL_API void ResolveDataPath(const std::string& file, std::string& dire
 // The path of the parameters file beside a scenario: the last two characters give way to "par".
 TAVREL_MODEL_API std::string ParameterFileOf(const std::string& path);
 
+// While one of these lives, all texts that are read find the definitions of the root model through one index, which a
+// root model that is read meanwhile leaves behind; otherwise each text makes an index of its own. Uses nest. Nobody may
+// change or free the root model meanwhile.
+class TAVREL_MODEL_API RootModelUse {
+public:
+    RootModelUse();
+    ~RootModelUse();
+    RootModelUse(const RootModelUse&) = delete;
+    RootModelUse& operator=(const RootModelUse&) = delete;
+};
+
 // Reads a whole file. The result is owned by the caller. Null for a file that cannot be opened, is empty or does not
 // parse; `log` (which stays the log of the model, and may be null) then says why in one message.
 // With `headerOnly` the top item reads its first attributes and comes back without children and without OnLoadEnd.
@@ -246,6 +257,11 @@ TAVREL_MODEL_API ScenarioItem* LoadScenarioText(ScenarioTextStream& stream, Scen
 // The same without a word on the log.
 TAVREL_MODEL_API ScenarioItem* ReadItem(ScenarioTextStream& stream, ScenarioItem* parent, ItemLoadContext* context,
                                         bool headerOnly);
+// As LoadScenarioText for a text as a whole, for callers that want its variables and not its rules. Every line is
+// checked alike, but a RULE of the text loses all that it holds as soon as it has been read, so a long script takes
+// little memory. What an INCLUDE takes from a file stays whole.
+TAVREL_MODEL_API ScenarioItem* LoadScenarioVariables(ScenarioTextStream& stream, ItemLoadContext* context,
+                                                     std::ostream* log);
 // Reads "TYPEOF KEYWORD (name)" at the cursor without moving it. True with KindNone for an unknown keyword. A keyword
 // of 256 characters and a name of 512 are too long.
 TAVREL_MODEL_API bool ReadHeader(const ScenarioTextStream& stream, ScenarioItemKind& kind, std::string& name);
