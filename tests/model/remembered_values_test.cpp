@@ -304,6 +304,13 @@ TEST(RememberedNames, AreLookedAtAgainInTime) {
     EXPECT_THAT(seenOnceKnown([&] { evaluation->DetachChildren(); }), testing::ElementsAre(300.0F, 0.0F));
     delete variable;
     scenario.RemoveChild(evaluation.get());
+    // What an action destroys is forgotten at once, even if it takes it out of its list by itself.
+    scenario.variables[20]->SetName("7");
+    EXPECT_THAT(seenOnceKnown([&] {
+                    delete scenario.variables[20];
+                    scenario.variables.erase(scenario.variables.begin() + 20);
+                }),
+                testing::ElementsAre(20.0F, 0.0F));
     ConditionTable().resize(1);
     ActionTable().resize(1);
 }
