@@ -13,7 +13,7 @@ endif()
 
 # A line of a script passes through a dozen small functions of as many files, so the library is optimised as a whole.
 include(CheckIPOSupported)
-check_ipo_supported(RESULT TAVREL_WHOLE_PROGRAM OUTPUT TAVREL_WHOLE_PROGRAM_WHY LANGUAGES CXX)
+check_ipo_supported(RESULT TAVREL_WHOLE_PROGRAM LANGUAGES CXX)
 
 find_program(TAVREL_CCACHE ccache)
 if(TAVREL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
