@@ -14,6 +14,13 @@
 // Keeps, for the listener, that the line at the cursor gives `key` a second value.
 [[gnu::cold]] void NoteSecondValue(const ScenarioTextStream& stream, std::string_view key);
 
+// Gives a field a text that is no part of it. The library's own assignment spends longer on that question than on the
+// few characters.
+inline void Put(std::string& field, std::string_view text) {
+    field.clear();
+    field.append(text);
+}
+
 // One attribute of a class: its key, whether the key is still open, and what happens to the value. Rows are tried from
 // the top and the first open row whose key begins the line decides, so their order is the format.
 template <class Item>
@@ -33,7 +40,7 @@ struct AttributeRow {
     template <auto Field, bool (*IsAllowed)(std::string_view)>
     static constexpr AttributeRow word(std::string_view key) {
         return {key, IsEmpty<Field>, [](Item& item, std::string_view value) {
-                    (item.*Field).assign(value);
+                    Put(item.*Field, value);
                     return value.empty() || IsAllowed(value) || Refuse("\"", value, "\" is not a word known here");
                 }};
     }
@@ -64,7 +71,7 @@ private:
     }
     template <auto Field>
     static bool Store(Item& item, std::string_view value) {
-        (item.*Field).assign(value);
+        Put(item.*Field, value);
         return true;
     }
 };

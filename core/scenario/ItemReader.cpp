@@ -20,8 +20,9 @@ namespace {
 
 constexpr char kSource[] = "ScenarioItem";
 
-void DestroyChildren(ScenarioItem& item) {
-    std::vector<ScenarioItem*> children;
+// `children` is a list to work with.
+void DestroyChildren(ScenarioItem& item, std::vector<ScenarioItem*>& children) {
+    children.clear();
     item.GetChildren(children);
     item.DetachChildren();
     for (ScenarioItem* child : children) delete child;
@@ -32,7 +33,7 @@ void DestroyChildren(ScenarioItem& item) {
     std::vector<ScenarioItem*> children;
     item.GetChildren(children);
     for (ScenarioItem* child : children) DestroyChildrenOfConfigs(*child);
-    if (item.kind == KindConfig) DestroyChildren(item);
+    if (item.kind == KindConfig) DestroyChildren(item, children);
 }
 
 // The item that is being read. Unless it is kept, it is taken out of the tree and destroyed again, whichever way the
@@ -157,7 +158,7 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bo
         return Outcome::PassedOver;
     }
     // Nothing outside a rule refers to what it holds.
-    if (kind == KindRule && load.emptiesRules) DestroyChildren(*item.Get());
+    if (kind == KindRule && load.emptiesRules) DestroyChildren(*item.Get(), load.letGo);
     result = item.Keep();
     return Outcome::Read;
 }

@@ -51,7 +51,7 @@ constexpr auto kListOfKind = [] {
 }();
 std::size_t ListOf(std::string_view folderName, std::uint32_t kind) {
     const std::size_t list = kind < kListOfKind.size() ? kListOfKind[kind] : kListCount;
-    return list < kListCount && kLists[list].folderName == folderName ? list : kListCount;
+    return list < kListCount && SameText(kLists[list].folderName, folderName) ? list : kListCount;
 }
 
 constexpr std::uint32_t Bit(std::uint32_t kind) { return std::uint32_t{1} << kind; }

@@ -105,13 +105,14 @@ public:
     void LeaveIndex();
 
     ScenarioTextStream& stream;
-    ScenarioItem* root = nullptr;    // of the tree that is being read
-    ScenarioItem* current = nullptr; // whose lines are being read
-    std::string name;                // of the header that is being read, to use one buffer for all
-    bool madeConfig = false;         // some item will not destroy its children
-    bool emptiesRules = false;       // the caller has no use for what rules hold
-    unsigned depth = 0;              // blocks that are open
-    unsigned outerDepth;             // the same of the loads around this one
+    ScenarioItem* root = nullptr;     // of the tree that is being read
+    ScenarioItem* current = nullptr;  // whose lines are being read
+    std::string name;                 // of the header that is being read, to use one buffer for all
+    bool madeConfig = false;          // some item will not destroy its children
+    bool emptiesRules = false;        // the caller has no use for what rules hold
+    std::vector<ScenarioItem*> letGo; // by the last of them, to use one buffer for all
+    unsigned depth = 0;               // blocks that are open
+    unsigned outerDepth;              // the same of the loads around this one
 
 private:
     bool TakeLong(std::size_t bytes);

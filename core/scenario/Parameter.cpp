@@ -37,12 +37,12 @@ bool IsTypeWord(std::string_view word) {
 bool IsUsageWord(std::string_view word) { return word == "BY_VALUE" || word == "BY_ADDRESS"; }
 
 bool TakeType(Parameter& parameter, std::string_view value) {
-    parameter.type = value;
+    Put(parameter.type, value);
     return IsTypeWord(value) || Refuse("TYPE \"", value, "\" is not among \"BOOL FLOAT INTEGER STRING VOID\"");
 }
 
 bool TakeUsage(Parameter& parameter, std::string_view value) {
-    parameter.usage = value;
+    Put(parameter.usage, value);
     return IsUsageWord(value) || Refuse("USAGE \"", value, "\" is not among \"BY_VALUE BY_ADDRESS\"");
 }
 
@@ -58,13 +58,13 @@ bool TakeUsage(Parameter& parameter, std::string_view value) {
 }
 
 bool TakeEnumTab(Parameter& parameter, std::string_view value) {
-    parameter.enumTab = value;
+    Put(parameter.enumTab, value);
     return parameter.FindEnumTab(parameter.enumTab) || RefuseUnknownEnumTab(parameter);
 }
 
 // Looks at what was read before this line, so FILEDIR, ENUMTAB and USAGE stand above KINDLIST, as the writer has them.
 bool TakeKindList(Parameter& parameter, std::string_view value) {
-    SplitWords(std::string(value), parameter.kindList);
+    AppendWords(value, parameter.kindList);
     for (const std::string& word : parameter.kindList)
         if (!FindParameterKind(word)) return Refuse("\"", word, "\" in KINDLIST is no kind of value");
     if (Contains(parameter.kindList, "FILE") && parameter.fileDir.empty())
@@ -77,13 +77,13 @@ bool TakeKindList(Parameter& parameter, std::string_view value) {
 }
 
 bool TakeMaxValue(Parameter& parameter, std::string_view value) {
-    parameter.maxValue = value;
+    Put(parameter.maxValue, value);
     return parameter.minValue.empty() || NumberOf(parameter.maxValue) > NumberOf(parameter.minValue) ||
            Refuse("MAXVALUE \"", value, "\" is not above MINVALUE \"", parameter.minValue, "\"");
 }
 
 bool TakeKind(Parameter& parameter, std::string_view value) {
-    parameter.valueKind = value;
+    Put(parameter.valueKind, value);
     if (value != kVariable) parameter.ownerFile.clear();
     const std::vector<std::string>& allowed = DefinitionOf(parameter).kindList;
     // Empty is what the writer prints for a definition without a default.
@@ -92,12 +92,12 @@ bool TakeKind(Parameter& parameter, std::string_view value) {
 }
 
 bool TakeValue(Parameter& parameter, std::string_view value) {
-    parameter.value = value;
+    Put(parameter.value, value);
     return value.empty() || ParameterKindOf(parameter.valueKind).accepts(parameter);
 }
 
 bool TakeOwnerFile(Parameter& parameter, std::string_view value) {
-    if (parameter.valueKind == kVariable) parameter.ownerFile = value;
+    if (parameter.valueKind == kVariable) Put(parameter.ownerFile, value);
     return true;
 }
 
@@ -179,14 +179,17 @@ bool StandsInWrittenBlock(ScenarioTextStream stream, std::size_t place) {
 }
 
 bool IsUnsetAsWritten(const Parameter& parameter, const ScenarioTextStream& stream) {
-    const std::string_view rest(stream.cursor, static_cast<std::size_t>(stream.end - stream.cursor));
-    return std::any_of(std::begin(kUnsetRows), std::end(kUnsetRows), [&](const UnsetRow& row) {
+    const char first = CharAt(stream);
+    for (const UnsetRow& row : kUnsetRows) {
         const std::string_view key = kWrittenOrder[row.place];
-        return rest.starts_with(key.front()) && rest.starts_with(key) &&
-               rest.substr(key.size()).starts_with(kNoValue) &&
-               RestOfLine(stream).size() == key.size() + kNoValue.size() && row.isOpen(parameter) &&
-               StandsInWrittenBlock(stream, row.place);
-    });
+        if (key.front() != first) continue; // as nearly always
+        const std::string_view rest(stream.cursor, static_cast<std::size_t>(stream.end - stream.cursor));
+        if (rest.starts_with(key) && rest.substr(key.size()).starts_with(kNoValue) &&
+            RestOfLine(stream).size() == key.size() + kNoValue.size() && row.isOpen(parameter) &&
+            StandsInWrittenBlock(stream, row.place))
+            return true;
+    }
+    return false;
 }
 
 // Whether the parameter holds a default value: it stands in the definition of a call.

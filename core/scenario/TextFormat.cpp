@@ -250,7 +250,7 @@ bool ReadHeader(const ScenarioTextStream& stream, ScenarioItemKind& kind, std::s
     std::string_view nameText;
     if (!MatchHeader(stream, keywordText, nameText)) return false;
     kind = KindOfKeyword(keywordText);
-    name.assign(nameText);
+    Put(name, nameText);
     return true;
 }
 
@@ -347,7 +347,9 @@ bool ScenarioItem::Save(std::ostream& out) {
     return true;
 }
 
-void SplitWords(const std::string& value, std::vector<std::string>& words) {
+void SplitWords(const std::string& value, std::vector<std::string>& words) { AppendWords(value, words); }
+
+void AppendWords(std::string_view value, std::vector<std::string>& words) {
     // The white space of a stream in the classic locale: six characters, the blank among them.
     const auto isWhite = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
     const char* at = value.data();

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <scenario/ScenarioItem.h>
 
@@ -69,5 +70,8 @@ inline void NextLineAfterReading(ScenarioTextStream& stream) {
 std::string_view RestOfLine(const ScenarioTextStream& stream);
 
 ScenarioItemKind KindOfKeyword(std::string_view keyword);
+
+// SplitWords of a part of the text.
+void AppendWords(std::string_view value, std::vector<std::string>& words);
 
 #endif
