@@ -125,6 +125,14 @@ void CollectBelow(Call& call, std::uint32_t itemKind, std::vector<Item*>& out, i
 
 bool HoldsCall(const Parameter& parameter) { return parameter.functionValue != nullptr; }
 
+// At its end a call is compared with the parameters of its definition, which lie far apart in a large model.
+void FetchNextWanted(const Function& call) {
+    if (!call.model || call.model == &call || !IsCall(call.model)) return;
+    const std::vector<Parameter*>& wanted = static_cast<const Function&>(*call.model).parameters;
+    const std::size_t next = call.parameters.size();
+    if (next < wanted.size() && wanted[next]) __builtin_prefetch(&wanted[next]->name);
+}
+
 void Bind(Function& call, Parameter& parameter) {
     call.boundParameter = &parameter;
     parameter.SetFunction(&call);
@@ -158,7 +166,9 @@ void Function::DetachChildren() { parameters.clear(); }
 
 void Function::AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) {
     if (!child) AssertAbort(kNullChild.source, kNullChild.line);
-    if (IsParameterKind(child)) childStore::Place(this, parameters, child, reference, after, kNullChild);
+    if (!IsParameterKind(child)) return;
+    FetchNextWanted(*this);
+    childStore::Place(this, parameters, child, reference, after, kNullChild);
 }
 
 void Function::RemoveChild(ScenarioItem* child) {
