@@ -49,7 +49,6 @@ unsigned Separators(__m128i group) {
     const __m128i verticalTab = _mm_cmpeq_epi8(group, _mm_set1_epi8('\v'));
     return BitsOf(_mm_andnot_si128(verticalTab, _mm_and_si128(fromTab, toReturn)));
 }
-#endif
 
 // Hardly ever more than two, so there is nothing to win from counting faster.
 std::uint32_t CountBits(std::uint32_t bits) {
@@ -57,6 +56,7 @@ std::uint32_t CountBits(std::uint32_t bits) {
     for (; bits != 0; bits &= bits - 1) ++count;
     return count;
 }
+#endif
 
 // The first separator at or behind `at`, or `end`.
 const char* FindSeparator(const char* at, const char* end) {
