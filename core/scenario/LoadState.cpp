@@ -234,8 +234,13 @@ ScenarioItem* DefinitionIndex::Find(std::size_t at, std::string_view name) {
 
 ScenarioItem* DefinitionIndex::FindEntry(ScenarioItem* enumTab, std::string_view name) {
     if (lists[kEnumTabList].openUnit) return enumTab->FindItem(KindEnum, std::string(name), std::string());
-    const auto [known, isNew] = entries.try_emplace(enumTab);
-    if (isNew) Enter(known->second, KindEnum, nullptr, enumTab);
+    auto known = entries.find(enumTab);
+    if (known == entries.end()) {
+        // Taken in when it is complete: a shared index outlives the text that memory ran out for.
+        NameTable table;
+        Enter(table, KindEnum, nullptr, enumTab);
+        known = entries.emplace(enumTab, std::move(table)).first;
+    }
     const NameTable::Entry* const entry = known->second.Find(name);
     return entry ? entry->named : nullptr;
 }

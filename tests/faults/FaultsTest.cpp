@@ -5,6 +5,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <memory>
 #include <new>
 #include <optional>
 #include <random>
@@ -248,6 +249,34 @@ TEST_F(FaultsTest, LeaveNoMemoryBehind) {
             }
         }
     }
+}
+
+// A text that memory ran out for spoils nothing for the next one that shares its index.
+TEST(Reading, FindsAllDefinitionsAfterMemoryWasShort) {
+    std::string model = "TYPEOF FOLDER (m)\n{\nTYPEOF FOLDER (ENUMTAB_LIST)\n{\nTYPEOF ENUMTAB (tab)\n{\n";
+    for (int i = 0; i < 40; ++i) model += "TYPEOF ENUM (e" + std::to_string(i) + ")\n{\nVALUE=\"1\"\n}\n";
+    model += "}\n}\nTYPEOF FOLDER (PARAMETER_LIST)\n{\nTYPEOF PARAMETER (p)\n{\nTYPE=\"INTEGER\"\nUSAGE=\"BY_VALUE\"\n"
+             "ENUMTAB=\"tab\"\nKINDLIST=\"ENUM\"\n}\n}\n}\n";
+    const std::string script = "TYPEOF FOLDER (s)\n{\nTYPEOF PARAMETER (p)\n{\nKIND=\"ENUM\"\nVALUE=\"e39\"\n}\n}\n";
+    const auto read = [](const std::string& text) {
+        ScenarioTextStream stream(text.c_str(), text.size() + 1);
+        return std::unique_ptr<ScenarioItem>(LoadScenarioText(stream, nullptr, nullptr, nullptr, false));
+    };
+    const std::unique_ptr<ScenarioItem> root = read(model);
+    ASSERT_TRUE(root);
+    scenarioRootModel = static_cast<Folders*>(root.get());
+    bool hasFailed = true;
+    for (std::size_t turn = 1; hasFailed; ++turn) {
+        const RootModelUse use;
+        faults::Arm(Call::Allocation, turn, false);
+        try {
+            read(script);
+        } catch (const std::bad_alloc&) {
+        }
+        hasFailed = faults::Disarm();
+        EXPECT_TRUE(read(script)) << "call " << turn;
+    }
+    scenarioRootModel = nullptr;
 }
 
 // A scenario and a parameters file are stored over and over, until the process is killed in the middle of it.
