@@ -195,7 +195,8 @@ ScenarioItem* LoadScenarioText(ScenarioTextStream& stream, ScenarioItem* parent,
 ScenarioItem* LoadScenarioVariables(ScenarioTextStream& stream, ItemLoadContext* context, std::ostream* log) {
     scenarioLog = log;
     Load load(stream, nullptr);
-    load.emptiesRules = true;
+    // Without a root model the rules of a text may hold definitions for what comes later in it.
+    load.emptiesRules = scenarioRootModel != nullptr;
     return Read(load, nullptr, context, false);
 }
 

@@ -283,6 +283,20 @@ TEST(Link, TheIndexOfAUseEndsWithIt) {
     EXPECT_FALSE(isFound("Stop"));
 }
 
+TEST(Variables, AreReadWhereARuleHoldsTheDefinitionOfACall) {
+    const std::string text = ScriptText(R"(
+        TYPEOF FOLDER (script)
+            TYPEOF FOLDER (ACTION_LIST)
+                TYPEOF RULE (0)
+                    TYPEOF ACTION (Go)
+            TYPEOF RULE (1)
+                TYPEOF ACTION (Go)
+    )");
+    ASSERT_TRUE(ReadExactly(text).item);
+    ScenarioTextStream stream(text.c_str(), text.size() + 1);
+    EXPECT_TRUE(OwnedItem(LoadScenarioVariables(stream, nullptr, nullptr)));
+}
+
 // Rules are read and checked like all else, and only what they hold is gone.
 TEST(Variables, AreReadWithoutWhatRulesHold) {
     const RootModel model(kModel);

@@ -259,7 +259,8 @@ TAVREL_MODEL_API ScenarioItem* ReadItem(ScenarioTextStream& stream, ScenarioItem
                                         bool headerOnly);
 // As LoadScenarioText for a text as a whole, for callers that want its variables and not its rules. Every line is
 // checked alike, but a RULE of the text loses all that it holds as soon as it has been read, so a long script takes
-// little memory. What an INCLUDE takes from a file stays whole.
+// little memory. What an INCLUDE takes from a file stays whole, and so do all rules while no root model is set, as they
+// may hold definitions then.
 TAVREL_MODEL_API ScenarioItem* LoadScenarioVariables(ScenarioTextStream& stream, ItemLoadContext* context,
                                                      std::ostream* log);
 // Reads "TYPEOF KEYWORD (name)" at the cursor without moving it. True with KindNone for an unknown keyword. A keyword
