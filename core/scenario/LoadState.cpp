@@ -251,7 +251,10 @@ Load::Load(ScenarioTextStream& text, ScenarioItem* parent)
       modelIsStill(!outer || outer->modelIsStill) {
     if (parent) {
         root = GetTreeRoot(parent);
-        if (root == GetTreeRoot(scenarioRootModel)) modelIsStill = false;
+        if (root == GetTreeRoot(scenarioRootModel)) {
+            modelIsStill = false;
+            sharedIndex.reset();
+        }
     }
     currentLoad = this;
     scannedLine = {};
@@ -298,7 +301,11 @@ DefinitionIndex* Load::IndexOf(const ScenarioItem* modelRoot) {
 }
 
 void Load::LeaveIndex() {
-    if (rootModelUses > 0 && ownIndex) sharedIndex = std::move(ownIndex);
+    if (rootModelUses > 0 && ownIndex && root->kind == KindFolder) sharedIndex = std::move(ownIndex);
+}
+
+void ForgetIndexOf(const Folders& root) {
+    if (sharedIndex && sharedIndex->Root() == &root) sharedIndex.reset();
 }
 
 RootModelUse::RootModelUse() { ++rootModelUses; }

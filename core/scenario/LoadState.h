@@ -101,7 +101,7 @@ public:
 
     // The index that answers for definitions below `root`, or null when only a search can tell.
     DefinitionIndex* IndexOf(const ScenarioItem* root);
-    // The tree that was read is complete; its index may serve the texts that follow.
+    // The tree that was read is complete; if it can be a root model, its index may serve the texts that follow.
     void LeaveIndex();
 
     ScenarioTextStream& stream;
@@ -126,6 +126,9 @@ private:
     std::unique_ptr<DefinitionIndex> ownIndex;
     std::unique_ptr<DefinitionIndex> modelIndex; // of the outermost load only, and while no index is shared
 };
+
+// As folders go: another root model may come to stand in their place while an index is shared.
+void ForgetIndexOf(const Folders& root);
 
 // The root of the tree of `item` if that is the item whose lines are being read, else null. Saves the way up for each
 // of a million items that stand a thousand levels deep.

@@ -6,6 +6,7 @@
 
 #include "AttributeRow.h"
 #include "ChildStore.h"
+#include "LoadState.h"
 #include "StepScope.h"
 
 namespace {
@@ -25,7 +26,10 @@ bool IsGroupMember(std::uint32_t kind) { return kind == KindGroup || kind == Kin
 
 Folders::Folders() = default;
 
-Folders::~Folders() { childStore::Destroy(children); }
+Folders::~Folders() {
+    ForgetIndexOf(*this);
+    childStore::Destroy(children);
+}
 
 void Folders::GetChildren(std::vector<ScenarioItem*>& out, std::uint32_t kindFilter) const {
     childStore::Append(children, out, kindFilter);

@@ -283,6 +283,30 @@ TEST(Link, TheIndexOfAUseEndsWithIt) {
     EXPECT_FALSE(isFound("Stop"));
 }
 
+TEST(Link, AnIndexIsNotTakenForThatOfALaterModelInTheSamePlace) {
+    const RootModelUse use;
+    ASSERT_TRUE(
+        ReadExactly("TYPEOF FOLDER (m)\n{\nTYPEOF FOLDER (ACTION_LIST)\n{\nTYPEOF ACTION (Old)\n{\n}\n}\n}\n").item);
+    OwnedItem made(CreateItem(KindFolder, "m", nullptr)); // where the other one stood
+    ScenarioItem* list = AddNew(*made, KindFolder, "ACTION_LIST");
+    AddNew(*list, KindAction, "Go");
+    scenarioRootModel = static_cast<Folders*>(made.get());
+    EXPECT_TRUE(ReadExactly(ScriptText("TYPEOF ACTION (Go)")).item);
+    EXPECT_FALSE(ReadExactly(ScriptText("TYPEOF ACTION (Old)")).item);
+    scenarioRootModel = nullptr;
+}
+
+TEST(Link, ADefinitionAddedToTheModelByATextIsFoundInTheNextTextOfAUse) {
+    const RootModel model(kModel);
+    const RootModelUse use;
+    EXPECT_FALSE(ReadExactly(ScriptText("TYPEOF ACTION (New)")).item);
+    const std::string text = "TYPEOF ACTION (New)\n{\n}\n";
+    ScenarioTextStream stream(text.c_str(), text.size() + 1);
+    ASSERT_TRUE(
+        LoadScenarioText(stream, model.Get()->FindItem(KindFolder, "ACTION_LIST", ""), nullptr, nullptr, false));
+    EXPECT_TRUE(ReadExactly(ScriptText("TYPEOF ACTION (New)")).item);
+}
+
 TEST(Variables, AreReadWhereARuleHoldsTheDefinitionOfACall) {
     const std::string text = ScriptText(R"(
         TYPEOF FOLDER (script)
