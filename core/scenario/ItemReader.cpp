@@ -163,10 +163,6 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bo
     return Outcome::Read;
 }
 
-} // namespace
-
-namespace {
-
 ScenarioItem* Read(Load& load, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly) {
     ScenarioItem* item = nullptr;
     try {

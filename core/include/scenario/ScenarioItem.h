@@ -234,7 +234,7 @@ TAVREL_MODEL_API std::string ParameterFileOf(const std::string& path);
 
 // While one of these lives, all texts that are read find the definitions of the root model through one index, which a
 // root model that is read meanwhile leaves behind; otherwise each text makes an index of its own. Uses nest. Nobody
-// but the reader may change the root model meanwhile.
+// but the reader may change the root model meanwhile, from the end of its own reading on.
 class TAVREL_MODEL_API RootModelUse {
 public:
     RootModelUse();
