@@ -43,7 +43,8 @@ public:
     // Holds the item before it does anything that may run out of memory.
     ItemBeingRead(Load& itemLoad, ScenarioItem* newItem, ScenarioItem* itemParent)
         : ItemBeingRead(itemLoad, Held{newItem, itemParent}) {
-        isTaken = parent && OfferChild(*parent, item);
+        isTaken = parent != nullptr; // also by a parent that throws when it has the item already
+        if (parent) isTaken = OfferChild(*parent, item);
         load.Open(item, IsInTree());
     }
     ItemBeingRead(const ItemBeingRead&) = delete;

@@ -279,6 +279,23 @@ TEST(Reading, FindsAllDefinitionsAfterMemoryWasShort) {
     scenarioRootModel = nullptr;
 }
 
+TEST(Reading, LeavesNothingOfATextThatMemoryRanOutFor) {
+    const std::string script = "TYPEOF SCENARIO (s)\n{\nFILE=\"a folder with a long name/s.sc\"\nTYPEOF "
+                               "GENERAL_PARAMETERS (1)\n{\n}\nTYPEOF TASK (1)\n{\n}\n}\n";
+    bool hasFailed = true;
+    for (std::size_t turn = 1; hasFailed; ++turn) {
+        ScenarioTextStream stream(script.c_str(), script.size() + 1);
+        std::unique_ptr<ScenarioItem> item;
+        faults::Arm(Call::Allocation, turn, false);
+        try {
+            item.reset(LoadScenarioText(stream, nullptr, nullptr, nullptr, false));
+        } catch (const std::bad_alloc&) {
+        }
+        hasFailed = faults::Disarm();
+        EXPECT_TRUE(hasFailed || item) << "call " << turn;
+    }
+}
+
 // A scenario and a parameters file are stored over and over, until the process is killed in the middle of it.
 TEST_F(FaultsTest, SurviveAKill) {
     constexpr int kKills = 500;
