@@ -1,5 +1,6 @@
 // The kinds of item: their keywords, the sets they belong to, and the factory.
 #include <array>
+#include <memory>
 #include <string_view>
 
 #include <lmkUtils/AssertAbort.h>
@@ -100,8 +101,8 @@ bool KindIsIn(std::uint32_t kind, KindSet set) { return kind < std::size(kKinds)
 
 ScenarioItem* CreateItem(std::uint32_t kind, const std::string& name, ItemLoadContext* context) {
     if (kind >= std::size(kKinds) || !kKinds[kind].make) AssertAbort(kSource, 122);
-    ScenarioItem* item = kKinds[kind].make(context);
+    std::unique_ptr<ScenarioItem> item(kKinds[kind].make(context));
     item->kind = static_cast<ScenarioItemKind>(kind);
     item->SetName(name);
-    return item;
+    return item.release();
 }
