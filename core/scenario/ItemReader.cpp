@@ -168,7 +168,6 @@ ScenarioItem* Read(Load& load, ScenarioItem* parent, ItemLoadContext* context, b
     ScenarioItem* item = nullptr;
     try {
         ReadBlock(load, parent, context, headerOnly, item);
-        if (item) load.LeaveIndex();
     } catch (const boost::bad_lexical_cast&) {
         ReportRefusal(load.stream, Cause::NoNumber, parent);
         throw;

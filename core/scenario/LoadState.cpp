@@ -300,10 +300,6 @@ DefinitionIndex* Load::IndexOf(const ScenarioItem* modelRoot) {
     return modelRoot == root && isRooted ? ownIndex.get() : nullptr;
 }
 
-void Load::LeaveIndex() {
-    if (rootModelUses > 0 && ownIndex && root->kind == KindFolder) sharedIndex = std::move(ownIndex);
-}
-
 void ForgetIndexOf(const Folders& root) {
     if (sharedIndex && sharedIndex->Root() == &root) sharedIndex.reset();
 }

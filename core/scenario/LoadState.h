@@ -101,8 +101,6 @@ public:
 
     // The index that answers for definitions below `root`, or null when only a search can tell.
     DefinitionIndex* IndexOf(const ScenarioItem* root);
-    // The tree that was read is complete; if it can be a root model, its index may serve the texts that follow.
-    void LeaveIndex();
 
     ScenarioTextStream& stream;
     ScenarioItem* root = nullptr;     // of the tree that is being read

@@ -259,7 +259,7 @@ TEST(Link, FastAndPlainSearchAgree) {
             if (script.item) checked += CheckLinks(*script.item, *model.Get());
             if (!script.item) ++refused;
             ASSERT_TRUE(script.item || round > 0) << "seed " << seed << " row " << script.row;
-            // Every other time with the index that the reading of the model leaves behind, which a change ends.
+            // Every other time with an index that all texts share, until a change ends it.
             use.reset();
             generator.Rename(*model.Get());
             if (seed % 2 == 0) use.emplace();
@@ -285,8 +285,10 @@ TEST(Link, TheIndexOfAUseEndsWithIt) {
 
 TEST(Link, AnIndexIsNotTakenForThatOfALaterModelInTheSamePlace) {
     const RootModelUse use;
-    ASSERT_TRUE(
-        ReadExactly("TYPEOF FOLDER (m)\n{\nTYPEOF FOLDER (ACTION_LIST)\n{\nTYPEOF ACTION (Old)\n{\n}\n}\n}\n").item);
+    {
+        const RootModel model("TYPEOF FOLDER (m)\n    TYPEOF FOLDER (ACTION_LIST)\n        TYPEOF ACTION (Old)");
+        ASSERT_TRUE(ReadExactly(ScriptText("TYPEOF ACTION (Old)")).item);
+    }
     OwnedItem made(CreateItem(KindFolder, "m", nullptr)); // where the other one stood
     ScenarioItem* list = AddNew(*made, KindFolder, "ACTION_LIST");
     AddNew(*list, KindAction, "Go");

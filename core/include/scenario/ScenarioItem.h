@@ -232,9 +232,9 @@ TAVREL_MODEL_API void ResolveDataPath(const std::string& file, std::string& dire
 // The path of the parameters file beside a scenario: the last two characters give way to "par".
 TAVREL_MODEL_API std::string ParameterFileOf(const std::string& path);
 
-// While one of these lives, all texts that are read find the definitions of the root model through one index, which a
-// root model that is read meanwhile leaves behind; otherwise each text makes an index of its own. Uses nest. Nobody
-// but the reader may change the root model meanwhile, from the end of its own reading on.
+// While one of these lives, all texts that are read find the definitions of the root model through one index, which the
+// first of them makes; otherwise each text makes its own. Uses nest. From that first text on nobody but the reader may
+// change the root model meanwhile.
 class TAVREL_MODEL_API RootModelUse {
 public:
     RootModelUse();
