@@ -10,6 +10,7 @@
 // of <scenario/LoadDiagnostics.h>; without one nothing here is composed.
 
 class LoadProblemListener;
+// As SetLoadProblemListener left it.
 inline LoadProblemListener* loadProblemListener = nullptr;
 // Whether anyone listens. Guards causes that cost something to find, such as a name that is nearly right.
 inline bool RefusalsAreTold() { return loadProblemListener != nullptr; }
