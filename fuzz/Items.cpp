@@ -158,6 +158,7 @@ bool IsPlain(const std::string& text) {
     for (std::string line; std::getline(lines, line);) {
         line.erase(0, line.find_first_not_of('\t'));
         if (line.empty() || line == "{" || line == "}") continue;
+        if (line.find_first_of("\t\f") != std::string::npos) return false; // a line of the format ends there
         if (line.rfind("TYPEOF ", 0) == 0) {
             const std::size_t name = line.find(" (");
             const std::size_t end = line.find_first_of("\t()", name == std::string::npos ? name : name + 2);
