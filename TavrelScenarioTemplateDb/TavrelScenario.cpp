@@ -93,11 +93,12 @@ std::string TavrelScenario::getPath() const { return path; }
 
 ScenarioNode* TavrelScenario::getRootScenarioNode() const {
     // The load comes first: it may look up the target of a variadic parameter and so build the tree itself. A second
-    // tree would leave those targets behind. All scripts of the tree find their definitions through one index.
-    const RootModelUse modelUse;
+    // tree would leave those targets behind.
     if (!cfgScenario) loadScenario();
-    if (!rootScenarioNode)
+    if (!rootScenarioNode) {
+        const RootModelUse modelUse; // for all scripts of the tree
         rootScenarioNode = std::make_unique<TavrelScenarioNode>(cfgScenario->getRootSection(), nullptr);
+    }
     return rootScenarioNode.get();
 }
 
@@ -230,7 +231,6 @@ void TavrelScenario::loadCfgScenario() const {
         throw Exception("Unable to find scenario root model file '" + modelPath + "' for configuration " +
                             configuration + " : check your Tavrel installation!",
                         ExceptionCodeGeneric);
-    const RootModelUse modelUse;
     readRootModel(*candidate);
 
     std::vector<cfg::Section*> sections;

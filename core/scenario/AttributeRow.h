@@ -16,7 +16,7 @@
 
 // Gives a field a text that is no part of it. The library's own assignment spends longer on that question than on the
 // few characters.
-inline void Put(std::string& field, std::string_view text) {
+inline void SetText(std::string& field, std::string_view text) {
     field.clear();
     field.append(text);
 }
@@ -40,7 +40,7 @@ struct AttributeRow {
     template <auto Field, bool (*IsAllowed)(std::string_view)>
     static constexpr AttributeRow word(std::string_view key) {
         return {key, IsEmpty<Field>, [](Item& item, std::string_view value) {
-                    Put(item.*Field, value);
+                    SetText(item.*Field, value);
                     return value.empty() || IsAllowed(value) || Refuse("\"", value, "\" is not a word known here");
                 }};
     }
@@ -71,7 +71,7 @@ private:
     }
     template <auto Field>
     static bool Store(Item& item, std::string_view value) {
-        Put(item.*Field, value);
+        SetText(item.*Field, value);
         return true;
     }
 };

@@ -93,7 +93,7 @@ void SetDuration(Condition& condition, const std::string& text) {
 }
 
 bool TakeModifier(Condition& condition, std::string_view value) {
-    Put(condition.modifier, value);
+    SetText(condition.modifier, value);
     if (FindModifier(value)) return true;
     if (!RefusalsAreTold()) return false;
     std::vector<std::string> words;

@@ -242,7 +242,7 @@ ScenarioItem* DefinitionIndex::FindEntry(ScenarioItem* enumTab, std::string_view
         known = entries.emplace(enumTab, std::move(table)).first;
     }
     const NameTable::Entry* const entry = known->second.Find(name);
-    return entry ? entry->named : nullptr;
+    return entry ? entry->unit : nullptr;
 }
 
 Load::Load(ScenarioTextStream& text, ScenarioItem* parent)

@@ -37,12 +37,12 @@ bool IsTypeWord(std::string_view word) {
 bool IsUsageWord(std::string_view word) { return word == "BY_VALUE" || word == "BY_ADDRESS"; }
 
 bool TakeType(Parameter& parameter, std::string_view value) {
-    Put(parameter.type, value);
+    SetText(parameter.type, value);
     return IsTypeWord(value) || Refuse("TYPE \"", value, "\" is not among \"BOOL FLOAT INTEGER STRING VOID\"");
 }
 
 bool TakeUsage(Parameter& parameter, std::string_view value) {
-    Put(parameter.usage, value);
+    SetText(parameter.usage, value);
     return IsUsageWord(value) || Refuse("USAGE \"", value, "\" is not among \"BY_VALUE BY_ADDRESS\"");
 }
 
@@ -58,7 +58,7 @@ bool TakeUsage(Parameter& parameter, std::string_view value) {
 }
 
 bool TakeEnumTab(Parameter& parameter, std::string_view value) {
-    Put(parameter.enumTab, value);
+    SetText(parameter.enumTab, value);
     return parameter.FindEnumTab(parameter.enumTab) || RefuseUnknownEnumTab(parameter);
 }
 
@@ -77,13 +77,13 @@ bool TakeKindList(Parameter& parameter, std::string_view value) {
 }
 
 bool TakeMaxValue(Parameter& parameter, std::string_view value) {
-    Put(parameter.maxValue, value);
+    SetText(parameter.maxValue, value);
     return parameter.minValue.empty() || NumberOf(parameter.maxValue) > NumberOf(parameter.minValue) ||
            Refuse("MAXVALUE \"", value, "\" is not above MINVALUE \"", parameter.minValue, "\"");
 }
 
 bool TakeKind(Parameter& parameter, std::string_view value) {
-    Put(parameter.valueKind, value);
+    SetText(parameter.valueKind, value);
     if (value != kVariable) parameter.ownerFile.clear();
     const std::vector<std::string>& allowed = DefinitionOf(parameter).kindList;
     // Empty is what the writer prints for a definition without a default.
@@ -92,12 +92,12 @@ bool TakeKind(Parameter& parameter, std::string_view value) {
 }
 
 bool TakeValue(Parameter& parameter, std::string_view value) {
-    Put(parameter.value, value);
+    SetText(parameter.value, value);
     return value.empty() || ParameterKindOf(parameter.valueKind).accepts(parameter);
 }
 
 bool TakeOwnerFile(Parameter& parameter, std::string_view value) {
-    if (parameter.valueKind == kVariable) Put(parameter.ownerFile, value);
+    if (parameter.valueKind == kVariable) SetText(parameter.ownerFile, value);
     return true;
 }
 

@@ -174,7 +174,7 @@ bool MatchPlainHeader(const ScenarioTextStream& stream, std::string_view& keywor
     const char* const word = stream.cursor + kHeaderWord.size();
     if (stream.end - word < 3 * kGroup) return false;
     const unsigned ends = AtMost(GroupAt(word), ' ');
-    if (ends <= 1) return false;
+    if (ends == 0) return false;
     const char* const blank = word + std::countr_zero(ends);
     if (blank == word || *blank != ' ') return false;
     // Whatever stands in place of the bracket, and the first character of the name, are no end of it.
@@ -250,7 +250,7 @@ bool ReadHeader(const ScenarioTextStream& stream, ScenarioItemKind& kind, std::s
     std::string_view nameText;
     if (!MatchHeader(stream, keywordText, nameText)) return false;
     kind = KindOfKeyword(keywordText);
-    Put(name, nameText);
+    SetText(name, nameText);
     return true;
 }
 

@@ -31,7 +31,7 @@ bool IsCall(const ScenarioItem* item) { return KindIsIn(item->kind, kCallable); 
 using Row = AttributeRow<Function>;
 
 bool TakeCode(Function& call, std::string_view value) {
-    Put(call.code, value);
+    SetText(call.code, value);
     // An empty CODE, as the writer prints for none, leaves the number at "no implementation".
     if (!value.empty()) call.codeNumber = WholeNumberOf(call.code);
     return true;
@@ -39,7 +39,7 @@ bool TakeCode(Function& call, std::string_view value) {
 
 // Any word stays in the field, but only those that the map tool knows are taken.
 bool TakeWizard(Function& call, std::string_view value) {
-    Put(call.wizard, value);
+    SetText(call.wizard, value);
     return value.empty() || value == "MAPTOOL" || value == "MAPTOOLRECT" ||
            Refuse("WIZARD \"", value, "\" is not among \"MAPTOOL MAPTOOLRECT\"");
 }

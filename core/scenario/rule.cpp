@@ -22,7 +22,7 @@ bool IsEvaluationWord(std::string_view word) { return word == kNormal || word ==
 // The word stays stored, whether it is one or not. The empty text is what a rule is saved with that never met the end
 // of a load: it reads back as unset.
 bool TakeEvaluation(Rule& rule, std::string_view value) {
-    Put(rule.evaluation, value);
+    SetText(rule.evaluation, value);
     return value.empty() || IsEvaluationWord(value) ||
            Refuse("EVALUATION \"", value, "\" is not among \"NORMAL WARNING ERROR\"");
 }
