@@ -79,27 +79,26 @@ Load* currentLoad = nullptr;
 int rootModelUses = 0;
 std::unique_ptr<DefinitionIndex> sharedIndex;
 
-// Names are short and each item of a script is looked up by one, so they are mixed by words of eight bytes.
-std::uint32_t HashOf(std::string_view name) {
+constexpr std::size_t kWord = sizeof(std::uint64_t);
+
+template <class Word>
+std::uint64_t WordAt(const char* at) {
+    Word word;
+    std::memcpy(&word, at, sizeof word);
+    return word;
+}
+
+// Each item of a script is looked up by its name, so names are mixed by words of eight bytes.
+std::uint32_t HashOf(std::string_view name, const NameTable::Key& key) {
     constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15;
-    constexpr std::size_t kWord = sizeof(std::uint64_t);
-    std::uint64_t hash = name.size();
+    std::uint64_t hash = key.size;
     const auto add = [&hash](std::uint64_t word) {
         hash = (hash ^ word) * kMix;
         hash ^= hash >> 32; // a product carries upwards only
     };
-    const char* const begin = name.data();
-    const auto wordAt = [](const char* at) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, at, kWord);
-        return word;
-    };
-    if (name.size() >= kWord) {
-        for (std::size_t at = 0; at + kWord < name.size(); at += kWord) add(wordAt(begin + at));
-        add(wordAt(begin + name.size() - kWord)); // may overlap the one before
-    } else {
-        for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * kMix;
-    }
+    add(key.first);
+    for (std::size_t at = kWord; at + kWord < name.size(); at += kWord) add(WordAt<std::uint64_t>(name.data() + at));
+    add(key.last);
     return static_cast<std::uint32_t>((hash * kMix) >> 32);
 }
 
@@ -110,36 +109,55 @@ ScenarioItem* SearchFolder(const ScenarioItem* root, std::string_view listName) 
 } // namespace
 
 void NameTable::Reserve(std::size_t names) {
-    entries.reserve(names);
     if (names * 2 > places.size()) Resize(std::bit_ceil(names * 2));
 }
 
+NameTable::Key::Key(std::string_view name) : size(name.size()) {
+    constexpr std::size_t kHalf = kWord / 2;
+    const char* const begin = name.data();
+    if (size >= kWord) {
+        first = WordAt<std::uint64_t>(begin);
+        last = WordAt<std::uint64_t>(begin + size - kWord); // may overlap the first
+    } else if (size >= kHalf) {
+        first = WordAt<std::uint32_t>(begin);
+        last = WordAt<std::uint32_t>(begin + size - kHalf);
+    } else {
+        for (const char c : name) first = first << 8 | static_cast<unsigned char>(c);
+    }
+}
+
 void NameTable::InsertIfAbsent(ScenarioItem* named, ScenarioItem* unit) {
-    if ((entries.size() + 1) * 2 > places.size()) Resize(std::max<std::size_t>(16, places.size() * 2));
-    const std::uint32_t hash = HashOf(named->name);
-    Place& place = places[PlaceOf(named->name, hash)];
+    if ((entries.size() + 1) * 2 > places.size()) Resize(std::max<std::size_t>(64, places.size() * 4));
+    const Key key(named->name);
+    const std::uint32_t hash = HashOf(named->name, key);
+    Place& place = places[PlaceOf(named->name, key, hash)];
     if (place.entry != 0) return;
-    entries.push_back({named, unit});
+    entries.push_back({key, named, unit});
     place = {hash, static_cast<std::uint32_t>(entries.size())};
 }
 
 const NameTable::Entry* NameTable::Find(std::string_view name) const {
     if (places.empty()) return nullptr;
-    const std::uint32_t entry = places[PlaceOf(name, HashOf(name))].entry;
+    const Key key(name);
+    const std::uint32_t entry = places[PlaceOf(name, key, HashOf(name, key))].entry;
     return entry != 0 ? &entries[entry - 1] : nullptr;
 }
 
-std::size_t NameTable::PlaceOf(std::string_view name, std::uint32_t hash) const {
+std::size_t NameTable::PlaceOf(std::string_view name, const Key& key, std::uint32_t hash) const {
+    const auto isThere = [&](const Place& place) {
+        if (place.hash != hash) return false;
+        const Entry& entry = entries[place.entry - 1];
+        return entry.key == key && (key.size <= 2 * kWord || SameText(entry.named->name, name));
+    };
     const std::size_t mask = places.size() - 1;
     std::size_t at = hash & mask;
-    while (places[at].entry != 0 &&
-           (places[at].hash != hash || !SameText(entries[places[at].entry - 1].named->name, name)))
-        at = (at + 1) & mask;
+    while (places[at].entry != 0 && !isThere(places[at])) at = (at + 1) & mask;
     return at;
 }
 
 void NameTable::Resize(std::size_t size) {
     std::vector<Place> old(size);
+    entries.reserve(size / 2);
     old.swap(places);
     const std::size_t mask = size - 1;
     for (const Place& place : old) {
@@ -208,6 +226,7 @@ void DefinitionIndex::Close(ScenarioItem* item) {
 
 void DefinitionIndex::Enter(NameTable& table, std::uint32_t kind, ScenarioItem* entry, ScenarioItem* item) {
     if (item->kind == kind) table.InsertIfAbsent(item, entry ? entry : item);
+    if ((KindsBelow(*item) & Bit(kind)) == 0) return;
     const std::size_t first = pending.size();
     item->GetChildren(pending);
     for (std::size_t at = first; at < pending.size(); ++at) {
@@ -222,7 +241,7 @@ ScenarioItem* DefinitionIndex::Find(std::size_t at, std::string_view name) {
     const NameTable::Entry* const entry = list.units.Find(name);
     ScenarioItem* const unit = entry ? entry->unit : nullptr;
     // The name that was found may be that of the unit itself; then there is nothing to search.
-    if (unit && unit == entry->named && unit->kind == kind) return unit;
+    if (unit && unit == entry->named) return unit;
     const std::string text(name);
     if (unit) {
         if (ScenarioItem* hit = unit->FindItem(kind, text, std::string())) return hit;
