@@ -94,9 +94,10 @@ std::string TavrelScenario::getPath() const { return path; }
 ScenarioNode* TavrelScenario::getRootScenarioNode() const {
     // The load comes first: it may look up the target of a variadic parameter and so build the tree itself. A second
     // tree would leave those targets behind.
+    if (rootScenarioNode) return rootScenarioNode.get();
+    const RootModelUse modelUse; // for the root model and all scripts of the tree
     if (!cfgScenario) loadScenario();
     if (!rootScenarioNode) {
-        const RootModelUse modelUse; // for all scripts of the tree
         rootScenarioNode = std::make_unique<TavrelScenarioNode>(cfgScenario->getRootSection(), nullptr);
     }
     return rootScenarioNode.get();

@@ -279,7 +279,11 @@ Load::Load(ScenarioTextStream& text, ScenarioItem* parent)
     scannedLine = {};
 }
 
-Load::~Load() { currentLoad = outer; }
+Load::~Load() {
+    currentLoad = outer;
+    // A text that was read whole may become the root model of the next one, and its index is that of the model then.
+    if (isComplete && ownIndex && rootModelUses > 0 && root->kind == KindFolder) sharedIndex = std::move(ownIndex);
+}
 
 Load* Load::Current() { return currentLoad; }
 
@@ -303,6 +307,7 @@ void Load::Open(ScenarioItem* item, bool isInTree) {
 void Load::Close(ScenarioItem* item, bool isInTree) {
     current = item->parent;
     if (ownIndex && itemsOutsideTree == 0) ownIndex->Close(item);
+    isComplete = item == root;
     if (!isInTree) --itemsOutsideTree;
 }
 

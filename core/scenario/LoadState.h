@@ -131,6 +131,7 @@ private:
     Load* outermost;
     std::size_t longBytes = 0; // in all long values so far
     bool isRooted;             // what is read is a tree of its own
+    bool isComplete = false;   // and it has been read to its end
     bool modelIsStill;         // the root model does not change during this load
     std::size_t itemsOutsideTree = 0;
     std::unique_ptr<DefinitionIndex> ownIndex;

@@ -233,8 +233,8 @@ TAVREL_MODEL_API void ResolveDataPath(const std::string& file, std::string& dire
 TAVREL_MODEL_API std::string ParameterFileOf(const std::string& path);
 
 // While one of these lives, all texts that are read find the definitions of the root model through one index, which the
-// first of them makes; otherwise each text makes its own. Uses nest. From that first text on nobody but the reader may
-// change the root model meanwhile.
+// reading of the model makes, or else the first text that needs it; otherwise each text makes its own. Uses nest. From
+// then on nobody but the reader may change the root model meanwhile.
 class TAVREL_MODEL_API RootModelUse {
 public:
     RootModelUse();
