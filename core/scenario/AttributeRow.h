@@ -17,8 +17,12 @@
 // Gives a field a text that is no part of it. The library's own assignment spends longer on that question than on the
 // few characters.
 inline void SetText(std::string& field, std::string_view text) {
-    field.clear();
-    field.append(text);
+    if (text.size() > field.capacity()) {
+        field = std::string(text); // of just that size
+    } else {
+        field.clear();
+        field.append(text);
+    }
 }
 
 // One attribute of a class: its key, whether the key is still open, and what happens to the value. Rows are tried from

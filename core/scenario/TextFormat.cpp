@@ -281,6 +281,7 @@ bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::st
 }
 
 bool ReadStringAttribute(const ScenarioTextStream& stream, const char* key, std::string& value) {
+    if (*key != '\0' && *key != CharAt(stream)) return false; // as nearly always
     const std::string_view keyText = key;
     const auto left = static_cast<std::size_t>(stream.end - stream.cursor);
     std::string_view found;
