@@ -7,8 +7,9 @@
 #include <Commons/FileUtils.h>
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
 #include <lmkUtils/AssertAbort.h>
-#include <scenario/ScenarioItem.h>
+#include <scenario/config.h>
 
+#include "ChildStore.h"
 #include "LoadReport.h"
 #include "LoadState.h"
 #include "Log.h"
@@ -28,14 +29,6 @@ void DestroyChildren(ScenarioItem& item, std::vector<ScenarioItem*>& children) {
     for (ScenarioItem* child : children) delete child;
 }
 
-// A CONFIG keeps its children alive on purpose. Of a text that was refused nobody else knows them.
-[[gnu::cold, gnu::noinline]] void DestroyChildrenOfConfigs(ScenarioItem& item) {
-    std::vector<ScenarioItem*> children;
-    item.GetChildren(children);
-    for (ScenarioItem* child : children) DestroyChildrenOfConfigs(*child);
-    if (item.kind == KindConfig) DestroyChildren(item, children);
-}
-
 // The item that is being read. Unless it is kept, it is taken out of the tree and destroyed again, whichever way the
 // read ends: by a refusal or by an exception.
 class ItemBeingRead {
@@ -52,7 +45,9 @@ public:
     ~ItemBeingRead() {
         --load.depth;
         if (!item) return;
-        if (load.madeConfig) DestroyChildrenOfConfigs(*item);
+        // A CONFIG keeps its children alive on purpose. Of what was refused nobody else knows them.
+        for (; load.configs.size() > firstConfig; load.configs.pop_back())
+            childStore::Destroy(load.configs.back()->children);
         if (isTaken) {
             TakeBackAndDestroy(*parent, item);
         } else {
@@ -75,13 +70,15 @@ private:
         ScenarioItem* item;
         ScenarioItem* parent;
     };
-    ItemBeingRead(Load& itemLoad, const Held& held) noexcept : load(itemLoad), item(held.item), parent(held.parent) {
+    ItemBeingRead(Load& itemLoad, const Held& held) noexcept
+        : load(itemLoad), item(held.item), parent(held.parent), firstConfig(load.configs.size()) {
         ++load.depth;
     }
 
     Load& load;
     ScenarioItem* item;
     ScenarioItem* parent;
+    std::size_t firstConfig; // of those of the load that stand in the item, itself included
     bool isTaken = false;
 };
 
@@ -149,9 +146,9 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bo
     NextLineAfterReading(stream);
     ScenarioItem* created = CreateItem(kind, load.name, context);
     if (!created) AssertAbort(kSource, 565);
-    if (kind == KindConfig) load.madeConfig = true;
 
     ItemBeingRead item(load, created, parent);
+    if (kind == KindConfig) load.configs.push_back(static_cast<Config*>(created));
     if (!ReadContent(load, item, context, headerOnly)) return Outcome::Refused;
     if (!item.IsInTree()) {
         WarnOfPassedOver(header, *item.Get(), *parent);

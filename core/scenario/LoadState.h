@@ -12,6 +12,8 @@
 
 #include <scenario/ScenarioItem.h>
 
+class Config;
+
 // First item of each name; a name that comes again is ignored. Names must not change meanwhile.
 class NameTable {
 public:
@@ -118,7 +120,7 @@ public:
     ScenarioItem* root = nullptr;     // of the tree that is being read
     ScenarioItem* current = nullptr;  // whose lines are being read
     std::string name;                 // of the header that is being read, to use one buffer for all
-    bool madeConfig = false;          // some item will not destroy its children
+    std::vector<Config*> configs;     // so far; they do not destroy their children
     bool emptiesRules = false;        // the caller has no use for what rules hold
     std::vector<ScenarioItem*> letGo; // by the last of them, to use one buffer for all
     unsigned depth = 0;               // blocks that are open

@@ -2,6 +2,7 @@
 #include <scenario/ScenarioItem.h>
 
 #include <algorithm>
+#include <new>
 #include <ostream>
 #include <unordered_set>
 
@@ -95,7 +96,14 @@ void TakeBackAndDestroy(ScenarioItem& parent, ScenarioItem* child) {
     parent.RemoveChild(child);
     const bool alive = watchedItem != nullptr;
     watchedItem = nullptr;
-    if (alive && !Holds(parent, child)) delete child;
+    if (!alive) return;
+    bool isHeld = child->parent == &parent;
+    try {
+        isHeld = Holds(parent, child);
+    } catch (const std::bad_alloc&) {
+        // Rather lost than destroyed twice.
+    }
+    if (!isHeld) delete child;
 }
 
 void ScenarioItem::GetChildren(std::vector<ScenarioItem*>&, std::uint32_t) const {}

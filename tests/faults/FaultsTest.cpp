@@ -279,20 +279,35 @@ TEST(Reading, FindsAllDefinitionsAfterMemoryWasShort) {
     scenarioRootModel = nullptr;
 }
 
+// Neither at one moment nor from one moment on. Names are long, so that each has memory of its own.
 TEST(Reading, LeavesNothingOfATextThatMemoryRanOutFor) {
-    const std::string script = "TYPEOF SCENARIO (s)\n{\nFILE=\"a folder with a long name/s.sc\"\nTYPEOF "
-                               "GENERAL_PARAMETERS (1)\n{\n}\nTYPEOF TASK (1)\n{\n}\n}\n";
-    bool hasFailed = true;
-    for (std::size_t turn = 1; hasFailed; ++turn) {
-        ScenarioTextStream stream(script.c_str(), script.size() + 1);
-        std::unique_ptr<ScenarioItem> item;
-        faults::Arm(Call::Allocation, turn, false);
-        try {
-            item.reset(LoadScenarioText(stream, nullptr, nullptr, nullptr, false));
-        } catch (const std::bad_alloc&) {
+    const struct {
+        std::string text;
+        bool isGood;
+    } rows[] = {
+        {"TYPEOF SCENARIO (a scenario with a name)\n{\nFILE=\"a folder with a long name/s.sc\"\nTYPEOF "
+         "GENERAL_PARAMETERS (1)\n{\n}\nTYPEOF TASK (1)\n{\n}\n}\n",
+         true},
+        // What a CONFIG holds is not its own. The last line refuses the text.
+        {"TYPEOF FOLDER (a folder with a name)\n{\nTYPEOF CONFIG (c)\n{\nTYPEOF FOLDER (one that is in it)\n{\nTYPEOF "
+         "CONFIG (d)\n{\nTYPEOF FOLDER (innermost of all)\n{\n}\n}\n}\nTYPEOF FOLDER (f)\n{\n}\n}\n?\n}\n",
+         false},
+    };
+    for (const auto& row : rows) {
+        for (const bool isLasting : {false, true}) {
+            bool hasFailed = true;
+            for (std::size_t turn = 1; hasFailed; ++turn) {
+                ScenarioTextStream stream(row.text.c_str(), row.text.size() + 1);
+                std::unique_ptr<ScenarioItem> item;
+                faults::Arm(Call::Allocation, turn, isLasting);
+                try {
+                    item.reset(LoadScenarioText(stream, nullptr, nullptr, nullptr, false));
+                } catch (const std::bad_alloc&) {
+                }
+                hasFailed = faults::Disarm();
+                EXPECT_TRUE(hasFailed || (item != nullptr) == row.isGood) << row.text << "call " << turn;
+            }
         }
-        hasFailed = faults::Disarm();
-        EXPECT_TRUE(hasFailed || item) << "call " << turn;
     }
 }
 
