@@ -108,17 +108,19 @@ int OpenTemporary(const std::string& target, std::string& temporary) {
     return -1;
 }
 
-// Reads to the end of the file, which may be another one than was expected when `content` got its size.
+// Reads to the end of the file, which may be another one than was expected when `content` got its size: one byte more.
 template <class Bytes>
 bool ReadAll(int descriptor, Bytes& content) {
+    const size_t expected = content.size() - 1;
     size_t length = 0;
     for (;;) {
         if (length == content.size()) content.resize(content.size() * 2);
         const ssize_t count = ::read(descriptor, content.data() + length, content.size() - length);
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) return false;
-        if (count == 0) break;
         length += static_cast<size_t>(count);
+        // Less than was asked for, just where the end was expected, is the end.
+        if (count == 0 || (length == expected && content.size() == expected + 1)) break;
     }
     content.resize(length);
     return true;
