@@ -270,10 +270,9 @@ Load::Load(ScenarioTextStream& text, ScenarioItem* parent)
       modelIsStill(!outer || outer->modelIsStill) {
     if (parent) {
         root = GetTreeRoot(parent);
-        if (root == GetTreeRoot(scenarioRootModel)) {
-            modelIsStill = false;
-            sharedIndex.reset();
-        }
+        if (root == GetTreeRoot(scenarioRootModel)) modelIsStill = false;
+        // That of a tree which is no root model yet, or no longer, as well.
+        if (sharedIndex && root == GetTreeRoot(sharedIndex->Root())) sharedIndex.reset();
     }
     currentLoad = this;
     scannedLine = {};

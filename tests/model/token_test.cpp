@@ -309,6 +309,18 @@ TEST(Link, ADefinitionAddedToTheModelByATextIsFoundInTheNextTextOfAUse) {
     EXPECT_TRUE(ReadExactly(ScriptText("TYPEOF ACTION (New)")).item);
 }
 
+// The index of a tree is made when it is read, which is before it becomes the root model.
+TEST(Link, ADefinitionAddedByATextToAModelToBeIsFoundWithinAUse) {
+    const RootModelUse use;
+    OwnedItem folder = ReadScript(kModel);
+    ASSERT_TRUE(folder);
+    const std::string text = "TYPEOF ACTION (New)\n{\n}\n";
+    ScenarioTextStream stream(text.c_str(), text.size() + 1);
+    ASSERT_TRUE(LoadScenarioText(stream, folder->FindItem(KindFolder, "ACTION_LIST", ""), nullptr, nullptr, false));
+    const RootModel model(std::move(folder));
+    EXPECT_TRUE(ReadExactly(ScriptText("TYPEOF ACTION (New)")).item);
+}
+
 TEST(Variables, AreReadWhereARuleHoldsTheDefinitionOfACall) {
     const std::string text = ScriptText(R"(
         TYPEOF FOLDER (script)
