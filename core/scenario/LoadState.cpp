@@ -54,7 +54,7 @@ std::size_t ListOf(std::string_view folderName, std::uint32_t kind) {
     return list < kListCount && SameText(kLists[list].folderName, folderName) ? list : kListCount;
 }
 
-constexpr std::uint32_t Bit(std::uint32_t kind) { return std::uint32_t{1} << kind; }
+constexpr std::uint32_t Bit(std::size_t number) { return std::uint32_t{1} << number; }
 
 template <class Item>
 bool IsExactly(const ScenarioItem& item) {
@@ -109,6 +109,7 @@ ScenarioItem* SearchFolder(const ScenarioItem* root, std::string_view listName) 
 } // namespace
 
 void NameTable::Reserve(std::size_t names) {
+    entries.reserve(names);
     if (names * 2 > places.size()) Resize(std::bit_ceil(names * 2));
 }
 
@@ -127,7 +128,10 @@ NameTable::Key::Key(std::string_view name) : size(name.size()) {
 }
 
 void NameTable::InsertIfAbsent(ScenarioItem* named, ScenarioItem* unit) {
-    if ((entries.size() + 1) * 2 > places.size()) Resize(std::max<std::size_t>(64, places.size() * 4));
+    if ((entries.size() + 1) * 2 > places.size()) {
+        Resize(std::max<std::size_t>(64, places.size() * 4));
+        entries.reserve(places.size() / 4);
+    }
     const Key key(named->name);
     const std::uint32_t hash = HashOf(named->name, key);
     Place& place = places[PlaceOf(named->name, key, hash)];
@@ -157,7 +161,6 @@ std::size_t NameTable::PlaceOf(std::string_view name, const Key& key, std::uint3
 
 void NameTable::Resize(std::size_t size) {
     std::vector<Place> old(size);
-    entries.reserve(size / 2);
     old.swap(places);
     const std::size_t mask = size - 1;
     for (const Place& place : old) {
@@ -175,11 +178,6 @@ DefinitionIndex::DefinitionIndex(ScenarioItem* treeRoot, Form treeForm) : root(t
 void DefinitionIndex::Walk(ScenarioItem* item) {
     Open(item);
     // Half of a model is the parameters of calls, and nothing that is looked for stands there.
-    std::uint32_t wanted = 0;
-    for (std::size_t at = 0; at < kListCount; ++at) {
-        if (!lists[at].folder) wanted |= Bit(KindFolder);
-        if (lists[at].isOpen) wanted |= Bit(kLists[at].kind);
-    }
     const std::uint32_t below = wanted & KindsBelow(*item);
     if (below != 0) {
         const std::size_t first = pending.size();
@@ -196,9 +194,9 @@ void DefinitionIndex::Walk(ScenarioItem* item) {
 
 void DefinitionIndex::Open(ScenarioItem* item) {
     const bool isFolder = item->kind == KindFolder;
-    for (std::size_t at = 0; at < kListCount; ++at) {
+    for (std::uint32_t left = openLists; left != 0; left &= left - 1) {
+        const auto at = static_cast<std::size_t>(std::countr_zero(left));
         List& list = lists[at];
-        if (!list.isOpen) continue;
         if (!list.openUnit && !isFolder) list.openUnit = item;
         if (form == Form::Whole && list.openUnit && item->kind == kLists[at].kind) {
             list.units.InsertIfAbsent(item, list.openUnit);
@@ -208,19 +206,28 @@ void DefinitionIndex::Open(ScenarioItem* item) {
     const std::size_t list = ListOf(item->name);
     if (list == kListCount || lists[list].folder) return;
     lists[list].folder = item;
-    lists[list].isOpen = true;
+    SetOpen(list, true);
 }
 
 void DefinitionIndex::Close(ScenarioItem* item) {
-    for (std::size_t at = 0; at < kListCount; ++at) {
+    for (std::uint32_t left = openLists; left != 0; left &= left - 1) {
+        const auto at = static_cast<std::size_t>(std::countr_zero(left));
         List& list = lists[at];
-        if (!list.isOpen) continue;
         if (list.openUnit == item) {
             // A unit may have gained or lost items while it was read, so it is looked through when it is complete.
             if (form == Form::Growing) Enter(list.units, kLists[at].kind, item, item);
             list.openUnit = nullptr;
         }
-        if (list.folder == item) list.isOpen = false;
+        if (list.folder == item) SetOpen(at, false);
+    }
+}
+
+void DefinitionIndex::SetOpen(std::size_t list, bool isOpen) {
+    openLists = isOpen ? openLists | Bit(list) : openLists & ~Bit(list);
+    wanted = 0;
+    for (std::size_t at = 0; at < kListCount; ++at) {
+        if (!lists[at].folder) wanted |= Bit(KindFolder);
+        if ((openLists & Bit(at)) != 0) wanted |= Bit(kLists[at].kind);
     }
 }
 

@@ -75,17 +75,19 @@ public:
 private:
     struct List {
         ScenarioItem* folder = nullptr;
-        bool isOpen = false;              // the folder is being read or walked
         ScenarioItem* openUnit = nullptr; // the unit that is
         NameTable units;
     };
     void Walk(ScenarioItem* item);
+    void SetOpen(std::size_t list, bool isOpen);
     // Enters every item of that kind in the subtree under its name, as `entry` or, without one, as itself.
     void Enter(NameTable& table, std::uint32_t kind, ScenarioItem* entry, ScenarioItem* item);
 
     ScenarioItem* root;
     Form form;
     std::array<List, 5> lists;
+    std::uint32_t openLists = 0;                                // bits of those whose folder is being read or walked
+    std::uint32_t wanted = std::uint32_t{1} << KindFolder;      // bits of the kinds that a walk looks for
     std::unordered_map<const ScenarioItem*, NameTable> entries; // of each tab that was asked
     std::vector<ScenarioItem*> pending;                         // the children still to visit, of all levels of a walk
 };
