@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -95,6 +96,24 @@ template <class Item>
 void Destroy(std::vector<Item*>& store) {
     for (Item* child : store) delete child;
     store.clear();
+}
+
+// The same for children that nest in their own class, where `Below` is the store: all levels in one list, parents
+// first, are destroyed from its end, so that no depth needs a stack. What memory runs out for goes with its parent.
+template <auto Below, class Item>
+void DestroyAllLevels(std::vector<Item*>& store) {
+    std::vector<Item*> items;
+    items.swap(store);
+    try {
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            if (!items[i]) continue;
+            std::vector<Item*>& below = items[i]->*Below;
+            items.insert(items.end(), below.begin(), below.end());
+            below.clear();
+        }
+    } catch (const std::bad_alloc&) {
+    }
+    for (; !items.empty(); items.pop_back()) delete items.back();
 }
 
 } // namespace childStore

@@ -59,21 +59,7 @@ bool HoldsDefinitions(const ScenarioItem& item) {
 
 Include::Include(ScenarioItemObserver* observer) : Task(observer) {}
 
-// The whole tree of includes in one list, parents first, is destroyed from its end, so that no depth needs a stack.
-Include::~Include() {
-    std::vector<Include*> nested;
-    nested.swap(includes);
-    for (std::size_t i = 0; i < nested.size(); ++i) {
-        if (!nested[i]) continue;
-        std::vector<Include*> below;
-        below.swap(nested[i]->includes);
-        nested.insert(nested.end(), below.begin(), below.end());
-    }
-    while (!nested.empty()) {
-        delete nested.back();
-        nested.pop_back();
-    }
-}
+Include::~Include() { childStore::DestroyAllLevels<&Include::includes>(includes); }
 
 void Include::GetChildren(std::vector<ScenarioItem*>& out, std::uint32_t kindFilter) const {
     if (kindFilter == KindNone || kindFilter == KindInclude) childStore::Append(includes, out, KindNone);

@@ -81,19 +81,7 @@ Task::~Task() {
     ruleCount -= static_cast<std::int32_t>(rules.size());
     childStore::Destroy(variables);
     childStore::Destroy(rules);
-    // The whole tree of states in one list, parents first, is destroyed from its end.
-    std::vector<Task*> states;
-    states.swap(subTasks);
-    for (std::size_t i = 0; i < states.size(); ++i) {
-        if (!states[i]) continue;
-        std::vector<Task*> below;
-        below.swap(states[i]->subTasks);
-        states.insert(states.end(), below.begin(), below.end());
-    }
-    while (!states.empty()) {
-        delete states.back();
-        states.pop_back();
-    }
+    childStore::DestroyAllLevels<&Task::subTasks>(subTasks);
 }
 
 void Task::GetChildren(std::vector<ScenarioItem*>& out, std::uint32_t kindFilter) const {

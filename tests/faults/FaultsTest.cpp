@@ -311,6 +311,23 @@ TEST(Reading, LeavesNothingOfATextThatMemoryRanOutFor) {
     }
 }
 
+TEST(Items, AreDestroyedWhereMemoryIsShort) {
+    for (const ScenarioItemKind kind : {KindTask, KindInclude}) {
+        for (const std::size_t turn : {1U, 2U}) {
+            std::unique_ptr<ScenarioItem> root(CreateItem(kind, "0", nullptr));
+            ScenarioItem* parent = root.get();
+            for (int level = 0; level < 4; ++level) {
+                for (const char* name : {"1", "2", "3"})
+                    parent->AddChild(CreateItem(kind, name, nullptr), nullptr, true);
+                parent = parent->GetFirstChild();
+            }
+            faults::Arm(Call::Allocation, turn, true);
+            root.reset();
+            EXPECT_TRUE(faults::Disarm()) << KindKeyword(kind) << ", call " << turn;
+        }
+    }
+}
+
 // A scenario and a parameters file are stored over and over, until the process is killed in the middle of it.
 TEST_F(FaultsTest, SurviveAKill) {
     constexpr int kKills = 500;
