@@ -92,10 +92,10 @@ TavrelScenario::~TavrelScenario() {
 std::string TavrelScenario::getPath() const { return path; }
 
 ScenarioNode* TavrelScenario::getRootScenarioNode() const {
-    // The load comes first: it may look up the target of a variadic parameter and so build the tree itself. A second
-    // tree would leave those targets behind.
     if (rootScenarioNode) return rootScenarioNode.get();
     const RootModelUse modelUse; // for the root model and all scripts of the tree
+    // The load comes first: it may look up the target of a variadic parameter and so build the tree itself. A second
+    // tree would leave those targets behind.
     if (!cfgScenario) loadScenario();
     if (!rootScenarioNode) {
         rootScenarioNode = std::make_unique<TavrelScenarioNode>(cfgScenario->getRootSection(), nullptr);
@@ -208,7 +208,8 @@ void TavrelScenario::loadScenario() const {
     // A subclass may load again. What points into the sections of before goes with them.
     variadicParameters.clear();
     rootScenarioNode.reset();
-    if (!cfgScenarioIsExternal) delete std::exchange(cfgScenario, nullptr);
+    if (!cfgScenarioIsExternal) delete cfgScenario;
+    cfgScenario = nullptr;
     cfgScenarioIsExternal = false;
     // Stays, whatever becomes of the load: one attempt per object, and what is asked later has an answer.
     cfgScenario = new cfg::CfgScenario();

@@ -75,7 +75,7 @@ public:
 private:
     struct List {
         ScenarioItem* folder = nullptr;
-        ScenarioItem* openUnit = nullptr; // the unit that is
+        ScenarioItem* openUnit = nullptr; // the unit that is being read or walked
         NameTable units;
     };
     void Walk(ScenarioItem* item);

@@ -328,6 +328,32 @@ TEST(Items, AreDestroyedWhereMemoryIsShort) {
     }
 }
 
+class Reloadable : public TavrelScenario {
+public:
+    using TavrelScenario::loadScenario;
+    using TavrelScenario::TavrelScenario;
+};
+
+TEST_F(FaultsTest, LeaveAnOpenedFileToItsOwner) {
+    lmkUtils::EnvConfig::setConfig("City", false);
+    bool isShort = true;
+    for (std::size_t turn = 1; isShort; ++turn) {
+        cfg::CfgScenario opened;
+        ASSERT_TRUE(Load(opened, scenarioPath));
+        const Reloadable scenario(&opened);
+        isShort = false;
+        faults::Arm(Call::Allocation, turn);
+        try {
+            scenario.loadScenario();
+        } catch (const std::bad_alloc&) {
+            isShort = true;
+        } catch (const ScenarioTemplateDb::Exception&) { // it has no path of its own
+        }
+        faults::Disarm();
+    }
+    scenarioRootModel = nullptr;
+}
+
 // A scenario and a parameters file are stored over and over, until the process is killed in the middle of it.
 TEST_F(FaultsTest, SurviveAKill) {
     constexpr int kKills = 500;
