@@ -4,8 +4,10 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <memory_resource>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include <cfg/Scenario.h>
 
@@ -20,6 +22,60 @@ constexpr size_t kLeastRoom = 2048;
 constexpr size_t kMostRoomAtOnce = size_t{1} << 15; // larger pieces would be fetched from the system each time
 constexpr size_t kUsualNames = 64;
 
+// A checker must see that memory was given back.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr size_t kMostKept = 0;
+#else
+constexpr size_t kMostKept = size_t{4} << 20;
+#endif
+
+// Where documents get their memory. The larger pieces of one that is gone are kept for the next, which asks for pieces
+// of the same sizes: given back, they would go to the system and come from there again, a page at a time, at each
+// opening.
+class KeptPieces : public std::pmr::memory_resource {
+public:
+    // Giving back must not ask for memory.
+    KeptPieces() { kept.reserve(kMostKept / kMostRoomAtOnce); }
+
+private:
+    void* do_allocate(size_t bytes, size_t alignment) override {
+        const auto fitting = std::find_if(kept.begin(), kept.end(), [&](const Piece& piece) {
+            return piece.bytes == bytes && piece.alignment == alignment;
+        });
+        if (fitting == kept.end()) return std::pmr::new_delete_resource()->allocate(bytes, alignment);
+        void* const memory = fitting->memory;
+        keptBytes -= bytes;
+        *fitting = kept.back();
+        kept.pop_back();
+        return memory;
+    }
+
+    void do_deallocate(void* memory, size_t bytes, size_t alignment) override {
+        if (bytes >= kMostRoomAtOnce && keptBytes + bytes <= kMostKept && kept.size() < kept.capacity()) {
+            kept.push_back({memory, bytes, alignment});
+            keptBytes += bytes;
+        } else {
+            std::pmr::new_delete_resource()->deallocate(memory, bytes, alignment);
+        }
+    }
+
+    bool do_is_equal(const std::pmr::memory_resource& other) const noexcept override { return this == &other; }
+
+    struct Piece {
+        void* memory;
+        size_t bytes;
+        size_t alignment;
+    };
+    std::vector<Piece> kept;
+    size_t keptBytes = 0;
+};
+
+// Never destroyed: a host's document may outlive every static object.
+KeptPieces& Pieces() {
+    static KeptPieces& pieces = *new KeptPieces;
+    return pieces;
+}
+
 } // namespace
 
 void Access::Detach(Section& section) {
@@ -27,7 +83,8 @@ void Access::Detach(Section& section) {
     if (section.place != kNotInFile) section.document->removedPlaces.push_back(section.place);
 }
 
-Document::Document(size_t expectedBytes) : memory(std::clamp(2 * expectedBytes, kLeastRoom, kMostRoomAtOnce)) {
+Document::Document(size_t expectedBytes)
+    : memory(std::clamp(2 * expectedBytes, kLeastRoom, kMostRoomAtOnce), &Pieces()) {
     namesByText.reserve(kUsualNames);
     root = static_cast<Scenario*>(NewSection(Intern(Scenario::sectionName()), nullptr, kNotInFile));
 }
