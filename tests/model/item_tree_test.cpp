@@ -356,10 +356,14 @@ TEST(Collecting, KeepsDuplicatesAndStopsAtIncludes) {
 
 TEST(Collecting, GoesByLabelAmongSiblings) {
     Node root;
-    for (const char* label : {"b", "B", "", "\xC3\xA4", "a"}) Grow(&root, KindVariable, label, label);
+    // Some are alike in their first eight bytes, some in their first sixteen.
+    for (const char* label : {"b", "rule number 2", "B", "rule number 1 of more", "", "\xC3\xA4", "rule number 10",
+                              "rule number 1 of many", "a", "rule number 1"})
+        Grow(&root, KindVariable, label, label);
     std::vector<ScenarioItem*> out;
     root.CollectItemsOfKind(out, KindVariable, true, true);
-    EXPECT_THAT(NamesOf(out), ElementsAre("", "B", "a", "b", "\xC3\xA4"));
+    EXPECT_THAT(NamesOf(out), ElementsAre("", "B", "a", "b", "rule number 1", "rule number 1 of many",
+                                          "rule number 1 of more", "rule number 10", "rule number 2", "\xC3\xA4"));
 }
 
 TEST(Collecting, GivesTheParametersOfACallTwice) {
