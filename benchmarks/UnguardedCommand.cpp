@@ -1,21 +1,21 @@
-// The command without its child processes: what ChildProcess.cpp does, done in this process. Compared with the command
+// The command without its child processes: what the processes do, done in this process. Compared with the command
 // itself it tells what the protection costs.
-#include "../tools/tavrel/ChildProcess.h"
+#include <processes/ChildProcess.h>
 
 #include <cstdlib>
 
-namespace tavrel {
+namespace TavrelProcesses {
 
 std::string DeathSentence(const std::string& subject, const Death& death) { return subject + ": " + death.cause; }
 
 void DieOfAssertion(const std::string&, const Death&) { std::abort(); }
 
-int RunInChild(const std::string&, const ChildLimits&, const std::function<int()>& work) { return work(); }
+int RunInChild(const std::string&, const ChildSettings&, const std::function<int()>& work) { return work(); }
 
-void ForEachInChildren(std::size_t count, const ChildLimits&, const std::function<std::string(std::size_t)>& work,
+void ForEachInChildren(std::size_t count, const ChildSettings&, const std::function<std::string(std::size_t)>& work,
                        const std::function<void(std::size_t, const std::string&)>& done,
                        const std::function<void(std::size_t, const Death&)>&) {
     for (std::size_t item = 0; item < count; ++item) done(item, work(item));
 }
 
-} // namespace tavrel
+} // namespace TavrelProcesses

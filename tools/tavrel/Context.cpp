@@ -9,11 +9,11 @@ constexpr int kWarning = 3; // severity from which a line of the log says that s
 
 } // namespace
 
-ChildLimits Context::Limits() const {
-    ChildLimits limits;
-    limits.seconds = arguments.Number("--timeout", kDefaultSeconds);
-    if (limits.seconds <= 0) throw Failure{ExitUsage, "--timeout takes a number of seconds above 0"};
-    return limits;
+TavrelProcesses::ChildSettings Context::Children() const {
+    TavrelProcesses::ChildSettings settings;
+    settings.seconds = arguments.Number("--timeout", kDefaultSeconds);
+    if (settings.seconds <= 0) throw Failure{ExitUsage, "--timeout takes a number of seconds above 0"};
+    return settings;
 }
 
 void Context::TellLog(bool onFailure) {

@@ -2,9 +2,10 @@
 #define TAVREL_COMMAND_CONTEXT_H
 
 #include "Arguments.h"
-#include "ChildProcess.h"
 #include "Failure.h"
 #include "Output.h"
+
+#include <processes/ChildProcess.h>
 
 #include <string>
 
@@ -23,7 +24,7 @@ struct Context {
     }
 
     // How long a file may take, and how much memory, before it is given up.
-    ChildLimits Limits() const;
+    TavrelProcesses::ChildSettings Children() const;
 
     // Tells what the library logged, if the user wants to know; with `onFailure` what it logged as wrong in any case.
     void TellLog(bool onFailure);

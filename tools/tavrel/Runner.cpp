@@ -13,6 +13,8 @@ namespace tavrel {
 
 namespace {
 
+using namespace TavrelProcesses;
+
 // What the sub-command works on: its operand, if it takes one.
 std::string Subject(const Arguments& arguments) {
     const std::vector<OptionRow>& operands = arguments.command->operands;
@@ -82,7 +84,7 @@ int RunForAll(Context& context) {
     const char* separator = asArray ? "[\n" : "";
     Progress progress(static_cast<double>(all.size()), "scenarios");
     ForEachInChildren(
-        all.size(), context.Limits(),
+        all.size(), context.Children(),
         [&](std::size_t item) {
             Arguments arguments = context.arguments;
             arguments.values["--config"] = {installation.File()};
@@ -129,9 +131,9 @@ int RunCommand(Context& context) {
     if (context.arguments.Has("--all")) return RunForAll(context);
     const Runs runs = context.arguments.command->runs;
     if (runs == Runs::Here || runs == Runs::OverItsOwnChildren) return RunAndWrite(context);
-    ChildLimits limits = context.Limits();
-    limits.timed = runs == Runs::InOneChild;
-    return RunInChild(Subject(context.arguments), limits, [&] { return RunAndWrite(context); });
+    ChildSettings settings = context.Children();
+    settings.timed = runs == Runs::InOneChild;
+    return RunInChild(Subject(context.arguments), settings, [&] { return RunAndWrite(context); });
 }
 
 } // namespace tavrel

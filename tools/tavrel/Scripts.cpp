@@ -200,8 +200,9 @@ void TellLastWords(const char* source, int line) {
         }
         rereading.file.clear();
     }
-    DieOfAssertion(assertion, {"", rereading.file, atHand.script, atHand.stream ? atHand.stream->line : 0,
-                               atHand.item ? PathOf(*atHand.item) : ""});
+    TavrelProcesses::DieOfAssertion(assertion,
+                                    {"", rereading.file, atHand.script, atHand.stream ? atHand.stream->line : 0,
+                                     atHand.item ? PathOf(*atHand.item) : ""});
 }
 
 void UpdateDisplayTexts(ScenarioItem& item) {

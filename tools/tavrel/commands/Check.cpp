@@ -444,8 +444,8 @@ int RunCheck(Context& context) {
     Progress progress(static_cast<double>(jobs.size()), "files");
     Examiner examiner(context);
     EnvConfig::setConfig("", false);
-    ForEachInChildren(
-        jobs.size(), context.Limits(),
+    TavrelProcesses::ForEachInChildren(
+        jobs.size(), context.Children(),
         [&](std::size_t item) {
             try {
                 return DumpJsonLine(examiner.Examine(jobs[item]));
@@ -463,7 +463,7 @@ int RunCheck(Context& context) {
             }
             for (const Json& finding : result["findings"]) found(finding);
         },
-        [&](std::size_t item, const Death& death) {
+        [&](std::size_t item, const TavrelProcesses::Death& death) {
             Json finding = Finding(death.file.empty() ? jobs[item].path : death.file, death.row, death.cause);
             if (!death.script.empty()) finding["script"] = death.script;
             finding["place"] = death.place;

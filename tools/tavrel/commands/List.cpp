@@ -46,8 +46,8 @@ void ReadNames(Context& context, std::vector<Entry>& entries) {
         progress.Hide();
         context.Tell({ExitUnreadable, sentence});
     };
-    ForEachInChildren(
-        entries.size(), context.Limits(),
+    TavrelProcesses::ForEachInChildren(
+        entries.size(), context.Children(),
         [&](std::size_t item) {
             try {
                 return DumpJsonLine(ReadName(entries[item].file));
@@ -63,7 +63,9 @@ void ReadNames(Context& context, std::vector<Entry>& entries) {
             entries[item].description = found["description"].get<std::string>();
             entries[item].read = true;
         },
-        [&](std::size_t item, const Death& death) { tell(DeathSentence(entries[item].file, death)); });
+        [&](std::size_t item, const TavrelProcesses::Death& death) {
+            tell(TavrelProcesses::DeathSentence(entries[item].file, death));
+        });
 }
 
 void PrintText(Output& out, const std::vector<Entry>& entries) {

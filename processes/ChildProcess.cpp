@@ -1,6 +1,4 @@
-#include "ChildProcess.h"
-
-#include "Failure.h"
+#include <processes/ChildProcess.h>
 
 #include <fmt/format.h>
 
@@ -20,7 +18,7 @@
 #include <thread>
 #include <unistd.h>
 
-namespace tavrel {
+namespace TavrelProcesses {
 
 namespace {
 
@@ -38,21 +36,22 @@ constexpr bool kLimitsMemory = true;
 #endif
 
 constexpr int kExitRecycled = 99;
+constexpr int kExitOrphaned = 98;
 constexpr const char* kAssertionMark = "Assertion failed: ";
 constexpr auto kGathering = std::chrono::milliseconds(2);
 constexpr std::size_t kPieceSize = std::size_t(64) * 1024;
 
 using Clock = std::chrono::steady_clock;
 
-Failure SystemFailure(const char* what) {
-    return {ExitUnreadable, fmt::format("cannot {}: {}", what, std::strerror(errno))};
+ProcessFailure SystemFailure(const char* what) {
+    return ProcessFailure(fmt::format("cannot {}: {}", what, std::strerror(errno)));
 }
 
 void WriteAll(int descriptor, const char* bytes, std::size_t size) {
     while (size > 0) {
         const ssize_t written = write(descriptor, bytes, size);
         if (written < 0 && errno == EINTR) continue;
-        if (written < 0) _exit(ExitUnreadable); // nobody listens any more
+        if (written < 0) _exit(kExitOrphaned); // nobody listens any more
         bytes += written;
         size -= static_cast<std::size_t>(written);
     }
@@ -148,7 +147,7 @@ private:
 class Child {
 public:
     // `body` receives the descriptor to write its answers to and gives the exit status.
-    Child(const ChildLimits& childLimits, const std::function<int(int)>& body) : limits(childLimits) {
+    Child(const ChildSettings& childSettings, const std::function<int(int)>& body) : settings(childSettings) {
         int answerPipe[2], errorPipe[2];
         if (pipe(answerPipe) != 0) throw SystemFailure("make a pipe");
         if (pipe(errorPipe) != 0) {
@@ -170,7 +169,7 @@ public:
         answers = answerPipe[0];
         errors = errorPipe[0];
         if (id < 0) {
-            const Failure failure = SystemFailure("start a process");
+            const ProcessFailure failure = SystemFailure("start a process");
             CloseAll();
             throw failure;
         }
@@ -189,7 +188,7 @@ public:
     // The time for an item begins.
     void Restart() {
         deadline =
-            Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(limits.seconds));
+            Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(settings.seconds));
     }
 
     // Waits for something to arrive, and appends it to `received`. False when the child has ended, or was ended because
@@ -198,7 +197,7 @@ public:
         pollfd ends[2] = {{answers, POLLIN, 0}, {errors, POLLIN, 0}};
         const int ready = poll(ends, 2, Patience());
         if (ready < 0 && errno != EINTR) throw SystemFailure("wait for a process");
-        if (ready == 0 && limits.timed && Clock::now() >= deadline) {
+        if (ready == 0 && settings.timed && Clock::now() >= deadline) {
             tooSlow = true;
             return false;
         }
@@ -221,7 +220,7 @@ public:
         id = -1;
         relay.End();
         status = WIFEXITED(result) ? WEXITSTATUS(result) : 0;
-        if (tooSlow) return {fmt::format("given up after {} seconds", limits.seconds), "", "", 0, ""};
+        if (tooSlow) return {fmt::format("given up after {} seconds", settings.seconds), "", "", 0, ""};
         if (!relay.assertion.empty()) return DeathOf(relay.assertion);
         if (WIFEXITED(result)) return {};
         const int signal = WTERMSIG(result);
@@ -234,18 +233,18 @@ private:
     // What the child does before its work.
     void Settle(pid_t former, int errorEnd) const {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (getppid() != former) _exit(ExitUnreadable); // too late to be told of the end of the parent
+        if (getppid() != former) _exit(kExitOrphaned); // too late to be told of the end of the parent
         dup2(errorEnd, STDERR_FILENO);
         close(errorEnd);
         const rlimit noCore = {0, 0};
         setrlimit(RLIMIT_CORE, &noCore);
-        const rlimit memory = {limits.memory, limits.memory};
+        const rlimit memory = {settings.memory, settings.memory};
         if (kLimitsMemory) setrlimit(RLIMIT_AS, &memory);
     }
 
     // Milliseconds until the time of the item is over; -1 for ever.
     int Patience() const {
-        if (!limits.timed) return -1;
+        if (!settings.timed) return -1;
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count() + 1;
         return static_cast<int>(std::max<long long>(0, std::min<long long>(left, 1000000)));
     }
@@ -267,7 +266,7 @@ private:
         answers = errors = -1;
     }
 
-    const ChildLimits limits;
+    const ChildSettings settings;
     pid_t id = -1;
     int answers = -1;
     int errors = -1;
@@ -294,6 +293,13 @@ bool TakeAnswer(std::string& received, std::string& answer) {
     return true;
 }
 
+// Without the line ends and tabs that part the fields of the line of DieOfAssertion.
+std::string Field(std::string text) {
+    for (char& c : text)
+        if (static_cast<unsigned char>(c) < ' ' || c == '\x7f') c = ' ';
+    return text;
+}
+
 // The items from `first` on, until the child has grown too large.
 int WorkThrough(std::size_t first, std::size_t count, std::size_t recycle, int end,
                 const std::function<std::string(std::size_t)>& work) {
@@ -301,7 +307,7 @@ int WorkThrough(std::size_t first, std::size_t count, std::size_t recycle, int e
         SendAnswer(end, work(item));
         if (item + 1 < count && ResidentSize() > recycle) return kExitRecycled;
     }
-    return ExitClean;
+    return 0;
 }
 
 } // namespace
@@ -318,30 +324,30 @@ std::string DeathSentence(const std::string& subject, const Death& death) {
 
 void DieOfAssertion(const std::string& assertion, const Death& known) {
     const std::string line = fmt::format("{}{}\t{}\t{}\t{}\t{}\n", kAssertionMark, assertion, known.row,
-                                         OneLine(known.file), OneLine(known.script), OneLine(known.place));
+                                         Field(known.file), Field(known.script), Field(known.place));
     std::fwrite(line.data(), 1, line.size(), stderr);
     std::fflush(stderr);
     std::abort();
 }
 
-int RunInChild(const std::string& subject, const ChildLimits& limits, const std::function<int()>& work) {
-    Child child(limits, [&work](int) { return work(); });
+int RunInChild(const std::string& subject, const ChildSettings& settings, const std::function<int()>& work) {
+    Child child(settings, [&work](int) { return work(); });
     std::string nothing;
     while (child.Receive(nothing)) {
     }
-    int status = ExitClean;
+    int status = 0;
     const Death death = child.End(status);
-    if (!death.cause.empty()) throw Failure{ExitUnreadable, DeathSentence(subject, death)};
+    if (!death.cause.empty()) throw ProcessFailure(DeathSentence(subject, death));
     return status;
 }
 
-void ForEachInChildren(std::size_t count, const ChildLimits& limits,
+void ForEachInChildren(std::size_t count, const ChildSettings& settings,
                        const std::function<std::string(std::size_t)>& work,
                        const std::function<void(std::size_t, const std::string&)>& done,
                        const std::function<void(std::size_t, const Death&)>& died) {
     std::size_t next = 0;
     while (next < count) {
-        Child child(limits, [&, next](int end) { return WorkThrough(next, count, limits.recycle, end, work); });
+        Child child(settings, [&, next](int end) { return WorkThrough(next, count, settings.recycle, end, work); });
         std::string received, answer;
         bool lives = true;
         while (lives) {
@@ -351,7 +357,7 @@ void ForEachInChildren(std::size_t count, const ChildLimits& limits,
                 child.Restart();
             }
         }
-        int status = ExitClean;
+        int status = 0;
         Death death = child.End(status);
         if (next < count && !(death.cause.empty() && status == kExitRecycled)) {
             if (death.cause.empty()) death.cause = "the process that read it ended without an answer";
@@ -361,4 +367,4 @@ void ForEachInChildren(std::size_t count, const ChildLimits& limits,
     }
 }
 
-} // namespace tavrel
+} // namespace TavrelProcesses
