@@ -1,9 +1,9 @@
 # The installed package: libraries, headers, command, sample installation, and the two ways to find them.
 include(CMakePackageConfigHelpers)
 
-set_target_properties(tavrel-environment TavrelScenarioTemplateDb PROPERTIES INSTALL_RPATH "$ORIGIN")
+set_target_properties(tavrel-environment TavrelScenarioTemplateDb tavrel-checking PROPERTIES INSTALL_RPATH "$ORIGIN")
 
-install(TARGETS ScenarioTemplateDb tavrel-environment TavrelScenarioTemplateDb
+install(TARGETS ScenarioTemplateDb tavrel-environment TavrelScenarioTemplateDb tavrel-checking
   EXPORT TavrelScenarioTemplateDb
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
@@ -12,7 +12,7 @@ foreach(folder ScenarioTemplateDb TavrelScenarioTemplateDb)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
     FILES_MATCHING PATTERN "*.h" PATTERN internal EXCLUDE)
 endforeach()
-foreach(folder core/include environment/include)
+foreach(folder core/include environment/include checking/include)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
     FILES_MATCHING PATTERN "*.h")
 endforeach()
