@@ -5,7 +5,9 @@
 #include <scenario/Condition.h>
 #include <scenario/Criteria.h>
 #include <scenario/IncludeRepository.h>
+#include <scenario/ItemText.h>
 #include <scenario/LoadDiagnostics.h>
+#include <scenario/NearestName.h>
 #include <scenario/Parameter.h>
 #include <scenario/ParameterValue.h>
 #include <scenario/ScenarioItem.h>

@@ -1,0 +1,63 @@
+#include <scenario/action.h>
+
+#include <lmkUtils/AssertAbort.h>
+
+#include "link/Definitions.h"
+#include "run/CallArguments.h"
+#include "run/StepScope.h"
+#include "text/Kinds.h"
+
+namespace {
+
+constexpr const char* kSource = "action";
+constexpr std::string_view kList = "ACTION_LIST";
+
+// An action may change whatever the tree was known to be, also when it ends by an exception.
+struct HostCode {
+    ~HostCode() { StepScope::HostCodeRan(); }
+};
+
+} // namespace
+
+Action::Action(ScenarioItem* parentItem) : Function(parentItem) {}
+
+Action::~Action() = default;
+
+bool Action::OnLoadBegin() {
+    if (!Token::OnLoadBegin()) return false;
+    if (!LinkDefinition(*this, kList)) return false;
+    if (model == this) returnType = "VOID";
+    return true;
+}
+
+void Action::UpdateDisplayText() {
+    if (!parent) AssertAbort(kSource, 74);
+    Function::UpdateDisplayText();
+    displayText.insert(0, kind == KindAction ? "THEN  " : "ELSE  ");
+}
+
+// Whether an action makes sense in its rule is asked of the rule's first child, whatever else the rule holds.
+void Action::UpdateValidity() {
+    Function::UpdateValidity();
+    if (!valid) return;
+    const ScenarioItem* first = parent && parent->kind == KindRule ? parent->GetFirstChild() : nullptr;
+    valid = first && (first->kind == KindCondition || first->kind == KindVariable);
+}
+
+void Action::Execute() {
+    const Token* definition = RootDefinitionOf(*this);
+    if (!definition || !KindIsIn(definition->kind, kCallable)) AssertAbort(kSource, 112);
+    const std::int32_t number = static_cast<const Function*>(definition)->codeNumber;
+    if (number == -1) return;
+    const StepScope step;
+    const CallArguments arguments(*this);
+    const ActionEntry* entry = FindEntry(ActionTable(), *this, number);
+    if (!entry) return;
+    const HostCode changes;
+    (*entry)(arguments.Values());
+}
+
+std::vector<ActionEntry>& ActionTable() {
+    static std::vector<ActionEntry> table = {[](const ParameterValues&) {}};
+    return table;
+}

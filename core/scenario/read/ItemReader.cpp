@@ -1,0 +1,224 @@
+// The reader: one pass over the text, one recursion per block, no way back.
+#include <memory>
+#include <new>
+#include <utility>
+#include <vector>
+
+#include <Commons/FileUtils.h>
+#include <boost/lexical_cast/bad_lexical_cast.hpp>
+#include <lmkUtils/AssertAbort.h>
+#include <scenario/config.h>
+
+#include "items/ChildStore.h"
+#include "items/Offer.h"
+#include "read/Load.h"
+#include "read/LoadReport.h"
+#include "text/Log.h"
+#include "text/Problems.h"
+#include "text/Refusal.h"
+#include "text/TextFormat.h"
+
+namespace {
+
+constexpr char kSource[] = "ScenarioItem";
+
+// `children` is a list to work with.
+void DestroyChildren(ScenarioItem& item, std::vector<ScenarioItem*>& children) {
+    children.clear();
+    item.GetChildren(children);
+    item.DetachChildren();
+    for (ScenarioItem* child : children) delete child;
+}
+
+// The item that is being read. Unless it is kept, it is taken out of the tree and destroyed again, whichever way the
+// read ends: by a refusal or by an exception.
+class ItemBeingRead {
+public:
+    // Holds the item before it does anything that may run out of memory.
+    ItemBeingRead(Load& itemLoad, ScenarioItem* newItem, ScenarioItem* itemParent)
+        : ItemBeingRead(itemLoad, Held{newItem, itemParent}) {
+        isTaken = parent != nullptr; // also by a parent that throws when it has the item already
+        if (parent) isTaken = OfferChild(*parent, item);
+        load.tree.Open(item, IsInTree());
+    }
+    ItemBeingRead(const ItemBeingRead&) = delete;
+    ItemBeingRead& operator=(const ItemBeingRead&) = delete;
+    ~ItemBeingRead() {
+        --load.depth;
+        if (!item) return;
+        // A CONFIG keeps its children alive on purpose. Of what was refused nobody else knows them.
+        for (; load.configs.size() > firstConfig; load.configs.pop_back())
+            childStore::Destroy(load.configs.back()->children);
+        if (isTaken) {
+            TakeBackAndDestroy(*parent, item);
+        } else {
+            delete item;
+        }
+    }
+
+    ScenarioItem* operator->() const { return item; }
+    ScenarioItem* Get() const { return item; }
+    // A root is its own tree; below it, the parent may have ignored the item.
+    bool IsInTree() const { return isTaken || !parent; }
+    ScenarioItem* Keep() {
+        load.tree.Close(item, true);
+        return std::exchange(item, nullptr);
+    }
+    void PassOver() { load.tree.Close(item, false); }
+
+private:
+    struct Held {
+        ScenarioItem* item;
+        ScenarioItem* parent;
+    };
+    ItemBeingRead(Load& itemLoad, const Held& held) noexcept
+        : load(itemLoad), item(held.item), parent(held.parent), firstConfig(load.configs.size()) {
+        ++load.depth;
+    }
+
+    Load& load;
+    ScenarioItem* item;
+    ScenarioItem* parent;
+    std::size_t firstConfig; // of those of the load that stand in the item, itself included
+    bool isTaken = false;
+};
+
+// What became of a block.
+enum class Outcome { Refused, Read, PassedOver };
+
+Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly, ScenarioItem*& result);
+
+// From the opening brace to the closing one.
+bool ReadContent(Load& load, const ItemBeingRead& item, ItemLoadContext* context, bool headerOnly) {
+    ScenarioTextStream& stream = load.text.stream;
+    if (CharAt(stream) != '{') return ReportRefusal(stream, Cause::NoBrace, item.Get());
+    NextLineBehind(stream, stream.cursor);
+    ForgetRefusalCause();
+    if (!item->OnLoadBegin()) return ReportRefusal(stream, Cause::ItemRefused, item.Get());
+    for (;;) {
+        ForgetRefusalCause();
+        if (CharAt(stream) == '}') {
+            if (!item->OnLoadEnd()) return ReportRefusal(stream, Cause::ItemIncomplete, item.Get());
+            NextLineBehind(stream, stream.cursor);
+            return true;
+        }
+        if (item->LoadAttribute(stream)) {
+            NextLineAfterReading(stream);
+            continue;
+        }
+        if (headerOnly) {
+            scenarioDepth = 1;
+            SkipBlock(stream);
+            const bool isClosed = scenarioDepth == 0;
+            scenarioDepth = 0;
+            return isClosed || ReportRefusal(stream, Cause::TextEnds, item.Get());
+        }
+        ScenarioItem* child = nullptr;
+        if (ReadBlock(load, item.Get(), context, false, child) == Outcome::Refused) return false;
+    }
+}
+
+// Accepted by kind, yet not taken in: a second include of one file, or a call directly under a call.
+[[gnu::cold, gnu::noinline]] void WarnOfPassedOver(const ScenarioTextStream& header, const ScenarioItem& item,
+                                                   const ScenarioItem& parent) {
+    const std::string text = std::string(KindKeyword(item.kind)) + " (" + item.name +
+                             ") is passed over: " + KindKeyword(parent.kind) + " (" + parent.name +
+                             ") does not take it in.";
+    LogMessage(LogSeverity::Warning, text);
+    TellProblem(header, text.substr(0, text.size() - 1), true);
+}
+
+Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly, ScenarioItem*& result) {
+    ScenarioTextStream& stream = load.text.stream;
+    ScenarioItemKind kind = KindNone;
+    if (!ReadHeader(stream, kind, load.name)) {
+        ReportRefusal(stream, Cause::NoHeader, parent);
+        return Outcome::Refused;
+    }
+    if (kind == KindNone || kind == KindModifier) {
+        ReportRefusal(stream, Cause::UnknownKind, parent);
+        return Outcome::Refused;
+    }
+    if (load.IsTooDeep()) {
+        ReportRefusal(stream, Cause::TooDeep, parent);
+        return Outcome::Refused;
+    }
+    const ScenarioTextStream header = stream;
+    NextLineAfterReading(stream);
+    ScenarioItem* created = CreateItem(kind, load.name, context);
+    if (!created) AssertAbort(kSource, 565);
+
+    ItemBeingRead item(load, created, parent);
+    if (kind == KindConfig) load.configs.push_back(static_cast<Config*>(created));
+    if (!ReadContent(load, item, context, headerOnly)) return Outcome::Refused;
+    if (!item.IsInTree()) {
+        WarnOfPassedOver(header, *item.Get(), *parent);
+        item.PassOver();
+        return Outcome::PassedOver;
+    }
+    // Nothing outside a rule refers to what it holds.
+    if (kind == KindRule && load.emptiesRules) DestroyChildren(*item.Get(), load.letGo);
+    result = item.Keep();
+    return Outcome::Read;
+}
+
+ScenarioItem* Read(Load& load, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly) {
+    ScenarioItem* item = nullptr;
+    try {
+        ReadBlock(load, parent, context, headerOnly, item);
+    } catch (const boost::bad_lexical_cast&) {
+        ReportRefusal(load.text.stream, Cause::NoNumber, parent);
+        throw;
+    }
+    return item;
+}
+
+} // namespace
+
+ScenarioItem* ReadItem(ScenarioTextStream& stream, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly) {
+    Load load(stream, parent);
+    return Read(load, parent, context, headerOnly);
+}
+
+ScenarioItem* LoadScenarioText(ScenarioTextStream& stream, ScenarioItem* parent, ItemLoadContext* context,
+                               std::ostream* log, bool headerOnly) {
+    scenarioLog = log;
+    return ReadItem(stream, parent, context, headerOnly);
+}
+
+ScenarioItem* LoadScenarioVariables(ScenarioTextStream& stream, ItemLoadContext* context, std::ostream* log) {
+    scenarioLog = log;
+    Load load(stream, nullptr);
+    // Without a root model the rules of a text may hold definitions for what comes later in it.
+    load.emptiesRules = scenarioRootModel != nullptr;
+    return Read(load, nullptr, context, false);
+}
+
+ScenarioItem* LoadScenarioFile(const char* path, std::ostream* log, bool headerOnly) {
+    if (!path) AssertAbort(kSource, 466);
+    scenarioLog = log;
+    const LoadSource source(path);
+
+    std::vector<unsigned char> bytes;
+    try {
+        if (!Commons::FileUtils::LoadFile(path, bytes)) {
+            LogMessage(LogSeverity::Information, std::string("Unable to open file ") + path);
+            TellUnreadableFile("the file cannot be opened");
+            return nullptr;
+        }
+        if (!bytes.empty()) bytes.push_back('\0');
+    } catch (const std::bad_alloc&) {
+        AssertAbort(kSource, 487);
+    }
+    if (bytes.empty()) {
+        LogMessage(LogSeverity::Warning, std::string("File ") + path + " is empty.");
+        TellUnreadableFile("the file is empty");
+        return nullptr;
+    }
+
+    ScenarioTextStream stream(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    ItemLoadContext context{nullptr, nullptr};
+    ScenarioItem* item = ReadItem(stream, nullptr, &context, headerOnly);
+    if (!item) LogMessage(LogSeverity::Error, LoadFailureText(path, stream));
+    return item;
+}
