@@ -116,7 +116,7 @@ std::optional<XmlFault> XmlDocument::Parse(const std::string& text) {
     source = &text;
     if (text.empty()) return XmlFault{1, "not XML: the file is empty"};
     if (const size_t nul = text.find('\0'); nul != std::string::npos)
-        return XmlFault{RowAt(text, nul), "not XML: a NUL character"};
+        return XmlFault{RowAt(text, nul), "not XML: a NUL character", nul};
 
     char* const copy = buffer.Take(text.size());
     std::memcpy(copy, text.data(), text.size());
@@ -125,12 +125,12 @@ std::optional<XmlFault> XmlDocument::Parse(const std::string& text) {
 
     if (!DeclaresOtherEncoding(document))
         if (const size_t broken = FindBrokenUtf8(text); broken != std::string::npos)
-            return XmlFault{RowAt(text, broken), "invalid UTF-8"};
+            return XmlFault{RowAt(text, broken), "invalid UTF-8", broken};
     if (const size_t bad = FindBadReference(text); bad != std::string::npos)
-        return XmlFault{RowAt(text, bad), "not XML: a reference to no character"};
+        return XmlFault{RowAt(text, bad), "not XML: a reference to no character", bad};
     if (!result) {
         const size_t position = static_cast<size_t>(std::max<std::ptrdiff_t>(result.offset, 0));
-        return XmlFault{RowAt(text, position), ReasonOf(result, position + 1 >= text.size())};
+        return XmlFault{RowAt(text, position), ReasonOf(result, position + 1 >= text.size()), position};
     }
     return FindTop();
 }
@@ -139,19 +139,20 @@ std::optional<XmlFault> XmlDocument::FindTop() {
     for (const pugi::xml_node node : document) {
         switch (node.type()) {
         case pugi::node_element:
-            if (top) return XmlFault{RowOf(node.name()), "not XML: a second element at the top"};
+            if (top)
+                return XmlFault{RowOf(node.name()), "not XML: a second element at the top", PositionOf(node.name())};
             top = node;
             break;
         case pugi::node_pcdata:
         case pugi::node_cdata:
             if (const std::string_view text = TrimmedXml(node.value()); !text.empty())
-                return XmlFault{RowOf(text.data()), "not XML: text outside the top element"};
+                return XmlFault{RowOf(text.data()), "not XML: text outside the top element", PositionOf(text.data())};
             break;
         default:
             break;
         }
     }
-    if (!top) return XmlFault{RowAt(*source, source->size()), "not XML: no element"};
+    if (!top) return XmlFault{RowAt(*source, source->size()), "not XML: no element", source->size()};
     return std::nullopt;
 }
 

@@ -17,6 +17,7 @@ namespace Commons::detail {
 struct XmlFault {
     size_t row; // 0 where the text as a whole is meant
     std::string reason;
+    size_t position = 0; // the byte of the text that is meant
 };
 
 // The row of a position, counted from 1 by line feeds.

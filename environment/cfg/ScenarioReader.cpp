@@ -160,7 +160,7 @@ private:
     static std::string Tag(pugi::xml_node element) { return "<" + std::string(element.name()) + ">"; }
 
     XmlFault At(pugi::xml_node element, std::string reason) const {
-        return {xml.RowOf(element.name()), std::move(reason)};
+        return {xml.RowOf(element.name()), std::move(reason), xml.PositionOf(element.name())};
     }
 
     const XmlDocument& xml;
