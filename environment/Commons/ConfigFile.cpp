@@ -11,6 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <Commons/WholeFile.h>
+
 #include "Files.h"
 #include "Utf8.h"
 
@@ -208,6 +210,8 @@ bool ConfigFile::create() {
 
 void ConfigFile::modifyEntry(const std::string& key, const std::string& value) {
     try {
+        // Of two programs that set entries at the same time, one would lose its own.
+        const FileLock lock(path);
         std::string content;
         std::string reason;
         // What is there but cannot be read must not be replaced by a file of one entry.
@@ -222,7 +226,7 @@ void ConfigFile::modifyEntry(const std::string& key, const std::string& value) {
             while (Reader(content + "x").ReadLines().back().begin != content.size()) content += '\n';
             content += entry;
         }
-        detail::WriteFileWhole(path, content, reason);
+        if (content.size() <= kLargestFile) WriteFileWhole(path, content, reason);
     } catch (const std::bad_alloc&) {
         // Nothing was stored, as with a full disk.
     }

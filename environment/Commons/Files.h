@@ -7,18 +7,34 @@
 // What the environment's own libraries share about paths and files; nobody else sees it.
 namespace Commons::detail {
 
+// A descriptor that closes itself.
+class Descriptor {
+public:
+    Descriptor() = default;
+    explicit Descriptor(int opened) : number(opened) {}
+    ~Descriptor() { close(); }
+    Descriptor(Descriptor&& other) noexcept;
+    Descriptor& operator=(Descriptor&& other) noexcept;
+
+    explicit operator bool() const { return number >= 0; }
+    int get() const { return number; }
+    // Some file systems report a failed write only here.
+    bool close();
+
+private:
+    int number = -1;
+};
+
+// An error of the system in words. The texts of the C library follow the locale of the host; these do not.
+std::string SystemReason(int error);
+
 // Paths come from items that keep backslashes, so every access turns them first.
 std::string WithForwardSlashes(std::string path);
 
-// Reads a plain file of up to 256 MiB. False, with a reason, for anything else; a pipe or a device is refused without
-// waiting for it.
+// Reads a plain file of up to kLargestFile bytes. False, with a reason, for anything else; a pipe or a device is
+// refused without waiting for it.
 bool ReadPlainFile(const std::string& path, std::string& content, std::string& reason);
 bool ReadPlainFile(const std::string& path, std::vector<unsigned char>& content, std::string& reason);
-
-// Replaces or makes a file, whole or not at all: the content is written beside it, flushed and moved over it. The
-// target of a symbolic link is replaced, not the link; permissions stay. False, with a reason, if that cannot be done,
-// a write-protected file included.
-bool WriteFileWhole(const std::string& path, const std::string& content, std::string& reason);
 
 } // namespace Commons::detail
 

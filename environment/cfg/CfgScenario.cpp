@@ -4,6 +4,8 @@
 #include <optional>
 #include <utility>
 
+#include <Commons/WholeFile.h>
+
 #include "../Commons/Files.h"
 #include "Document.h"
 #include "ScenarioReader.h"
@@ -43,7 +45,7 @@ std::optional<XmlFault> WriteFile(const char* path, const detail::Document& docu
             return fault;
         }
         std::string reason;
-        if (!Commons::detail::WriteFileWhole(path, bytes, reason)) return XmlFault{0, "not saved: " + reason};
+        if (!Commons::WriteFileWhole(path, bytes, reason)) return XmlFault{0, "not saved: " + reason};
         return std::nullopt;
     } catch (const std::exception&) {
         return XmlFault{0, "not saved: out of memory"};

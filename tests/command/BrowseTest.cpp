@@ -215,7 +215,7 @@ TEST_F(SampleTest, FolderAndLocaleChangeNothing) {
 TEST_F(SampleTest, ResultsThatCannotBeWrittenAreTold) {
     const Result result = run({"fetch", kOvertaking, "--output", sample.path + "/missing/copy.sce"});
     EXPECT_EQ(result.status, 3);
-    EXPECT_THAT(result.err, HasSubstr("cannot write " + sample.path + "/missing/copy.sce: No such file or directory"));
+    EXPECT_THAT(result.err, HasSubstr("cannot write " + sample.path + "/missing/copy.sce: its folder does not exist"));
     EXPECT_THAT(run({"fetch", kOvertaking, "--output", "/dev/full"}).err, HasSubstr("No space left on device"));
 }
 

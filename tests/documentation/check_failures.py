@@ -177,9 +177,9 @@ def environment_failures():
                 for text in texts(match.group(1)):
                     if " " in text or text.startswith("not"):
                         yield text, "", "reason"
-            for match in re.finditer(r"\breason = ([^;]*\"[^;]*);", source):
-                for text in texts(match.group(1)):
-                    yield text, "", "reason"
+        for match in re.finditer(r"\breason = ([^;]*\"[^;]*);", source):
+            for text in texts(match.group(1)):
+                yield text, "", "reason"
         for name in ("XmlFault", "At", "Refuse"):
             for _, arguments in calls(source, name):
                 if len(arguments) == 2:

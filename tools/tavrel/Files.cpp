@@ -2,6 +2,8 @@
 
 #include "Failure.h"
 
+#include <Commons/WholeFile.h>
+
 #include <fmt/format.h>
 
 #include <cerrno>
@@ -16,8 +18,6 @@ namespace tavrel {
 
 namespace {
 
-constexpr std::uintmax_t kLargestFile = std::uintmax_t(256) << 20;
-
 [[noreturn]] void Fail(const std::string& path) {
     throw Failure{ExitUnreadable, fmt::format("cannot write {}: {}", path, std::strerror(errno))};
 }
@@ -29,7 +29,7 @@ std::string Sentence(const std::error_code& error) {
     return words;
 }
 
-bool WriteAndClose(int file, std::string_view text, bool sync) {
+bool WriteAndClose(int file, std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = write(file, text.data(), text.size());
         if (written < 0 && errno == EINTR) continue;
@@ -41,8 +41,7 @@ bool WriteAndClose(int file, std::string_view text, bool sync) {
         }
         text.remove_prefix(static_cast<std::size_t>(written));
     }
-    const bool flushed = !sync || fsync(file) == 0;
-    return close(file) == 0 && flushed;
+    return close(file) == 0;
 }
 
 } // namespace
@@ -57,7 +56,7 @@ std::string ReasonNotToOpen(const std::string& path) {
     if (access(path.c_str(), R_OK) != 0) return Sentence({errno, std::generic_category()});
     const std::uintmax_t size = std::filesystem::file_size(path, error);
     if (error) return Sentence(error);
-    if (size > kLargestFile) return fmt::format("with {} bytes it is larger than any file that is read", size);
+    if (size > Commons::kLargestFile) return fmt::format("with {} bytes it is larger than any file that is read", size);
     return "";
 }
 
@@ -82,25 +81,12 @@ void SaveFile(const std::string& path, std::string_view text) {
     const bool exists = stat(path.c_str(), &former) == 0;
     if (exists && !S_ISREG(former.st_mode)) {
         const int file = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-        if (file < 0 || !WriteAndClose(file, text, false)) Fail(path);
+        if (file < 0 || !WriteAndClose(file, text)) Fail(path);
         return;
     }
-    // A link keeps pointing to the file that changes.
-    std::error_code error;
-    std::filesystem::path target = std::filesystem::canonical(path, error);
-    if (error) target = path;
-    std::string beside = target.string() + ".XXXXXX";
-    const int file = mkstemp(beside.data());
-    if (file < 0) Fail(path);
-    const mode_t mask = umask(0);
-    umask(mask);
-    const bool done = fchmod(file, exists ? former.st_mode & 07777 : 0666 & ~mask) == 0;
-    if (!WriteAndClose(file, text, true) || !done || rename(beside.c_str(), target.c_str()) != 0) {
-        const int cause = errno;
-        unlink(beside.c_str());
-        errno = cause;
-        Fail(path);
-    }
+    std::string reason;
+    if (!Commons::WriteFileWhole(path, text, reason))
+        throw Failure{ExitUnreadable, fmt::format("cannot write {}: {}", path, reason)};
 }
 
 } // namespace tavrel

@@ -17,8 +17,8 @@ std::string ReasonNotToOpen(const std::string& path);
 void Walk(const std::string& folder, const std::function<void(const std::string& path)>& found,
           const std::function<void(const std::string& sentence)>& failed);
 
-// Puts `text` into a file: beside it first, so that a failure leaves the old file whole. Fails with a Failure. A path
-// that names no ordinary file, such as /dev/null, is written to as it is.
+// Puts `text` into a file as Commons::WriteFileWhole does, so that a failure leaves the old file whole. Fails with a
+// Failure. A path that names no ordinary file, such as /dev/null, is written to as it is.
 void SaveFile(const std::string& path, std::string_view text);
 
 } // namespace tavrel

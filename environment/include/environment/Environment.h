@@ -7,6 +7,7 @@
 #include <Commons/Encoding.h>
 #include <Commons/FileUtils.h>
 #include <Commons/System.h>
+#include <Commons/WholeFile.h>
 #include <cfg/BooleanParameter.h>
 #include <cfg/CfgScenario.h>
 #include <cfg/Driver.h>
