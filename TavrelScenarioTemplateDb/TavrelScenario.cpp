@@ -1,6 +1,5 @@
 #include <TavrelScenarioTemplateDb/TavrelScenario.h>
 
-#include <algorithm>
 #include <iostream>
 #include <map>
 #include <string_view>
@@ -11,6 +10,7 @@
 #include <Commons/System.h>
 #include <ScenarioTemplateDb/Exception.h>
 #include <ScenarioTemplateDb/ScenarioNode.h>
+#include <TavrelScenarioTemplateDb/RootModel.h>
 #include <TavrelScenarioTemplateDb/TavrelConfigurationScenarioDirectory.h>
 #include <TavrelScenarioTemplateDb/TavrelScenarioNode.h>
 #include <TavrelScenarioTemplateDb/TavrelVariadicParameter.h>
@@ -18,7 +18,7 @@
 #include <cfg/Scenario.h>
 #include <cfg/VariadicParameter.h>
 #include <lmkUtils/EnvConfig.h>
-#include <scenario/program.h>
+#include <scenario/ScenarioItem.h>
 
 namespace TavrelScenarioTemplateDb {
 
@@ -32,8 +32,6 @@ using ScenarioTemplateDb::ScenarioParameter;
 
 namespace {
 
-constexpr const char* kModelFolder = "data/tools/nuro"; // below a root of the data path
-constexpr const char* kModelFile = "nuro.mdl";
 constexpr auto kPathMode = static_cast<Commons::Encoding::Mode>(1);
 
 // A path in generic form as the system opens it. An unknown variable stays in the text, which then names no file.
@@ -53,22 +51,6 @@ bool isScriptVariableStep(std::string_view text) {
     text.remove_prefix(kBegin.size());
     text.remove_suffix(kEnd.size());
     return text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
-// Reads the root model anew and makes it the one that scripts are linked to. It is never freed, since scripts of other
-// templates may point into it. While it is being read there is no root model, so that it links within itself and never
-// to the model of a template that was opened before; that one is back if the read fails.
-void readRootModel(const std::string& file) {
-    static auto* const kept = new std::vector<std::unique_ptr<ScenarioItem>>(); // by which every model stays reachable
-    struct Current {
-        ~Current() { scenarioRootModel = model; }
-        Folders* model = std::exchange(scenarioRootModel, nullptr);
-    } current;
-    std::unique_ptr<ScenarioItem> item(LoadScenarioFile(file.c_str(), &std::cout, false));
-    auto* model = dynamic_cast<Folders*>(item.get());
-    if (!model) throw Exception("Unable to get initialize scenario root model " + file, ExceptionCodeGeneric);
-    kept->push_back(std::move(item));
-    current.model = model;
 }
 
 } // namespace
@@ -225,15 +207,13 @@ void TavrelScenario::loadCfgScenario() const {
         return;
     }
 
-    const std::string modelPath = std::string(kModelFolder) + "/" + kModelFile;
-    const std::vector<std::string> candidates =
-        lmkUtils::EnvConfig::getSeparatedPathForConfiguration(configuration, modelPath);
-    const auto candidate = std::find_if(candidates.begin(), candidates.end(), Commons::FileUtils::DoesFileExist);
-    if (candidate == candidates.end())
-        throw Exception("Unable to find scenario root model file '" + modelPath + "' for configuration " +
-                            configuration + " : check your Tavrel installation!",
+    const std::string modelFile = RootModel::fileOf(configuration);
+    if (modelFile.empty())
+        throw Exception("Unable to find scenario root model file '" + std::string(RootModel::kPath) +
+                            "' for configuration " + configuration + " : check your Tavrel installation!",
                         ExceptionCodeGeneric);
-    readRootModel(*candidate);
+    if (RootModel::use(modelFile, &std::cout) != RootModel::Outcome::InUse)
+        throw Exception("Unable to get initialize scenario root model " + modelFile, ExceptionCodeGeneric);
 
     std::vector<cfg::Section*> sections;
     cfgScenario->getRootSection()->getSubSections(cfg::VariadicParameter::sectionName(), sections);

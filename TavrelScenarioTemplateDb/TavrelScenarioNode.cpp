@@ -5,6 +5,7 @@
 #include <ScenarioTemplateDb/Exception.h>
 #include <ScenarioTemplateDb/ScenarioParameter.h>
 #include <TavrelScenarioTemplateDb/DriverNode.h>
+#include <TavrelScenarioTemplateDb/ScenarioScripts.h>
 #include <TavrelScenarioTemplateDb/ScriptNode.h>
 #include <TavrelScenarioTemplateDb/TavrelScenarioParameter.h>
 #include <TavrelScenarioTemplateDb/VehicleNode.h>
@@ -25,12 +26,7 @@ namespace {
 // Whether a sub-section is shown as a node of its own name. The others have nodes of their own classes, but for the
 // template of the scenario, which a host never sees.
 bool isPlainSection(std::string_view name) {
-    return name != "Vehicle" && name != "Driver" && name != "ScenarioScript" && name != "ScenarioTemplate";
-}
-
-// Scripts of other kinds, and those without a text, are passed over. They are no error: not every script is for us.
-bool isReadable(const cfg::ScenarioScript& script) {
-    return !script.text.empty() && (script.scriptType.empty() || script.scriptType == "nuro");
+    return name != "Vehicle" && name != "Driver" && name != "ScenarioScript" && !isHiddenSection(name);
 }
 
 } // namespace
@@ -59,7 +55,7 @@ TavrelScenarioNode::TavrelScenarioNode(cfg::Section* nodeSection, ScenarioNode* 
         section->getSubSections(cfg::ScenarioScript::sectionName(), scripts);
         for (cfg::Section* entry : scripts) {
             auto* script = dynamic_cast<cfg::ScenarioScript*>(entry);
-            if (script && isReadable(*script)) children.push_back(std::make_unique<ScriptNode>(script, this));
+            if (script && isItemModelScript(*script)) children.push_back(std::make_unique<ScriptNode>(script, this));
         }
     }
 

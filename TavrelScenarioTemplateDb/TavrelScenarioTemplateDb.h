@@ -4,8 +4,12 @@
 // The driver together with the interface that it implements.
 #include <ScenarioTemplateDb/ScenarioTemplateDb.h>
 #include <TavrelScenarioTemplateDb/DriverNode.h>
+#include <TavrelScenarioTemplateDb/RootModel.h>
+#include <TavrelScenarioTemplateDb/ScenarioScripts.h>
+#include <TavrelScenarioTemplateDb/ScenarioTables.h>
 #include <TavrelScenarioTemplateDb/ScriptNode.h>
 #include <TavrelScenarioTemplateDb/ScriptVariableParameter.h>
+#include <TavrelScenarioTemplateDb/SectionValues.h>
 #include <TavrelScenarioTemplateDb/TavrelConfigurationDirectory.h>
 #include <TavrelScenarioTemplateDb/TavrelConfigurationRootDirectory.h>
 #include <TavrelScenarioTemplateDb/TavrelConfigurationScenarioDirectory.h>

@@ -156,14 +156,14 @@ def model_failures():
         for _, arguments in calls(source, "Refuse"):
             for text in texts(" + ".join(arguments)):
                 yield text, "", "diagnosis"
-        for name in ("ReportUnreadableFile", "TellLoadWarning", "TellRefusalNow", "KeepRefusalCause"):
+        for name in ("TellUnreadableFile", "TellLoadWarning", "TellRefusalNow", "KeepRefusalCause"):
             for _, arguments in calls(source, name):
                 for text in texts(arguments[0]):
                     yield text, "", "diagnosis"
         for _, arguments in calls(source, "throw std::runtime_error"):
             for text in texts(arguments[0]):
                 yield text, "1", "log"
-        if path.name == "LoadDiagnostics.cpp":
+        if path.name == "Explain.cpp":
             for match in re.finditer(r"\breturn ([^;]*\"[^;]*);", source):
                 for text in texts(match.group(1)):
                     if not text.startswith(("…, did", ", did", "the text…", "… (")) and text != "the text":

@@ -65,12 +65,6 @@ std::vector<VEHICLE::Channel> Channels(Section* vehicle, const char* name) {
     return channels;
 }
 
-// Name to position among its like.
-void FillNames(Section& root, const char* sectionName, std::map<std::string, std::int32_t>& table) {
-    std::int32_t position = 0;
-    for (Section* section : Below(&root, sectionName)) table.emplace(Text(section, "name"), position++);
-}
-
 builtin::Vehicle Standing(Section* section) {
     builtin::Vehicle vehicle;
     vehicle.roadPosition = Number(section, "roadPosition", 0);
@@ -104,31 +98,6 @@ void FillRoad(builtin::World& world, Section* road) {
 }
 
 } // namespace
-
-void Scene::FillTables(ScenarioLib::Scenario& scenario, cfg::CfgScenario& file) {
-    Section& root = *file.getRootSection();
-    for (Section* section : Below(&root, cfg::Vehicle::sectionName())) {
-        const auto* vehicle = dynamic_cast<cfg::Vehicle*>(section);
-        if (!vehicle) continue;
-        VEHICLE& entry = scenario.GetVehicle(vehicle->id);
-        entry.id = vehicle->id;
-        entry.name = vehicle->name;
-        entry.inputs = Channels(section, "Input");
-        entry.outputs = Channels(section, "Output");
-    }
-    for (Section* section : Below(&root, cfg::Driver::sectionName()))
-        if (const auto* driver = dynamic_cast<cfg::Driver*>(section))
-            scenario.channelNumbers.emplace(driver->name, driver->id);
-    FillNames(root, "Trigger", scenario.triggers);
-    FillNames(root, "Image", scenario.images);
-    FillNames(root, "Sound", scenario.sounds);
-    for (Section* object : Below(&root, "Object")) {
-        items.emplace_back(CreateItem(KindFolder, Text(object, "name"), nullptr));
-        points.push_back({items.back().get(), 1, Number(object, "x", 0), Number(object, "y", 0), 0});
-    }
-    scenario.pointList = &points;
-    if (scenario.evaluation) scenario.evaluation->owner = &scenario;
-}
 
 void Scene::FillWorld(builtin::World& world, cfg::CfgScenario& file) {
     Section& root = *file.getRootSection();

@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -29,9 +30,10 @@ namespace tavrel {
 namespace {
 
 using lmkUtils::EnvConfig;
+using TavrelScenarioTemplateDb::RootModel;
+using TavrelScenarioTemplateDb::scriptsOf;
 namespace fs = std::filesystem;
 
-constexpr const char* kModelFile = "data/tools/nuro/nuro.mdl";
 constexpr const char* kInstallationFile = "tavrel.xml";
 const std::string kByteOrderMark = "\xEF\xBB\xBF"; // before XML
 constexpr std::size_t kSniffed = 2048;             // bytes from which the kind of a file shows
@@ -85,24 +87,25 @@ bool LiesIn(const fs::path& file, const std::string& folder) {
     return !error && !relative.empty() && *relative.begin() != "..";
 }
 
-void CollectScripts(cfg::Section& section, std::vector<cfg::ScenarioScript*>& scripts) {
-    for (std::size_t i = 0; i < section.getSubSectionCount(); ++i) {
-        cfg::Section* below = section.getSubSection(i);
-        if (auto* script = dynamic_cast<cfg::ScenarioScript*>(below))
-            scripts.push_back(script);
-        else
-            CollectScripts(*below, scripts);
-    }
-}
-
-// Scripts of other kinds, and empty ones, make no node either.
-bool IsOfItemModel(const cfg::ScenarioScript& script) {
-    return !script.text.empty() && (script.scriptType.empty() || script.scriptType == "nuro");
-}
-
 // What is wrong with a text that was read all the same, such as an include that is missing.
 void TellProblems(const ProblemList& list, const std::string& place) {
     for (const LoadProblem& problem : list.problems) Report(ProblemSentence(problem, place));
+}
+
+// Fails with the last problem unless `read` answers true. What else is wrong with the file is told.
+void ReadOrFail(const std::string& path, ExitStatus status, const std::function<bool()>& read) {
+    ProblemList list;
+    bool isRead = false;
+    std::string cause = path + ": the text is refused";
+    try {
+        isRead = read();
+    } catch (...) {
+        cause = fmt::format("{}: {}", path, CurrentFailure().sentence); // a number that does not convert
+    }
+    for (const LoadProblem& problem : list.problems)
+        if (!problem.isWarning) cause = ProblemSentence(problem, path);
+    if (!isRead) throw Failure{status, cause};
+    TellProblems(list, path);
 }
 
 LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened) {
@@ -110,7 +113,7 @@ LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened
     TemplateIsAtHand(opened->getFilePath());
     opened->getName(); // opens the file and its root model
     std::string names, refusal;
-    for (const cfg::ScenarioScript* script : ScriptsOf(opened->File())) {
+    for (const cfg::ScenarioScript* script : scriptsOf(opened->File())) {
         names += (names.empty() ? "" : ", ") + script->name;
         if (!wanted.empty() && script->name != wanted) continue;
         const ScriptAtHand working(script->name);
@@ -127,7 +130,7 @@ LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened
         loaded.scenario = dynamic_cast<ScenarioLib::Scenario*>(loaded.root.get());
         if (loaded.scenario || (loaded.root && !wanted.empty())) {
             TellProblems(list, loaded.title);
-            if (loaded.scenario) loaded.scene->FillTables(*loaded.scenario, opened->File());
+            if (loaded.scenario) loaded.tables->fill(*loaded.scenario, opened->File());
             loaded.opened = std::move(opened);
             return loaded;
         }
@@ -175,14 +178,14 @@ static void ReadAgain() {
     if (!atHand.file.empty()) return read(bytesOf(atHand.file));
     if (templateAtHand.empty()) return;
     if (!scenarioRootModel) {
-        rereading.file = RootModelFile(EnvConfig::getCurrentConfiguration());
+        rereading.file = RootModel::fileOf(EnvConfig::getCurrentConfiguration());
         return read(bytesOf(rereading.file));
     }
     cfg::CfgScenario file;
     if (!file.load(templateAtHand.c_str(), static_cast<Commons::Encoding::Mode>(1), nullptr, nullptr, false, true,
                    true))
         return;
-    for (const cfg::ScenarioScript* script : ScriptsOf(file)) {
+    for (const cfg::ScenarioScript* script : scriptsOf(file)) {
         const ScriptAtHand working(script->name);
         read(script->text);
     }
@@ -256,29 +259,24 @@ std::string ConfigurationFor(const Context& context, const std::string& path) {
     return names.empty() ? "" : names.front();
 }
 
-std::string RootModelFile(const std::string& configuration) {
-    std::error_code error;
-    for (const std::string& candidate : EnvConfig::getSeparatedPathForConfiguration(configuration, kModelFile))
-        if (fs::is_regular_file(candidate, error)) return candidate;
-    return "";
-}
-
 void UseRootModelFile(const std::string& path) {
     const std::string reason = ReasonNotToOpen(path);
     if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", path, reason)};
-    scenarioRootModel = nullptr; // a model is linked within itself
-    std::unique_ptr<ScenarioItem> root = ReadScriptFileOrFail(path, ExitUnreadable);
-    auto* model = dynamic_cast<Folders*>(root.get());
-    if (!model) throw Failure{ExitUnreadable, path + " is no root model, since its top item is no FOLDER"};
-    scenarioRootModel = model;
-    static_cast<void>(root.release()); // scripts point into it for as long as the process lives
+    RootModel::Outcome outcome{};
+    ReadOrFail(path, ExitUnreadable, [&] {
+        const ScopedValue<std::string> reading(atHand.file, path);
+        outcome = RootModel::use(path, nullptr);
+        return outcome != RootModel::Outcome::Unreadable;
+    });
+    if (outcome == RootModel::Outcome::NoFolder)
+        throw Failure{ExitUnreadable, path + " is no root model, since its top item is no FOLDER"};
 }
 
 void UseRootModel(const std::string& configuration) {
-    const std::string file = RootModelFile(configuration);
+    const std::string file = RootModel::fileOf(configuration);
     if (file.empty())
         throw Failure{ExitUnreadable,
-                      fmt::format("configuration \"{}\" has no root model {}", configuration, kModelFile)};
+                      fmt::format("configuration \"{}\" has no root model {}", configuration, RootModel::kPath)};
     UseRootModelFile(file);
 }
 
@@ -302,18 +300,11 @@ std::unique_ptr<ScenarioItem> ReadScriptText(const std::string& text, std::uint3
 }
 
 std::unique_ptr<ScenarioItem> ReadScriptFileOrFail(const std::string& path, ExitStatus status) {
-    ProblemList list;
     std::unique_ptr<ScenarioItem> root;
-    std::string cause = path + ": the text is refused";
-    try {
+    ReadOrFail(path, status, [&] {
         root = ReadScriptFile(path);
-    } catch (...) {
-        cause = fmt::format("{}: {}", path, CurrentFailure().sentence); // a number that does not convert
-    }
-    for (const LoadProblem& problem : list.problems)
-        if (!problem.isWarning) cause = ProblemSentence(problem, path);
-    if (!root) throw Failure{status, cause};
-    TellProblems(list, path);
+        return root != nullptr;
+    });
     return root;
 }
 
@@ -329,14 +320,6 @@ std::string ProblemSentence(const LoadProblem& problem, const std::string& place
     const std::string line = OneLine(problem.line);
     return fmt::format("{}:{}: {}{}", problem.file.empty() ? place : FileOf(problem), problem.row,
                        OneLine(problem.cause), line.empty() ? "" : fmt::format(" ({})", line));
-}
-
-std::vector<cfg::ScenarioScript*> ScriptsOf(cfg::CfgScenario& file) {
-    std::vector<cfg::ScenarioScript*> all, scripts;
-    CollectScripts(*file.getRootSection(), all);
-    for (cfg::ScenarioScript* script : all)
-        if (IsOfItemModel(*script)) scripts.push_back(script);
-    return scripts;
 }
 
 LoadedScript LoadScript(Context& context, const std::string& operand) {

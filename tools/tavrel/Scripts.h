@@ -3,8 +3,10 @@
 
 #include "Files.h"
 #include "Installation.h"
-#include "Scene.h"
 
+#include <TavrelScenarioTemplateDb/RootModel.h>
+#include <TavrelScenarioTemplateDb/ScenarioScripts.h>
+#include <TavrelScenarioTemplateDb/ScenarioTables.h>
 #include <cfg/ScenarioScript.h>
 #include <scenario/ItemModel.h>
 
@@ -31,9 +33,6 @@ std::string InstallationFileFor(const Context& context, const std::string& path)
 // The configuration of the installation in use whose data path holds the file: the one that the command line names,
 // else the first that holds it, else the first of all. Empty if there is none.
 std::string ConfigurationFor(const Context& context, const std::string& path);
-
-// The root model file of a configuration; empty if its data path has none.
-std::string RootModelFile(const std::string& configuration);
 
 // Gathers what the model has against the texts that are read while this object lives.
 class ProblemList : public LoadProblemListener {
@@ -92,16 +91,14 @@ public:
     cfg::CfgScenario& File() const { return *getCfgScenarioSection(); }
 };
 
-// The scripts of a scenario file that hosts see, with those of vehicles and other sections.
-std::vector<cfg::ScenarioScript*> ScriptsOf(cfg::CfgScenario& file);
-
 // A script that is to be run or drawn.
 struct LoadedScript {
-    std::string title;                                        // for messages: the file or scenario, and the script
-    std::unique_ptr<Template> opened;                         // null for a script from disk
-    std::unique_ptr<Scene> scene = std::make_unique<Scene>(); // what the tables of the scenario borrow
-    std::unique_ptr<ScenarioItem> root;                       // the top item
-    ScenarioLib::Scenario* scenario = nullptr;                // the top item as a scenario, null if it is none
+    std::string title;                // for messages: the file or scenario, and the script
+    std::unique_ptr<Template> opened; // null for a script from disk
+    std::unique_ptr<TavrelScenarioTemplateDb::ScenarioTables> tables = // what the scenario borrows
+        std::make_unique<TavrelScenarioTemplateDb::ScenarioTables>();
+    std::unique_ptr<ScenarioItem> root;        // the top item
+    ScenarioLib::Scenario* scenario = nullptr; // the top item as a scenario, null if it is none
 };
 
 // Reads what the operand names: a script on disk, or a script of a scenario (by path in the tree or on disk), the one

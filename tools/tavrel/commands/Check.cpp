@@ -165,8 +165,8 @@ void AddUnreadableParameters(const ScenarioLib::Scenario& scenario, Json& findin
 
 void CheckTree(ScenarioItem& root, cfg::CfgScenario* file, const Json& base, Json& findings) {
     auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(&root);
-    Scene scene;
-    if (scenario && file) scene.FillTables(*scenario, *file);
+    TavrelScenarioTemplateDb::ScenarioTables tables;
+    if (scenario && file) tables.fill(*scenario, *file);
     if (scenario) AddUnreadableParameters(*scenario, findings);
     UpdateDisplayTexts(root);
     AddInvalid(root, scenario && file, base, findings);
@@ -217,7 +217,7 @@ Json CheckScenario(const Job& job) {
             if (!problem.file.empty()) findings.push_back(FindingOf(problem, job.path, Json()));
     }
     if (scenarioRootModel)
-        for (cfg::ScenarioScript* script : ScriptsOf(scenario.File()))
+        for (cfg::ScenarioScript* script : TavrelScenarioTemplateDb::scriptsOf(scenario.File()))
             CheckScript(job.path, *script, scenario.File(), findings);
     if (!opening.empty()) {
         if (!HasError(findings)) findings.push_back(FindingOf(opening, job.path));
@@ -365,7 +365,7 @@ private:
 
     void AddConfiguration(Installation& installation, const std::string& file, const Configuration& configuration) {
         const std::string& name = configuration.name;
-        const std::string model = RootModelFile(name);
+        const std::string model = TavrelScenarioTemplateDb::RootModel::fileOf(name);
         if (model.empty())
             found(Finding(file, 0, fmt::format("configuration \"{}\" has no root model", name)));
         else

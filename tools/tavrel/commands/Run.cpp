@@ -1,4 +1,5 @@
 #include "../Progress.h"
+#include "../Scene.h"
 #include "../Scripts.h"
 #include "../Trace.h"
 #include "Commands.h"
