@@ -443,8 +443,12 @@ TEST_F(BuiltinTest, TheTraceIsWrittenInTwoForms) {
     0.100  the scenario stops
     0.100  end after 2 steps, 1 rule fired
 )");
-    EXPECT_EQ(trace(script, "1", "json"), R"json({"time":0.0,"event":"start","scenario":")json" + start +
-                                              R"json(","until":1.0,"step":0.1}
+    const std::string version = run({"--version"}).out.substr(7, 5);
+    EXPECT_EQ(
+        trace(script, "1", "json"),
+        R"json({"time":0.0,"event":"start","format":"tavrel-trace/1","tool":")json" + version +
+            R"json(","scenario":")json" + start +
+            R"json(","script":"","until":1.0,"step":0.1,"seed":0,"values":{},"names":{"rules":["SCENARIO (1) / RULE (1)"],"tasks":["SCENARIO (1)","SCENARIO (1) / TASK (3)","SCENARIO (1) / EVALUATION (1)"],"variables":[["7","","1"]],"scores":[[0,0.0],[1,0.0]]},"inputs":[]}
 {"time":0.0,"event":"state","task":"SCENARIO (1)","from":-1,"to":3,"label":"Wait"}
 {"time":0.1,"event":"effect","name":"ATTACH_DRIVER","arguments":["2","Anna"]}
 {"time":0.1,"event":"rule","rule":"1","label":"","place":"SCENARIO (1)","value":true}
@@ -452,7 +456,7 @@ TEST_F(BuiltinTest, TheTraceIsWrittenInTwoForms) {
 {"time":0.1,"event":"score","score":1,"from":0.0,"to":2.0}
 {"time":0.1,"event":"pause","value":true}
 {"time":0.1,"event":"stop"}
-{"time":0.1,"event":"end","steps":2,"stopped":true,"rulesFired":1}
+{"time":0.1,"event":"end","steps":2,"stopped":true,"rulesFired":1,"neverTrue":[],"neverEntered":[],"scores":[[0,0.0],[1,2.0]],"evaluation":[],"verdict":"passed","criteria":[]}
 )json");
 }
 

@@ -1,10 +1,9 @@
 #include "Scripts.h"
 
-#include "Trace.h"
-
 #include <cfg/CfgScenario.h>
 #include <lmkUtils/AssertAbort.h>
 #include <lmkUtils/EnvConfig.h>
+#include <simulation/Trace.h>
 
 #include <fmt/format.h>
 
@@ -205,7 +204,7 @@ void TellLastWords(const char* source, int line) {
     }
     TavrelProcesses::DieOfAssertion(assertion,
                                     {"", rereading.file, atHand.script, atHand.stream ? atHand.stream->line : 0,
-                                     atHand.item ? PathOf(*atHand.item) : ""});
+                                     atHand.item ? TavrelSimulation::PathOf(*atHand.item) : ""});
 }
 
 void UpdateDisplayTexts(ScenarioItem& item) {

@@ -2,6 +2,7 @@
 #define SCENARIO_ITEMMODEL_H
 
 // Every item class, the reader and the writer.
+#include <scenario/CallUnderWay.h>
 #include <scenario/Condition.h>
 #include <scenario/Criteria.h>
 #include <scenario/IncludeRepository.h>

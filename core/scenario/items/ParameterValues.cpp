@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include <lmkUtils/AssertAbort.h>
+#include <scenario/CallUnderWay.h>
 #include <scenario/function.h>
 #include <scenario/program.h>
 #include <scenario/variable.h>
@@ -185,4 +186,15 @@ void Parameter::FillValue(ParameterValue& out) const {
         memory->kind = &ParameterKindOf(valueKind);
     }
     memory->kind->fill(*this, *memory, out);
+}
+
+// As FillFromVariables looks for a value, but that a reference is not asked whether its type fits.
+Variable* ReferencedVariable(const Parameter& parameter) {
+    std::vector<ScenarioItem*> found;
+    parameter.CollectVisibleItems(KindVariable, found, std::to_string(WholeNumberOf(parameter.value)), "");
+    for (auto item = found.rbegin(); item != found.rend(); ++item) {
+        const ScenarioItem* file = FindFileScope(*item);
+        if (file && file->fileName == parameter.ownerFile) return dynamic_cast<Variable*>(*item);
+    }
+    return nullptr;
 }

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <deque>
+#include <utility>
 
 #include <lmkUtils/AssertAbort.h>
+#include <scenario/CallUnderWay.h>
 #include <scenario/Parameter.h>
 
 #include "text/Log.h"
@@ -18,6 +20,8 @@ std::deque<ParameterValues>& Levels() {
     return levels;
 }
 std::size_t depth = 0;
+
+const Function* callUnderWay = nullptr;
 
 // A text longer than this is given back, so that one huge value does not stay for the life of the process.
 constexpr std::size_t kKeptText = 4096;
@@ -57,7 +61,11 @@ CallArguments::CallArguments(const Function& call) {
         // Counted first, for a fill that throws half way.
         parameter->FillValue(level.values[level.filled++]);
     }
+    // Only now: the calls within this one ran while its arguments were filled.
+    outerCall = std::exchange(callUnderWay, &call);
 }
+
+CallArguments::~CallArguments() { callUnderWay = outerCall; }
 
 void CallArguments::TellTooLong(const Function& call) {
     if (call.isTooLongTold) return;
@@ -68,4 +76,12 @@ void CallArguments::TellTooLong(const Function& call) {
 
 void LogMissingEntry(const Function& call, std::int32_t code) {
     LogMessage(LogSeverity::Error, NameInLog(call) + ": no implementation for CODE " + std::to_string(code));
+}
+
+const Function* CallUnderWay() { return callUnderWay; }
+
+Variable* ReferencedVariable(std::size_t argument) {
+    if (!callUnderWay || argument >= callUnderWay->parameters.size()) return nullptr;
+    const Parameter* parameter = callUnderWay->parameters[argument];
+    return parameter ? ReferencedVariable(*parameter) : nullptr;
 }

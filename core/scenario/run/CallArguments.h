@@ -15,6 +15,9 @@ class CallArguments {
 public:
     // Fills the records in order. Parameters beyond the twelfth are not handed on, which is told once for each call.
     explicit CallArguments(const Function& call);
+    ~CallArguments();
+    CallArguments(const CallArguments&) = delete;
+    CallArguments& operator=(const CallArguments&) = delete;
 
     const ParameterValues& Values() const { return level.values; }
 
@@ -32,6 +35,7 @@ private:
     static void TellTooLong(const Function& call);
 
     Level level;
+    const Function* outerCall; // whose implementation or arguments this call belongs to
 };
 
 // Logs that a CODE has no implementation.

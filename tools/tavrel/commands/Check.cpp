@@ -1,7 +1,6 @@
 #include "../Describe.h"
 #include "../Progress.h"
 #include "../Scripts.h"
-#include "../Trace.h"
 #include "Commands.h"
 
 #include <cfg/CfgScenario.h>
@@ -11,6 +10,7 @@
 #include <scenario/Parameter.h>
 #include <scenario/action.h>
 #include <scenario/evaluation.h>
+#include <simulation/Trace.h>
 
 #include <algorithm>
 #include <charconv>
@@ -64,7 +64,7 @@ bool HasError(const Json& findings) {
 }
 
 // Where an editor finds the item.
-std::string PlaceOf(const ScenarioItem& item) { return item.parent ? PathOf(*item.parent) : ""; }
+std::string PlaceOf(const ScenarioItem& item) { return item.parent ? TavrelSimulation::PathOf(*item.parent) : ""; }
 
 struct KindCause {
     const char* kind;

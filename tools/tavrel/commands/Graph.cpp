@@ -1,9 +1,10 @@
+#include "../Describe.h"
 #include "../Scripts.h"
-#include "../Trace.h"
 #include "Commands.h"
 
 #include <scenario/Parameter.h>
 #include <scenario/action.h>
+#include <simulation/Trace.h>
 
 #include <fstream>
 #include <set>
@@ -77,7 +78,7 @@ private:
         if (!around || task.kind != KindTask) return false;
         const std::ptrdiff_t index = around->StateIndex(std::atoi(task.name.c_str()));
         return index >= 0 && around->subTasks[static_cast<std::size_t>(index)] == &task &&
-               visited.states.count(StateKey(PathOf(*around), std::atoi(task.name.c_str()))) != 0;
+               visited.states.count(StateKey(TavrelSimulation::PathOf(*around), std::atoi(task.name.c_str()))) != 0;
     }
 
     void AddTask(Task& task, const std::string& indent) {
@@ -145,7 +146,8 @@ private:
     void AddEdge(const std::string& from, const std::string& to, const Rule& rule, const std::string& branch) {
         std::string style;
         if (rule.disabled) style += ", style=dashed";
-        if (visited.rules.count(PathOf(rule)) != 0) style += fmt::format(", color=\"{}\", penwidth=2", kVisited);
+        if (visited.rules.count(TavrelSimulation::PathOf(rule)) != 0)
+            style += fmt::format(", color=\"{}\", penwidth=2", kVisited);
         edges.push_back(fmt::format("  {} -> {} [label={}{}];\n", from, to, Quoted(branch + Title(rule)), style));
     }
 

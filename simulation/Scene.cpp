@@ -1,4 +1,4 @@
-#include "Scene.h"
+#include <simulation/Scene.h>
 
 #include <cfg/CfgScenario.h>
 #include <cfg/Driver.h>
@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace tavrel {
+namespace TavrelSimulation {
 
 namespace {
 
@@ -39,7 +39,7 @@ double Number(Section* section, const char* name, double fallback) {
     case cfg::t_ParameterTypeReal:
         return parameter.getDouble();
     default:
-        return builtin::LeadingNumber(parameter.getString());
+        return LeadingNumber(parameter.getString());
     }
 }
 
@@ -65,8 +65,8 @@ std::vector<VEHICLE::Channel> Channels(Section* vehicle, const char* name) {
     return channels;
 }
 
-builtin::Vehicle Standing(Section* section) {
-    builtin::Vehicle vehicle;
+Vehicle Standing(Section* section) {
+    Vehicle vehicle;
     vehicle.roadPosition = Number(section, "roadPosition", 0);
     vehicle.x = Number(section, "x", vehicle.roadPosition);
     vehicle.y = Number(section, "y", 0);
@@ -78,7 +78,7 @@ builtin::Vehicle Standing(Section* section) {
     return vehicle;
 }
 
-void FillWeather(builtin::World& world, Section* weather) {
+void FillWeather(World& world, Section* weather) {
     world.visibility = Number(weather, "visibility", world.visibility);
     world.rain = Number(weather, "rain", world.rain);
     world.windSpeed = Number(weather, "windSpeed", world.windSpeed);
@@ -87,7 +87,7 @@ void FillWeather(builtin::World& world, Section* weather) {
     world.weather = NumberOfWord(Text(weather, "kind"), {"clear", "cloudy", "rain", "fog", "snow"});
 }
 
-void FillRoad(builtin::World& world, Section* road) {
+void FillRoad(World& world, Section* road) {
     for (Section* light : Below(road, "TrafficLight"))
         world.trafficLights[WholeNumber(light, "number", 0)] =
             NumberOfWord(Text(light, "colour"), {"off", "green", "amber", "red", "redAmber", "flashing"});
@@ -99,7 +99,7 @@ void FillRoad(builtin::World& world, Section* road) {
 
 } // namespace
 
-void Scene::FillWorld(builtin::World& world, cfg::CfgScenario& file) {
+void Scene::FillWorld(World& world, cfg::CfgScenario& file) {
     Section& root = *file.getRootSection();
     for (Section* section : Below(&root, cfg::Driver::sectionName()))
         if (const auto* driver = dynamic_cast<cfg::Driver*>(section)) {
@@ -120,4 +120,4 @@ std::uint32_t Scene::SeedOf(cfg::CfgScenario& file) {
     return static_cast<std::uint32_t>(WholeNumber(file.getRootSection(), "randomSeed", 0));
 }
 
-} // namespace tavrel
+} // namespace TavrelSimulation

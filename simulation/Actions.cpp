@@ -1,4 +1,4 @@
-#include "World.h"
+#include <simulation/World.h>
 
 #include <lmkUtils/EnvConfig.h>
 
@@ -6,7 +6,7 @@
 #include <fstream>
 #include <sstream>
 
-namespace builtin {
+namespace TavrelSimulation {
 
 namespace {
 
@@ -139,15 +139,15 @@ const Row kRows[] = {
     {  7, "RESUME_SCENARIO",      [](World& w, const Values&) { w.Scenario().paused = 0; }},
     {  8, "STOP_SCENARIO",        [](World& w, const Values&) { w.Scenario().stopped = 1; }},
     {  9, "NO_STATE",             [](World& w, const Values&) { GoTo(w.CurrentTask(), Task::kStateKeepPause); }},
-    { 10, "SET_VARIABLE",         [](World& w, const Values& v) { SetNumber(w.FindVariable(v[0]), v[1].number); }},
-    { 11, "ADD_TO_VARIABLE",      [](World& w, const Values& v) { Variable* a = w.FindVariable(v[0]); SetNumber(a, NumberOf(a) + v[1].number); }},
-    { 12, "MULTIPLY_VARIABLE",    [](World& w, const Values& v) { Variable* a = w.FindVariable(v[0]); SetNumber(a, NumberOf(a) * v[1].number); }},
-    { 13, "SET_TEXT_VARIABLE",    [](World& w, const Values& v) { SetText(w.FindVariable(v[0]), v[1].text); }},
-    { 14, "SET_FLAG",             [](World& w, const Values& v) { SetText(w.FindVariable(v[0]), IsSet(v[1]) ? "1" : "0"); }},
-    { 15, "TOGGLE_FLAG",          [](World& w, const Values& v) { Variable* a = w.FindVariable(v[0]); SetText(a, a && a->value == "1" ? "0" : "1"); }},
-    { 16, "SET_INTEGER_VARIABLE", [](World& w, const Values& v) { SetNumber(w.FindVariable(v[0]), std::trunc(double(v[1].number))); }},
-    { 17, "RESET_VARIABLE",       [](World& w, const Values& v) { Variable* a = w.FindVariable(v[0]); SetText(a, a ? a->initialValue : ""); }},
-    { 18, "DRAW_VARIABLE",        [](World& w, const Values& v) { SetNumber(w.FindVariable(v[0]), v[1].number + (double(v[2].number) - v[1].number) * w.Draw()); }},
+    { 10, "SET_VARIABLE",         [](World&, const Values& v) { SetNumber(ReferencedVariable(0), v[1].number); }},
+    { 11, "ADD_TO_VARIABLE",      [](World&, const Values& v) { Variable* a = ReferencedVariable(0); SetNumber(a, NumberOf(a) + v[1].number); }},
+    { 12, "MULTIPLY_VARIABLE",    [](World&, const Values& v) { Variable* a = ReferencedVariable(0); SetNumber(a, NumberOf(a) * v[1].number); }},
+    { 13, "SET_TEXT_VARIABLE",    [](World&, const Values& v) { SetText(ReferencedVariable(0), v[1].text); }},
+    { 14, "SET_FLAG",             [](World&, const Values& v) { SetText(ReferencedVariable(0), IsSet(v[1]) ? "1" : "0"); }},
+    { 15, "TOGGLE_FLAG",          [](World&, const Values&) { Variable* a = ReferencedVariable(0); SetText(a, a && a->value == "1" ? "0" : "1"); }},
+    { 16, "SET_INTEGER_VARIABLE", [](World&, const Values& v) { SetNumber(ReferencedVariable(0), std::trunc(double(v[1].number))); }},
+    { 17, "RESET_VARIABLE",       [](World&, const Values&) { Variable* a = ReferencedVariable(0); SetText(a, a ? a->initialValue : ""); }},
+    { 18, "DRAW_VARIABLE",        [](World& w, const Values& v) { SetNumber(ReferencedVariable(0), v[1].number + (double(v[2].number) - v[1].number) * w.Draw()); }},
     { 19, "SET_RANDOM_SEED",      [](World& w, const Values& v) { w.Seed(static_cast<std::uint32_t>(Whole(v[0]))); }},
     { 20, "START_TIMER",          [](World& w, const Values& v) { StartTimer(w, Whole(v[0])); }},
     { 21, "STOP_TIMER",           [](World& w, const Values& v) { StopTimer(w, Whole(v[0])); }},
@@ -233,4 +233,4 @@ void RegisterActions(World& world) {
     }
 }
 
-} // namespace builtin
+} // namespace TavrelSimulation

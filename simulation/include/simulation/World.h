@@ -1,7 +1,5 @@
-#ifndef TAVREL_COMMAND_BUILTIN_WORLD_H
-#define TAVREL_COMMAND_BUILTIN_WORLD_H
-
-#include <scenario/ItemModel.h>
+#ifndef TAVREL_SIMULATION_WORLD_H
+#define TAVREL_SIMULATION_WORLD_H
 
 #include <cstdint>
 #include <functional>
@@ -11,11 +9,14 @@
 #include <string>
 #include <vector>
 
+#include <scenario/ItemModel.h>
+#include <simulation/Export.h>
+
 // A small world for scripts to run in without a simulator: vehicles that are points on a road, timers, switches,
 // weather. Together with Functions.cpp, Conditions.cpp and Actions.cpp it stands behind the CODE numbers of the
-// sample's root model. It needs the item model alone, so these files can be copied into another host as they are.
+// sample's root model.
 
-namespace builtin {
+namespace TavrelSimulation {
 
 struct Vehicle {
     double roadPosition = 0; // m along the road
@@ -66,7 +67,7 @@ double Entry(const Map& map, const Key& key) {
     return found == map.end() ? 0.0 : static_cast<double>(found->second);
 }
 
-class World {
+class TAVREL_SIMULATION_API World {
 public:
     // What the host fills in before the start.
     std::map<int, Vehicle> vehicles;
@@ -111,8 +112,6 @@ public:
     ScenarioLib::Scenario& Scenario() const { return *scenario; }
     // The points of that number in the evaluation; 0 if there is none.
     double Score(int number) const { return scenario->evaluation ? Entry(scenario->evaluation->scores, number) : 0; }
-    // The variable that an argument by address names; null if there is none.
-    Variable* FindVariable(const ParameterValue& reference) const;
 
     // A vehicle, made where it is missing.
     Vehicle& VehicleAt(int number) { return vehicles[number]; }
@@ -146,19 +145,20 @@ private:
 };
 
 // A number in the shortest spelling that reads back as itself.
-std::string NumberText(float number);
+TAVREL_SIMULATION_API std::string NumberText(float number);
 // The number that a text begins with, in the same spelling under any locale; 0 if there is none.
-double LeadingNumber(const std::string& text);
+TAVREL_SIMULATION_API double LeadingNumber(const std::string& text);
 // An argument as a whole number.
-int Whole(const ParameterValue& value);
+TAVREL_SIMULATION_API int Whole(const ParameterValue& value);
 // An argument as people read it.
-std::string ArgumentText(const ParameterValue& value);
+TAVREL_SIMULATION_API std::string ArgumentText(const ParameterValue& value);
 
-// Put the implementations into the tables of the item model. `world` must outlive every call that they serve.
-void RegisterFunctions(World& world);
-void RegisterConditions(World& world);
-void RegisterActions(World& world);
+// Put the implementations into the tables of the item model. `world` must outlive every call that they serve. The
+// entries of the tables that have another CODE stay as they are.
+TAVREL_SIMULATION_API void RegisterFunctions(World& world);
+TAVREL_SIMULATION_API void RegisterConditions(World& world);
+TAVREL_SIMULATION_API void RegisterActions(World& world);
 
-} // namespace builtin
+} // namespace TavrelSimulation
 
 #endif

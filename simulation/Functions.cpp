@@ -1,8 +1,8 @@
-#include "World.h"
+#include <simulation/World.h>
 
 #include <cmath>
 
-namespace builtin {
+namespace TavrelSimulation {
 
 namespace {
 
@@ -102,7 +102,7 @@ const Row kRows[] = {
     {63, "GET_FRICTION",         [](World& w, const Values&) { return w.friction; }},
     {64, "GET_TRAFFIC_LIGHT",    [](World& w, const Values& v) { return Entry(w.trafficLights, Whole(v[0])); }},
     {65, "GET_BARRIER",          [](World& w, const Values& v) { return Entry(w.barriers, Whole(v[0])); }},
-    {70, "GET_VARIABLE",         [](World& w, const Values& v) { const Variable* variable = w.FindVariable(v[0]); return variable ? LeadingNumber(variable->value) : 0.0; }},
+    {70, "GET_VARIABLE",         [](World&, const Values&) { const Variable* variable = ReferencedVariable(0); return variable ? LeadingNumber(variable->value) : 0.0; }},
     {71, "GET_SCORE",            [](World& w, const Values& v) { return w.Score(Whole(v[0])); }},
     {72, "GET_ERROR_COUNT",      [](World& w, const Values&) { return double(w.errorCount); }},
     {73, "GET_STATE",            [](World& w, const Values& v) { return StateOf(w, Whole(v[0])); }},
@@ -124,4 +124,4 @@ void RegisterFunctions(World& world) {
     }
 }
 
-} // namespace builtin
+} // namespace TavrelSimulation

@@ -1,10 +1,10 @@
-#include "World.h"
+#include <simulation/World.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
-namespace builtin {
+namespace TavrelSimulation {
 
 namespace {
 
@@ -132,16 +132,6 @@ Task* World::FindTask(int number) const {
     return scenario ? dynamic_cast<Task*>(scenario->FindItem(KindTask, std::to_string(number), "")) : nullptr;
 }
 
-Variable* World::FindVariable(const ParameterValue& reference) const {
-    if (!scenario) return nullptr;
-    // A number by address comes as "12 file.sc", a text by address as its number alone.
-    const std::size_t blank = reference.text.find(' ');
-    const std::string name =
-        reference.text.empty() ? std::to_string(Whole(reference)) : reference.text.substr(0, blank);
-    const std::string file = blank == std::string::npos ? "" : reference.text.substr(blank + 1);
-    return dynamic_cast<Variable*>(scenario->FindItem(KindVariable, name, file));
-}
-
 const Vehicle& World::Look(int number) const {
     static const Vehicle kNone;
     const auto found = vehicles.find(number);
@@ -194,4 +184,4 @@ void World::Effect(const std::string& name, const std::vector<std::string>& argu
     if (onEffect) onEffect(name, arguments);
 }
 
-} // namespace builtin
+} // namespace TavrelSimulation

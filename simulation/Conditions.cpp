@@ -1,8 +1,8 @@
-#include "World.h"
+#include <simulation/World.h>
 
 #include <cmath>
 
-namespace builtin {
+namespace TavrelSimulation {
 
 namespace {
 
@@ -76,7 +76,7 @@ const Row kRows[] = {
     {23, "EVERY",                [](World& w, const Values& v) { return w.PeriodBegins(v[0].number); }},
     {24, "IS_STATE",             [](World& w, const Values& v) { return StateIs(w, Whole(v[0]), Whole(v[1])); }},
     {25, "IS_TASK_ENDED",        [](World& w, const Values& v) { return StateIs(w, Whole(v[0]), Task::kStateEnd); }},
-    {26, "IS_VARIABLE_TRUE",     [](World& w, const Values& v) { return IsTrue(w.FindVariable(v[0])); }},
+    {26, "IS_VARIABLE_TRUE",     [](World&, const Values&) { return IsTrue(ReferencedVariable(0)); }},
     {27, "IS_KEY_PRESSED",       [](World&, const Values&) { return false; }},
     {28, "IS_SWITCH_ON",         [](World&, const Values&) { return false; }},
     {30, "IS_VHL_AT_POSITION",   [](World& w, const Values& v) { const Vehicle& a = w.Look(Whole(v[0])); return std::hypot(a.x - v[1].number, a.y - v[2].number) <= v[3].number; }},
@@ -122,4 +122,4 @@ void RegisterConditions(World& world) {
     }
 }
 
-} // namespace builtin
+} // namespace TavrelSimulation
