@@ -1,60 +1,44 @@
-#include <processes/ChildProcess.h>
+#include "Child.h"
+#include "Death.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+#include <deque>
 #include <fstream>
-#include <poll.h>
-#include <sstream>
-#include <sys/prctl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <new>
+#include <optional>
+#include <random>
+#include <sched.h>
+#include <sys/mman.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace TavrelProcesses {
 
 namespace {
 
-// The checkers of memory reserve far more address space than they use.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kLimitsMemory = false;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-constexpr bool kLimitsMemory = false;
-#else
-constexpr bool kLimitsMemory = true;
-#endif
-#else
-constexpr bool kLimitsMemory = true;
-#endif
-
-constexpr int kExitRecycled = 99;
-constexpr int kExitOrphaned = 98;
-constexpr const char* kAssertionMark = "Assertion failed: ";
 constexpr auto kGathering = std::chrono::milliseconds(2);
-constexpr std::size_t kPieceSize = std::size_t(64) * 1024;
+constexpr auto kPause = std::chrono::microseconds(500);
+constexpr std::size_t kMostWaiting = std::size_t(4) << 20;   // bytes of answers that came before their turn
+constexpr std::size_t kMostComplaint = std::size_t(1) << 20; // bytes of errors that wait for the end of their item
 
 using Clock = std::chrono::steady_clock;
 
-ProcessFailure SystemFailure(const char* what) {
-    return ProcessFailure(fmt::format("cannot {}: {}", what, std::strerror(errno)));
-}
-
-void WriteAll(int descriptor, const char* bytes, std::size_t size) {
-    while (size > 0) {
-        const ssize_t written = write(descriptor, bytes, size);
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) _exit(kExitOrphaned); // nobody listens any more
-        bytes += written;
-        size -= static_cast<std::size_t>(written);
-    }
+// A moment that means the same in all processes of the machine.
+std::int64_t Now() {
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now().time_since_epoch()).count();
 }
 
 // Resident memory of this process, in bytes.
@@ -64,307 +48,435 @@ std::size_t ResidentSize() {
     return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-struct AssertionCause {
-    const char* assertion;
-    const char* cause;
-};
-
-// The expectations of the library that a text can break, in words.
-// clang-format off
-constexpr AssertionCause kAssertionCauses[] = {
-    {"ScenarioItem:122", "a block is of a kind that has no items"},
-    {"token:275",        "the root model lacks the folder of definitions that the text needs"},
-    {"token:221",        "a block stands where only parameters, calls, rules and tasks may stand"},
-    {"token:222",        "a block stands where only parameters, calls, rules and tasks may stand"},
-    {"function:288",     "the definition of IS_VHL_AT_POSITION has no parameter MAP_RADIUS"},
-    {"action:74",        "an action stands outside any rule"},
-    {"Condition:283",    "a condition stands outside any rule"},
-    {"Parameter:120",    "a parameter stands outside any call"},
-    {"Parameter:452",    "a parameter of KIND \"FUNCTION\" has no function"},
-    {"Parameter:885",    "a parameter of KIND \"ENUM\" names no entry of its enumeration"},
-    {"Parameter:1176",   "the enumeration of a parameter is not in the root model"},
-    {"Parameter:1396",   "the enumeration of a parameter is not in the root model"},
-};
-// clang-format on
-
-std::string AssertionSentence(const std::string& assertion) {
-    std::string sentence = fmt::format("it broke an expectation of the library (assertion {})", assertion);
-    for (const AssertionCause& row : kAssertionCauses)
-        if (assertion == row.assertion) sentence += fmt::format(": {}", row.cause);
-    return sentence;
+void PassOn(std::string_view errors) {
+    std::fwrite(errors.data(), 1, errors.size(), stderr);
+    std::fflush(stderr);
 }
 
-// Reads the line of DieOfAssertion back; that of the library itself has nothing behind the assertion.
-Death DeathOf(const std::string& line) {
-    std::istringstream parts(line);
-    std::string assertion, row;
-    Death death;
-    std::getline(parts, assertion, '\t');
-    std::getline(parts, row, '\t');
-    std::getline(parts, death.file, '\t');
-    std::getline(parts, death.script, '\t');
-    std::getline(parts, death.place, '\t');
-    death.cause = AssertionSentence(assertion);
-    if (!row.empty()) death.row = static_cast<unsigned>(std::strtoul(row.c_str(), nullptr, 10));
-    return death;
-}
-
-// Passes on what a child writes to its standard error stream, and keeps the assertion back that it dies of.
-class ErrorRelay {
-public:
-    void Take(const char* bytes, std::size_t size) {
-        for (std::size_t i = 0; i < size; ++i) {
-            line += bytes[i];
-            if (bytes[i] == '\n' || bytes[i] == '\r') EndLine();
-        }
-        // A line in progress, such as that of a progress display, is shown as far as it is known not to be an
-        // assertion.
-        const std::size_t common = std::min(line.size(), std::strlen(kAssertionMark));
-        if (line.compare(0, common, kAssertionMark, common) != 0) Show();
-    }
-    void End() { EndLine(); }
-
-    std::string assertion; // source and line, "token:757", and what DieOfAssertion adds to them
-
-private:
-    void EndLine() {
-        if (line.rfind(kAssertionMark, 0) == 0) {
-            assertion = line.substr(std::strlen(kAssertionMark));
-            while (!assertion.empty() && (assertion.back() == '\n' || assertion.back() == '\r')) assertion.pop_back();
-            line.clear();
-        }
-        Show();
-    }
-    void Show() {
-        std::fwrite(line.data(), 1, line.size(), stderr);
-        std::fflush(stderr);
-        line.clear();
-    }
-
-    std::string line;
+// What a child sends, as its head and its bytes.
+enum class Sent : std::uint32_t { Answer, Exception, OutOfMemory };
+struct Head {
+    std::uint64_t item;
+    std::uint64_t size;
+    Sent kind;
 };
 
-class Child {
-public:
-    // `body` receives the descriptor to write its answers to and gives the exit status.
-    Child(const ChildSettings& childSettings, const std::function<int(int)>& body) : settings(childSettings) {
-        int answerPipe[2], errorPipe[2];
-        if (pipe(answerPipe) != 0) throw SystemFailure("make a pipe");
-        if (pipe(errorPipe) != 0) {
-            close(answerPipe[0]);
-            close(answerPipe[1]);
-            throw SystemFailure("make a pipe");
-        }
-        std::fflush(stderr);
-        const pid_t former = getpid();
-        id = fork();
-        if (id == 0) {
-            close(answerPipe[0]);
-            close(errorPipe[0]);
-            Settle(former, errorPipe[1]);
-            _exit(body(answerPipe[1]));
-        }
-        close(answerPipe[1]);
-        close(errorPipe[1]);
-        answers = answerPipe[0];
-        errors = errorPipe[0];
-        if (id < 0) {
-            const ProcessFailure failure = SystemFailure("start a process");
-            CloseAll();
-            throw failure;
-        }
-        Restart();
-    }
-    ~Child() {
-        if (id > 0) {
-            kill(id, SIGKILL);
-            waitpid(id, nullptr, 0);
-        }
-        CloseAll();
-    }
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-
-    // The time for an item begins.
-    void Restart() {
-        deadline =
-            Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(settings.seconds));
-    }
-
-    // Waits for something to arrive, and appends it to `received`. False when the child has ended, or was ended because
-    // its time is over.
-    bool Receive(std::string& received) {
-        pollfd ends[2] = {{answers, POLLIN, 0}, {errors, POLLIN, 0}};
-        const int ready = poll(ends, 2, Patience());
-        if (ready < 0 && errno != EINTR) throw SystemFailure("wait for a process");
-        if (ready == 0 && settings.timed && Clock::now() >= deadline) {
-            tooSlow = true;
-            return false;
-        }
-        if (ready <= 0) return true;
-        char bytes[kPieceSize];
-        if (ends[0].revents) TakeFrom(answers, bytes, [&](std::size_t size) { received.append(bytes, size); });
-        if (ends[1].revents) TakeFrom(errors, bytes, [&](std::size_t size) { relay.Take(bytes, size); });
-        // Answers come by the thousand and small. Between two looks at the pipe some may gather, or each of them would
-        // cost a change of process.
-        if (ends[0].revents && answers >= 0) std::this_thread::sleep_for(kGathering);
-        return answers >= 0 || errors >= 0;
-    }
-
-    // Waits for the end. The cause is empty if the child ended by itself, with `status`.
-    Death End(int& status) {
-        if (tooSlow) kill(id, SIGKILL);
-        int result = 0;
-        while (waitpid(id, &result, 0) < 0 && errno == EINTR) {
-        }
-        id = -1;
-        relay.End();
-        status = WIFEXITED(result) ? WEXITSTATUS(result) : 0;
-        if (tooSlow) return {fmt::format("given up after {} seconds", settings.seconds), "", "", 0, ""};
-        if (!relay.assertion.empty()) return DeathOf(relay.assertion);
-        if (WIFEXITED(result)) return {};
-        const int signal = WTERMSIG(result);
-        // Nobody reads the results any more. This process ends as it would if it had written them itself.
-        if (signal == SIGPIPE) raise(SIGPIPE);
-        return {fmt::format("reading it ended the process ({})", strsignal(signal)), "", "", 0, ""};
-    }
-
-private:
-    // What the child does before its work.
-    void Settle(pid_t former, int errorEnd) const {
-        prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (getppid() != former) _exit(kExitOrphaned); // too late to be told of the end of the parent
-        dup2(errorEnd, STDERR_FILENO);
-        close(errorEnd);
-        const rlimit noCore = {0, 0};
-        setrlimit(RLIMIT_CORE, &noCore);
-        const rlimit memory = {settings.memory, settings.memory};
-        if (kLimitsMemory) setrlimit(RLIMIT_AS, &memory);
-    }
-
-    // Milliseconds until the time of the item is over; -1 for ever.
-    int Patience() const {
-        if (!settings.timed) return -1;
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count() + 1;
-        return static_cast<int>(std::max<long long>(0, std::min<long long>(left, 1000000)));
-    }
-
-    template <typename Take>
-    static void TakeFrom(int& end, char* bytes, const Take& take) {
-        const ssize_t size = read(end, bytes, kPieceSize);
-        if (size > 0) {
-            take(static_cast<std::size_t>(size));
-        } else if (size == 0 || errno != EINTR) {
-            close(end);
-            end = -1;
-        }
-    }
-
-    void CloseAll() {
-        if (answers >= 0) close(answers);
-        if (errors >= 0) close(errors);
-        answers = errors = -1;
-    }
-
-    const ChildSettings settings;
-    pid_t id = -1;
-    int answers = -1;
-    int errors = -1;
-    bool tooSlow = false;
-    Clock::time_point deadline;
-    ErrorRelay relay;
-};
-
-// An answer travels as its length and its bytes.
-void SendAnswer(int end, const std::string& answer) {
-    const std::uint64_t size = answer.size();
-    std::string frame(reinterpret_cast<const char*>(&size), sizeof size);
-    frame += answer;
-    WriteAll(end, frame.data(), frame.size());
+void Send(int end, std::size_t item, Sent kind, std::string_view bytes) {
+    Head head;
+    std::memset(&head, 0, sizeof head); // no stray byte of this process leaves it
+    head.item = item;
+    head.size = bytes.size();
+    head.kind = kind;
+    WriteAll(end, reinterpret_cast<const char*>(&head), sizeof head);
+    WriteAll(end, bytes.data(), bytes.size());
 }
 
-bool TakeAnswer(std::string& received, std::string& answer) {
-    std::uint64_t size = 0;
-    if (received.size() < sizeof size) return false;
-    std::memcpy(&size, received.data(), sizeof size);
-    if (received.size() - sizeof size < size) return false;
-    answer = received.substr(sizeof size, size);
-    received.erase(0, sizeof size + size);
+// Takes one message off the beginning of `received` from `read` on; false if it is not whole yet.
+bool TakeMessage(const std::string& received, std::size_t& read, Head& head, std::string& bytes) {
+    if (received.size() - read < sizeof head) return false;
+    std::memcpy(&head, received.data() + read, sizeof head);
+    if (received.size() - read - sizeof head < head.size) return false;
+    bytes = received.substr(read + sizeof head, head.size);
+    read += sizeof head + head.size;
     return true;
 }
 
-// Without the line ends and tabs that part the fields of the line of DieOfAssertion.
-std::string Field(std::string text) {
-    for (char& c : text)
-        if (static_cast<unsigned char>(c) < ' ' || c == '\x7f') c = ' ';
-    return text;
+// Calls `work` and sends its answer; false, when an exception left it, which is sent instead.
+template <typename Work>
+bool SendResult(int end, std::size_t item, const Work& work) {
+    try {
+        Send(end, item, Sent::Answer, work());
+        return true;
+    } catch (const std::bad_alloc&) {
+        Send(end, item, Sent::OutOfMemory, "");
+    } catch (const std::exception& exception) {
+        Send(end, item, Sent::Exception, exception.what());
+    } catch (...) {
+        Send(end, item, Sent::Exception, "something failed in a form that nobody announced");
+    }
+    return false;
 }
 
-// The items from `first` on, until the child has grown too large.
-int WorkThrough(std::size_t first, std::size_t count, std::size_t recycle, int end,
-                const std::function<std::string(std::size_t)>& work) {
-    for (std::size_t item = first; item < count; ++item) {
-        SendAnswer(end, work(item));
-        if (item + 1 < count && ResidentSize() > recycle) return kExitRecycled;
-    }
-    return 0;
+Death DeathOfMessage(Sent kind, const std::string& text) {
+    Death death;
+    death.kind = kind == Sent::OutOfMemory ? DeathKind::OutOfMemory : DeathKind::Exception;
+    death.cause = kind == Sent::OutOfMemory ? "there is not enough memory to read it" : text;
+    return death;
 }
+
+// How a child died that has given no answer. Nothing is known of the place but what stands with an assertion.
+Death DeathOf(const ChildEnd& end, const std::string& assertion, double seconds) {
+    if (!end.late && !assertion.empty()) return DeathOfAssertion(assertion);
+    Death death;
+    if (end.late) {
+        death.kind = DeathKind::OutOfTime;
+        death.cause = fmt::format("given up after {} seconds", seconds);
+    } else if (end.signal != 0) {
+        death.kind = DeathKind::Signal;
+        death.cause = fmt::format("reading it ended the process ({})", strsignal(end.signal));
+    } else {
+        death.cause = "the process that read it ended without an answer";
+    }
+    return death;
+}
+
+bool WasInterrupted(const ChildEnd& end) { return !end.late && (end.signal == SIGINT || end.signal == SIGTERM); }
+
+// Nobody reads the results any more. This process ends as it would if it had written them itself.
+void EndWithTheReader(const ChildSettings& settings, const ChildEnd& end) {
+    if (end.signal == SIGPIPE && !settings.quiet) raise(SIGPIPE);
+}
+
+// Milliseconds until `seconds` after `since` are over.
+int Patience(const ChildSettings& settings, std::int64_t since) {
+    if (!settings.timed) return -1;
+    const double left = settings.seconds * 1e3 - static_cast<double>(Now() - since) / 1e6 + 1;
+    return static_cast<int>(std::clamp(left, 0.0, 1e6));
+}
+
+bool IsOver(const ChildSettings& settings, std::int64_t since) {
+    return settings.timed && Patience(settings, since) == 0;
+}
+
+// What the children and their parent share: who has taken which item, and since when each child is at work on one. A
+// child takes the first item that is free by writing its own number on it, so that the parent knows what a child was at
+// in whatever moment that died.
+class Board {
+public:
+    Board(std::size_t itemCount, std::size_t placeCount) : count(itemCount), places(placeCount) {
+        size = sizeof(Shared) + places * sizeof(Moment) + count * sizeof(Owner);
+        memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+        if (memory == MAP_FAILED) throw ProcessFailure(fmt::format("cannot share memory: {}", std::strerror(errno)));
+        // Fresh pages are all 0, which is what each of these begins with.
+        shared = static_cast<Shared*>(memory);
+        moments = reinterpret_cast<Moment*>(shared + 1);
+        owners = reinterpret_cast<Owner*>(moments + places);
+    }
+    ~Board() { munmap(memory, size); }
+    Board(const Board&) = delete;
+    Board& operator=(const Board&) = delete;
+
+    // For child `number`, from 1 on; false when no item is free.
+    bool Take(std::uint32_t number, std::size_t& item) {
+        for (item = shared->first; item < count; ++item) {
+            std::uint32_t nobody = 0;
+            if (!owners[item].compare_exchange_strong(nobody, number)) continue;
+            std::size_t former = shared->first;
+            while (former <= item && !shared->first.compare_exchange_weak(former, item + 1)) {
+            }
+            return true;
+        }
+        return false;
+    }
+    bool HasFreeItem() const {
+        for (std::size_t item = shared->first; item < count; ++item)
+            if (owners[item] == 0) return true;
+        return false;
+    }
+    // The item that child `number` took last; none if that is below `from`.
+    std::optional<std::size_t> TakenBy(std::uint32_t number, std::size_t from) const {
+        // Whoever has just taken an item may not have moved the mark of the first free one yet.
+        for (std::size_t item = std::min(count, shared->first + places); item-- > from;)
+            if (owners[item] == number) return item;
+        return std::nullopt;
+    }
+
+    // The moment at which the child in this place began with its item; 0 when it is at none.
+    std::atomic<std::int64_t>& Since(std::size_t place) { return moments[place]; }
+    // Whether children are to wait with the next item.
+    std::atomic<bool>& Hold() { return shared->hold; }
+
+private:
+    struct Shared {
+        std::atomic<std::size_t> first; // no item below is free
+        std::atomic<bool> hold;
+    };
+    using Moment = std::atomic<std::int64_t>;
+    using Owner = std::atomic<std::uint32_t>;
+    static_assert(std::atomic<std::size_t>::is_always_lock_free && Moment::is_always_lock_free &&
+                  Owner::is_always_lock_free && sizeof(Owner) == sizeof(std::uint32_t));
+
+    const std::size_t count;
+    const std::size_t places;
+    std::size_t size;
+    void* memory;
+    Shared* shared;
+    Moment* moments;
+    Owner* owners;
+};
+
+// The children at work, and the results that wait for their turn.
+class Crew {
+public:
+    Crew(std::size_t itemCount, const ChildSettings& childSettings,
+         const std::function<std::string(std::size_t)>& itemWork,
+         const std::function<void(std::size_t, const std::string&)>& onAnswer,
+         const std::function<void(std::size_t, const Death&)>& onDeath)
+        : count(itemCount), settings(childSettings), work(itemWork), done(onAnswer), died(onDeath),
+          workers(std::min(count, std::max<std::size_t>(settings.jobs, 1))), board(count, workers.size()) {
+        std::random_device random;
+        for (int i = 0; i < 4; ++i) {
+            const std::uint32_t part = random();
+            mark.append(reinterpret_cast<const char*>(&part), sizeof part);
+        }
+    }
+
+    void WorkThrough() {
+        for (std::size_t place = 0; place < workers.size(); ++place) Start(place);
+        while (next < count) {
+            Wait();
+            for (std::size_t place = 0; place < workers.size(); ++place)
+                if (workers[place]) Look(place);
+            HandOn();
+        }
+    }
+
+private:
+    struct Result {
+        std::string errors; // what the child wrote to its error stream meanwhile
+        std::string answer;
+        std::optional<Death> death;
+    };
+    struct Worker {
+        explicit Worker(std::uint32_t ownNumber, bool quiet)
+            : number(ownNumber), relay([this, quiet](std::string_view text) {
+                  if (!quiet) Complain(errors, text);
+              }) {}
+        Worker(const Worker&) = delete;
+        Worker& operator=(const Worker&) = delete;
+
+        const std::uint32_t number;
+        std::unique_ptr<Child> child;
+        std::string answered, complained; // as it came
+        std::string errors;               // of the item in work, as it is to be passed on
+        std::deque<std::string> complete; // the same of items that were ended
+        std::deque<std::pair<Head, std::string>> messages;
+        bool hasAnswered = false;
+        ErrorRelay relay;
+    };
+
+    void Start(std::size_t place) {
+        board.Since(place) = 0;
+        auto worker = std::make_unique<Worker>(++started, settings.quiet);
+        worker->child =
+            std::make_unique<Child>(settings, [&](int end) { return WorkInChild(place, worker->number, end); });
+        workers[place] = std::move(worker);
+    }
+
+    // An item that never stops complaining must not fill this process.
+    static void Complain(std::string& errors, std::string_view text) {
+        errors += text;
+        if (errors.size() < kMostComplaint) return;
+        PassOn(errors);
+        errors.clear();
+    }
+
+    // In the child: item after item, until none is free or the child has grown too large.
+    int WorkInChild(std::size_t place, std::uint32_t number, int end) {
+        const std::size_t atFirst = ResidentSize();
+        std::size_t item = 0;
+        while (true) {
+            while (board.Hold()) std::this_thread::sleep_for(kPause);
+            if (!board.Take(number, item)) return 0;
+            board.Since(place) = Now();
+            const bool answered = SendResult(end, item, [&] { return Marked(work(item)); });
+            board.Since(place) = 0;
+            if (!answered || ResidentSize() > atFirst + settings.recycle) return 0;
+        }
+    }
+
+    // Ends the part of the error stream that belongs to an item.
+    std::string Marked(std::string answer) const {
+        std::clog.flush();
+        std::fflush(stderr);
+        WriteAll(STDERR_FILENO, mark.data(), mark.size());
+        return answer;
+    }
+
+    void Wait() {
+        // Answers come by the thousand and small. Between two looks some may gather, or each of them would cost a
+        // change of process.
+        if (received) std::this_thread::sleep_for(kGathering);
+        received = false;
+        std::vector<pollfd> waited;
+        int patience = settings.timed ? Patience(settings, Now()) : -1;
+        for (std::size_t place = 0; place < workers.size(); ++place) {
+            if (!workers[place]) continue;
+            workers[place]->child->AddTo(waited);
+            const std::int64_t since = board.Since(place);
+            if (since != 0 && settings.timed) patience = std::min(patience, Patience(settings, since));
+        }
+        WaitFor(waited, patience);
+    }
+
+    // Takes what a child has sent, and sees to its end.
+    void Look(std::size_t place) {
+        Worker& worker = *workers[place];
+        const bool lives = worker.child->Receive(worker.answered, worker.complained);
+        ReadMessages(worker);
+        ReadErrors(worker);
+        MatchResults(worker);
+        const std::int64_t since = board.Since(place);
+        if (lives && since != 0 && IsOver(settings, since)) return worker.child->GiveUp();
+        if (!lives) Bury(place);
+    }
+
+    void ReadMessages(Worker& worker) {
+        std::size_t read = 0;
+        Head head;
+        std::string bytes;
+        while (TakeMessage(worker.answered, read, head, bytes)) {
+            worker.messages.emplace_back(head, std::move(bytes));
+            worker.hasAnswered = received = true;
+        }
+        worker.answered.erase(0, read);
+    }
+
+    void ReadErrors(Worker& worker) {
+        std::size_t begin = 0, found = 0;
+        while ((found = worker.complained.find(mark, begin)) != std::string::npos) {
+            worker.relay.Take(std::string_view(worker.complained).substr(begin, found - begin));
+            worker.relay.End();
+            worker.relay.TakeBack();
+            worker.complete.push_back(std::exchange(worker.errors, {}));
+            begin = found + mark.size();
+        }
+        const std::size_t rest = std::max(begin, worker.complained.size() - BeginningAtEnd(worker.complained, mark));
+        worker.relay.Take(std::string_view(worker.complained).substr(begin, rest - begin));
+        worker.complained.erase(0, rest);
+    }
+
+    void MatchResults(Worker& worker) {
+        while (!worker.messages.empty() && !worker.complete.empty() &&
+               worker.messages.front().first.kind == Sent::Answer) {
+            auto& [head, bytes] = worker.messages.front();
+            Add(head.item, {std::move(worker.complete.front()), std::move(bytes), std::nullopt});
+            worker.messages.pop_front();
+            worker.complete.pop_front();
+        }
+    }
+
+    void Add(std::size_t item, Result result) {
+        bytesWaiting += result.errors.size() + result.answer.size();
+        waiting.emplace(item, std::move(result));
+    }
+
+    // A child has ended: after its last item, or over one.
+    void Bury(std::size_t place) {
+        const std::unique_ptr<Worker> worker = std::move(workers[place]);
+        workers[place] = nullptr;
+        const ChildEnd end = worker->child->End();
+        if (WasInterrupted(end)) throw Interrupted(fmt::format("the work was interrupted ({})", strsignal(end.signal)));
+        EndWithTheReader(settings, end);
+        std::optional<std::size_t> last = board.TakenBy(worker->number, next);
+        if (last && waiting.count(*last) != 0) last.reset();
+        // One that never came to any item dies over the next, or a new one would be started for ever.
+        std::size_t item = 0;
+        if (!last && !worker->hasAnswered && board.Take(worker->number, item)) last = item;
+        if (last) {
+            worker->relay.Take(worker->complained);
+            worker->relay.End();
+            std::string errors;
+            for (const std::string& part : worker->complete) errors += part;
+            Add(*last, {errors + worker->errors, "", CauseOf(*worker, end)});
+        }
+        if (board.HasFreeItem()) Start(place);
+    }
+
+    Death CauseOf(const Worker& worker, const ChildEnd& end) const {
+        if (!worker.messages.empty() && worker.messages.front().first.kind != Sent::Answer)
+            return DeathOfMessage(worker.messages.front().first.kind, worker.messages.front().second);
+        return DeathOf(end, worker.relay.assertion, settings.seconds);
+    }
+
+    void HandOn() {
+        for (auto first = waiting.begin(); first != waiting.end() && first->first == next; first = waiting.begin()) {
+            const Result result = std::move(first->second);
+            waiting.erase(first);
+            bytesWaiting -= result.errors.size() + result.answer.size();
+            PassOn(result.errors);
+            const std::size_t item = next++;
+            if (result.death)
+                died(item, *result.death);
+            else
+                done(item, result.answer);
+        }
+        board.Hold() = bytesWaiting > kMostWaiting;
+    }
+
+    const std::size_t count;
+    const ChildSettings& settings;
+    const std::function<std::string(std::size_t)>& work;
+    const std::function<void(std::size_t, const std::string&)>& done;
+    const std::function<void(std::size_t, const Death&)>& died;
+
+    std::string mark; // ends an item in an error stream: no text of a stranger has it
+    std::vector<std::unique_ptr<Worker>> workers;
+    Board board;
+    std::uint32_t started = 0;
+    bool received = false; // in the last round
+    std::size_t next = 0;  // the first item whose result was not handed on
+    std::map<std::size_t, Result> waiting;
+    std::size_t bytesWaiting = 0;
+};
 
 } // namespace
 
-std::string DeathSentence(const std::string& subject, const Death& death) {
-    std::string sentence = subject;
-    if (!death.file.empty()) sentence += ": " + death.file;
-    if (!death.script.empty()) sentence += ": script " + death.script;
-    if (death.row > 0) sentence += fmt::format("{}{}", death.script.empty() ? ":" : ", row ", death.row);
-    sentence += ": " + death.cause;
-    if (!death.place.empty()) sentence += fmt::format(" (in {})", death.place);
-    return sentence;
-}
-
-void DieOfAssertion(const std::string& assertion, const Death& known) {
-    const std::string line = fmt::format("{}{}\t{}\t{}\t{}\t{}\n", kAssertionMark, assertion, known.row,
-                                         Field(known.file), Field(known.script), Field(known.place));
-    std::fwrite(line.data(), 1, line.size(), stderr);
-    std::fflush(stderr);
-    std::abort();
+std::size_t UsableCores() {
+    cpu_set_t cores;
+    CPU_ZERO(&cores);
+    if (sched_getaffinity(0, sizeof cores, &cores) != 0) return std::max(1U, std::thread::hardware_concurrency());
+    return static_cast<std::size_t>(std::max(1, CPU_COUNT(&cores)));
 }
 
 int RunInChild(const std::string& subject, const ChildSettings& settings, const std::function<int()>& work) {
-    Child child(settings, [&work](int) { return work(); });
-    std::string nothing;
-    while (child.Receive(nothing)) {
+    Child child(settings, [&work](int end) {
+        int status = 0;
+        SendResult(end, 0, [&] {
+            status = work();
+            return std::string();
+        });
+        return status;
+    });
+    ErrorRelay relay([&settings](std::string_view text) {
+        if (!settings.quiet) PassOn(text);
+    });
+    const std::int64_t since = Now();
+    std::string received, errors;
+    for (bool lives = true; lives;) {
+        std::vector<pollfd> waited;
+        child.AddTo(waited);
+        WaitFor(waited, Patience(settings, since));
+        lives = child.Receive(received, errors);
+        relay.Take(errors);
+        errors.clear();
+        if (lives && IsOver(settings, since)) child.GiveUp();
     }
-    int status = 0;
-    const Death death = child.End(status);
-    if (!death.cause.empty()) throw ProcessFailure(DeathSentence(subject, death));
-    return status;
+    relay.End();
+    const ChildEnd end = child.End();
+    EndWithTheReader(settings, end);
+    Head head;
+    std::size_t read = 0;
+    std::string text;
+    Death death;
+    if (TakeMessage(received, read, head, text) && head.kind != Sent::Answer)
+        death = DeathOfMessage(head.kind, text);
+    else if (end.late || end.signal != 0)
+        death = DeathOf(end, relay.assertion, settings.seconds);
+    if (death.cause.empty()) {
+        relay.TakeBack();
+        return end.status;
+    }
+    const std::string sentence = DeathSentence(subject, death);
+    if (WasInterrupted(end)) throw Interrupted(sentence);
+    throw ProcessFailure(sentence);
 }
 
 void ForEachInChildren(std::size_t count, const ChildSettings& settings,
                        const std::function<std::string(std::size_t)>& work,
                        const std::function<void(std::size_t, const std::string&)>& done,
                        const std::function<void(std::size_t, const Death&)>& died) {
-    std::size_t next = 0;
-    while (next < count) {
-        Child child(settings, [&, next](int end) { return WorkThrough(next, count, settings.recycle, end, work); });
-        std::string received, answer;
-        bool lives = true;
-        while (lives) {
-            lives = child.Receive(received);
-            while (TakeAnswer(received, answer)) {
-                done(next++, answer);
-                child.Restart();
-            }
-        }
-        int status = 0;
-        Death death = child.End(status);
-        if (next < count && !(death.cause.empty() && status == kExitRecycled)) {
-            if (death.cause.empty()) death.cause = "the process that read it ended without an answer";
-            died(next, death);
-            ++next;
-        }
-    }
+    if (count > 0) Crew(count, settings, work, done, died).WorkThrough();
 }
 
 } // namespace TavrelProcesses

@@ -259,6 +259,19 @@ TEST_F(PoisonTest, ShowAndRunTellEachAndDoTheOthers) {
     for (const std::string& path : good) EXPECT_EQ(done.count(path), 1U) << path;
 }
 
+TEST_F(PoisonTest, AnyNumberOfJobsGivesTheSame) {
+    const std::vector<std::string> commands[] = {{"list"}, {"show", "--all"}, {"run", "--all", "--until", "0.1"}};
+    for (std::vector<std::string> command : commands) {
+        command.insert(command.end(), {"--jobs", "1"});
+        const Result one = run(command);
+        command.back() = "5";
+        const Result five = run(command);
+        EXPECT_EQ(five.out, one.out);
+        EXPECT_EQ(five.err, one.err);
+        EXPECT_EQ(five.status, one.status);
+    }
+}
+
 // What stands in the place of a root model, an include, an evaluation or a parameters file is told by its name, and
 // does not hold up those who do without it.
 TEST(PoisonRolesTest, EachIsToldWhateverItsRole) {

@@ -115,6 +115,8 @@ TEST(UsageTest, WrongUseIsStatusTwoAndOneSentence) {
         {{"run", "a", "--until", "soon"}, "tavrel: --until takes a number, not \"soon\"\n"},
         {{"run", "a", "--until=-1"}, "tavrel: --until lies before --from\n"},
         {{"list", "--timeout", "0"}, "tavrel: --timeout takes a number of seconds above 0\n"},
+        {{"list", "--jobs", "0"}, "tavrel: --jobs takes a number of processes from 1 on, not \"0\"\n"},
+        {{"show", "--all", "--jobs", "x"}, "tavrel: --jobs takes a number of processes from 1 on, not \"x\"\n"},
     };
     for (const auto& row : rows) {
         const Result result = run(row.arguments);

@@ -28,6 +28,7 @@ const OptionRow kLiteral  {"--literal", "TEXT", Many, None, "", "permitted text;
 const OptionRow kScript   {"SCRIPT", "", One, Scenarios, "", "a scenario, as tree and list show it, or a file"};
 const OptionRow kScriptName {"--script", "NAME", One, None, "", "which script of the scenario (default the first whole one)"};
 const OptionRow kModel    {"--model", "FILE", One, Files, "", "root model for scripts, instead of that of the configuration"};
+const OptionRow kJobs     {"--jobs", "N", One, None, "", "files that are looked at side by side (default as many as there are cores)"};
 const OptionRow kAll      {"--all", "", Flag, None, "", "all scenarios that list shows, in the place of one; give a file up after --timeout"};
 // clang-format on
 
@@ -48,7 +49,8 @@ const std::vector<CommandRow>& Commands() {
          "separated by one tab elsewhere.",
          {},
          {kJson,
-          {"--paths", "", Flag, None, "", "write the paths alone and open no file"}},
+          {"--paths", "", Flag, None, "", "write the paths alone and open no file"},
+          kJobs},
          Runs::OverItsOwnChildren, RunList,
          {"tavrel list --configuration City", "tavrel list --json"}},
 
@@ -56,7 +58,7 @@ const std::vector<CommandRow>& Commands() {
          "Shows the name and description of a scenario, its tree of nodes with the type, value and unit of each "
          "parameter, and the variadic parameters that it declares.",
          {kScenario},
-         {kAll, kJson},
+         {kAll, kJobs, kJson},
          Runs::InOneChild, RunShow,
          {"tavrel show overtaking.sce", "tavrel show --all --json --configuration City"}},
 
@@ -152,7 +154,7 @@ const std::vector<CommandRow>& Commands() {
          "states were entered, and how variables and scores changed. What stands behind the calls of the script is a small "
          "world of the command's own, in which vehicles are points on a road. The same run gives the same trace.",
          {kScript},
-         {kAll, kScriptName,
+         {kAll, kJobs, kScriptName,
           {"--from", "SECONDS", One, None, "", "time of the start (default 0)"},
           {"--until", "SECONDS", One, None, "", "time of the last step (default 60 after the start)"},
           {"--step", "SECONDS", One, None, "", "time between two steps (default 0.1)"},

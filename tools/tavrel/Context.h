@@ -23,7 +23,7 @@ struct Context {
         if (failure.status > status) status = failure.status;
     }
 
-    // How long a file may take, and how much memory, before it is given up.
+    // How long a file may take, and how much memory, before it is given up, and how many are looked at side by side.
     TavrelProcesses::ChildSettings Children() const;
 
     // Tells what the library logged, if the user wants to know; with `onFailure` what it logged as wrong in any case.

@@ -202,9 +202,12 @@ void TellLastWords(const char* source, int line) {
         }
         rereading.file.clear();
     }
-    TavrelProcesses::DieOfAssertion(assertion,
-                                    {"", rereading.file, atHand.script, atHand.stream ? atHand.stream->line : 0,
-                                     atHand.item ? TavrelSimulation::PathOf(*atHand.item) : ""});
+    TavrelProcesses::Death known;
+    known.file = rereading.file;
+    known.script = atHand.script;
+    known.row = atHand.stream ? atHand.stream->line : 0;
+    known.place = atHand.item ? TavrelSimulation::PathOf(*atHand.item) : "";
+    TavrelProcesses::DieOfAssertion(assertion, known);
 }
 
 void UpdateDisplayTexts(ScenarioItem& item) {
