@@ -181,9 +181,11 @@ void TavrelScenario::save() {
     const std::string target =
         expandedPath(TavrelConfigurationScenarioDirectory::getFilePathFromDataBasePath(path, directory));
     if (!cfgScenario) loadScenario();
-    // The answer has nowhere to go. Whoever must know reads the file back.
-    cfgScenario->save(target.c_str(), kPathMode, false);
+    const bool isSaved = cfgScenario->save(target.c_str(), kPathMode, false);
+    saveFailure = isSaved ? std::string() : cfgScenario->errorMessage;
 }
+
+const std::string& TavrelScenario::getSaveFailure() const { return saveFailure; }
 
 void TavrelScenario::loadScenario() const {
     const std::string expanded = expandedPath(getFilePath());

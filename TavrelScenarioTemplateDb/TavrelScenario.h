@@ -75,9 +75,13 @@ public:
     // Empties the description and removes all variadic parameters; the name and the node tree stay. Does nothing on a
     // scenario that is not open.
     void clear();
-    // Writes the scenario to its file path. Opens the file first. Reports nothing: a save that fails leaves the old
-    // file as it was.
+    // Writes the scenario to its file path. Opens the file first. Throws nothing of its own: a save that fails leaves
+    // the old file as it was, and getSaveFailure tells why. The file that this template was loaded from, or was saved
+    // as before, is not replaced if someone else has changed it since.
     void save();
+    // Why the last save failed, "path:row: reason", with row 0 where the file as a whole is meant. Empty if it
+    // succeeded, and before the first one.
+    const std::string& getSaveFailure() const;
 
 protected:
     // Opens the file and runs loadCfgScenario.
@@ -100,6 +104,7 @@ private:
     mutable std::unique_ptr<ScenarioTemplateDb::ScenarioNode> rootScenarioNode;
     mutable std::string configuration;
     mutable std::vector<std::unique_ptr<TavrelVariadicParameter>> variadicParameters; // in the order of their sections
+    std::string saveFailure;
 };
 
 } // namespace TavrelScenarioTemplateDb

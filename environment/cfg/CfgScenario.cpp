@@ -1,7 +1,9 @@
 #include <cfg/CfgScenario.h>
 
 #include <exception>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 #include <Commons/WholeFile.h>
@@ -21,6 +23,26 @@ std::string Message(const char* path, const XmlFault& fault) {
     return std::string(path) + ":" + std::to_string(fault.row) + ": " + fault.reason;
 }
 
+// The file that stands at a path by now. A save gives the path another file, and one file may have several paths, so it
+// takes both to know it again.
+detail::Home HomeAt(const char* path) {
+    detail::Home home;
+    const std::string name = Commons::detail::WithForwardSlashes(path);
+    std::error_code error;
+    const std::filesystem::path canonical = std::filesystem::weakly_canonical(name, error);
+    home.path = error ? name : canonical.string();
+    home.TakeNumber();
+    return home;
+}
+
+detail::Home* FindHome(std::vector<detail::Home>& homes, const detail::Home& wanted) {
+    for (detail::Home& home : homes)
+        if (home.path == wanted.path ||
+            (wanted.number != 0 && home.device == wanted.device && home.number == wanted.number))
+            return &home;
+    return nullptr;
+}
+
 // Makes the document of a file; null, or of no use, if there is a fault.
 std::optional<XmlFault> ReadFile(const char* path, std::unique_ptr<detail::Document>& document) {
     try {
@@ -28,6 +50,7 @@ std::optional<XmlFault> ReadFile(const char* path, std::unique_ptr<detail::Docum
         std::string reason;
         if (!Commons::detail::ReadPlainFile(path, bytes, reason)) return XmlFault{0, reason};
         document = std::make_unique<detail::Document>(bytes.size());
+        document->homes.push_back(HomeAt(path));
         return detail::ReadScenario(std::move(bytes), *document);
     } catch (const std::exception&) { // memory is all that can fail
         return XmlFault{0, "out of memory"};
@@ -35,17 +58,32 @@ std::optional<XmlFault> ReadFile(const char* path, std::unique_ptr<detail::Docum
 }
 
 // What was written must be readable. A text may hold what XML cannot, such as a NUL.
-std::optional<XmlFault> WriteFile(const char* path, const detail::Document& document) {
+std::optional<XmlFault> WriteFile(const char* path, detail::Document& document) {
     if (!document.isSound) return XmlFault{0, "not saved, since the scenario could not be loaded"};
     try {
-        const std::string bytes = detail::WriteScenario(document);
+        std::string bytes = detail::WriteScenario(document);
+        if (bytes.size() > Commons::kLargestFile)
+            return XmlFault{0, "not saved, since it would be larger than any file that is loaded"};
         detail::Document check(bytes.size());
         if (std::optional<XmlFault> fault = detail::ReadScenario(bytes, check)) {
             fault->reason = "not saved, since it could not be loaded again: " + fault->reason;
             return fault;
         }
+        const Commons::FileLock lock(path); // so that the file stays the one that is compared
+        if (!lock.isFree()) return XmlFault{0, "not saved: another program keeps it locked"};
+        std::vector<detail::Home>& homes = document.homes;
+        detail::Home home = HomeAt(path);
+        homes.reserve(homes.size() + 1); // nothing may fail once the file is saved
+        const detail::Home* const former = FindHome(homes, home);
         std::string reason;
-        if (!Commons::WriteFileWhole(path, bytes, reason)) return XmlFault{0, "not saved: " + reason};
+        const bool isSaved =
+            former ? Commons::ReplaceFileWhole(path, former->saved ? *former->saved : document.source, bytes, reason)
+                   : Commons::WriteFileWhole(path, bytes, reason);
+        if (!isSaved) return XmlFault{0, "not saved: " + reason};
+        home.saved = std::move(bytes);
+        home.TakeNumber();
+        std::erase_if(homes, [&home](const detail::Home& other) { return other.path == home.path; });
+        homes.push_back(std::move(home));
         return std::nullopt;
     } catch (const std::exception&) {
         return XmlFault{0, "not saved: out of memory"};
@@ -75,6 +113,7 @@ bool CfgScenario::load(const char* path, Commons::Encoding::Mode, Orbe::Network*
 
 bool CfgScenario::save(const char* path, Commons::Encoding::Mode, bool) {
     const char* const shownPath = path ? path : "";
+    errorMessage.clear();
     const std::optional<XmlFault> fault = WriteFile(shownPath, Current());
     if (fault) errorMessage = Message(shownPath, *fault);
     return !fault;

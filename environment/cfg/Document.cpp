@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include <sys/stat.h>
+
 #include <cfg/Scenario.h>
 
 #include "SectionClass.h"
@@ -81,6 +83,13 @@ KeptPieces& Pieces() {
 void Access::Detach(Section& section) {
     section.parent = nullptr;
     if (section.place != kNotInFile) section.document->removedPlaces.push_back(section.place);
+}
+
+void Home::TakeNumber() {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) return;
+    device = status.st_dev;
+    number = status.st_ino;
 }
 
 Document::Document(size_t expectedBytes)

@@ -5,11 +5,14 @@
 #include <deque>
 #include <memory>
 #include <memory_resource>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
+
+#include <sys/types.h>
 
 #include <cfg/Section.h>
 
@@ -90,6 +93,17 @@ struct Access {
     static void Detach(Section& section);
 };
 
+// A file that holds the scenario, and what it holds as far as this process knows.
+struct Home {
+    std::string path; // absolute, without links
+    dev_t device = 0;
+    ino_t number = 0;
+    std::optional<std::string> saved; // the bytes; none if they are those that were loaded
+
+    // Of what stands at the path now.
+    void TakeNumber();
+};
+
 class Document {
 public:
     // An empty scenario. Room is made for a file of that many bytes.
@@ -113,6 +127,8 @@ public:
 
     // The bytes that were loaded; empty for a scenario that came from no file.
     std::string source;
+    // Where the scenario stands on disk: the file that it was loaded from, and those that it was saved as.
+    std::vector<Home> homes;
     // Where sections stand in the file that were removed from the tree.
     std::vector<size_t> removedPlaces;
     // False after a failed load: such a document must not be saved over the file.

@@ -1,5 +1,7 @@
 #include <filesystem>
+#include <future>
 #include <map>
+#include <set>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,7 +13,6 @@
 namespace {
 
 using testing::HasSubstr;
-using testing::StartsWith;
 
 // One scenario with a parameter of each type, and no declaration.
 class VariadicTest : public testing::Test {
@@ -149,15 +150,58 @@ TEST_F(VariadicTest, WhatMakesNoSenseChangesNothing) {
 
 TEST_F(VariadicTest, ASaveThatFailsIsTold) {
     const std::string before = readFile(file);
+    const std::string closed = installation.write("closed/a.sce", before);
+    std::filesystem::permissions(closed, std::filesystem::perms::owner_read);
+    std::filesystem::permissions(installation.path() + "/closed", static_cast<std::filesystem::perms>(0555));
     for (const auto& [target, cause] : std::map<std::string, std::string>{
-             {"/missing folder/a.sce", ": /missing folder is no folder\n"}, {"/dev/full", ": "}}) {
-        const Result result = run({"variadic", "add", kScenario, "/sce/Scenario/fog", "--output", target});
+             {"/missing folder/a.sce", ": /missing folder is no folder\n"},
+             {"/dev/full", ": not a plain file\n"},
+             {closed, ": no permission\n"},
+             {installation.path() + "/closed/b.sce", ": no permission to make a file in its folder\n"}}) {
+        CommandRunner user = run;
+        user.heedsPermissions = true;
+        const Result result = user({"variadic", "add", kScenario, "/sce/Scenario/fog", "--output", target});
         EXPECT_EQ(result.status, 3) << target;
         EXPECT_EQ(result.out, "") << target;
-        EXPECT_THAT(result.err, StartsWith("tavrel: über Land/a b.sce: " + target + " could not be saved" + cause))
-            << target;
+        EXPECT_EQ(result.err, "tavrel: über Land/a b.sce: " + target + " could not be saved" + cause) << target;
     }
     EXPECT_EQ(readFile(file), before);
+}
+
+TEST_F(VariadicTest, ManyAtTheSameTimeLoseNothing) {
+    constexpr std::size_t kCommands = 6;
+    std::vector<std::future<Result>> results;
+    for (std::size_t i = 0; i < kCommands; ++i)
+        results.push_back(std::async(std::launch::async, [this, i] {
+            return run({"variadic", "add", kScenario, "/sce/Scenario/fog", "--name", std::to_string(i)});
+        }));
+    std::set<std::string> indices;
+    for (auto& result : results) {
+        const Result done = result.get();
+        EXPECT_EQ(done.status, 0) << done;
+        indices.insert(done.out);
+    }
+    EXPECT_EQ(indices.size(), kCommands) << "each has told its own place";
+    std::set<std::string> names;
+    for (const auto& declaration : declarations()) names.insert(declaration["name"]);
+    EXPECT_EQ(names.size(), kCommands);
+}
+
+TEST_F(VariadicTest, OddDeclarationsOfOthersCanBeEdited) {
+    const auto declaration = [](const std::string& target, const std::string& typed) {
+        return "<VariadicParameter><name>n</name><parameterId>/sce/Scenario/" + target + "</parameterId>" + typed +
+               "</VariadicParameter>";
+    };
+    std::string text = readFile(file);
+    text.insert(text.find("</Scenario>"),
+                declaration("speed", "<RealParameter><default>nan</default></RealParameter>") +
+                    declaration("lane", ""));
+    installation.write(std::filesystem::relative(file, installation.path()).string(), text);
+    EXPECT_EQ(run({"variadic", "add", kScenario, "/sce/Scenario/fog"}).out, "2\n") << "beside a default that is nan";
+    const Result result = run({"variadic", "set", kScenario, "1", "--range", "1:3"});
+    EXPECT_EQ(result.status, 0) << "a declaration without a type" << result;
+    EXPECT_EQ(declarations()[1]["ranges"], nlohmann::json::parse(R"([{"minimum":1,"maximum":3}])"));
+    EXPECT_EQ(declarations()[1]["default"], 2) << "the value of the parameter";
 }
 
 } // namespace

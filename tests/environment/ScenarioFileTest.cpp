@@ -640,6 +640,39 @@ TEST_F(ScenarioFileTest, SavesAgainAndElsewhere) {
     EXPECT_EQ(scenario.getRootSection()->getSubSection("Driver"), nullptr);
 }
 
+// Whoever saves second loses nothing of the first.
+TEST_F(ScenarioFileTest, WhatSomeoneElseSavedIsNotReplaced) {
+    const std::string path = write(kOvertaking);
+    const std::string link = folder.path() + "/link.sce";
+    fs::create_symlink("scenario.sce", link);
+    CfgScenario first;
+    CfgScenario second;
+    ASSERT_TRUE(load(first, path) && load(second, link));
+    first.getRootSection()->name = "First";
+    second.getRootSection()->name = "Second";
+    ASSERT_TRUE(save(first, path)) << first.errorMessage;
+    EXPECT_FALSE(save(second, link));
+    EXPECT_EQ(second.errorMessage,
+              link + ":0: not saved: it has been changed by someone else meanwhile, so load it again");
+    EXPECT_THAT(contentOf(path), HasSubstr("<name>First</name>"));
+    EXPECT_TRUE(save(second, folder.path() + "/copy.sce")) << second.errorMessage;
+    EXPECT_EQ(second.errorMessage, "") << "a good save leaves no message of the last one";
+    first.getRootSection()->name = "First again";
+    EXPECT_TRUE(save(first, path)) << "its own change is no one else's: " << first.errorMessage;
+
+    // An editor that moves a new file over the old one, and one that writes into it.
+    std::ofstream(folder.path() + "/edited.sce") << kOvertaking << "<!-- edited -->";
+    fs::rename(folder.path() + "/edited.sce", path);
+    EXPECT_FALSE(save(first, path));
+    EXPECT_TRUE(save(first, folder.path() + "/copy.sce")) << "a file that it never knew: " << first.errorMessage;
+    EXPECT_FALSE(save(second, folder.path() + "/copy.sce"));
+    ASSERT_TRUE(load(second, path));
+    std::ofstream(path, std::ios::in | std::ios::out).seekp(40) << "X"; // the same file, of the same size
+    EXPECT_FALSE(save(second, path));
+    fs::remove(path);
+    EXPECT_TRUE(save(second, path)) << "there is nothing to be lost: " << second.errorMessage;
+}
+
 TEST_F(ScenarioFileTest, AFailedSaveLeavesTheOldFileWhole) {
     CfgScenario scenario;
     const std::string path = write(kOvertaking);

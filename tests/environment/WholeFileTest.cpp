@@ -356,7 +356,8 @@ TEST_F(WholeFileTest, KilledWritersLoseNothing) {
             std::ostringstream out;
             for (const int number : counts) out << number << " ";
             std::string reason;
-            if (!in || !lock.isFree() || !ReplaceFileWhole(path, before, out.str(), reason)) {
+            // What was told to be stored is there, however often the writers of it have been killed since.
+            if (!in || mine <= stored[writer] || !ReplaceFileWhole(path, before, out.str(), reason)) {
                 std::fprintf(stderr, "writer %d: %s (%s)\n", writer, reason.c_str(), before.c_str());
                 ::_exit(1);
             }
@@ -392,7 +393,7 @@ TEST_F(WholeFileTest, KilledWritersLoseNothing) {
     for (int i = 0; i < kWriters; ++i) {
         int number = 0;
         in >> number;
-        EXPECT_TRUE(number == stored[i] || number == stored[i] + 1) << left << ", told " << stored[i];
+        EXPECT_GE(number, stored[i]) << left;
         sum += number;
     }
     std::string reason;

@@ -35,17 +35,18 @@ public:
     bool load(const char* path, Commons::Encoding::Mode mode, Orbe::Network* network,
               ScenarioConvertion::CallBack* callBack, bool flag1, bool flag2, bool flag3);
 
-    // Writes the file, whole or not at all: a failure leaves what stood at `path` and puts its reason into
-    // `errorMessage`. A text that XML cannot hold (a NUL, broken UTF-8) is such a failure, and so is any save after a
-    // failed load, since it would replace a file that could not be understood. A symbolic link stays one and the
-    // permissions stay. The flag is not used.
+    // Writes the file, whole or not at all, as Commons::WriteFileWhole does: a failure leaves what stood at `path` and
+    // puts its reason into `errorMessage`. A text that XML cannot hold (a control character, broken UTF-8) is such a
+    // failure, and so is any save after a failed load, since it would replace a file that could not be understood. The
+    // file that this scenario was loaded from, or was saved as before, is not replaced if it holds something else by
+    // now: someone else has changed it, and his work would be lost. Other files are. The flag is not used.
     bool save(const char* path, Commons::Encoding::Mode mode, bool flag);
 
     // Never null. Belongs to this object and is another one after each load.
     Scenario* getRootSection();
 
-    // Why the last load or save failed, "path:row: reason", with row 0 where the file as a whole is meant. A load that
-    // succeeds empties it.
+    // Why the last load or save failed, "path:row: reason", with row 0 where the file as a whole is meant. One
+    // that succeeds empties it.
     std::string errorMessage;
 
 private:

@@ -1,12 +1,13 @@
 #include "../Describe.h"
 #include "../Installation.h"
+#include "../Saving.h"
 #include "Commands.h"
 
+#include <cfg/IntegerParameter.h>
 #include <cfg/VariadicParameter.h>
 #include <lmk/units.h>
 
 #include <cmath>
-#include <filesystem>
 #include <limits>
 #include <optional>
 
@@ -179,31 +180,18 @@ Json Comparable(Json declarations) {
     return declarations;
 }
 
-// Saves the scenario, in place or where --output says. A save reports nothing, so a fresh template reads the file back
-// and must find what was declared. Answers with that template's declarations.
-Json Save(Context& context, OpenedScenario& opened) {
-    TavrelScenario& scenario = *opened.scenario;
-    const Json wanted = Comparable(DeclarationsJson(scenario));
-    std::string target = scenario.getFilePath();
-    if (context.arguments.Has("--output")) {
-        // A template saves into its own directory; the way from there to the file leads anywhere.
-        target = context.arguments.Text("--output");
-        const std::filesystem::path above = std::filesystem::absolute(target).parent_path();
-        if (!std::filesystem::is_directory(above))
-            throw Failure{ExitUnreadable,
-                          fmt::format("{} could not be saved: {} is no folder", target, above.string())};
-        const std::filesystem::path folder = std::filesystem::canonical(opened.directory);
-        scenario.setPath(std::filesystem::weakly_canonical(std::filesystem::absolute(target))
-                             .lexically_relative(folder)
-                             .generic_string());
-    }
-    scenario.save();
-    const TavrelScenario saved(opened.configuration.name, scenario.getPath(), opened.directory);
+// Saves the scenario to the target. A fresh template reads the file back and must find what was declared. Answers with
+// that template's declarations.
+Json Save(OpenedScenario& opened, const std::string& target) {
+    const Json wanted = Comparable(DeclarationsJson(*opened.scenario));
+    SaveScenario(opened, target);
+    const TavrelScenario saved(opened.configuration.name, opened.scenario->getPath(), opened.directory);
     Json found;
     std::string cause;
     try {
         found = DeclarationsJson(saved);
-        if (Comparable(found) != wanted) cause = "the file does not hold what was declared";
+        // As texts, since a number that is none differs from itself.
+        if (DumpJson(Comparable(found)) != DumpJson(wanted)) cause = "the file does not hold what was declared";
     } catch (...) {
         cause = CurrentFailure().sentence;
     }
@@ -236,6 +224,8 @@ int RunVariadicAdd(Context& context) {
     Installation installation(context);
     const Arguments& arguments = context.arguments;
     OpenedScenario opened = installation.Open(arguments.Text("SCENARIO"));
+    const std::string saveTarget = SaveTarget(context, opened);
+    const EditLock lock(saveTarget);
     TavrelScenario& scenario = *opened.scenario;
     const ScenarioParameter& target = Target(scenario, arguments.Text("ID"));
     const std::string word = TypeWord(target);
@@ -252,7 +242,7 @@ int RunVariadicAdd(Context& context) {
     SetDefault(declaration, arguments.Text("--default", DefaultFromTarget(target, type)));
     AddDomain(declaration, arguments);
 
-    const std::size_t index = Save(context, opened).size() - 1;
+    const std::size_t index = Save(opened, saveTarget).size() - 1;
     context.out.Print("{}\n", index);
     return context.status;
 }
@@ -262,6 +252,8 @@ int RunVariadicSet(Context& context) {
     const Arguments& arguments = context.arguments;
     const std::size_t index = arguments.Index("INDEX");
     OpenedScenario opened = installation.Open(arguments.Text("SCENARIO"));
+    const std::string saveTarget = SaveTarget(context, opened);
+    const EditLock lock(saveTarget);
     TavrelVariadicParameter& declaration = DeclarationAt(*opened.scenario, index);
     CheckOptions(arguments, declaration.getType());
 
@@ -269,9 +261,17 @@ int RunVariadicSet(Context& context) {
     if (arguments.Has("--target"))
         declaration.setParameterId(Target(*opened.scenario, arguments.Text("--target")).getParameterId());
     if (arguments.Has("--range") || arguments.Has("--literal") || arguments.Has("--any")) ClearDomain(declaration);
-    if (arguments.Has("--default")) SetDefault(declaration, arguments.Text("--default"));
+    // A declaration without a section for its type counts as an integer one. Its ranges need the section, which comes
+    // with a default.
+    const bool lacksSection =
+        declaration.isInteger() && !declaration.getSection()->getSubSection(cfg::IntegerParameter::sectionName());
+    if (arguments.Has("--default"))
+        SetDefault(declaration, arguments.Text("--default"));
+    else if (lacksSection && arguments.Has("--range"))
+        SetDefault(declaration, DefaultFromTarget(Target(*opened.scenario, declaration.getParameterId()),
+                                                  ScenarioTemplateDb::ParameterTypeInteger));
     AddDomain(declaration, arguments);
-    Save(context, opened);
+    Save(opened, saveTarget);
     return context.status;
 }
 
@@ -279,9 +279,11 @@ int RunVariadicRemove(Context& context) {
     Installation installation(context);
     const std::size_t index = context.arguments.Index("INDEX");
     OpenedScenario opened = installation.Open(context.arguments.Text("SCENARIO"));
+    const std::string saveTarget = SaveTarget(context, opened);
+    const EditLock lock(saveTarget);
     DeclarationAt(*opened.scenario, index);
     opened.scenario->removeVariadicParameter(index);
-    Save(context, opened);
+    Save(opened, saveTarget);
     return context.status;
 }
 
