@@ -335,8 +335,8 @@ TEST(PoisonRolesTest, EachIsToldWhateverItsRole) {
 // Fuzzing found these, or began with them. Some are whole; all are answered.
 TEST_F(PoisonTest, EveryFuzzedFileIsAnswered) {
     std::set<std::string> files;
-    for (const char* folder : {TAVREL_FUZZ_CORPUS, TAVREL_FUZZ_LEARNT}) {
-        for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    for (const char* inputs : {TAVREL_FUZZ_CORPUS, TAVREL_FUZZ_LEARNT}) {
+        for (const auto& entry : fs::recursive_directory_iterator(inputs)) {
             if (!entry.is_regular_file()) continue;
             const std::string name =
                 entry.path().parent_path().filename().string() + "-" + entry.path().filename().string();
