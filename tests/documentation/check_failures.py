@@ -182,7 +182,7 @@ def environment_failures():
                 yield text, "", "reason"
         for name in ("XmlFault", "At", "Refuse"):
             for _, arguments in calls(source, name):
-                if len(arguments) == 2:
+                if len(arguments) in (2, 3):
                     for text in texts(arguments[1]):
                         yield text, "", "reason"
         for match in re.finditer(r"fault->reason = ([^;]*);", source):
