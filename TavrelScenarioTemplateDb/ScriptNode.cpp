@@ -1,16 +1,15 @@
 #include <TavrelScenarioTemplateDb/ScriptNode.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <exception>
 #include <sstream>
-#include <string_view>
 
 #include <ScenarioTemplateDb/Exception.h>
 #include <ScenarioTemplateDb/ScenarioParameter.h>
 #include <TavrelScenarioTemplateDb/ScriptVariableParameter.h>
 #include <TavrelScenarioTemplateDb/internal/StandardNumber.h>
 #include <cfg/ScenarioScript.h>
+#include <scenario/LoadDiagnostics.h>
 #include <scenario/ScenarioItem.h>
 #include <scenario/variable.h>
 
@@ -22,6 +21,8 @@ using ScenarioTemplateDb::ScenarioNode;
 using ScenarioTemplateDb::ScenarioParameter;
 
 namespace {
+
+constexpr char kErrorSeverity = 4; // the first character of an error on a log of the model
 
 // A reader's log lives as long as the constructor of a node. Afterwards the model logs where it did before: to a stream
 // that is gone it must not.
@@ -36,17 +37,6 @@ private:
     std::ostream* before;
 };
 
-// Says in the log where the reader stopped, in the form and with the severity (4) that a script in a file has: the row
-// and what is left of the line up to the next separator or single quote.
-void logStop(std::ostream& log, const std::string& scriptName, const ScenarioTextStream& stream) {
-    constexpr std::size_t kLongest = 255;
-    constexpr std::string_view kEnds("'\t\n\r\f\0", 6);
-    // The cursor may stand behind the final NUL, so the stream's end is the bound.
-    const std::string_view rest(stream.cursor, static_cast<std::size_t>(stream.end - stream.cursor));
-    const std::string_view line = rest.substr(0, std::min(rest.find_first_of(kEnds), kLongest));
-    log << '\4' << scriptName << " - row " << stream.line << ":\n" << line << std::endl;
-}
-
 // Variables that an included file brought along belong to that file. An evaluation, although an include by class, is a
 // part of the script.
 bool belongsToInclude(const ScenarioItem* variable) {
@@ -59,13 +49,14 @@ bool belongsToInclude(const ScenarioItem* variable) {
 ScriptNode::ScriptNode(cfg::ScenarioScript* scriptSection, ScenarioNode* parentNode)
     : parent(parentNode), script(scriptSection) {
     const LogGuard logGuard;
+    const LoadTextName textName(script->name);
     std::ostringstream log;
     std::unique_ptr<ScenarioItem> root;
     try {
         ScenarioTextStream stream(script->text.c_str(), script->text.size() + 1);
         ItemLoadContext context{nullptr, nullptr};
         root.reset(LoadScenarioVariables(stream, &context, &log));
-        if (!root) logStop(log, script->name, stream);
+        if (!root) log << kErrorSeverity << LoadFailureText(script->name, stream) << std::endl;
     } catch (const std::exception& error) {
         throw Exception("Unable to parse script " + script->name + " :\n" + error.what() + "\n" + log.str(),
                         ExceptionCodeGeneric);

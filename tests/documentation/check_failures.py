@@ -156,10 +156,13 @@ def model_failures():
         for _, arguments in calls(source, "Refuse"):
             for text in texts(" + ".join(arguments)):
                 yield text, "", "diagnosis"
-        for name in ("TellUnreadableFile", "TellLoadWarning", "TellRefusalNow", "KeepRefusalCause"):
+        for name in ("TellUnreadableFile", "TellLoadWarning", "KeepRefusalCause"):
             for _, arguments in calls(source, name):
                 for text in texts(arguments[0]):
                     yield text, "", "diagnosis"
+        for _, arguments in calls(source, "AssertionFailed"):
+            for text in texts(arguments[2]) if len(arguments) > 2 and '"' in arguments[2] else []:
+                yield text, "", "diagnosis"
         for _, arguments in calls(source, "throw std::runtime_error"):
             for text in texts(arguments[0]):
                 yield text, "1", "log"

@@ -1,7 +1,9 @@
 // Definitions and instances: the link by name, model and user attributes, validity, unique names.
 #include <scenario/ItemModel.h>
 
+#include <fstream>
 #include <functional>
+#include <iostream>
 #include <optional>
 #include <random>
 #include <set>
@@ -527,6 +529,30 @@ TEST(TokenDeathTest, BrokenExpectationsEndTheProcess) {
             Token::ResetMarks(&holder);
         },
         "Assertion failed: token:365\n");
+}
+
+TEST(TokenDeathTest, AListenerIsToldOfTheAssertionFirst) {
+    struct Printer : LoadProblemListener {
+        Printer() { SetLoadProblemListener(this); }
+        ~Printer() override { SetLoadProblemListener(nullptr); }
+        void OnLoadProblem(const LoadProblem& problem) override {
+            std::cerr << problem.file << "|" << problem.script << "|" << problem.row << "|" << problem.line << "|"
+                      << problem.cause << "|" << problem.assertion << std::endl;
+        }
+    };
+    const Printer printer;
+    const std::string noList = "TYPEOF RULE (0)\n{\nTYPEOF ACTION (x)\n{\n}\n}\n";
+    const std::string file = testing::TempDir() + "no_list.sc";
+    std::ofstream(file) << noList;
+    EXPECT_DEATH(
+        LoadScenarioFile(file.c_str(), nullptr, false),
+        "no_list.sc\\|\\|5\\|\\}\\|the model has no folder ACTION_LIST\\|token:275\nAssertion failed: token:275");
+    EXPECT_DEATH(
+        {
+            const LoadTextName name("main");
+            ReadExactly("TYPEOF RULE (0)\n{\nTYPEOF TOKEN (x)\n{\n}\n}\n");
+        },
+        "\\|main\\|4\\|\\{\\|TOKEN is a kind that has a word and no items\\|ScenarioItem:122\n");
 }
 
 } // namespace

@@ -206,7 +206,6 @@ OpenedScenario Installation::Open(const std::string& path) {
     opened.directory = filePath.substr(0, filePath.size() - path.size() - 1);
     const std::string reason = ReasonNotToOpen(filePath);
     if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", filePath, reason)};
-    TemplateIsAtHand(filePath);
     return opened;
 }
 

@@ -17,12 +17,12 @@
 
 namespace tavrel {
 
-[[noreturn]] static void TellLastWords(const char* source, int line);
+[[noreturn]] static void DieOf(const char* source, int line);
 
 } // namespace tavrel
 
 // A program's definition stands before the library's.
-[[gnu::visibility("default")]] void AssertAbort(const char* source, int line) { tavrel::TellLastWords(source, line); }
+[[gnu::visibility("default")]] void AssertAbort(const char* source, int line) { tavrel::DieOf(source, line); }
 
 namespace tavrel {
 
@@ -45,23 +45,10 @@ std::string FirstBytes(const std::string& path) {
     return bytes;
 }
 
-// What is being done, for the last words of the process.
-struct AtHand {
-    std::string script;
-    std::string file;                           // that is being read, empty for a text in memory
-    const ScenarioTextStream* stream = nullptr; // of the text that is being read
-    const ScenarioItem* item = nullptr;         // whose texts are being made
-};
-AtHand atHand;
-std::string templateAtHand; // the scenario file that the library opened last
-
-// The second reading of a text that ended the library. It has to come to the same end.
-struct Rereading {
-    std::string assertion; // empty for none
-    std::string file;      // if it is another one than that of the template
-};
-Rereading rereading;
-struct OtherEnd {};
+// What is being done, for the message of a process that an assertion ends.
+std::string scriptUnderWay;
+const ScenarioItem* itemUnderWay = nullptr; // whose texts are being made
+LoadProblem fatalProblem;                   // the one that names an assertion
 
 template <class Value>
 class ScopedValue {
@@ -84,6 +71,10 @@ bool LiesIn(const fs::path& file, const std::string& folder) {
     const fs::path root = fs::weakly_canonical(folder, error);
     const fs::path relative = file.lexically_relative(root);
     return !error && !relative.empty() && *relative.begin() != "..";
+}
+
+void NoteFatalProblem(const LoadProblem& problem) {
+    if (!problem.assertion.empty()) fatalProblem = problem;
 }
 
 // What is wrong with a text that was read all the same, such as an include that is missing.
@@ -109,13 +100,12 @@ void ReadOrFail(const std::string& path, ExitStatus status, const std::function<
 
 LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened) {
     const std::string wanted = context.arguments.Text("--script");
-    TemplateIsAtHand(opened->getFilePath());
     opened->getName(); // opens the file and its root model
     std::string names, refusal;
     for (const cfg::ScenarioScript* script : scriptsOf(opened->File())) {
         names += (names.empty() ? "" : ", ") + script->name;
         if (!wanted.empty() && script->name != wanted) continue;
-        const ScriptAtHand working(script->name);
+        const ScriptUnderWay working(script->name);
         ProblemList list;
         std::uint32_t row = 1;
         std::string cause = "the text is refused";
@@ -155,64 +145,40 @@ LoadedScript LoadFromDisk(const std::string& path) {
 
 } // namespace
 
-ScriptAtHand::ScriptAtHand(const std::string& name) { atHand.script = name; }
-ScriptAtHand::~ScriptAtHand() { atHand = {}; }
-
-void TemplateIsAtHand(const std::string& file) { templateAtHand = file; }
-
-// The reader of the library keeps its row to itself. The same text in memory meets the same end, and has a row.
-static void ReadAgain() {
-    const auto read = [](const std::string& text) {
-        std::uint32_t row = 0;
-        try {
-            ReadScriptText(text, row);
-        } catch (...) {
-            return; // it came to another end
-        }
-    };
-    const auto bytesOf = [](const std::string& path) {
-        std::ifstream bytes(path, std::ios::binary);
-        return std::string{std::istreambuf_iterator<char>(bytes), {}};
-    };
-    if (!atHand.file.empty()) return read(bytesOf(atHand.file));
-    if (templateAtHand.empty()) return;
-    if (!scenarioRootModel) {
-        rereading.file = RootModel::fileOf(EnvConfig::getCurrentConfiguration());
-        return read(bytesOf(rereading.file));
-    }
-    cfg::CfgScenario file;
-    if (!file.load(templateAtHand.c_str(), static_cast<Commons::Encoding::Mode>(1), nullptr, nullptr, false, true,
-                   true))
-        return;
-    for (const cfg::ScenarioScript* script : scriptsOf(file)) {
-        const ScriptAtHand working(script->name);
-        read(script->text);
-    }
+ProblemList::ProblemList() : former(SetLoadProblemListener(this)) {}
+ProblemList::~ProblemList() { SetLoadProblemListener(former); }
+void ProblemList::OnLoadProblem(const LoadProblem& problem) {
+    NoteFatalProblem(problem);
+    problems.push_back(problem);
 }
 
-void TellLastWords(const char* source, int line) {
+ScriptUnderWay::ScriptUnderWay(const std::string& name) : textName(name) { scriptUnderWay = name; }
+ScriptUnderWay::~ScriptUnderWay() { scriptUnderWay.clear(); }
+
+void ListenForAssertions() {
+    class Listener : public LoadProblemListener {
+        void OnLoadProblem(const LoadProblem& problem) override { NoteFatalProblem(problem); }
+    };
+    static Listener listener;
+    SetLoadProblemListener(&listener);
+}
+
+void DieOf(const char* source, int line) {
+    TavrelProcesses::Death death;
+    death.script = scriptUnderWay;
+    if (itemUnderWay) death.place = TavrelSimulation::PathOf(*itemUnderWay);
     const std::string assertion = fmt::format("{}:{}", source, line);
-    if (!rereading.assertion.empty() && rereading.assertion != assertion) throw OtherEnd();
-    if (rereading.assertion.empty() && !atHand.stream && !atHand.item) {
-        rereading.assertion = assertion;
-        try {
-            ReadAgain();
-        } catch (...) {
-            // Then the place stays unknown.
-        }
-        rereading.file.clear();
+    if (fatalProblem.assertion == assertion) {
+        death.file = FileOf(fatalProblem);
+        death.script = fatalProblem.script;
+        death.row = fatalProblem.row;
     }
-    TavrelProcesses::Death known;
-    known.file = rereading.file;
-    known.script = atHand.script;
-    known.row = atHand.stream ? atHand.stream->line : 0;
-    known.place = atHand.item ? TavrelSimulation::PathOf(*atHand.item) : "";
-    TavrelProcesses::DieOfAssertion(assertion, known);
+    TavrelProcesses::DieOfAssertion(assertion, death);
 }
 
 void UpdateDisplayTexts(ScenarioItem& item) {
     if (dynamic_cast<const Function*>(&item) || dynamic_cast<const Parameter*>(&item)) {
-        const ScopedValue<const ScenarioItem*> working(atHand.item, &item);
+        const ScopedValue<const ScenarioItem*> working(itemUnderWay, &item);
         return item.UpdateDisplayTextTree();
     }
     std::vector<ScenarioItem*> children;
@@ -266,7 +232,6 @@ void UseRootModelFile(const std::string& path) {
     if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", path, reason)};
     RootModel::Outcome outcome{};
     ReadOrFail(path, ExitUnreadable, [&] {
-        const ScopedValue<std::string> reading(atHand.file, path);
         outcome = RootModel::use(path, nullptr);
         return outcome != RootModel::Outcome::Unreadable;
     });
@@ -283,14 +248,12 @@ void UseRootModel(const std::string& configuration) {
 }
 
 std::unique_ptr<ScenarioItem> ReadScriptFile(const std::string& path) {
-    const ScopedValue<std::string> reading(atHand.file, path);
     return std::unique_ptr<ScenarioItem>(LoadScenarioFile(path.c_str(), nullptr, false));
 }
 
 std::unique_ptr<ScenarioItem> ReadScriptText(const std::string& text, std::uint32_t& row) {
     ScenarioTextStream stream(text.c_str(), text.size() + 1);
     ItemLoadContext context{nullptr, nullptr};
-    const ScopedValue<const ScenarioTextStream*> reading(atHand.stream, &stream);
     try {
         std::unique_ptr<ScenarioItem> root(LoadScenarioText(stream, nullptr, &context, nullptr, false));
         row = stream.line;

@@ -37,11 +37,11 @@ std::string ConfigurationFor(const Context& context, const std::string& path);
 // Gathers what the model has against the texts that are read while this object lives.
 class ProblemList : public LoadProblemListener {
 public:
-    ProblemList() : former(SetLoadProblemListener(this)) {}
-    ~ProblemList() override { SetLoadProblemListener(former); }
+    ProblemList();
+    ~ProblemList() override;
     ProblemList(const ProblemList&) = delete;
     ProblemList& operator=(const ProblemList&) = delete;
-    void OnLoadProblem(const LoadProblem& problem) override { problems.push_back(problem); }
+    void OnLoadProblem(const LoadProblem& problem) override;
 
     std::vector<LoadProblem> problems;
 
@@ -62,21 +62,23 @@ std::unique_ptr<ScenarioItem> ReadScriptText(const std::string& text, std::uint3
 // else is wrong with it is told.
 std::unique_ptr<ScenarioItem> ReadScriptFileOrFail(const std::string& path, ExitStatus status);
 
-// The name of the script that is worked on while this object lives, for the last words of a process that a broken
+// The name of the script that is worked on while this object lives, for the message of a process that a broken
 // expectation ends.
-class ScriptAtHand {
+class ScriptUnderWay {
 public:
-    explicit ScriptAtHand(const std::string& name);
-    ~ScriptAtHand();
-    ScriptAtHand(const ScriptAtHand&) = delete;
-    ScriptAtHand& operator=(const ScriptAtHand&) = delete;
+    explicit ScriptUnderWay(const std::string& name);
+    ~ScriptUnderWay();
+    ScriptUnderWay(const ScriptUnderWay&) = delete;
+    ScriptUnderWay& operator=(const ScriptUnderWay&) = delete;
+
+private:
+    const LoadTextName textName;
 };
 
-// The scenario file that the library is about to open, and its scripts and root model with it. It keeps to itself where
-// it is in them, so those last words need the file.
-void TemplateIsAtHand(const std::string& file);
+// From here on that message names file, script and row also where nobody gathers the problems of a text.
+void ListenForAssertions();
 
-// UpdateDisplayTextTree, call by call, so that those last words name the call.
+// UpdateDisplayTextTree, call by call, so that the same message names the call.
 void UpdateDisplayTexts(ScenarioItem& item);
 
 // A problem as one sentence: "path:row: cause", with the line behind it.

@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 #include "Context.h"
 #include "Runner.h"
+#include "Scripts.h"
 
 #include <csignal>
 
@@ -21,6 +22,7 @@ void EndWithTheReader() {
 
 int main(int argc, char** argv) {
     EndWithTheReader();
+    ListenForAssertions();
     Output out;
     try {
         std::string answer;

@@ -14,9 +14,12 @@ struct LoadProblem {
     std::string line;      // the line as it stands
     std::string cause; // a sentence without its full stop, such as: unknown action "SetSpedd", did you mean "SetSpeed"
     bool isWarning = false; // the load went on
+    std::string script;     // the name that a LoadTextName gives; what the text includes is told under it as well
+    std::string assertion;  // the label "SOURCE:LINE" of the AssertAbort that comes next; empty as long as none does
 };
 
-// Told of each problem while a load runs, the innermost cause only. It must not load anything itself.
+// Told of each problem while a load runs, the innermost cause only, and of a fatal assertion before it ends the
+// process. It must not load anything itself.
 class TAVREL_MODEL_API LoadProblemListener {
 public:
     virtual ~LoadProblemListener();
@@ -26,5 +29,18 @@ public:
 // Makes `listener` the one that is told, until another takes its place; null for none, as at the start. Borrowed.
 // Answers the one before. Without a listener causes are not even composed, and a listener changes no result.
 TAVREL_MODEL_API LoadProblemListener* SetLoadProblemListener(LoadProblemListener* listener);
+
+// Names the text in memory that is read while this object lives, so that a listener can tell the scripts of one file
+// apart. A driver's script node does so with the name of its script.
+class TAVREL_MODEL_API LoadTextName {
+public:
+    explicit LoadTextName(const std::string& name);
+    ~LoadTextName();
+    LoadTextName(const LoadTextName&) = delete;
+    LoadTextName& operator=(const LoadTextName&) = delete;
+
+private:
+    std::string outer;
+};
 
 #endif

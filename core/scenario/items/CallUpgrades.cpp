@@ -4,9 +4,10 @@
 #include <string>
 #include <string_view>
 
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/Parameter.h>
 #include <scenario/function.h>
+
+#include "text/Assertion.h"
 
 namespace {
 
@@ -41,7 +42,8 @@ void UpgradeGetExportedChannel(Function& call, Function& definition) {
 void UpgradeIsVehicleAtPosition(Function& call, Function& definition) {
     if (Find(call, "MAP_RADIUS")) return;
     const Parameter* wanted = Find(definition, "MAP_RADIUS");
-    if (!wanted) AssertAbort(kSource, 288);
+    if (!wanted)
+        AssertionFailed(kSource, 288, "the definition of \"" + call.name + "\" lacks the parameter MAP_RADIUS");
     Append(call, static_cast<Parameter*>(wanted->Clone()));
 }
 

@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/ScenarioItem.h>
 
 #include "run/StepScope.h"
+#include "text/Assertion.h"
 
 // The one way in which items keep children: a vector of pointers in text order. Containers with several vectors choose
 // the vector by kind, so that the cast to the element's class holds.
@@ -44,7 +44,7 @@ typename std::vector<Item*>::iterator Find(std::vector<Item*>& store, const Scen
 template <class Item>
 void Place(ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* child, const ScenarioItem* reference,
            bool after, NullChildSite site = kAnyStore) {
-    if (!child) AssertAbort(site.source, site.line);
+    if (!child) AssertionFailed(site.source, site.line);
     auto position = reference ? Find(store, reference) : store.end();
     if (position == store.end()) {
         position = after ? store.end() : store.begin();

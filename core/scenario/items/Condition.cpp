@@ -2,7 +2,6 @@
 
 #include <string_view>
 
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/Parameter.h>
 
 #include "items/AttributeRow.h"
@@ -10,6 +9,7 @@
 #include "link/Definitions.h"
 #include "run/CallArguments.h"
 #include "run/StepScope.h"
+#include "text/Assertion.h"
 #include "text/Kinds.h"
 #include "text/Log.h"
 #include "text/NumberText.h"
@@ -124,7 +124,7 @@ std::string JunctionText(const Condition& condition, const std::string& word) {
     if (condition.subConditions.empty()) return "[  " + word + "  ?  ]";
     std::string text;
     for (const Condition* sub : condition.subConditions) {
-        if (!sub) AssertAbort(kSource, 148);
+        if (!sub) AssertionFailed(kSource, 148);
         if (!text.empty()) text += "  " + word + "  ";
         text += "[  " + sub->displayText + "  ]";
     }
@@ -148,7 +148,7 @@ void Condition::DetachChildren() {
 }
 
 void Condition::AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) {
-    if (!child) AssertAbort(kNullChild.source, kNullChild.line);
+    if (!child) AssertionFailed(kNullChild.source, kNullChild.line);
     if (child->kind == KindCondition)
         childStore::Place(this, subConditions, child, reference, after, kNullChild);
     else
@@ -206,8 +206,8 @@ void Condition::SaveUserAttributes(std::ostream& out) const {
 }
 
 void Condition::CopyUserAttributes(Token* target) const {
-    if (!target) AssertAbort(kSource, 262);
-    if (target->kind != KindCondition) AssertAbort(kSource, 263);
+    if (!target) AssertionFailed(kSource, 262);
+    if (target->kind != KindCondition) AssertionFailed(kSource, 263);
     auto* copy = static_cast<Condition*>(target);
     copy->SetModel(model);
     if (!IsJunction(name)) Function::CopyUserAttributes(copy);
@@ -217,15 +217,15 @@ void Condition::CopyUserAttributes(Token* target) const {
 }
 
 void Condition::UpdateDisplayText() {
-    if (!model) AssertAbort(kSource, 281);
-    if (model->kind != KindCondition) AssertAbort(kSource, 282);
-    if (!parent) AssertAbort(kSource, 283);
+    if (!model) AssertionFailed(kSource, 281);
+    if (model->kind != KindCondition) AssertionFailed(kSource, 282);
+    if (!parent) AssertionFailed(kSource, 283);
     if (model == this) {
         displayText = name + "    (" + label + ")";
         return;
     }
     const Token* definition = RootDefinitionOf(*this);
-    if (!definition) AssertAbort(kSource, 289);
+    if (!definition) AssertionFailed(kSource, 289);
     std::string text;
     if (IsJunction(name)) {
         text = JunctionText(*this, definition->name);
@@ -256,7 +256,7 @@ void Condition::UpdateValidity() {
     if (IsJunction(name)) {
         valid = !subConditions.empty();
         for (const Condition* sub : subConditions) {
-            if (!sub) AssertAbort(kSource, 334);
+            if (!sub) AssertionFailed(kSource, 334);
             valid = valid && sub->IsValid();
         }
     } else {
@@ -273,14 +273,14 @@ bool Condition::Evaluate(double time) {
         state = name == "OR" ? 0 : 1;
         // No short cut: every branch must be evaluated, or the later ones lose their history.
         for (Condition* sub : subConditions) {
-            if (!sub) AssertAbort(kSource, 371);
+            if (!sub) AssertionFailed(kSource, 371);
             const bool isTrue = sub->Evaluate(time);
             if (isTrue && name == "OR") state = 1;
             if (!isTrue && name == "AND") state = 0;
         }
     } else {
         const Token* definition = RootDefinitionOf(*this);
-        if (!definition || !KindIsIn(definition->kind, kCallable)) AssertAbort(kSource, 379);
+        if (!definition || !KindIsIn(definition->kind, kCallable)) AssertionFailed(kSource, 379);
         const std::int32_t number = static_cast<const Function*>(definition)->codeNumber;
         // Without a CODE there is nothing to call: a fault of the model that leaves the condition false.
         state = 0;
@@ -306,7 +306,7 @@ void Condition::Init(double time) {
     hasBeenTrue = 0;
     hasBeenFalse = 0;
     for (Condition* sub : subConditions) {
-        if (!sub) AssertAbort(kSource, 419);
+        if (!sub) AssertionFailed(kSource, 419);
         sub->Init(time);
     }
 }

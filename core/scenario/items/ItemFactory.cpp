@@ -2,9 +2,11 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <string>
 
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/ItemModel.h>
+
+#include "text/Assertion.h"
 
 namespace {
 
@@ -56,7 +58,8 @@ constexpr auto kMakers = [] {
 } // namespace
 
 ScenarioItem* CreateItem(std::uint32_t kind, const std::string& name, ItemLoadContext* context) {
-    if (kind >= kMakers.size() || !kMakers[kind]) AssertAbort(kSource, 122);
+    if (kind >= kMakers.size() || !kMakers[kind])
+        AssertionFailed(kSource, 122, std::string(KindKeyword(kind)) + " is a kind that has a word and no items");
     std::unique_ptr<ScenarioItem> item(kMakers[kind](context));
     item->kind = static_cast<ScenarioItemKind>(kind);
     item->SetName(name);

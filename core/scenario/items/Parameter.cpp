@@ -4,7 +4,6 @@
 #include <iterator>
 #include <string_view>
 
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/function.h>
 
 #include "items/AttributeRow.h"
@@ -12,6 +11,7 @@
 #include "link/Definitions.h"
 #include "link/Lookup.h"
 #include "run/ParameterMemory.h"
+#include "text/Assertion.h"
 #include "text/Kinds.h"
 #include "text/NumberText.h"
 #include "text/Refusal.h"
@@ -285,15 +285,15 @@ bool Parameter::LoadModelAttribute(ScenarioTextStream& stream) {
 }
 
 bool Parameter::LoadUserAttribute(ScenarioTextStream& stream) {
-    if (!model) AssertAbort(kSource, 302);
-    if (model->kind != KindParameter) AssertAbort(kSource, 303);
+    if (!model) AssertionFailed(kSource, 302);
+    if (model->kind != KindParameter) AssertionFailed(kSource, 303);
     return Token::LoadUserAttribute(stream) || LoadFromRows<kUserRows>(*this, stream);
 }
 
 // Writes RETURN for a return parameter whose call is linked to this very parameter. A call is linked to a call, so a
 // parameter that was read as RETURN comes out as PARAMETER, and files in use rely on that.
 bool Parameter::Save(std::ostream& out) {
-    if (!parent) AssertAbort(kSource, 120);
+    if (!parent) AssertionFailed(kSource, 120);
     const bool asReturn = isReturn && parent->kind == KindFunction &&
                           static_cast<const Token*>(parent)->model == static_cast<Token*>(this);
     if (asReturn) kind = KindReturn;
@@ -319,7 +319,7 @@ void Parameter::SaveUserAttributes(std::ostream& out) const {
     Token::SaveUserAttributes(out);
     WriteAttribute(out, "KIND", valueKind);
     if (valueKind == "FUNCTION") {
-        if (!functionValue) AssertAbort(kSource, 452);
+        if (!functionValue) AssertionFailed(kSource, 452);
         functionValue->Save(out);
     } else {
         WriteAttribute(out, "VALUE", value);
@@ -329,8 +329,8 @@ void Parameter::SaveUserAttributes(std::ostream& out) const {
 
 // Leaves unit and file extension behind on purpose.
 void Parameter::CopyModelAttributes(Token* target) const {
-    if (!target) AssertAbort(kSource, 481);
-    if (target->kind != KindParameter) AssertAbort(kSource, 482);
+    if (!target) AssertionFailed(kSource, 481);
+    if (target->kind != KindParameter) AssertionFailed(kSource, 482);
     auto* copy = static_cast<Parameter*>(target);
     copy->type = GetType();
     copy->usage = usage;
@@ -344,9 +344,9 @@ void Parameter::CopyModelAttributes(Token* target) const {
 }
 
 void Parameter::CopyUserAttributes(Token* target) const {
-    if (!target) AssertAbort(kSource, 516);
+    if (!target) AssertionFailed(kSource, 516);
     target->SetModel(model);
-    if (target->kind != KindParameter) AssertAbort(kSource, 516);
+    if (target->kind != KindParameter) AssertionFailed(kSource, 516);
     auto* copy = static_cast<Parameter*>(target);
     copy->isReturn = isReturn;
     copy->value = value;
@@ -371,8 +371,8 @@ void Parameter::UpdateDisplayTextTree() {
 void Parameter::MakeUniqueName() {}
 
 bool Parameter::CheckValueFormat() const {
-    if (!model) AssertAbort(kSource, 89);
-    if (model->kind != KindParameter) AssertAbort(kSource, 90);
+    if (!model) AssertionFailed(kSource, 89);
+    if (model->kind != KindParameter) AssertionFailed(kSource, 90);
     const std::string_view wanted = GetType();
     if (wanted == "FLOAT") return BeginsWithNumber(value);
     if (wanted == "INTEGER") return BeginsWithWholeNumber(value);
@@ -405,12 +405,12 @@ void Parameter::SetFunction(Function* function) {
 
 ScenarioItem* Parameter::FindEnumTab(const std::string& tabName) const {
     ScenarioItem* root = GetModelRoot(this);
-    if (!root) AssertAbort(kSource, 1153);
+    if (!root) AssertionFailed(kSource, 1153);
     return FindDefinition(root, "ENUMTAB_LIST", KindEnumTab, tabName);
 }
 
 ScenarioItem* Parameter::FindEnumEntry(const std::string& enumTabName, const std::string& entryName) const {
     ScenarioItem* tab = FindEnumTab(enumTabName);
-    if (!tab) AssertAbort(kSource, 1176);
+    if (!tab) AssertionFailed(kSource, 1176);
     return FindEnumEntryIn(tab, entryName);
 }

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <map>
 
-#include <lmkUtils/AssertAbort.h>
 #include <lmkUtils/EnvConfig.h>
 #include <scenario/evaluation.h>
 #include <scenario/function.h>
@@ -12,6 +11,7 @@
 #include <scenario/variable.h>
 
 #include "items/ValueKinds.h"
+#include "text/Assertion.h"
 #include "text/Kinds.h"
 #include "text/NumberText.h"
 #include "text/TypeFit.h"
@@ -138,8 +138,8 @@ std::string ValueText(const Parameter& parameter, bool&) { return parameter.valu
 
 std::string EntryText(const Parameter& parameter, bool&) {
     const ScenarioItem* entry = parameter.FindEnumEntry(DefinitionOf(parameter).enumTab, parameter.value);
-    if (!entry) AssertAbort(kSource, 885);
-    if (entry->kind != KindEnum) AssertAbort(kSource, 886);
+    if (!entry) AssertionFailed(kSource, 885);
+    if (entry->kind != KindEnum) AssertionFailed(kSource, 886);
     return entry->label;
 }
 
@@ -194,7 +194,7 @@ std::string ItemText(const Parameter& parameter, bool&) {
     const ScenarioItemKind kind = KindFromKeyword(parameter.valueKind);
     if (kind == KindNone) return "?";
     ScenarioItem* root = GetTreeRoot(&parameter);
-    if (!root) AssertAbort(kSource, 1104);
+    if (!root) AssertionFailed(kSource, 1104);
     const ScenarioItem* item = root->FindItem(kind, parameter.value, SearchScope(parameter));
     if (!item) return {};
     if (kind == KindVariable && !parameter.ownerFile.empty()) return item->label + " [" + parameter.ownerFile + "]";
@@ -206,15 +206,15 @@ bool Always(const Parameter&) { return true; }
 bool FileExists(const Parameter& parameter) {
     if (parameter.value.empty()) return false;
     const std::string directory = DirectoryOfFiles(DefinitionOf(parameter).fileDir);
-    if (directory.empty()) AssertAbort(kSource, 610);
+    if (directory.empty()) AssertionFailed(kSource, 610);
     return !lmkUtils::EnvConfig().findInPath(directory, parameter.value).empty();
 }
 
 bool ResultFits(const Parameter& parameter) {
     if (!parameter.functionValue) return false;
     const Token* definition = parameter.functionValue->model;
-    if (!definition) AssertAbort(kSource, 624);
-    if (!KindIsIn(definition->kind, kCallable)) AssertAbort(kSource, 625);
+    if (!definition) AssertionFailed(kSource, 624);
+    if (!KindIsIn(definition->kind, kCallable)) AssertionFailed(kSource, 625);
     return TypeFits(static_cast<const Function*>(definition)->returnType, parameter.GetType());
 }
 
@@ -237,7 +237,7 @@ bool VehicleExists(const Parameter& parameter) {
 
 bool VariableFits(const Parameter& parameter) {
     ScenarioItem* root = GetTreeRoot(&parameter);
-    if (!root) AssertAbort(kSource, 682);
+    if (!root) AssertionFailed(kSource, 682);
     const ScenarioItem* variable = root->FindItem(KindVariable, parameter.value, SearchScope(parameter));
     return variable && TypeFits(static_cast<const Variable*>(variable)->type, parameter.GetType());
 }
@@ -274,7 +274,7 @@ bool ItemExists(const Parameter& parameter) {
     const ScenarioItemKind kind = KindFromKeyword(parameter.valueKind);
     if (kind == KindNone || kind == KindModifier) return true;
     ScenarioItem* root = GetTreeRoot(&parameter);
-    if (!root) AssertAbort(kSource, 833);
+    if (!root) AssertionFailed(kSource, 833);
     return root->FindItem(kind, parameter.value, "") != nullptr;
 }
 
@@ -285,8 +285,8 @@ void Parameter::UpdateDisplayText() {
         displayText = name + "    (" + label + ")";
         return;
     }
-    if (!model) AssertAbort(kSource, 876);
-    if (model->kind != KindParameter) AssertAbort(kSource, 877);
+    if (!model) AssertionFailed(kSource, 876);
+    if (model->kind != KindParameter) AssertionFailed(kSource, 877);
     bool isFinal = false;
     displayText = ParameterKindOf(valueKind).text(*this, isFinal);
     if (isFinal) return;
@@ -295,8 +295,8 @@ void Parameter::UpdateDisplayText() {
 }
 
 void Parameter::UpdateValidity() {
-    if (!model) AssertAbort(kSource, 569);
-    if (model->kind != KindParameter) AssertAbort(kSource, 570);
+    if (!model) AssertionFailed(kSource, 569);
+    if (model->kind != KindParameter) AssertionFailed(kSource, 570);
     bool isValid = ParameterKindOf(valueKind).isValid(*this);
     const ScenarioItem* root = RootAbove(*this);
     if (root->kind == KindScenario && !ownerFile.empty() && ownerFile != root->fileName)

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/CallUnderWay.h>
 #include <scenario/function.h>
 #include <scenario/program.h>
@@ -13,6 +12,7 @@
 #include "run/ParameterMemory.h"
 #include "run/StepScope.h"
 #include "run/TreeWatch.h"
+#include "text/Assertion.h"
 #include "text/Kinds.h"
 #include "text/NumberText.h"
 
@@ -68,7 +68,7 @@ const Variable* FindEntry(const Parameter& parameter, ParameterMemory& memory) {
         return memory.entry;
     memory.version = 0; // should the search not come back
     auto* tab = static_cast<EnumTab*>(parameter.FindEnumTab(tabName));
-    if (!tab) AssertAbort(kSource, 1396);
+    if (!tab) AssertionFailed(kSource, 1396);
     memory.entry = dynamic_cast<const Variable*>(tab->FindEntry(parameter.value));
     memory.version = version;
     return memory.entry;

@@ -5,7 +5,6 @@
 #include <ostream>
 #include <unordered_set>
 
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/Criteria.h>
 #include <scenario/include.h>
 #include <scenario/program.h>
@@ -15,6 +14,7 @@
 #include "items/Offer.h"
 #include "link/Lookup.h"
 #include "run/StepScope.h"
+#include "text/Assertion.h"
 #include "text/Kinds.h"
 
 namespace {
@@ -98,7 +98,7 @@ void ScenarioItem::SaveChildren(std::ostream& out) const {
     std::vector<ScenarioItem*> children;
     GetChildren(children);
     for (ScenarioItem* child : children) {
-        if (!child) AssertAbort(kSource, 757);
+        if (!child) AssertionFailed(kSource, 757);
         child->Save(out);
     }
 }
@@ -139,7 +139,7 @@ ScenarioItem* ScenarioItem::Clone() const {
     std::vector<ScenarioItem*> children;
     GetChildren(children);
     for (const ScenarioItem* child : children) {
-        if (!child) AssertAbort(kSource, 445);
+        if (!child) AssertionFailed(kSource, 445);
         ScenarioItem* childCopy = child->Clone();
         if (childCopy && !OfferChild(*copy, childCopy)) delete childCopy;
     }
@@ -152,7 +152,7 @@ void ScenarioItem::UpdateDisplayTextTree() {
     std::vector<ScenarioItem*> children;
     GetChildren(children);
     for (ScenarioItem* child : children) {
-        if (!child) AssertAbort(kSource, 779);
+        if (!child) AssertionFailed(kSource, 779);
         child->UpdateDisplayTextTree();
     }
     UpdateDisplayText();

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <cstring>
 
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/ScenarioItem.h>
 
+#include "text/Assertion.h"
 #include "text/Kinds.h"
 
 namespace {
@@ -70,7 +70,7 @@ private:
 
 template <class Item>
 Item* Checked(Item* child, int line) {
-    if (!child) AssertAbort(kSource, line);
+    if (!child) AssertionFailed(kSource, line);
     return child;
 }
 

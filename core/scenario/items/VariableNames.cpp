@@ -6,10 +6,11 @@
 #include <typeinfo>
 #include <utility>
 
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/Parameter.h>
 #include <scenario/task.h>
 #include <scenario/variable.h>
+
+#include "text/Assertion.h"
 
 namespace {
 
@@ -76,7 +77,7 @@ std::string VariableNames::SmallestFreeNumber() {
         firstPossible = number;
         return text;
     }
-    AssertAbort("token", 348);
+    AssertionFailed("token", 348);
 }
 
 void VariableNames::IndexNames() {
@@ -91,7 +92,7 @@ void VariableNames::IndexNames() {
     while (!open.empty()) {
         const auto [item, inRule] = open.back();
         open.pop_back();
-        if (!item) AssertAbort("ScenarioItem", 1129);
+        if (!item) AssertionFailed("ScenarioItem", 1129);
         const bool hidden = inRule || item->kind == KindRule;
         if (item->kind == KindVariable) {
             const auto count = [hidden](Places& places) {

@@ -1,10 +1,9 @@
 #include <scenario/action.h>
 
-#include <lmkUtils/AssertAbort.h>
-
 #include "link/Definitions.h"
 #include "run/CallArguments.h"
 #include "run/StepScope.h"
+#include "text/Assertion.h"
 #include "text/Kinds.h"
 
 namespace {
@@ -31,7 +30,7 @@ bool Action::OnLoadBegin() {
 }
 
 void Action::UpdateDisplayText() {
-    if (!parent) AssertAbort(kSource, 74);
+    if (!parent) AssertionFailed(kSource, 74);
     Function::UpdateDisplayText();
     displayText.insert(0, kind == KindAction ? "THEN  " : "ELSE  ");
 }
@@ -46,7 +45,7 @@ void Action::UpdateValidity() {
 
 void Action::Execute() {
     const Token* definition = RootDefinitionOf(*this);
-    if (!definition || !KindIsIn(definition->kind, kCallable)) AssertAbort(kSource, 112);
+    if (!definition || !KindIsIn(definition->kind, kCallable)) AssertionFailed(kSource, 112);
     const std::int32_t number = static_cast<const Function*>(definition)->codeNumber;
     if (number == -1) return;
     const StepScope step;

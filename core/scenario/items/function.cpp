@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <string_view>
 
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/Parameter.h>
 
 #include "items/AttributeRow.h"
@@ -13,6 +12,7 @@
 #include "link/Definitions.h"
 #include "run/CallArguments.h"
 #include "run/StepScope.h"
+#include "text/Assertion.h"
 #include "text/Kinds.h"
 #include "text/NumberText.h"
 #include "text/Refusal.h"
@@ -95,7 +95,7 @@ Item* FindInCall(Call& call, std::uint32_t itemKind, const std::string& itemName
     std::vector<ScenarioItem*> children;
     call.GetChildren(children);
     for (Item* child : children) {
-        if (!child) AssertAbort(kSource, line);
+        if (!child) AssertionFailed(kSource, line);
         if (Item* hit = child->FindItem(itemKind, itemName, std::string())) return hit;
     }
     const std::size_t count = call.parameters.size();
@@ -103,7 +103,7 @@ Item* FindInCall(Call& call, std::uint32_t itemKind, const std::string& itemName
         std::equal(call.parameters.begin(), call.parameters.end(), children.end() - static_cast<std::ptrdiff_t>(count)))
         return nullptr;
     for (Item* parameter : call.parameters) {
-        if (!parameter) AssertAbort(kSource, line);
+        if (!parameter) AssertionFailed(kSource, line);
         if (Item* hit = parameter->FindItem(itemKind, itemName, scopeOfLastPass)) return hit;
     }
     return nullptr;
@@ -115,11 +115,11 @@ void CollectBelow(Call& call, std::uint32_t itemKind, std::vector<Item*>& out, i
     std::vector<ScenarioItem*> children;
     call.GetChildren(children);
     for (Item* child : children) {
-        if (!child) AssertAbort(kSource, line);
+        if (!child) AssertionFailed(kSource, line);
         child->CollectItemsOfKind(out, itemKind, true, true);
     }
     for (Item* parameter : call.parameters) {
-        if (!parameter) AssertAbort(kSource, line);
+        if (!parameter) AssertionFailed(kSource, line);
         parameter->CollectItemsOfKind(out, itemKind, true, true);
     }
 }
@@ -166,7 +166,7 @@ void Function::GetChildren(std::vector<ScenarioItem*>& out, std::uint32_t kindFi
 void Function::DetachChildren() { parameters.clear(); }
 
 void Function::AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) {
-    if (!child) AssertAbort(kNullChild.source, kNullChild.line);
+    if (!child) AssertionFailed(kNullChild.source, kNullChild.line);
     if (!IsParameterKind(child)) return;
     FetchNextWanted(*this);
     childStore::Place(this, parameters, child, reference, after, kNullChild);
@@ -189,7 +189,7 @@ void Function::SwapChildren(ScenarioItem* a, ScenarioItem* b) { childStore::Swap
 
 void Function::SaveChildren(std::ostream& out) const {
     for (Parameter* parameter : parameters) {
-        if (!parameter) AssertAbort(kSource, 171);
+        if (!parameter) AssertionFailed(kSource, 171);
         parameter->Save(out);
     }
     if (returnParameter) returnParameter->Save(out);
@@ -207,8 +207,8 @@ bool Function::OnLoadBegin() {
 }
 
 bool Function::OnLoadEnd() {
-    if (!model) AssertAbort(kSource, 214);
-    if (!IsCall(model)) AssertAbort(kSource, 215);
+    if (!model) AssertionFailed(kSource, 214);
+    if (!IsCall(model)) AssertionFailed(kSource, 215);
     auto& definition = static_cast<Function&>(*model);
     SetFunctionModel(&definition);
     if (!Token::OnLoadEnd()) return false;
@@ -216,7 +216,7 @@ bool Function::OnLoadEnd() {
     bool hasOneReturn = true;
     for (std::size_t i = 0; i < parameters.size();) {
         Parameter* parameter = parameters[i];
-        if (!parameter) AssertAbort(kSource, 226);
+        if (!parameter) AssertionFailed(kSource, 226);
         if (!parameter->isReturn || returnParameter) {
             if (parameter->isReturn)
                 hasOneReturn = Refuse("\"", name, "\" has a second RETURN \"", parameter->name, "\"");
@@ -262,8 +262,8 @@ void Function::SaveUserAttributes(std::ostream& out) const { Token::SaveUserAttr
 
 // Leaves `seeAlso` behind on purpose.
 void Function::CopyModelAttributes(Token* target) const {
-    if (!target) AssertAbort(kSource, 301);
-    if (!IsCall(target)) AssertAbort(kSource, 302);
+    if (!target) AssertionFailed(kSource, 301);
+    if (!IsCall(target)) AssertionFailed(kSource, 302);
     auto* copy = static_cast<Function*>(target);
     copy->code = code;
     copy->codeNumber = codeNumber;
@@ -278,8 +278,8 @@ void Function::CopyModelAttributes(Token* target) const {
 }
 
 void Function::CopyUserAttributes(Token* target) const {
-    if (!target) AssertAbort(kSource, 321);
-    if (!IsCall(target)) AssertAbort(kSource, 322);
+    if (!target) AssertionFailed(kSource, 321);
+    if (!IsCall(target)) AssertionFailed(kSource, 322);
     target->SetModel(model);
     static_cast<Function*>(target)->weight = weight;
 }
@@ -289,12 +289,12 @@ void Function::UpdateDisplayTextTree() {
     std::vector<ScenarioItem*> children;
     GetChildren(children);
     for (ScenarioItem* child : children) {
-        if (!child) AssertAbort(kSource, 341);
+        if (!child) AssertionFailed(kSource, 341);
         if (IsCall(child)) {
             calls.push_back(static_cast<Function*>(child));
             calls.back()->boundParameter = nullptr;
         } else if (child->kind != KindParameter) {
-            AssertAbort(kSource, 346);
+            AssertionFailed(kSource, 346);
         }
     }
     // A parameter that asks for a call comes first.
@@ -321,9 +321,9 @@ void Function::UpdateDisplayText() {
         return;
     }
     const Token* definition = RootDefinitionOf(*this);
-    if (!definition) AssertAbort(kSource, 379);
+    if (!definition) AssertionFailed(kSource, 379);
     for (const Parameter* parameter : parameters)
-        if (!parameter) AssertAbort(kSource, 381);
+        if (!parameter) AssertionFailed(kSource, 381);
     if (OperatorSign(name)) {
         const char* sign = OperatorSign(definition->name);
         displayText = TextOf(*this, 0) + " " + (sign ? sign : "") + " " + TextOf(*this, 1);
@@ -366,8 +366,8 @@ void Function::CollectAllItemsOfKind(std::uint32_t itemKind, std::vector<const S
 }
 
 void Function::SetFunctionModel(Token* definition) {
-    if (!definition) AssertAbort(kSource, 552);
-    if (!IsCall(definition)) AssertAbort(kSource, 553);
+    if (!definition) AssertionFailed(kSource, 552);
+    if (!IsCall(definition)) AssertionFailed(kSource, 553);
     if (model != this) UpgradeCall(*this, static_cast<Function&>(*definition));
 }
 
@@ -384,7 +384,7 @@ void Function::UpdateValidity() {
     Token::UpdateValidity();
     bool isValid = valid;
     for (Parameter* parameter : parameters) {
-        if (!parameter) AssertAbort(kSource, 593);
+        if (!parameter) AssertionFailed(kSource, 593);
         parameter->UpdateValidity();
         isValid = isValid && parameter->IsValid();
     }
@@ -396,7 +396,7 @@ void Function::UpdateValidity() {
 
 float Function::Evaluate() const {
     const Token* definition = RootDefinitionOf(*this);
-    if (!definition || !IsCall(definition)) AssertAbort(kSource, 622);
+    if (!definition || !IsCall(definition)) AssertionFailed(kSource, 622);
     const std::int32_t number = static_cast<const Function*>(definition)->codeNumber;
     if (number == -1) return 0.0F;
     const StepScope step;

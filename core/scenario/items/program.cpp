@@ -2,12 +2,11 @@
 
 #include <ostream>
 
-#include <lmkUtils/AssertAbort.h>
-
 #include "items/AttributeRow.h"
 #include "items/ChildStore.h"
 #include "link/Lookup.h"
 #include "run/StepScope.h"
+#include "text/Assertion.h"
 
 namespace {
 
@@ -94,6 +93,6 @@ bool Program::AcceptsChildKind(std::uint32_t childKind) const { return IsGroupMe
 
 ScenarioItem* Program::Clone() const {
     ScenarioItem* copy = Folders::Clone();
-    if (!copy) AssertAbort(kSource, 73);
+    if (!copy) AssertionFailed(kSource, 73);
     return copy;
 }

@@ -3,10 +3,9 @@
 #include <limits>
 #include <unordered_set>
 
-#include <lmkUtils/AssertAbort.h>
-
 #include "items/AttributeRow.h"
 #include "link/Definitions.h"
+#include "text/Assertion.h"
 #include "text/Kinds.h"
 
 namespace {
@@ -26,8 +25,8 @@ std::vector<ScenarioItem*> ChildrenOf(const ScenarioItem& item) {
 }
 
 void CheckTokenChild(const ScenarioItem* child, int nullLine, int kindLine) {
-    if (!child) AssertAbort(kSource, nullLine);
-    if (!KindIsIn(child->kind, kTokenKind)) AssertAbort(kSource, kindLine);
+    if (!child) AssertionFailed(kSource, nullLine);
+    if (!KindIsIn(child->kind, kTokenKind)) AssertionFailed(kSource, kindLine);
 }
 
 // The names that a search from `item` finds for that kind. It does not see the variables of a rule.
@@ -75,7 +74,7 @@ void Token::CopyUserAttributes(Token*) const {}
 
 ScenarioItem* Token::Clone() const {
     auto* copy = dynamic_cast<Token*>(ScenarioItem::Clone());
-    if (!copy) AssertAbort(kSource, 160);
+    if (!copy) AssertionFailed(kSource, 160);
     CopyUserAttributes(copy);
     return copy;
 }
@@ -88,7 +87,7 @@ void Token::LinkModel(Token* item, const char* listName) { LinkModelIn(*item, li
 
 void Token::MakeUniqueName() {
     ScenarioItem* root = parent ? GetTreeRoot(parent) : this;
-    if (!root) AssertAbort(kSource, 325);
+    if (!root) AssertionFailed(kSource, 325);
     std::vector<ScenarioItem*> namesakes;
     root->CollectItems(kind, name, namesakes, true, true);
     if (model != this || namesakes.size() < 2) return;
@@ -104,7 +103,7 @@ void Token::MakeUniqueName() {
         SetName(candidate);
         return;
     }
-    AssertAbort(kSource, 348);
+    AssertionFailed(kSource, 348);
 }
 
 void Token::ResetMarks(Token* item) {
@@ -119,7 +118,7 @@ void Token::ResetMarks(Token* item) {
 
 void Token::UpdateDisplayTextTree() {
     for (ScenarioItem* child : ChildrenOf(*this)) {
-        if (!child) AssertAbort(kSource, 193);
+        if (!child) AssertionFailed(kSource, 193);
         child->UpdateDisplayTextTree();
     }
     UpdateValidity();

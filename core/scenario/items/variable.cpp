@@ -7,10 +7,10 @@
 #include <typeinfo>
 
 #include <boost/lexical_cast.hpp>
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/ParameterValue.h>
 
 #include "items/AttributeRow.h"
+#include "text/Assertion.h"
 #include "text/Log.h"
 #include "text/NumberText.h"
 
@@ -165,7 +165,7 @@ bool Variable::AcceptsChildKind(std::uint32_t) const { return false; }
 
 ScenarioItem* Variable::Clone() const {
     auto* copy = dynamic_cast<Variable*>(Token::Clone());
-    if (!copy) AssertAbort(kSource, 101);
+    if (!copy) AssertionFailed(kSource, 101);
     copy->label = label;
     copy->type = type;
     copy->value = value;

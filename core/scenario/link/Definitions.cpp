@@ -4,10 +4,8 @@
 #include <string>
 #include <vector>
 
-#include <lmkUtils/AssertAbort.h>
-
 #include "link/Lookup.h"
-#include "text/Problems.h"
+#include "text/Assertion.h"
 #include "text/Refusal.h"
 #include "text/ShortText.h"
 
@@ -51,12 +49,9 @@ void LinkModelIn(Token& item, std::string_view listName) {
         return;
     }
     ScenarioItem* root = GetModelRoot(&item);
-    if (!root) AssertAbort(kSource, 271);
+    if (!root) AssertionFailed(kSource, 271);
     const DefinitionPlace place = FindDefinitionPlace(root, listName, DefinitionKindOf(item), item.name);
-    if (!place.hasFolder) {
-        TellRefusalNow("the model has no folder " + std::string(listName));
-        AssertAbort(kSource, 275);
-    }
+    if (!place.hasFolder) AssertionFailed(kSource, 275, "the model has no folder " + std::string(listName));
     // Whatever has the kind of a token is one.
     item.SetModel(static_cast<Token*>(place.definition));
 }

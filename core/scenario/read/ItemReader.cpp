@@ -6,13 +6,13 @@
 
 #include <Commons/FileUtils.h>
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/config.h>
 
 #include "items/ChildStore.h"
 #include "items/Offer.h"
 #include "read/Load.h"
 #include "read/LoadReport.h"
+#include "text/Assertion.h"
 #include "text/Log.h"
 #include "text/Problems.h"
 #include "text/Refusal.h"
@@ -146,7 +146,7 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bo
     const ScenarioTextStream header = stream;
     NextLineAfterReading(stream);
     ScenarioItem* created = CreateItem(kind, load.name, context);
-    if (!created) AssertAbort(kSource, 565);
+    if (!created) AssertionFailed(kSource, 565);
 
     ItemBeingRead item(load, created, parent);
     if (kind == KindConfig) load.configs.push_back(static_cast<Config*>(created));
@@ -195,7 +195,7 @@ ScenarioItem* LoadScenarioVariables(ScenarioTextStream& stream, ItemLoadContext*
 }
 
 ScenarioItem* LoadScenarioFile(const char* path, std::ostream* log, bool headerOnly) {
-    if (!path) AssertAbort(kSource, 466);
+    if (!path) AssertionFailed(kSource, 466);
     scenarioLog = log;
     const LoadSource source(path);
 
@@ -208,7 +208,7 @@ ScenarioItem* LoadScenarioFile(const char* path, std::ostream* log, bool headerO
         }
         if (!bytes.empty()) bytes.push_back('\0');
     } catch (const std::bad_alloc&) {
-        AssertAbort(kSource, 487);
+        AssertionFailed(kSource, 487, "there is not enough memory for the file");
     }
     if (bytes.empty()) {
         LogMessage(LogSeverity::Warning, std::string("File ") + path + " is empty.");

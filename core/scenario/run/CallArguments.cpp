@@ -4,10 +4,10 @@
 #include <deque>
 #include <utility>
 
-#include <lmkUtils/AssertAbort.h>
 #include <scenario/CallUnderWay.h>
 #include <scenario/Parameter.h>
 
+#include "text/Assertion.h"
 #include "text/Log.h"
 
 namespace {
@@ -57,7 +57,7 @@ CallArguments::CallArguments(const Function& call) {
     if (count < call.parameters.size()) TellTooLong(call);
     for (; level.filled < count;) {
         const Parameter* parameter = call.parameters[level.filled];
-        if (!parameter) AssertAbort(kSource, 633);
+        if (!parameter) AssertionFailed(kSource, 633);
         // Counted first, for a fill that throws half way.
         parameter->FillValue(level.values[level.filled++]);
     }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "text/Problems.h"
 #include "text/Refusal.h"
 
 LoadProblemListener::~LoadProblemListener() = default;
@@ -9,3 +10,7 @@ LoadProblemListener::~LoadProblemListener() = default;
 LoadProblemListener* SetLoadProblemListener(LoadProblemListener* listener) {
     return std::exchange(loadProblemListener, listener);
 }
+
+LoadTextName::LoadTextName(const std::string& name) : outer(std::exchange(NameOfText(), name)) {}
+
+LoadTextName::~LoadTextName() { NameOfText() = outer; }

@@ -5,6 +5,8 @@
 
 #include <scenario/ItemText.h>
 
+class TextUnderWay;
+
 // What the listener of <scenario/LoadDiagnostics.h> is told, each with its file, row and line. Without a listener
 // nothing happens.
 
@@ -14,10 +16,10 @@ void TellProblem(const ScenarioTextStream& place, const std::string& cause, bool
 void TellUnreadableFile(const std::string& cause);
 // Of something that is passed over at the reader's line while the load goes on.
 void TellLoadWarning(const std::string& cause);
-// Of the reader's line, at once: before a fatal assertion, which leaves the reader no time to do so.
-void TellRefusalNow(const std::string& cause);
+// Of the fatal assertion with that label, at the reader's line, or in the file that is about to be read.
+void TellFatalProblem(const std::string& cause, const std::string& assertion);
 
-// The name under which problems are told while it lives.
+// The file of the problems that are told while it lives.
 class LoadSource {
 public:
     explicit LoadSource(const std::string& name);
@@ -27,6 +29,10 @@ public:
 
 private:
     std::string outer;
+    const TextUnderWay* outerText;
 };
+
+// The name of the text in memory that is being read, as LoadTextName left it.
+std::string& NameOfText();
 
 #endif

@@ -10,8 +10,7 @@
 #include <emmintrin.h>
 #endif
 
-#include <lmkUtils/AssertAbort.h>
-
+#include "text/Assertion.h"
 #include "text/Kinds.h"
 #include "text/Refusal.h"
 #include "text/ShortText.h"
@@ -136,7 +135,7 @@ std::int32_t scenarioDepth = 0;
 
 ScenarioTextStream::ScenarioTextStream(const char* text, std::size_t length)
     : begin(text), end(text + length), cursor(text) {
-    if (!text) AssertAbort(kStreamSource, 394);
+    if (!text) AssertionFailed(kStreamSource, 394);
     SkipSeparators(*this);
 }
 

@@ -173,7 +173,7 @@ void CheckTree(ScenarioItem& root, cfg::CfgScenario* file, const Json& base, Jso
 }
 
 void CheckScript(const std::string& path, cfg::ScenarioScript& script, cfg::CfgScenario& file, Json& findings) {
-    const ScriptAtHand working(script.name);
+    const ScriptUnderWay working(script.name);
     ProblemList list;
     std::uint32_t row = 1;
     std::string thrown;
@@ -204,7 +204,6 @@ Json CheckScenario(const Job& job) {
         if (!HasError(findings)) findings.push_back(FindingOf(cause, job.path));
     };
     scenarioRootModel = nullptr;
-    TemplateIsAtHand(job.path);
     std::string opening;
     {
         ProblemList list; // of the root model
