@@ -12,6 +12,7 @@
 #include <scenario/Parameter.h>
 #include <scenario/ParameterValue.h>
 #include <scenario/ScenarioItem.h>
+#include <scenario/WhyInvalid.h>
 #include <scenario/action.h>
 #include <scenario/config.h>
 #include <scenario/evaluation.h>

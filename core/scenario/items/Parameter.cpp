@@ -67,7 +67,7 @@ bool TakeEnumTab(Parameter& parameter, std::string_view value) {
 bool TakeKindList(Parameter& parameter, std::string_view value) {
     AppendWords(value, parameter.kindList);
     for (const std::string& word : parameter.kindList)
-        if (!FindParameterKind(word)) return Refuse("\"", word, "\" in KINDLIST is no kind of value");
+        if (!FindValueKind(word)) return Refuse("\"", word, "\" in KINDLIST is no kind of value");
     if (Contains(parameter.kindList, "FILE") && parameter.fileDir.empty())
         return Refuse("KINDLIST with \"FILE\" needs a FILEDIR above it");
     if (Contains(parameter.kindList, "ENUM") && parameter.enumTab.empty())
@@ -94,7 +94,7 @@ bool TakeKind(Parameter& parameter, std::string_view value) {
 
 bool TakeValue(Parameter& parameter, std::string_view value) {
     SetText(parameter.value, value);
-    return value.empty() || ParameterKindOf(parameter.valueKind).accepts(parameter);
+    return value.empty() || ValueKindOf(parameter.valueKind).accepts(parameter);
 }
 
 bool TakeOwnerFile(Parameter& parameter, std::string_view value) {
@@ -201,7 +201,7 @@ bool IsDefault(const Parameter& parameter) {
 
 } // namespace
 
-namespace ParameterKinds {
+namespace valueKinds {
 
 bool AnyValue(const Parameter&) { return true; }
 
@@ -224,7 +224,7 @@ bool LiteralOfType(const Parameter& parameter) {
     return true;
 }
 
-} // namespace ParameterKinds
+} // namespace valueKinds
 
 Parameter::Parameter(ScenarioItem* parentItem) : Token(parentItem) {}
 

@@ -132,7 +132,7 @@ std::string DirectoryOfFiles(const std::string& fileDir) {
 
 } // namespace
 
-namespace ParameterKinds {
+namespace valueKinds {
 
 std::string ValueText(const Parameter& parameter, bool&) { return parameter.value; }
 
@@ -278,7 +278,7 @@ bool ItemExists(const Parameter& parameter) {
     return root->FindItem(kind, parameter.value, "") != nullptr;
 }
 
-} // namespace ParameterKinds
+} // namespace valueKinds
 
 void Parameter::UpdateDisplayText() {
     if (model == this) {
@@ -288,7 +288,7 @@ void Parameter::UpdateDisplayText() {
     if (!model) AssertionFailed(kSource, 876);
     if (model->kind != KindParameter) AssertionFailed(kSource, 877);
     bool isFinal = false;
-    displayText = ParameterKindOf(valueKind).text(*this, isFinal);
+    displayText = ValueKindOf(valueKind).text(*this, isFinal);
     if (isFinal) return;
     if (!IsValid()) displayText += "?";
     if (displayText.empty()) displayText = "\"\"";
@@ -297,7 +297,7 @@ void Parameter::UpdateDisplayText() {
 void Parameter::UpdateValidity() {
     if (!model) AssertionFailed(kSource, 569);
     if (model->kind != KindParameter) AssertionFailed(kSource, 570);
-    bool isValid = ParameterKindOf(valueKind).isValid(*this);
+    bool isValid = ValueKindOf(valueKind).isValid(*this);
     const ScenarioItem* root = RootAbove(*this);
     if (root->kind == KindScenario && !ownerFile.empty() && ownerFile != root->fileName)
         isValid = isValid && static_cast<const ScenarioLib::Scenario*>(root)->FindIncludeByFile(ownerFile);

@@ -115,7 +115,7 @@ void FillFromVariables(const Parameter& parameter, ParameterMemory& memory, Para
 
 } // namespace
 
-namespace ParameterKinds {
+namespace valueKinds {
 
 void FillNothing(const Parameter&, ParameterMemory&, ParameterValue&) {}
 
@@ -177,13 +177,13 @@ void FillVariable(const Parameter& parameter, ParameterMemory& memory, Parameter
     }
 }
 
-} // namespace ParameterKinds
+} // namespace valueKinds
 
 void Parameter::FillValue(ParameterValue& out) const {
     if (!memory) memory = std::make_unique<ParameterMemory>();
     if (!memory->kind || memory->kindWord != valueKind) {
         memory->kindWord = valueKind;
-        memory->kind = &ParameterKindOf(valueKind);
+        memory->kind = &ValueKindOf(valueKind);
     }
     memory->kind->fill(*this, *memory, out);
 }

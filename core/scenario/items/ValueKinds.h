@@ -8,7 +8,7 @@
 
 // What a word of KIND means for the VALUE beside it. A word has one row, and whatever is asked about a value is
 // answered from it, so a new word is a new row and nothing else.
-struct ParameterKind {
+struct ValueKind {
     std::string_view word;
     // Whether the reader takes the VALUE; its definition is linked.
     bool (*accepts)(const Parameter&);
@@ -16,19 +16,23 @@ struct ParameterKind {
     std::string (*text)(const Parameter&, bool& isFinal);
     // Whether the VALUE can be used in the scenario around the parameter.
     bool (*isValid)(const Parameter&);
+    // What is wrong where it is not, and whether only a whole scenario can judge: in a script that is included
+    // elsewhere the VALUE means nothing. Null where no more can be said.
+    const char* whyInvalid;
+    bool needsScenario;
     // How the VALUE becomes an argument.
     void (*fill)(const Parameter&, ParameterMemory&, ParameterValue&);
 };
 
 // The row of a word; null for a word that is not in the vocabulary.
-const ParameterKind* FindParameterKind(std::string_view word);
+const ValueKind* FindValueKind(std::string_view word);
 // The row of a word, or that of all words which are not in the vocabulary. A KIND can be such a word when a host sets
 // it, and none at all before one is read.
-const ParameterKind& ParameterKindOf(std::string_view word);
+const ValueKind& ValueKindOf(std::string_view word);
 
 // The columns. Load checks and fillers stand with the reading and the values of parameters, texts and validity tests
 // together.
-namespace ParameterKinds {
+namespace valueKinds {
 
 bool AnyValue(const Parameter&);
 bool EntryOfEnumTab(const Parameter&);
@@ -66,6 +70,6 @@ void FillEntry(const Parameter&, ParameterMemory&, ParameterValue&);
 void FillResult(const Parameter&, ParameterMemory&, ParameterValue&);
 void FillVariable(const Parameter&, ParameterMemory&, ParameterValue&);
 
-} // namespace ParameterKinds
+} // namespace valueKinds
 
 #endif

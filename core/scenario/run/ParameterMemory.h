@@ -6,13 +6,13 @@
 #include <vector>
 
 class Variable;
-struct ParameterKind;
+struct ValueKind;
 
 // What the evaluations of one parameter have found out. Everything stands beside the text it was found for and is
 // found again when that text has changed; what was found in the tree holds for one version of TreeWatch.
 struct ParameterMemory {
     std::string kindWord;
-    const ParameterKind* kind = nullptr;
+    const ValueKind* kind = nullptr;
 
     std::string numberText;
     float number = 0.0F;

@@ -6,10 +6,8 @@
 #include <cfg/CfgScenario.h>
 #include <lmkUtils/ConfigurationError.h>
 #include <lmkUtils/EnvConfig.h>
-#include <scenario/Condition.h>
 #include <scenario/Parameter.h>
-#include <scenario/action.h>
-#include <scenario/evaluation.h>
+#include <scenario/WhyInvalid.h>
 #include <simulation/Trace.h>
 
 #include <algorithm>
@@ -66,63 +64,6 @@ bool HasError(const Json& findings) {
 // Where an editor finds the item.
 std::string PlaceOf(const ScenarioItem& item) { return item.parent ? TavrelSimulation::PathOf(*item.parent) : ""; }
 
-struct KindCause {
-    const char* kind;
-    const char* cause;
-};
-
-// What makes a value invalid, by the KIND of its parameter.
-// clang-format off
-constexpr KindCause kParameterCauses[] = {
-    {"FILE",       "the data path has no such file"},
-    {"FUNCTION",   "its call is missing, or returns another type"},
-    {"TASK",       "there is no such task"},
-    {"USER",       "the value is not of the type of its definition, or outside its limits"},
-    {"VARIABLE",   "there is no such variable, or it has another type, or its OWNER_FILE is no file of the scenario"},
-    {"VEHICLE",    "the scenario has no such vehicle"},
-    {"VHC_INPUT",  "the vehicle has no such input"},
-    {"VHC_OUTPUT", "the vehicle has no such output"},
-    {"TRIGGER",    "the scenario has no such trigger"},
-    {"DRIVER",     "the scenario has no such driver"},
-    {"IMAGE",      "the scenario has no such image"},
-    {"SOUND",      "the scenario has no such sound"},
-};
-// clang-format on
-
-// Kinds whose values only a whole scenario can judge; in a script that is included elsewhere they mean nothing.
-constexpr const char* kKindsOfScenario[] = {"TASK",    "VARIABLE", "VEHICLE", "VHC_INPUT", "VHC_OUTPUT",
-                                            "TRIGGER", "DRIVER",   "IMAGE",   "SOUND"};
-
-bool NeedsScenario(const std::string& kind) {
-    return std::find(std::begin(kKindsOfScenario), std::end(kKindsOfScenario), kind) != std::end(kKindsOfScenario);
-}
-
-std::string CauseFor(const Parameter& parameter) {
-    for (const KindCause& row : kParameterCauses)
-        if (parameter.valueKind == row.kind)
-            return fmt::format("parameter \"{}\" with {} \"{}\": {}", parameter.name, parameter.valueKind,
-                               parameter.value, row.cause);
-    return fmt::format("parameter \"{}\" with {} \"{}\" is not valid", parameter.name, parameter.valueKind,
-                       parameter.value);
-}
-
-bool HasInvalidPart(const ScenarioItem& item) {
-    std::vector<ScenarioItem*> children;
-    item.GetChildren(children);
-    if (const auto* function = dynamic_cast<const Function*>(&item))
-        children.insert(children.end(), function->parameters.begin(), function->parameters.end());
-    return std::any_of(children.begin(), children.end(), [](const ScenarioItem* child) { return !child->IsValid(); });
-}
-
-std::string CauseFor(const ScenarioItem& item) {
-    const std::string what = fmt::format("{} \"{}\"", KindKeyword(item.kind), item.name);
-    if (HasInvalidPart(item)) return what + ": a part of it is not valid";
-    if (item.kind == KindAction || item.kind == KindElseAction)
-        return what + ": it stands in no rule that begins with a condition";
-    if (item.kind == KindCondition) return what + ": a rule heeds its first condition alone, and AND and OR need parts";
-    return what + ": it is not valid where it stands";
-}
-
 // Whether the reader has already said that an include could not be had.
 bool IsTold(const Json& findings, const std::string& include) {
     return std::any_of(findings.begin(), findings.end(), [&](const Json& finding) {
@@ -133,16 +74,12 @@ bool IsTold(const Json& findings, const std::string& include) {
 // The invalid parameters and calls below `item`, in the order of the file. Without a scenario around them only those
 // count that no scenario could make valid.
 void AddInvalid(const ScenarioItem& item, bool whole, const Json& base, Json& findings) {
-    const auto* parameter = dynamic_cast<const Parameter*>(&item);
-    const bool call = dynamic_cast<const Function*>(&item) != nullptr;
     const bool reference = item.kind == KindInclude && item.IsIndexEntry();
-    const bool counts = parameter ? whole || !NeedsScenario(parameter->valueKind) : reference || (call && whole);
-    if (counts && !item.IsValid() && !(reference && IsTold(findings, item.fileName))) {
+    const bool counts = reference || dynamic_cast<const Parameter*>(&item) || dynamic_cast<const Function*>(&item);
+    if (counts && (whole || !IsJudgedByScenario(item)) && !item.IsValid() &&
+        !(reference && IsTold(findings, item.fileName))) {
         Json finding = base;
-        finding["cause"] = parameter ? CauseFor(*parameter)
-                           : reference
-                               ? fmt::format("INCLUDE of \"{}\": the data path has no such script", item.fileName)
-                               : CauseFor(item);
+        finding["cause"] = WhyInvalid(item);
         finding["place"] = PlaceOf(item);
         finding["display"] = OneLine(item.displayText);
         findings.push_back(finding);
