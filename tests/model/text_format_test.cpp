@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <stdexcept>
 
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
 #include <gmock/gmock.h>
@@ -117,6 +118,32 @@ TEST(Writer, LeavesOutTheChildrenOfAnIndexEntryAndTheNameOfTheNameless) {
     WriteAttribute(out, "KEY", std::string());
     scenarioDepth = 0;
     EXPECT_EQ(out.str(), "KEY=\"a\"b\"\n" + std::string(20, '\t') + "KEY=\"\"\n");
+}
+
+// What classes of a host throw passes, and leaves nothing behind.
+TEST(Writer, StandsAtTheMarginAfterAThrow) {
+    struct Thrower : Folders {
+        void SaveAttributes(std::ostream&) const override { throw std::runtime_error("host"); }
+    };
+    Folders root;
+    root.kind = KindFolder;
+    auto* const thrower = new Thrower;
+    thrower->kind = KindFolder;
+    root.AddChild(thrower, nullptr, true);
+    EXPECT_THROW(SavedText(root), std::runtime_error);
+    EXPECT_EQ(scenarioDepth, 0);
+}
+
+TEST(Reader, TellsTheRefusalAlsoWhereTheParentThrows) {
+    struct Keeper : Folders {
+        void RemoveChild(ScenarioItem*) override { throw std::runtime_error("host"); }
+    };
+    Keeper parent;
+    parent.kind = KindFolder;
+    const std::string text = "TYPEOF FOLDER (new)\n{\nwrong\n}\n";
+    ScenarioTextStream stream(text.c_str(), text.size());
+    EXPECT_EQ(LoadScenarioText(stream, &parent, nullptr, nullptr, false), nullptr);
+    EXPECT_EQ(parent.children.size(), 1U) << "what its parent keeps is the parent's";
 }
 
 TEST(Words, AreSplitAtAnyWhiteSpaceAndJoinedByBlanks) {

@@ -1,7 +1,6 @@
 #include "items/Offer.h"
 
 #include <algorithm>
-#include <new>
 #include <vector>
 
 namespace {
@@ -28,14 +27,18 @@ bool OfferChild(ScenarioItem& parent, ScenarioItem* child) {
 
 void TakeBackAndDestroy(ScenarioItem& parent, ScenarioItem* child) {
     watchedItem = child;
-    parent.RemoveChild(child);
+    try {
+        parent.RemoveChild(child);
+    } catch (...) {
+        // That of a host class. The read has failed already, which is what the caller is to hear of.
+    }
     const bool alive = watchedItem != nullptr;
     watchedItem = nullptr;
     if (!alive) return;
     bool isHeld = child->parent == &parent;
     try {
         isHeld = Holds(parent, child);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         // Rather lost than destroyed twice.
     }
     if (!isHeld) delete child;

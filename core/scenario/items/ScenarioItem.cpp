@@ -29,6 +29,14 @@ constexpr Row kFlags[] = {
     Row::text<&ScenarioItem::isaIndex>("ISA_INDEX"),
 };
 
+// Also past what a class of the host throws.
+struct OneDeeper {
+    OneDeeper() { ++scenarioDepth; }
+    ~OneDeeper() { --scenarioDepth; }
+    OneDeeper(const OneDeeper&) = delete;
+    OneDeeper& operator=(const OneDeeper&) = delete;
+};
+
 const char* FlagText(bool flag) { return flag ? "1" : "0"; }
 
 } // namespace
@@ -106,10 +114,11 @@ void ScenarioItem::SaveChildren(std::ostream& out) const {
 bool ScenarioItem::Save(std::ostream& out) {
     WriteHeader(out, kind, name);
     WriteBrace(out, '{');
-    ++scenarioDepth;
-    SaveAttributes(out);
-    if (!IsIndexEntry()) SaveChildren(out);
-    --scenarioDepth;
+    {
+        const OneDeeper depth;
+        SaveAttributes(out);
+        if (!IsIndexEntry()) SaveChildren(out);
+    }
     WriteBrace(out, '}');
     return true;
 }
