@@ -75,7 +75,7 @@ TEST_F(ConditionTest, AttributesOfAnInstance) {
         {"change", "MODIFIER='BECOMES_FALSE'", 0, "", "BECOMES_FALSE", -1.0F, "\tMODIFIER=\"BECOMES_FALSE\"\n"},
         {"unknown", "MODIFIER='BECOMES_TURE'", 1, "unknown MODIFIER \"BECOMES_TURE\", did you mean \"BECOMES_TRUE\"",
          "", 0, ""},
-        {"empty", "MODIFIER=''", 1, "MODIFIER", "", 0, ""},
+        {"unset, as it is written", "MODIFIER=''", 0, "", "IS_TRUE", -1.0F, ""},
         {"second", "MODIFIER='IS_TRUE' MODIFIER='IS_TRUE'", 2, "", "", 0, ""},
         {"span", "DURATION='2.5' MODIFIER='HAS_BEEN_TRUE_FOR'", 0, "", "HAS_BEEN_TRUE_FOR", 2.5F,
          "\tMODIFIER=\"HAS_BEEN_TRUE_FOR\"\n\tDURATION=\"2.500000\"\n"},
@@ -111,6 +111,16 @@ TEST_F(ConditionTest, JunctionsTakeConditionsAlone) {
     EXPECT_FALSE(Read("SUPEQAL"));
     EXPECT_EQ(world.cause, "unknown condition \"SUPEQAL\", did you mean \"SUPEQUAL\"");
     EXPECT_EQ(world.Find<Condition>(*world.root, KindCondition, "FOG").returnType, "BOOL");
+}
+
+TEST_F(ConditionTest, WhatTheFactoryMakesReadsBack) {
+    Folders list;
+    list.kind = KindFolder;
+    list.name = "CONDITION_LIST";
+    list.AddChild(CreateItem(KindCondition, "FOG", nullptr), nullptr, true);
+    Folders* const model = std::exchange(scenarioRootModel, nullptr);
+    EXPECT_NE(world.ReadText(SavedText(list)), nullptr) << world.cause;
+    scenarioRootModel = model;
 }
 
 TEST_F(ConditionTest, SavesAndClonesAJunction) {
@@ -212,6 +222,23 @@ TEST_F(ConditionTest, TextsOfConditions) {
         compared->model->name = name;
         EXPECT_EQ(shown(compared, &task), std::string("2  ") + sign + "  1");
     }
+}
+
+TEST_F(ConditionTest, AComparisonWithoutItsParametersHasNoTexts) {
+    Condition definition;
+    definition.kind = KindCondition;
+    definition.name = "SUPEQUAL";
+    definition.SetModel(&definition);
+    Condition comparison;
+    comparison.kind = KindCondition;
+    comparison.name = "SUPEQUAL";
+    comparison.modifier = "IS_TRUE";
+    comparison.parent = &definition;
+    comparison.SetModel(&definition);
+    comparison.parameters = {nullptr, nullptr};
+    comparison.UpdateDisplayText();
+    EXPECT_EQ(comparison.displayText, "  >=  ");
+    comparison.parameters.clear();
 }
 
 TEST_F(ConditionTest, ValidityOfConditions) {

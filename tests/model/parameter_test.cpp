@@ -363,6 +363,37 @@ TEST_F(ParameterTest, TypeIsThatOfTheLastDefinition) {
     EXPECT_EQ(instanceOfInstance.GetType(), "");
 }
 
+TEST_F(ParameterTest, AFailedReadLeavesTheNestedCall) {
+    const auto item = world.ReadText(R"(TYPEOF ACTION (go)
+{
+TYPEOF PARAMETER (whole)
+{
+KIND="FUNCTION"
+TYPEOF FUNCTION (PI)
+{
+}
+}
+}
+)");
+    ASSERT_TRUE(item) << world.cause;
+    Parameter& parameter = In(*item, "whole");
+    Function* const call = parameter.functionValue;
+    const auto read = [&](const std::string& text) {
+        ScenarioTextStream stream(text.c_str(), text.size());
+        return LoadScenarioText(stream, &parameter, nullptr, nullptr, false);
+    };
+    EXPECT_EQ(read("TYPEOF FUNCTION (PI)\n{\nnonsense\n}\n"), nullptr);
+    EXPECT_EQ(parameter.functionValue, call);
+    EXPECT_EQ(call->parent, &parameter);
+    parameter.OnLoadBegin(); // by a host, which keeps the call that it puts aside
+    const std::unique_ptr<Function> kept(call);
+    parameter.SetFunction(nullptr);
+    parameter.SetFunction(call);
+    EXPECT_NE(read("TYPEOF FUNCTION (PI)\n{\n}\n"), nullptr);
+    EXPECT_NE(parameter.functionValue, call);
+    EXPECT_EQ(kept->name, "PI");
+}
+
 TEST_F(ParameterTest, LetsGoOfANestedCallWithoutDestroyingIt) {
     Parameter parameter;
     parameter.kind = KindParameter;

@@ -1,5 +1,6 @@
 #include <numbers>
 
+#include <boost/lexical_cast/bad_lexical_cast.hpp>
 #include <support/DataPath.h>
 #include <support/RunningHost.h>
 
@@ -198,6 +199,47 @@ TEST_F(ScenarioTest, LetsGoOfAnEvaluation) {
     ASSERT_TRUE(read);
     const std::unique_ptr<Evaluation> seen(read->evaluation);
     read->AddChild(New<Evaluation>(KindEvaluation, "2"), nullptr, true);
+    EXPECT_EQ(seen->name, "1");
+}
+
+// A read puts the new one in place before it knows its content; one that fails leaves the former one there.
+TEST_F(ScenarioTest, AFailedReadLeavesWhatStoodThere) {
+    const auto scenario = NewScenario();
+    auto* evaluation = New<Evaluation>(KindEvaluation, "1", "a.sc");
+    auto* general = New<GeneralParameters>(KindGeneralParameters, "2");
+    scenario->AddChild(evaluation, nullptr, true);
+    scenario->AddChild(general, nullptr, true);
+    general->description = "not of any file";
+    const auto read = [&](const std::string& text, bool headerOnly = false) {
+        ScenarioTextStream stream(text.c_str(), text.size());
+        return LoadScenarioText(stream, scenario.get(), nullptr, nullptr, headerOnly);
+    };
+    for (const char* kind : {"EVALUATION", "GENERAL_PARAMETERS"}) {
+        const std::string header = "TYPEOF " + std::string(kind) + " (3)\n";
+        EXPECT_EQ(read(header + "{\n!}\n"), nullptr);
+        EXPECT_EQ(read(header), nullptr);
+    }
+    EXPECT_THROW(read("TYPEOF EVALUATION (3)\n{\nTYPEOF VARIABLE (1)\n{\nINTERACTIVE_MIN_VALUE=\"1-\"\n}\n}\n"),
+                 boost::bad_lexical_cast);
+    EXPECT_EQ(scenario->evaluation, evaluation);
+    EXPECT_EQ(evaluation->parent, scenario.get());
+    EXPECT_EQ(scenario->generalParameters, general);
+    EXPECT_EQ(general->description, "not of any file");
+
+    const std::unique_ptr<Evaluation> former(evaluation);
+    ScenarioItem* const added = read("TYPEOF EVALUATION (3)\n{\n}\n");
+    EXPECT_EQ(scenario->evaluation, added);
+    EXPECT_EQ(former->parent, nullptr) << "the host has it";
+    ScenarioItem* const parameters = read("TYPEOF GENERAL_PARAMETERS (4)\n{\n}\n");
+    EXPECT_EQ(scenario->generalParameters, parameters);
+
+    // Nothing of a read stays with the item, neither of one that looks at the header only nor of a host's own call.
+    const auto headed = host.ReadAs<Scenario>("TYPEOF SCENARIO (1)\n{\nTYPEOF EVALUATION (1)\n{\n}\n}\n");
+    headed->OnLoadBegin();
+    const std::unique_ptr<Evaluation> seen(headed->evaluation);
+    const std::string text = "TYPEOF EVALUATION (2)\n{\n}\n";
+    ScenarioTextStream stream(text.c_str(), text.size());
+    EXPECT_NE(LoadScenarioText(stream, headed.get(), nullptr, nullptr, false), nullptr);
     EXPECT_EQ(seen->name, "1");
 }
 

@@ -87,7 +87,6 @@ public:
 
 private:
     mutable std::unique_ptr<ParameterMemory> memory; // what earlier evaluations found out; made by the first
-    bool reading = false; // between OnLoadBegin and OnLoadEnd, where only the reader adds children
 };
 
 #endif

@@ -28,7 +28,6 @@ public:
     // FILE is read but never written.
     void SaveAttributes(std::ostream& out) const override;
     bool AcceptsChildKind(std::uint32_t childKind) const override;
-    bool OnLoadEnd() override;
     void UpdateDisplayText() override;
     void UpdateValidity() override;
     void Init(const std::string& path, double time) override;

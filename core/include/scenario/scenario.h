@@ -162,8 +162,6 @@ public:
     // one.
     void ReplaceChild(ScenarioItem* newChild, ScenarioItem* oldChild) override;
     bool AcceptsChildKind(std::uint32_t childKind) const override;
-    bool OnLoadBegin() override;
-    bool OnLoadEnd() override;
     ScenarioItem* Clone() const override;
     void UpdateDisplayText() override;
     // A scenario shows what its files show too: after the ordinary walk each include, the evaluation and the general
@@ -193,15 +191,9 @@ public:
     std::string PointText(const std::string& pointText) const;
 
 private:
-    friend class ::Evaluation;
-
     void TakeEvaluation(Evaluation* added);
     void TakeGeneralParameters(GeneralParameters* added);
     void LoadReferencedLabel();
-
-    // Only while a text is being read is it certain that nobody else holds an evaluation that another one replaces.
-    bool beingRead = false;
-    Evaluation* readEvaluation = nullptr;
 };
 
 } // namespace ScenarioLib

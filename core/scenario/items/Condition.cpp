@@ -95,7 +95,8 @@ void SetDuration(Condition& condition, const std::string& text) {
 
 bool TakeModifier(Condition& condition, std::string_view value) {
     SetText(condition.modifier, value);
-    if (FindModifier(value)) return true;
+    // What the writer prints for a condition without one.
+    if (value.empty() || FindModifier(value)) return true;
     if (!RefusalsAreTold()) return false;
     std::vector<std::string> words;
     for (const Modifier& row : kModifiers) words.emplace_back(row.word);
@@ -117,7 +118,8 @@ constexpr Row kUserRows[] = {
 // clang-format on
 
 std::string TextOf(const Function& call, std::size_t index) {
-    return index < call.parameters.size() ? call.parameters[index]->displayText : std::string();
+    const Parameter* parameter = index < call.parameters.size() ? call.parameters[index] : nullptr;
+    return parameter ? parameter->displayText : std::string();
 }
 
 std::string JunctionText(const Condition& condition, const std::string& word) {

@@ -238,8 +238,6 @@ void Parameter::DetachChildren() { functionValue = nullptr; }
 
 void Parameter::AddChild(ScenarioItem* child, ScenarioItem* /*reference*/, bool /*after*/) {
     if (!child || child->kind != KindFunction) return;
-    // What the reader made is known to no one else. A host keeps what it is about to overwrite.
-    if (reading && functionValue != child) delete functionValue;
     functionValue = static_cast<Function*>(child);
     child->parent = this;
 }
@@ -262,7 +260,6 @@ void Parameter::SaveChildren(std::ostream& /*out*/) const {}
 bool Parameter::AcceptsChildKind(std::uint32_t childKind) const { return childKind == KindFunction; }
 
 bool Parameter::OnLoadBegin() {
-    reading = true;
     // RETURN is a form of the text; in memory there are only parameters.
     if (kind == KindReturn) {
         kind = KindParameter;
@@ -273,7 +270,6 @@ bool Parameter::OnLoadBegin() {
 }
 
 bool Parameter::OnLoadEnd() {
-    reading = false;
     if (model != this) return !valueKind.empty() || Refuse("parameter \"", name, "\" has no KIND");
     if (kindList.empty()) return Refuse("parameter \"", name, "\" has no KINDLIST");
     return !type.empty() || Refuse("parameter \"", name, "\" has no TYPE");

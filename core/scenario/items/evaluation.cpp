@@ -105,12 +105,6 @@ void Evaluation::LoadReferenced() {
     TakeOver(loaded, loaded.includes, nullptr, true);
 }
 
-bool Evaluation::OnLoadEnd() {
-    auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(parent);
-    if (scenario && scenario->beingRead) scenario->readEvaluation = this;
-    return Include::OnLoadEnd();
-}
-
 void Evaluation::SaveAttributes(std::ostream& out) const {
     Token::SaveAttributes(out);
     for (const auto& [number, score] : scores)

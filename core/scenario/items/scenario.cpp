@@ -84,10 +84,8 @@ void Scenario::TakeEvaluation(Evaluation* added) {
     evaluation = added;
     evaluation->parent = this;
     StepScope::TreeChanged();
-    if (!former || former == added) return;
-    former->parent = nullptr;
-    // One that was read with this very text is known to nobody. Any other may have a new owner.
-    if (former == readEvaluation) delete former;
+    // It may have a new owner.
+    if (former && former != added) former->parent = nullptr;
 }
 
 void Scenario::TakeGeneralParameters(GeneralParameters* added) {
@@ -145,17 +143,6 @@ bool Scenario::AcceptsChildKind(std::uint32_t childKind) const {
     if (IsIndexEntry()) return false;
     return childKind == KindEvaluation || childKind == KindGeneralParameters || childKind == KindInclude ||
            Task::AcceptsChildKind(childKind);
-}
-
-bool Scenario::OnLoadBegin() {
-    beingRead = true;
-    return Task::OnLoadBegin();
-}
-
-bool Scenario::OnLoadEnd() {
-    beingRead = false;
-    readEvaluation = nullptr;
-    return Task::OnLoadEnd();
 }
 
 bool Scenario::LoadModelAttribute(ScenarioTextStream& stream) {

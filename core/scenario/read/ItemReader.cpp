@@ -6,7 +6,11 @@
 
 #include <Commons/FileUtils.h>
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
+#include <scenario/Parameter.h>
 #include <scenario/config.h>
+#include <scenario/evaluation.h>
+#include <scenario/function.h>
+#include <scenario/scenario.h>
 
 #include "items/ChildStore.h"
 #include "items/Offer.h"
@@ -30,15 +34,51 @@ void DestroyChildren(ScenarioItem& item, std::vector<ScenarioItem*>& children) {
     for (ScenarioItem* child : children) delete child;
 }
 
+// The child of a parent that holds no more than one of its kind. A new one takes its place before its content is known,
+// so the reader keeps the former one until the new one has been read.
+class SinglePlace {
+public:
+    SinglePlace(ScenarioItem* parent, std::uint32_t kind) {
+        if (!parent) return;
+        if (kind == KindFunction && parent->kind == KindParameter) {
+            if (auto* parameter = dynamic_cast<Parameter*>(parent)) call = &parameter->functionValue;
+        } else if (kind == KindEvaluation || kind == KindGeneralParameters) {
+            auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(parent);
+            if (scenario && kind == KindEvaluation) evaluation = &scenario->evaluation;
+            if (scenario && kind == KindGeneralParameters) generalParameters = &scenario->generalParameters;
+        }
+    }
+
+    ScenarioItem* Get() const {
+        if (call) return *call;
+        if (evaluation) return *evaluation;
+        return generalParameters ? *generalParameters : nullptr;
+    }
+    // Null, or what stood there before.
+    void Set(ScenarioItem* item) const {
+        if (call) *call = static_cast<Function*>(item);
+        if (evaluation) *evaluation = static_cast<Evaluation*>(item);
+        if (generalParameters) *generalParameters = static_cast<GeneralParameters*>(item);
+    }
+
+private:
+    Function** call = nullptr;
+    Evaluation** evaluation = nullptr;
+    GeneralParameters** generalParameters = nullptr;
+};
+
 // The item that is being read. Unless it is kept, it is taken out of the tree and destroyed again, whichever way the
 // read ends: by a refusal or by an exception.
 class ItemBeingRead {
 public:
     // Holds the item before it does anything that may run out of memory.
-    ItemBeingRead(Load& itemLoad, ScenarioItem* newItem, ScenarioItem* itemParent)
-        : ItemBeingRead(itemLoad, Held{newItem, itemParent}) {
+    // `itemOuter` is null where `itemParent` is not being read itself.
+    ItemBeingRead(Load& itemLoad, ScenarioItem* newItem, ScenarioItem* itemParent, ItemBeingRead* itemOuter)
+        : ItemBeingRead(itemLoad, Held{newItem, itemParent, itemOuter}) {
         isTaken = parent != nullptr; // also by a parent that throws when it has the item already
+        if (former) place.Set(nullptr);
         if (parent) isTaken = OfferChild(*parent, item);
+        if (former && !isTaken) PutFormerBack();
         load.tree.Open(item, IsInTree());
     }
     ItemBeingRead(const ItemBeingRead&) = delete;
@@ -54,6 +94,7 @@ public:
         } else {
             delete item;
         }
+        PutFormerBack();
     }
 
     ScenarioItem* operator->() const { return item; }
@@ -62,6 +103,11 @@ public:
     bool IsInTree() const { return isTaken || !parent; }
     ScenarioItem* Keep() {
         load.tree.Close(item, true);
+        if (former && place.Get())
+            GiveFormerUp();
+        else
+            PutFormerBack();
+        if (outer && place.Get() == item) outer->lastSingle = item;
         return std::exchange(item, nullptr);
     }
     void PassOver() { load.tree.Close(item, false); }
@@ -70,26 +116,50 @@ private:
     struct Held {
         ScenarioItem* item;
         ScenarioItem* parent;
+        ItemBeingRead* outer;
     };
     ItemBeingRead(Load& itemLoad, const Held& held) noexcept
-        : load(itemLoad), item(held.item), parent(held.parent), firstConfig(load.configs.size()) {
+        : load(itemLoad), item(held.item), parent(held.parent), outer(held.outer), place(parent, item->kind),
+          former(place.Get()), firstConfig(load.configs.size()) {
         ++load.depth;
+    }
+
+    // Unless something else stands there by now.
+    void PutFormerBack() {
+        if (former && !place.Get()) place.Set(former);
+        former = nullptr;
+    }
+    // Nobody else knows what was read with this very text, and a scenario owns its general parameters alone. Any other
+    // may have an owner by now.
+    void GiveFormerUp() {
+        if (former == (outer ? outer->lastSingle : nullptr) || former->kind == KindGeneralParameters) {
+            delete former;
+        } else if (former->kind == KindEvaluation) {
+            former->parent = nullptr;
+        }
+        former = nullptr;
     }
 
     Load& load;
     ScenarioItem* item;
     ScenarioItem* parent;
-    std::size_t firstConfig; // of those of the load that stand in the item, itself included
+    ItemBeingRead* outer; // of the parent
+    SinglePlace place;
+    ScenarioItem* former;               // of that place; out of the tree as long as the item stands there
+    ScenarioItem* lastSingle = nullptr; // the call or evaluation that was read into the item last
+    std::size_t firstConfig;            // of those of the load that stand in the item, itself included
     bool isTaken = false;
 };
 
 // What became of a block.
 enum class Outcome { Refused, Read, PassedOver };
 
-Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly, ScenarioItem*& result);
+// `outer` is that of the parent, null where the parent is not being read itself.
+Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemBeingRead* outer, ItemLoadContext* context, bool headerOnly,
+                  ScenarioItem*& result);
 
 // From the opening brace to the closing one.
-bool ReadContent(Load& load, const ItemBeingRead& item, ItemLoadContext* context, bool headerOnly) {
+bool ReadContent(Load& load, ItemBeingRead& item, ItemLoadContext* context, bool headerOnly) {
     ScenarioTextStream& stream = load.text.stream;
     if (CharAt(stream) != '{') return ReportRefusal(stream, Cause::NoBrace, item.Get());
     NextLineBehind(stream, stream.cursor);
@@ -114,7 +184,7 @@ bool ReadContent(Load& load, const ItemBeingRead& item, ItemLoadContext* context
             return isClosed || ReportRefusal(stream, Cause::TextEnds, item.Get());
         }
         ScenarioItem* child = nullptr;
-        if (ReadBlock(load, item.Get(), context, false, child) == Outcome::Refused) return false;
+        if (ReadBlock(load, item.Get(), &item, context, false, child) == Outcome::Refused) return false;
     }
 }
 
@@ -128,7 +198,8 @@ bool ReadContent(Load& load, const ItemBeingRead& item, ItemLoadContext* context
     TellProblem(header, text.substr(0, text.size() - 1), true);
 }
 
-Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly, ScenarioItem*& result) {
+Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemBeingRead* outer, ItemLoadContext* context, bool headerOnly,
+                  ScenarioItem*& result) {
     ScenarioTextStream& stream = load.text.stream;
     ScenarioItemKind kind = KindNone;
     if (!ReadHeader(stream, kind, load.name)) {
@@ -148,7 +219,7 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bo
     ScenarioItem* created = CreateItem(kind, load.name, context);
     if (!created) AssertionFailed(kSource, 565);
 
-    ItemBeingRead item(load, created, parent);
+    ItemBeingRead item(load, created, parent, outer);
     if (kind == KindConfig) load.configs.push_back(static_cast<Config*>(created));
     if (!ReadContent(load, item, context, headerOnly)) return Outcome::Refused;
     if (!item.IsInTree()) {
@@ -165,7 +236,7 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemLoadContext* context, bo
 ScenarioItem* Read(Load& load, ScenarioItem* parent, ItemLoadContext* context, bool headerOnly) {
     ScenarioItem* item = nullptr;
     try {
-        ReadBlock(load, parent, context, headerOnly, item);
+        ReadBlock(load, parent, nullptr, context, headerOnly, item);
     } catch (const boost::bad_lexical_cast&) {
         ReportRefusal(load.text.stream, Cause::NoNumber, parent);
         throw;
