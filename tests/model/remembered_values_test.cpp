@@ -1,9 +1,11 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
+#include <cstdlib>
 #include <functional>
+#include <iterator>
 #include <random>
 
 #include <support/ScriptWorld.h>
@@ -69,40 +71,116 @@ const char* const kModel = R"(
                 TYPEOF PARAMETER (p) KIND="USER" VALUE="0"
                 TYPEOF PARAMETER (which) KIND="USER" VALUE="0")";
 
-// A scenario in which every rule asks for a value and then changes something, at random but always alike.
-class RememberedValuesTest : public testing::Test {
+// How long the random edits go on: a second each, or the seconds that the environment asks for.
+class Duration {
+public:
+    Duration() {
+        const char* asked = std::getenv("TAVREL_RANDOM_SECONDS");
+        end = Clock::now() + std::chrono::seconds(asked ? std::atoi(asked) : 1);
+    }
+    bool IsOver() const { return Clock::now() > end; }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point end;
+};
+
+unsigned Seed() {
+    const char* asked = std::getenv("TAVREL_RANDOM_SEED");
+    return asked ? static_cast<unsigned>(std::atoi(asked)) : 4711;
+}
+
+// A state of the host's own, which changes the tree before it steps and after.
+class HostTask : public Task {
+public:
+    explicit HostTask(std::function<void()> action) : change(std::move(action)) {
+        kind = KindTask;
+        name = "0";
+    }
+    void Step(double time, ScenarioLib::Scenario* scenario, bool countStep) override {
+        change();
+        Task::Step(time, scenario, countStep);
+        change();
+    }
+
+private:
+    std::function<void()> change;
+};
+
+// What the host adds to what a place shows depends on what is asked for.
+class HostRule : public Rule {
+public:
+    HostRule() { kind = KindRule; }
+    void CollectVisibleItems(std::uint32_t itemKind, std::vector<ScenarioItem*>& out, const std::string& itemName,
+                             const std::string& scope) const override {
+        Rule::CollectVisibleItems(itemKind, out, itemName, scope);
+        if (shown && itemName == shown->value.substr(0, 1)) out.push_back(shown);
+    }
+    Variable* shown = nullptr;
+};
+
+// A scenario in which every rule asks for a value, and actions, observers, states of the host and steps within steps
+// change whatever they like and look again, at random but always alike.
+class RememberedValuesTest : public testing::TestWithParam<std::size_t>, private ScenarioItemObserver {
 protected:
     RememberedValuesTest() {
-        std::string rule = "TYPEOF RULE (r)\n{\nTYPEOF CONDITION (test)\n{\nTYPEOF PARAMETER "
-                           "(p)\n{\nKIND=\"USER\"\nVALUE=\"1\"\n}\nTYPEOF PARAMETER (which)\n{\nKIND=\"USER\"\n}\n}\n"
-                           "TYPEOF ACTION (change)\n{\n}\nTYPEOF ELSE_ACTION (change)\n{\n}\n}\n";
-        std::string text = "TYPEOF SCENARIO (s)\n{\nFILE=\"f0\"\nTYPEOF INCLUDE (i)\n{\nFILE=\"f1\"\n" + rule + rule +
-                           "}\n" + rule + rule;
-        for (int depth = 0; depth < 3; ++depth) text += "TYPEOF TASK (0)\n{\n" + rule + rule;
+        const std::string rule =
+            "TYPEOF RULE (r)\n{\nTYPEOF CONDITION (test)\n{\nTYPEOF PARAMETER "
+            "(p)\n{\nKIND=\"USER\"\nVALUE=\"1\"\n}\nTYPEOF PARAMETER (which)\n{\nKIND=\"USER\"\n}\n}\n"
+            "TYPEOF ACTION (change)\n{\n}\nTYPEOF ELSE_ACTION (change)\n{\n}\n}\n";
+        std::string text = "TYPEOF SCENARIO (s)\n{\nFILE=\"f0\"\n";
+        for (std::size_t i = 0; i < GetParam(); ++i)
+            text += "TYPEOF VARIABLE (" + std::to_string(i + 10) + ")\n{\nTYPE=\"FLOAT\"\nVALUE=\"1\"\n}\n";
+        text += "TYPEOF INCLUDE (i)\n{\nFILE=\"f1\"\n" + rule + rule + "}\nTYPEOF EVALUATION (e)\n{\n" + rule +
+                "TYPEOF CRITERIA (1)\n{\n" + rule + "}\n}\n" + rule + rule;
+        for (int state = 0; state < 3; ++state) text += "TYPEOF TASK (0)\n{\n" + rule + rule;
         text += "}\n}\n}\n}\n";
         script = world.ReadText(text);
+        if (!script) throw std::runtime_error(world.cause);
+        AddHostItems();
         std::vector<ScenarioItem*> items;
         script->CollectItems(KindParameter, "p", items, true, true);
         for (ScenarioItem* item : items) parameters.push_back(static_cast<Parameter*>(item));
         items.clear();
         script->CollectItems(KindParameter, "which", items, true, true);
         for (std::size_t i = 0; i < items.size(); ++i) static_cast<Parameter*>(items[i])->value = std::to_string(i);
-        for (const ScenarioItemKind kind : {KindTask, KindRule, KindScenario, KindInclude}) {
+        for (const ScenarioItemKind kind :
+             {KindTask, KindRule, KindScenario, KindInclude, KindEvaluation, KindCriteria}) {
             items.clear();
             script->CollectItemsOfKind(items, kind, true, true);
             levels.insert(levels.end(), items.begin(), items.end());
         }
+        for (ScenarioItem* level : levels) level->AddObserver(this);
         for (const char* tab : {"t0", "t1"}) tabs.push_back(world.root->FindItem(KindEnumTab, tab, ""));
         ActionTable().resize(2);
         // Seldom: what was kept in one step has to be still good in the next one to be taken for good too long.
-        ActionTable()[1] = [this](const ParameterValues&) {
-            if (Random(8) == 0) Change();
-        };
+        ActionTable()[1] = [this](const ParameterValues&) { ActAsHost(); };
         ConditionTable().resize(2);
+        ConditionTable()[1] = [this](const ParameterValues& values) {
+            ++evaluations;
+            Compare(values[0], *parameters[static_cast<std::size_t>(values[1].number)], "evaluated");
+            return Random(2) == 0;
+        };
     }
     ~RememberedValuesTest() override {
         ActionTable().resize(1);
         ConditionTable().resize(1);
+    }
+
+    // A state and a rule of the host's own in the innermost states, each with a rule that asks.
+    void AddHostItems() {
+        auto& scenario = static_cast<ScenarioLib::Scenario&>(*script);
+        Task& inner = *scenario.subTasks[0]->subTasks[0];
+        auto* task = new HostTask([this] { ActAsHost(); });
+        task->AddChild(inner.rules[0]->Clone(), nullptr, true);
+        task->AddChild(inner.subTasks[0]->Clone(), nullptr, true);
+        inner.AddChild(task, nullptr, false);
+        hostRule = new HostRule;
+        hostRule->AddChild(inner.rules[0]->conditions[0]->Clone(), nullptr, true);
+        hostRule->shown = &shownByHost;
+        shownByHost.type = "FLOAT";
+        shownByHost.parent = script.get();
+        scenario.AddChild(hostRule, nullptr, true);
     }
 
     std::size_t Random(std::size_t below) { return std::uniform_int_distribution<std::size_t>(0, below - 1)(random); }
@@ -111,7 +189,47 @@ protected:
         return *items[Random(items.size())];
     }
     std::string Number() { return std::to_string(Random(3)); }
+    // Names of all lengths that a number has.
+    std::string Name() { return Random(4) == 0 ? std::string("1234567890").substr(0, 6 + Random(4)) : Number(); }
     std::string Word(const std::vector<std::string>& words) { return words[Random(words.size())]; }
+
+    void Compare(const ParameterValue& value, Parameter& parameter, const char* where) {
+        EXPECT_EQ(Shown(value), Shown(SearchedValue(parameter)))
+            << where << ", change " << changes << ", seed " << Seed();
+    }
+    void Look(const char* where) {
+        Parameter& parameter = Any(parameters);
+        ParameterValue value;
+        parameter.FillValue(value);
+        Compare(value, parameter, where);
+    }
+
+    // What code of the host may do in a step.
+    void ActAsHost() {
+        if (Random(8) != 0 || HasFailure()) return;
+        Look("before a change");
+        for (std::size_t left = Random(3) + 1; left > 0; --left) {
+            Change();
+            Look("after a change");
+        }
+        if (Random(4) == 0 && stepsWithin < 3) {
+            ++stepsWithin;
+            if (Random(2) == 0)
+                static_cast<ScenarioLib::Scenario&>(*script).StepScenario(time);
+            else
+                static_cast<Rule&>(Any(rules())).Step(time);
+            --stepsWithin;
+            Look("after a step within a step");
+        }
+    }
+    void OnItemEvent(ScenarioItemObservable*, std::uint32_t) override { ActAsHost(); }
+
+    std::vector<ScenarioItem*> rules() const {
+        std::vector<ScenarioItem*> items;
+        std::copy_if(levels.begin(), levels.end(), std::back_inserter(items),
+                     [](const ScenarioItem* item) { return item->kind == KindRule; });
+        return items;
+    }
 
     std::vector<Variable*> Variables(const std::vector<ScenarioItem*>& owners, ScenarioItemKind kind) {
         std::vector<ScenarioItem*> items;
@@ -126,29 +244,30 @@ protected:
     }
 
     void Change() {
+        ++changes;
         const bool isEntry = Random(2) == 0;
         const std::vector<ScenarioItem*>& owners = isEntry ? tabs : levels;
         const ScenarioItemKind kind = isEntry ? KindEnum : KindVariable;
         const std::vector<Variable*> variables = Variables(owners, kind);
         Parameter& parameter = Any(parameters);
-        switch (Random(16)) {
+        switch (Random(19)) {
         case 0:
         case 1: {
-            if (variables.size() > 30) break;
-            auto* variable = static_cast<Variable*>(CreateItem(kind, Number(), nullptr));
+            if (variables.size() > GetParam() + 30) break;
+            auto* variable = static_cast<Variable*>(CreateItem(kind, Name(), nullptr));
             variable->type = Word({"FLOAT", "FLOAT", "INTEGER", "STRING"});
             variable->value = Number();
             Any(owners).AddChild(variable, nullptr, Random(2) == 0);
             break;
         }
         case 2:
-            if (variables.size() > 12) {
+            if (variables.size() > GetParam() + 12) {
                 Variable& variable = Any(variables);
                 variable.parent->RemoveChild(&variable);
             }
             break;
         case 3:
-            if (!variables.empty()) Any(variables).name = Number();
+            if (!variables.empty()) Any(variables).name = Name();
             break;
         case 4:
             if (!variables.empty()) Any(variables).value = Number() + ".5";
@@ -169,7 +288,7 @@ protected:
             parameter.valueKind = Word({"USER", "ENUM", "VARIABLE", "VARIABLE"});
             break;
         case 8:
-            parameter.value = Number();
+            parameter.value = Name();
             break;
         case 9:
             parameter.ownerFile = Word({"f0", "f1"});
@@ -191,9 +310,12 @@ protected:
             break;
         case 14: {
             // The lists are public fields, too.
-            std::vector<Variable*>& former = ListOf(Any(levels));
+            const bool isWithinScenario = Random(2) == 0; // whose lists are all seen from one place
+            auto& scenario = static_cast<ScenarioLib::Scenario&>(*script);
+            const std::vector<ScenarioItem*> owned = {script.get(), scenario.includes[0], scenario.evaluation};
+            std::vector<Variable*>& former = ListOf(Any(isWithinScenario ? owned : levels));
             if (former.empty()) break;
-            ScenarioItem& owner = Any(levels);
+            ScenarioItem& owner = Any(isWithinScenario ? owned : levels);
             Variable* variable = former.back();
             former.pop_back();
             ListOf(owner).push_back(variable);
@@ -207,112 +329,63 @@ protected:
             std::reverse(entries.begin(), entries.end());
             break;
         }
+        case 16:
+            if (!variables.empty()) Any(variables).SetName(Name());
+            break;
+        case 17: {
+            // What is erased from a list without a word is gone at once, and so is what is destroyed with it.
+            std::vector<Variable*>& list = ListOf(Any(levels));
+            if (list.empty() || variables.size() < GetParam() + 6) break;
+            const std::size_t at = Random(list.size());
+            delete list[at];
+            list.erase(list.begin() + static_cast<std::ptrdiff_t>(at));
+            break;
+        }
+        case 18:
+            shownByHost.value = Number();
+            std::swap(static_cast<Folders&>(*world.root).children[0], static_cast<Folders&>(*world.root).children[1]);
+            break;
         }
     }
 
+    Variable shownByHost;
     ScriptWorld world{kModel};
     std::unique_ptr<ScenarioItem> script;
+    HostRule* hostRule = nullptr;
     std::vector<Parameter*> parameters;
     std::vector<ScenarioItem*> levels;
     std::vector<ScenarioItem*> tabs;
-    std::mt19937 random{4711};
+    std::mt19937 random{Seed()};
+    double time = 0.0;
+    int stepsWithin = 0;
+    int evaluations = 0;
+    int changes = 0;
 };
 
-TEST_F(RememberedValuesTest, NothingAHostChangesIsMissed) {
-    ASSERT_EQ(parameters.size(), 10) << world.cause;
+TEST_P(RememberedValuesTest, NothingAHostChangesIsMissed) {
     scenarioLog = nullptr;
-    for (int i = 0; i < 10000; ++i) {
+    for (const Duration duration; !duration.IsOver() && !HasFailure();) {
         Change();
-        Parameter& parameter = Any(parameters);
-        ParameterValue value;
-        parameter.FillValue(value);
-        ASSERT_EQ(Shown(value), Shown(SearchedValue(parameter))) << "change " << i;
+        Look("between steps");
     }
+    EXPECT_GT(changes, 100);
 }
 
-// Within one step the rules follow one another, and each action changes the tree under those that come after it.
-TEST_F(RememberedValuesTest, NothingAnActionChangesIsMissed) {
+// Within one step the rules follow one another, and whatever runs between them changes the tree under those that come
+// after it.
+TEST_P(RememberedValuesTest, NothingThatIsChangedInAStepIsMissed) {
     auto& scenario = static_cast<ScenarioLib::Scenario&>(*script);
     scenarioLog = nullptr;
-    int count = 0;
-    ConditionTable()[1] = [&](const ParameterValues& values) {
-        ++count;
-        EXPECT_EQ(Shown(values[0]), Shown(SearchedValue(*parameters[static_cast<std::size_t>(values[1].number)])));
-        return Random(2) == 0;
-    };
     scenario.Init("", 0.0);
-    for (int i = 0; i < 3000 && !HasFailure(); ++i) scenario.StepScenario(0.1 * i);
-    EXPECT_GT(count, 20000);
-}
-
-// Among many names a rename that an action writes into the field by itself may wait for the next step, no longer.
-TEST(RememberedNames, AreLookedAtAgainInTime) {
-    ScriptWorld world(kModel);
-    std::string text = "TYPEOF SCENARIO (s)\n{\nFILE=\"f\"\n";
-    for (int i = 0; i < 200; ++i)
-        text +=
-            "TYPEOF VARIABLE (" + std::to_string(i) + ")\n{\nTYPE=\"FLOAT\"\nVALUE=\"" + std::to_string(i) + "\"\n}\n";
-    const std::string condition =
-        "TYPEOF CONDITION (test)\n{\nTYPEOF PARAMETER (p)\n{\nKIND=\"VARIABLE\"\nVALUE=\"7\"\nOWNER_FILE=\"f\"\n}\n"
-        "TYPEOF PARAMETER (which)\n{\nKIND=\"USER\"\n}\n}\n";
-    text += "TYPEOF RULE (1)\n{\n" + condition + "TYPEOF ACTION (change)\n{\n}\n}\nTYPEOF RULE (2)\n{\n" + condition +
-            "}\n}\n";
-    const auto script = world.ReadText(text);
-    ASSERT_TRUE(script) << world.cause;
-    auto& scenario = static_cast<ScenarioLib::Scenario&>(*script);
-
-    std::vector<float> seen;
-    std::function<void()> change = [] {};
-    ConditionTable().resize(2);
-    ConditionTable()[1] = [&](const ParameterValues& values) {
-        seen.push_back(values[0].number);
-        return true;
-    };
-    ActionTable().resize(2);
-    ActionTable()[1] = [&](const ParameterValues&) { change(); };
-    const auto step = [&](double time, std::function<void()> action) {
-        change = std::move(action);
-        seen.clear();
+    for (const Duration duration; !duration.IsOver() && !HasFailure();) {
+        time += 0.1;
         scenario.StepScenario(time);
-        return seen;
-    };
-    scenario.Init("", 0.0);
-    EXPECT_THAT(step(1.0, [] {}), testing::ElementsAre(7.0F, 7.0F));
-    EXPECT_THAT(step(2.0, [&] { scenario.variables[7]->value = "70"; }), testing::ElementsAre(7.0F, 70.0F));
-    // The variable that was found is asked itself.
-    EXPECT_THAT(step(3.0, [&] { scenario.variables[7]->name = "x"; }), testing::ElementsAre(70.0F, 0.0F));
-    step(4.0, [&] { scenario.variables[100]->name = "7"; });
-    EXPECT_THAT(step(5.0, [] {}), testing::ElementsAre(100.0F, 100.0F));
-    EXPECT_THAT(step(6.0, [&] { scenario.variables[150]->SetName("7"); }), testing::ElementsAre(100.0F, 150.0F));
-    EXPECT_THAT(step(7.0, [&] { scenario.RemoveChild(scenario.variables[150]); }),
-                testing::ElementsAre(150.0F, 100.0F));
-    // Nor need a host wait for what it takes in or lets go of by an operation.
-    scenario.variables[100]->name = "x";
-    const std::unique_ptr<ScenarioItem> evaluation(CreateItem(KindEvaluation, "e", nullptr));
-    auto* variable = static_cast<Variable*>(CreateItem(KindVariable, "7", nullptr));
-    variable->type = "FLOAT";
-    variable->value = "300";
-    evaluation->AddChild(variable, nullptr, true);
-    const auto seenOnceKnown = [&](const std::function<void()>& action) {
-        step(8.0, [] {}); // both rules know by now what they found
-        return step(9.0, action);
-    };
-    EXPECT_THAT(seenOnceKnown([&] { scenario.AddChild(evaluation.get(), nullptr, true); }),
-                testing::ElementsAre(0.0F, 300.0F));
-    EXPECT_THAT(seenOnceKnown([&] { scenario.RemoveChild(evaluation.get()); }), testing::ElementsAre(300.0F, 0.0F));
-    scenario.AddChild(evaluation.get(), nullptr, true);
-    EXPECT_THAT(seenOnceKnown([&] { evaluation->DetachChildren(); }), testing::ElementsAre(300.0F, 0.0F));
-    delete variable;
-    scenario.RemoveChild(evaluation.get());
-    // What an action destroys is forgotten at once, even if it takes it out of its list by itself.
-    scenario.variables[20]->SetName("7");
-    EXPECT_THAT(seenOnceKnown([&] {
-                    delete scenario.variables[20];
-                    scenario.variables.erase(scenario.variables.begin() + 20);
-                }),
-                testing::ElementsAre(20.0F, 0.0F));
-    ConditionTable().resize(1);
-    ActionTable().resize(1);
+        if (Random(20) == 0) scenario.Init("", time);
+    }
+    EXPECT_GT(evaluations, 100);
+    EXPECT_GT(changes, 100);
 }
+
+INSTANTIATE_TEST_SUITE_P(NamesInScope, RememberedValuesTest, testing::Values(0, 30, 200));
 
 } // namespace

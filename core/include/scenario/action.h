@@ -24,9 +24,9 @@ public:
 
 // The implementations of actions by CODE, for a host to extend; entry 0 is the default and does nothing. A CODE
 // without an entry is logged as an error and does nothing. Entries may change the whole tree except for the rule that
-// is running them and what encloses it, but must not change this table while they run. Whatever they change holds
-// for the next rule of the same step; only a new name that is written into the field, past SetName, may wait for the
-// next step.
+// is running them and what encloses it, but must not change this table while they run. Whatever they change, by an
+// operation or by writing a field (a name, a list, a parent), is seen by the next look-up: the entry's own, that of a
+// step which the entry makes, and that of the next rule.
 using ActionEntry = std::function<void(const ParameterValues&)>;
 TAVREL_MODEL_API std::vector<ActionEntry>& ActionTable();
 

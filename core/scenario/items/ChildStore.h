@@ -9,7 +9,6 @@
 
 #include <scenario/ScenarioItem.h>
 
-#include "run/StepScope.h"
 #include "text/Assertion.h"
 
 // The one way in which items keep children: a vector of pointers in text order. Containers with several vectors choose
@@ -58,7 +57,6 @@ void Place(ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* child, 
     }
     store.insert(position, static_cast<Item*>(child));
     child->parent = owner;
-    StepScope::TreeChanged();
 }
 
 // Takes out the first entry and destroys the child when `owner` is its parent. False: it was not here.
@@ -67,7 +65,6 @@ bool Remove(const ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* 
     const auto position = Find(store, child);
     if (!child || position == store.end()) return false;
     store.erase(position);
-    StepScope::TreeChanged();
     if (child->parent == owner) delete child;
     return true;
 }
@@ -79,7 +76,6 @@ void Replace(ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* newCh
         if (held == oldChild) held = static_cast<Item*>(newChild);
     }
     if (newChild) newChild->parent = owner;
-    StepScope::TreeChanged();
 }
 
 template <class Item>
@@ -88,7 +84,6 @@ void Swap(std::vector<Item*>& store, const ScenarioItem* a, const ScenarioItem* 
     const auto second = Find(store, b);
     if (first == store.end() || second == store.end()) return;
     std::swap(*first, *second);
-    StepScope::TreeChanged();
 }
 
 // In order; empty places are skipped.

@@ -15,6 +15,7 @@
 #include "text/Assertion.h"
 #include "text/Kinds.h"
 #include "text/NumberText.h"
+#include "text/ShortText.h"
 
 namespace {
 
@@ -32,75 +33,56 @@ const Parameter* DefinitionOf(const Parameter& parameter) {
 
 bool IsNumeric(const std::string& type) { return type == "INTEGER" || type == "FLOAT" || type == "BOOL"; }
 
-// A number has fewer characters; a longer text is converted at each use and not kept a second time.
-constexpr std::size_t kKeptNumber = 64;
-
 float NumberFrom(const std::string& text, ParameterMemory& memory) {
-    if (memory.hasNumber && memory.numberText == text) return memory.number;
-    const float number = Narrow(NumberOf(text));
-    memory.hasNumber = text.size() <= kKeptNumber;
-    if (memory.hasNumber) {
-        memory.numberText = text;
-        memory.number = number;
+    const bool mayBeKept = text.size() <= memory.numberText.size();
+    if (mayBeKept && SameText({memory.numberText.data(), memory.numberSize}, text)) return memory.number;
+    memory.number = Narrow(NumberOf(text));
+    memory.numberSize = ParameterMemory::kNoNumber;
+    if (mayBeKept) {
+        std::copy(text.begin(), text.end(), memory.numberText.begin());
+        memory.numberSize = static_cast<std::uint8_t>(text.size());
     }
-    return number;
+    return memory.number;
 }
 
-// Whether a search is needed, since none was made for this version and these texts.
-bool IsOutdated(ParameterMemory& memory, std::uint64_t version, const std::string& name, const std::string& tabName) {
-    if (memory.version == version && memory.name == name && memory.tabName == tabName) return false;
-    memory.version = version;
-    memory.name = name;
-    memory.tabName = tabName;
-    return true;
+FoundItems& FoundBy(ParameterMemory& memory) {
+    if (!memory.found) memory.found = std::make_unique<FoundItems>();
+    return *memory.found;
 }
 
 const Variable* FindEntry(const Parameter& parameter, ParameterMemory& memory) {
     const Parameter* definition = DefinitionOf(parameter);
     if (!definition) return nullptr;
     const std::string& tabName = definition->enumTab;
-    ScenarioItem* root = GetModelRoot(&parameter);
     const StepScope step;
-    const std::uint64_t version = treeWatch::EnumTabs(root);
-    // What was found is asked itself too, whatever the watch knows of it.
-    if (!IsOutdated(memory, version, parameter.value, tabName) &&
-        !(memory.entry && memory.entry->name != parameter.value))
-        return memory.entry;
-    memory.version = 0; // should the search not come back
+    const std::uint64_t version = treeWatch::EnumTabs(GetModelRoot(&parameter));
+    FoundItems& found = FoundBy(memory);
+    if (version != 0 && found.version == version && found.value == parameter.value && found.tabName == tabName)
+        return found.entry;
+    found.version = 0; // should the search not come back
     auto* tab = static_cast<EnumTab*>(parameter.FindEnumTab(tabName));
     if (!tab) AssertionFailed(kSource, 1396);
-    memory.entry = dynamic_cast<const Variable*>(tab->FindEntry(parameter.value));
-    memory.version = version;
-    return memory.entry;
-}
-
-// The innermost place above the parameter where it can see variables; from the call up to there nothing has any.
-ScenarioItem* InnermostLevel(const Parameter& parameter) {
-    static std::vector<ScenarioItem*> variables;
-    ScenarioItem* item = parameter.parent;
-    while (item && (KindIsIn(item->kind, kCallable) || item->kind == KindParameter || item->kind == KindRule)) {
-        variables.clear();
-        item->GetChildren(variables, KindVariable);
-        if (!variables.empty()) break;
-        item = item->parent;
-    }
-    return item;
+    found.entry = dynamic_cast<const Variable*>(tab->FindEntry(parameter.value));
+    found.value = parameter.value;
+    found.tabName = tabName;
+    found.version = version;
+    return found.entry;
 }
 
 // Every variable of that number that the parameter sees, outermost first.
 const std::vector<const Variable*>& FindVariables(const Parameter& parameter, ParameterMemory& memory) {
-    ScenarioItem* level = InnermostLevel(parameter);
-    const std::uint64_t version = level ? treeWatch::VisibleVariables(level) : 0;
-    const bool isOutdated = IsOutdated(memory, version, parameter.value, std::string()) || version == 0;
-    if (!isOutdated && std::all_of(memory.variables.begin(), memory.variables.end(),
-                                   [&](const Variable* variable) { return variable->name == memory.searched; }))
-        return memory.variables;
-    memory.searched = std::to_string(WholeNumberOf(parameter.value));
-    std::vector<ScenarioItem*> found;
-    const_cast<Parameter&>(parameter).CollectVisibleItems(KindVariable, found, memory.searched, "");
-    memory.variables.clear();
-    for (const ScenarioItem* item : found) memory.variables.push_back(static_cast<const Variable*>(item));
-    return memory.variables;
+    const std::uint64_t version = treeWatch::VisibleVariables(&parameter);
+    FoundItems& found = FoundBy(memory);
+    if (version != 0 && found.version == version && found.value == parameter.value) return found.variables;
+    found.version = 0;
+    std::vector<ScenarioItem*> items;
+    const std::string name = std::to_string(WholeNumberOf(parameter.value));
+    const_cast<Parameter&>(parameter).CollectVisibleItems(KindVariable, items, name, "");
+    found.variables.clear();
+    for (const ScenarioItem* item : items) found.variables.push_back(static_cast<const Variable*>(item));
+    found.value = parameter.value;
+    found.version = version;
+    return found.variables;
 }
 
 // Lets every variable of that number in the parameter's file fill the record, so that the innermost one stands and
@@ -181,10 +163,7 @@ void FillVariable(const Parameter& parameter, ParameterMemory& memory, Parameter
 
 void Parameter::FillValue(ParameterValue& out) const {
     if (!memory) memory = std::make_unique<ParameterMemory>();
-    if (!memory->kind || memory->kindWord != valueKind) {
-        memory->kindWord = valueKind;
-        memory->kind = &ValueKindOf(valueKind);
-    }
+    if (!memory->kind || !SameText(memory->kind->word, valueKind)) memory->kind = &ValueKindOf(valueKind);
     memory->kind->fill(*this, *memory, out);
 }
 

@@ -62,7 +62,7 @@ void ScenarioItemObservable::SetObservableId(std::uint32_t id) { observableId = 
 
 std::uint32_t ScenarioItemObservable::GetObservableId() const { return observableId; }
 
-ScenarioItem::ScenarioItem(ScenarioItem* parentItem) : parent(parentItem) { StepScope::TreeChanged(); }
+ScenarioItem::ScenarioItem(ScenarioItem* parentItem) : parent(parentItem) {}
 
 ScenarioItem::~ScenarioItem() {
     NoteEndOf(*this);
@@ -87,10 +87,7 @@ ScenarioItem* ScenarioItem::GetFirstChild() const {
     return children.empty() ? nullptr : children.front();
 }
 
-void ScenarioItem::SetName(const std::string& newName) {
-    name = newName;
-    StepScope::TreeChanged();
-}
+void ScenarioItem::SetName(const std::string& newName) { name = newName; }
 
 // Reading and writing.
 

@@ -11,11 +11,6 @@ namespace {
 constexpr const char* kSource = "action";
 constexpr std::string_view kList = "ACTION_LIST";
 
-// An action may change whatever the tree was known to be, also when it ends by an exception.
-struct HostCode {
-    ~HostCode() { StepScope::HostCodeRan(); }
-};
-
 } // namespace
 
 Action::Action(ScenarioItem* parentItem) : Function(parentItem) {}
@@ -52,7 +47,7 @@ void Action::Execute() {
     const CallArguments arguments(*this);
     const ActionEntry* entry = FindEntry(ActionTable(), *this, number);
     if (!entry) return;
-    const HostCode changes;
+    const HostCode hostCode;
     (*entry)(arguments.Values());
 }
 

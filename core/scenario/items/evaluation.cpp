@@ -136,6 +136,7 @@ void Evaluation::StepEvaluation(double time, ScenarioLib::Scenario* scenario) {
         if (rules[i]) rules[i]->Step(time);
     if (!ends(nextState)) {
         for (std::size_t i = 0; i < subTasks.size(); ++i) {
+            const HostCode hostCode; // of a class that steps in another way
             auto* criteria = dynamic_cast<Criteria*>(subTasks[i]);
             if (criteria) {
                 if (criteria->disabled == 0) criteria->StepCriteria(time, scenario);

@@ -5,7 +5,6 @@
 #include "items/AttributeRow.h"
 #include "items/ChildStore.h"
 #include "link/Lookup.h"
-#include "run/StepScope.h"
 #include "text/Assertion.h"
 
 namespace {
@@ -34,10 +33,7 @@ void Folders::GetChildren(std::vector<ScenarioItem*>& out, std::uint32_t kindFil
     childStore::Append(children, out, kindFilter);
 }
 
-void Folders::DetachChildren() {
-    children.clear();
-    StepScope::TreeChanged();
-}
+void Folders::DetachChildren() { children.clear(); }
 
 void Folders::AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) {
     childStore::Place(this, children, child, reference, after, kNullChild);

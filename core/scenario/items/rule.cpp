@@ -66,7 +66,6 @@ void Rule::DetachChildren() {
     conditions.clear();
     actions.clear();
     elseActions.clear();
-    StepScope::TreeChanged();
 }
 
 void Rule::AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) {
@@ -197,8 +196,8 @@ void Rule::Step(double time) {
         ++activationCount;
     else
         activeTime += time - lastChangeTime;
+    const HostCode hostCode;
     NotifyObservers(result == 1 ? kEventBecameTrue : kEventBecameFalse);
-    if (!observers.empty()) StepScope::HostCodeRan();
     lastChangeTime = time;
 }
 

@@ -83,7 +83,6 @@ void Scenario::TakeEvaluation(Evaluation* added) {
     Evaluation* former = evaluation;
     evaluation = added;
     evaluation->parent = this;
-    StepScope::TreeChanged();
     // It may have a new owner.
     if (former && former != added) former->parent = nullptr;
 }
@@ -105,7 +104,6 @@ void Scenario::RemoveChild(ScenarioItem* child) {
         else
             generalParameters = nullptr;
         if (child->parent == this) child->parent = nullptr;
-        StepScope::TreeChanged();
         return;
     }
     Task::RemoveChild(child);
@@ -120,7 +118,6 @@ void Scenario::ReplaceChild(ScenarioItem* newChild, ScenarioItem* oldChild) {
     case KindEvaluation:
         if (oldChild && evaluation == oldChild) evaluation = static_cast<Evaluation*>(newChild);
         newChild->parent = this;
-        StepScope::TreeChanged();
         break;
     case KindGeneralParameters:
         if (oldChild && generalParameters == oldChild) generalParameters = static_cast<GeneralParameters*>(newChild);
@@ -244,6 +241,7 @@ void Scenario::StepScenario(double time) {
         if (!includes[i]) continue;
         const IncludeUnderWay underWay{currentInclude};
         currentInclude = includes[i];
+        const HostCode hostCode; // of a class that steps in another way, here and below
         currentInclude->Step(time, this, true);
         if (stopped != 0 || paused != 0) return;
     }
@@ -253,6 +251,7 @@ void Scenario::StepScenario(double time) {
         ++stepCount;
         return;
     }
+    const HostCode hostCode;
     if (evaluation) evaluation->StepEvaluation(time, this);
     if (generalParameters) generalParameters->Step();
 }

@@ -95,7 +95,6 @@ void Task::DetachChildren() {
     rules.clear();
     subTasks.clear();
     ruleCount = 0;
-    StepScope::TreeChanged();
 }
 
 void Task::AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) {
@@ -254,7 +253,6 @@ void Task::EndInit(double time, Enclosure& enclosure) {
     if (time != 0.0 && canBeHeard && enclosure.IsScenario()) {
         ++initTraces;
         NotifyObservers(kEventInitialised);
-        StepScope::HostCodeRan();
     }
     transitionPending = 0;
 }
@@ -325,6 +323,7 @@ void Task::Step(double time, ScenarioLib::Scenario* scenario, bool countStep) {
         if (!task->StepOwn(time, scenario, state)) break;
         way.Push(task);
         if (state && !StepsAsTask(state)) {
+            const HostCode hostCode;
             state->Step(time, scenario, countStep);
             break;
         }
@@ -358,6 +357,7 @@ bool Task::StepOwn(double time, ScenarioLib::Scenario* scenario, Task*& state) {
 }
 
 void Task::EnterState(double time) {
+    const HostCode hostCode; // of observers, and of classes that start in another way
     Task* task = this;
     for (std::ptrdiff_t index = StateIndex(currentState); index >= 0; index = task->StateIndex(task->currentState)) {
         task = task->subTasks[static_cast<std::size_t>(index)];

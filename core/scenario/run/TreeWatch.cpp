@@ -1,14 +1,20 @@
 #include "run/TreeWatch.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 #include <string>
 #include <typeinfo>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include <scenario/Condition.h>
 #include <scenario/Criteria.h>
+#include <scenario/Parameter.h>
+#include <scenario/action.h>
 #include <scenario/evaluation.h>
+#include <scenario/program.h>
 #include <scenario/rule.h>
 #include <scenario/scenario.h>
 #include <scenario/variable.h>
@@ -19,82 +25,153 @@ namespace {
 
 using ScenarioLib::Scenario;
 
-// So many names are met in about the time that a rule takes.
-constexpr std::size_t kFewNames = 64;
+// A class whose type is told apart in vain, since it comes from another library, counts as one of the host.
+template <class Class>
+bool IsExactly(const ScenarioItem& item) {
+    return &typeid(item) == &typeid(Class);
+}
+template <class Class>
+bool IsNullOrExactly(const ScenarioItem* item) {
+    return !item || IsExactly<Class>(*item);
+}
 
-// The names along a walk, as they were the last time.
-class Names {
+// No sizes of names, which stand on top of the number of one.
+constexpr std::uint64_t kLongName = ~std::uint64_t{0};
+constexpr std::uint64_t kListEnds = kLongName - 1;
+
+// A name as a number: its bytes and, on top, its size. All names longer than seven bytes have one number.
+std::uint64_t NumberFor(const std::string& name) {
+    const std::size_t size = name.size();
+    const char* const text = name.data();
+    const auto byte = [text](std::size_t at) { return std::uint64_t{static_cast<unsigned char>(text[at])}; };
+    const std::uint64_t top = std::uint64_t{size} << 56;
+    if (size - 1 < 3) return top | byte(0) << 16 | byte(size / 2) << 8 | byte(size - 1);
+    if (size - 4 < 4) {
+        std::uint32_t first;
+        std::uint32_t last;
+        std::memcpy(&first, text, sizeof first);
+        std::memcpy(&last, text + size - sizeof last, sizeof last);
+        // The last word overlaps the first.
+        const std::size_t twice = 8 * (2 * sizeof last - size);
+        const std::uint64_t rest = std::endian::native == std::endian::little
+                                       ? std::uint64_t{last} >> twice
+                                       : std::uint64_t{last} & ((std::uint64_t{1} << (32 - twice)) - 1);
+        return top | rest << 32 | first;
+    }
+    return size == 0 ? 0 : kLongName;
+}
+
+// What a walk came by, as it was the last time.
+class Walk {
 public:
-    void Begin() { at = 0; }
-    void Meet(const ScenarioItem* item, std::size_t depth = 0) {
-        if (at < entries.size() && entries[at].item == item && entries[at].depth == depth &&
-            entries[at].name == item->name) {
+    void Begin() {
+        at = 0;
+        longAt = 0;
+        changed = false;
+    }
+    // All of a list; as this is done after each action, by a loop of its own as long as nothing differs.
+    void SeeAll(const std::vector<Variable*>& variables) {
+        const std::size_t count = std::min(variables.size(), entries.size() - at);
+        const Entry* known = entries.data() + at;
+        std::size_t same = 0;
+        for (; same < count; ++same, ++known) {
+            const Variable* variable = variables[same];
+            if (known->item != variable || !variable) break;
+            const std::uint64_t number = NumberFor(variable->name);
+            if (known->number != number || number == kLongName) break;
+        }
+        at += same;
+        for (; same < variables.size(); ++same)
+            if (variables[same]) See(variables[same], variables[same]->name);
+    }
+    void See(const ScenarioItem* item, const std::string& name) {
+        const std::uint64_t number = NumberFor(name);
+        See(item, number);
+        if (number == kLongName) SeeLong(name);
+    }
+    void See(const ScenarioItem* item, std::uint64_t number) {
+        if (at < entries.size() && entries[at].item == item && entries[at].number == number) {
             ++at;
             return;
         }
         // What follows a difference is taken down anew.
         entries.resize(at);
-        entries.push_back({item, depth, item->name});
+        entries.push_back({item, number});
         ++at;
         changed = true;
     }
     // Whether the walk differed from the one before.
     bool End() {
-        if (at < entries.size()) {
-            entries.resize(at);
-            changed = true;
-        }
-        return std::exchange(changed, false);
+        if (at < entries.size()) changed = true;
+        entries.resize(at);
+        longNames.resize(longAt);
+        return changed;
     }
 
-    bool AreFew() const { return entries.size() <= kFewNames; }
-
 private:
+    void SeeLong(const std::string& name) {
+        if (longAt == longNames.size()) longNames.emplace_back();
+        std::string& known = longNames[longAt++];
+        if (known == name) return;
+        known = name;
+        changed = true;
+    }
+
     struct Entry {
         const ScenarioItem* item;
-        std::size_t depth;
-        std::string name;
+        std::uint64_t number;
     };
     std::vector<Entry> entries;
+    std::vector<std::string> longNames; // in the order of the walk
     std::size_t at = 0;
+    std::size_t longAt = 0;
     bool changed = false;
 };
 
 // One place that was asked about.
 struct Watch {
-    Names names;
-    const ScenarioItem* above = nullptr;
+    Walk walk;
+    const ScenarioItem* above = nullptr; // the next place whose variables are seen as well
     std::uint64_t versionAbove = 0;
-    std::uint64_t moment = 0;  // of the last look
-    std::uint64_t step = 0;    // of the last walk
-    std::uint64_t changes = 0; // of the trees, as of the last walk
-    std::uint64_t version = 0; // 0 until the first walk
+    std::uint64_t moment = 0; // of the last walk
+    std::uint64_t version = 0;
 
-    bool IsFresh() const { return version != 0 && moment == StepScope::Moment(); }
-    // Whether what the library knows of is to say that another walk would meet the same.
-    bool IsUndisturbed() const {
-        return version != 0 && step == StepScope::Step() && changes == StepScope::Changes() && !names.AreFew();
-    }
+    bool IsFresh() const { return moment == StepScope::Moment(); }
 };
 
 struct Watches {
     std::unordered_map<const ScenarioItem*, Watch> variables;
     std::unordered_map<const ScenarioItem*, Watch> enumTabs;
     std::uint64_t lastVersion = 0;
+    // The last answers, as most parameters ask what the one before has asked.
+    const ScenarioItem* lastPlace = nullptr;
+    const Watch* lastOfPlace = nullptr;
+    const ScenarioItem* lastRoot = nullptr;
+    const Watch* lastOfRoot = nullptr;
     std::uint64_t deaths = 0;
+    std::uint64_t step = 0;
 
-    // Once an item is gone, every address kept may be that of another one.
+    // Places that are gone are not asked about again, so their watches go, with all others, at the next step.
     void ForgetTheDead() {
+        if (step == StepScope::Step()) return;
+        step = StepScope::Step();
         if (deaths == StepScope::Deaths()) return;
         deaths = StepScope::Deaths();
         variables.clear();
         enumTabs.clear();
+        lastPlace = lastRoot = nullptr;
     }
-    void Settle(Watch& watch, bool changed) {
-        if (changed || watch.version == 0) watch.version = ++lastVersion;
+
+    // Repeats the walk of a watch. `look` answers false if only a search can tell what there is.
+    template <class Look>
+    std::uint64_t Renew(Watch& watch, bool changed, Look look) {
+        const std::uint64_t before = std::exchange(watch.version, 0); // should the walk not come back
+        watch.walk.Begin();
+        const bool isKnown = look(watch.walk);
+        if (watch.walk.End()) changed = true;
+        if (isKnown) watch.version = changed || before == 0 ? ++lastVersion : before;
         watch.moment = StepScope::Moment();
-        watch.step = StepScope::Step();
-        watch.changes = StepScope::Changes();
+        return watch.version;
     }
 };
 
@@ -103,100 +180,160 @@ Watches& TheWatches() {
     return watches;
 }
 
-// Whether a place shows its own variables and then, unconditionally, what its parent shows. All others are asked for
-// the whole of it.
-bool IsPlainLevel(const ScenarioItem& item) {
-    return typeid(item) == typeid(Task) || typeid(item) == typeid(Rule) || typeid(item) == typeid(Criteria);
+bool EndsTheWayUp(const ScenarioItem& item) {
+    return item.kind == KindEvaluation || item.kind == KindGeneralParameters || item.kind == KindInclude;
 }
 
-template <class Class>
-bool IsNullOrExactly(const ScenarioItem* item) {
-    return !item || typeid(*item) == typeid(Class);
+// A call and a parameter show what their parents show, and so does a rule without variables.
+const ScenarioItem* SkipTransparent(const ScenarioItem* item) {
+    const auto isTransparent = [](const ScenarioItem& place) {
+        if (IsExactly<Rule>(place)) return static_cast<const Rule&>(place).variables.empty();
+        return IsExactly<Condition>(place) || IsExactly<Action>(place) || IsExactly<Function>(place) ||
+               IsExactly<Parameter>(place);
+    };
+    while (item && !EndsTheWayUp(*item) && isTransparent(*item)) item = item->parent;
+    return item;
 }
 
-// Whether nothing above the scenario, and no class of the host in it, has a say in what it shows.
-bool IsPlainScenario(const ScenarioItem& item) {
-    if (typeid(item) != typeid(Scenario) || item.parent) return false;
-    const auto& scenario = static_cast<const Scenario&>(item);
-    return IsNullOrExactly<Evaluation>(scenario.evaluation) &&
-           IsNullOrExactly<GeneralParameters>(scenario.generalParameters) &&
-           std::all_of(scenario.includes.begin(), scenario.includes.end(), IsNullOrExactly<Include>);
+bool IsFolder(const ScenarioItem& item) {
+    return IsExactly<Folders>(item) || IsExactly<Group>(item) || IsExactly<Program>(item);
 }
 
-void MeetAll(Names& names, const std::vector<Variable*>& variables) {
-    for (const Variable* variable : variables)
-        if (variable) names.Meet(variable);
-}
-
-// In the order of CollectVisibleItems. The lists of the ordinary classes are looked at where they are, as this is done
-// after each action.
-void MeetVariables(Names& names, const ScenarioItem& item) {
-    if (typeid(item) == typeid(Rule)) {
-        MeetAll(names, static_cast<const Rule&>(item).variables);
-    } else if (IsPlainLevel(item)) {
-        MeetAll(names, static_cast<const Task&>(item).variables);
-    } else if (IsPlainScenario(item)) {
+// The variables of one place; false for one that only a search can tell about.
+bool SeeVariables(Walk& walk, const ScenarioItem& item) {
+    if (IsExactly<Rule>(item)) {
+        walk.SeeAll(static_cast<const Rule&>(item).variables);
+    } else if (IsExactly<Task>(item) || IsExactly<Criteria>(item) || IsExactly<Include>(item) ||
+               IsExactly<Evaluation>(item)) {
+        walk.SeeAll(static_cast<const Task&>(item).variables);
+    } else if (IsExactly<Scenario>(item)) {
         const auto& scenario = static_cast<const Scenario&>(item);
-        if (scenario.evaluation) MeetAll(names, scenario.evaluation->variables);
-        for (auto include = scenario.includes.rbegin(); include != scenario.includes.rend(); ++include)
-            if (*include) MeetAll(names, (*include)->variables);
-        MeetAll(names, scenario.variables);
+        if (!IsNullOrExactly<Evaluation>(scenario.evaluation) ||
+            !IsNullOrExactly<GeneralParameters>(scenario.generalParameters) ||
+            !std::all_of(scenario.includes.begin(), scenario.includes.end(), IsNullOrExactly<Include>))
+            return false;
+        // The lists follow one another in another order than this, so it matters where each of them ends.
+        walk.SeeAll(scenario.variables);
+        for (const Include* include : scenario.includes) {
+            walk.See(include, kListEnds);
+            if (include) walk.SeeAll(include->variables);
+        }
+        walk.See(scenario.evaluation, kListEnds);
+        if (scenario.evaluation) walk.SeeAll(scenario.evaluation->variables);
+    } else if (IsFolder(item)) {
+        for (const ScenarioItem* child : static_cast<const Folders&>(item).children)
+            if (child && child->kind == KindVariable) walk.See(child, child->name);
     } else {
-        std::vector<ScenarioItem*> variables;
-        item.CollectVisibleItems(KindVariable, variables, std::string(), std::string());
-        for (const ScenarioItem* variable : variables) names.Meet(variable);
+        return false;
     }
+    return true;
 }
 
-std::uint64_t LookAtVariables(Watches& watches, ScenarioItem* item) {
-    Watch& watch = watches.variables[item];
-    if (watch.IsFresh()) return watch.version;
-    const bool isPlain = IsPlainLevel(*item);
-    const std::uint64_t versionAbove = isPlain && item->parent ? LookAtVariables(watches, item->parent) : 0;
-    if (watch.above == item->parent && watch.versionAbove == versionAbove && watch.IsUndisturbed()) {
-        watch.moment = StepScope::Moment();
-        return watch.version;
-    }
-    bool changed = isPlain && (watch.above != item->parent || watch.versionAbove != versionAbove);
-    watch.above = item->parent;
-    watch.versionAbove = versionAbove;
-    watch.names.Begin();
-    MeetVariables(watch.names, *item);
-    if (watch.names.End()) changed = true;
-    watches.Settle(watch, changed);
-    return watch.version;
+// What searches for enumerations ask of an item besides its name.
+std::uint64_t Traits(const ScenarioItem& item, std::size_t depth, bool isEntry) {
+    return std::uint64_t{depth} << 32 | std::uint64_t{item.kind} << 1 | (isEntry ? 1 : 0);
 }
 
-// Every item below the folder but the entries of enumerations can hold a further enumeration.
-void MeetEnumTabs(Names& names, const ScenarioItem* item, std::size_t depth) {
-    names.Meet(item, depth);
-    if (item->kind == KindEnum) return;
-    std::vector<ScenarioItem*> children;
-    item->GetChildren(children);
-    for (const ScenarioItem* child : children)
-        if (child) MeetEnumTabs(names, child, depth + 1);
+// The folder and all that stands below, each with its depth; false if a class of the host is among them.
+bool SeeEnumTabs(Walk& walk, const ScenarioItem& item, std::size_t depth) {
+    const bool isEntry = IsExactly<Enum>(item) || IsExactly<Variable>(item);
+    if (!isEntry && !IsExactly<EnumTab>(item) && !IsFolder(item)) return false;
+    walk.See(&item, item.name);
+    walk.See(nullptr, Traits(item, depth, isEntry));
+    if (isEntry) return true;
+    for (const ScenarioItem* child : static_cast<const Folders&>(item).children)
+        if (!child || !SeeEnumTabs(walk, *child, depth + 1)) return false;
+    return true;
+}
+
+enum class Search { Found, NotHere, Unknown };
+
+template <class Item>
+Search SearchAll(const std::vector<Item*>& items, const ScenarioItem*& folder);
+
+// What FindItem gives for the folder "ENUMTAB_LIST", unless a class of the host has a say in it.
+Search FindEnumTabList(const ScenarioItem& item, const ScenarioItem*& folder) {
+    if (item.kind == KindFolder && item.name == "ENUMTAB_LIST") {
+        folder = &item;
+        return Search::Found;
+    }
+    if (IsFolder(item) || IsExactly<EnumTab>(item))
+        return SearchAll(static_cast<const Folders&>(item).children, folder);
+    if (IsExactly<Enum>(item) || IsExactly<Variable>(item)) return Search::NotHere;
+    if (IsExactly<Parameter>(item)) {
+        const Function* call = static_cast<const Parameter&>(item).functionValue;
+        return call ? FindEnumTabList(*call, folder) : Search::NotHere;
+    }
+    if (IsExactly<Condition>(item)) {
+        const Search below = SearchAll(static_cast<const Condition&>(item).subConditions, folder);
+        if (below != Search::NotHere) return below;
+    } else if (!IsExactly<Action>(item) && !IsExactly<Function>(item)) {
+        return Search::Unknown;
+    }
+    return SearchAll(static_cast<const Function&>(item).parameters, folder);
+}
+
+template <class Item>
+Search SearchAll(const std::vector<Item*>& items, const ScenarioItem*& folder) {
+    for (const ScenarioItem* item : items) {
+        const Search result = item ? FindEnumTabList(*item, folder) : Search::Unknown;
+        if (result != Search::NotHere) return result;
+    }
+    return Search::NotHere;
 }
 
 } // namespace
 
-std::uint64_t treeWatch::VisibleVariables(ScenarioItem* item) {
+std::uint64_t treeWatch::VisibleVariables(const ScenarioItem* item) {
     Watches& watches = TheWatches();
     watches.ForgetTheDead();
-    return LookAtVariables(watches, item);
+    item = SkipTransparent(item);
+    if (item && item == watches.lastPlace && watches.lastOfPlace->IsFresh()) return watches.lastOfPlace->version;
+
+    // States may be nested deeper than the stack would carry, so the way up is kept in a list.
+    static std::vector<std::pair<const ScenarioItem*, Watch*>> way;
+    way.clear();
+    const ScenarioItem* above = nullptr;
+    std::uint64_t version = 0;
+    bool isWhole = true; // nothing above asks for a search
+    for (const ScenarioItem* place = item; place;) {
+        Watch& watch = watches.variables[place];
+        if (watch.IsFresh()) {
+            above = place;
+            version = watch.version;
+            isWhole = version != 0;
+            break;
+        }
+        way.emplace_back(place, &watch);
+        place = EndsTheWayUp(*place) ? nullptr : SkipTransparent(place->parent);
+    }
+    for (; !way.empty(); way.pop_back()) {
+        const auto [place, watch] = way.back();
+        const bool changed = watch->above != above || watch->versionAbove != version;
+        watch->above = above;
+        watch->versionAbove = version;
+        version = watches.Renew(*watch, changed,
+                                [place = place, isWhole](Walk& walk) { return SeeVariables(walk, *place) && isWhole; });
+        isWhole = version != 0;
+        above = place;
+        watches.lastPlace = place;
+        watches.lastOfPlace = watch;
+    }
+    return version;
 }
 
-std::uint64_t treeWatch::EnumTabs(ScenarioItem* root) {
+std::uint64_t treeWatch::EnumTabs(const ScenarioItem* root) {
+    if (!root) return 0;
     Watches& watches = TheWatches();
     watches.ForgetTheDead();
+    if (root == watches.lastRoot && watches.lastOfRoot->IsFresh()) return watches.lastOfRoot->version;
     Watch& watch = watches.enumTabs[root];
+    watches.lastRoot = root;
+    watches.lastOfRoot = &watch;
     if (watch.IsFresh()) return watch.version;
-    if (watch.IsUndisturbed()) {
-        watch.moment = StepScope::Moment();
-        return watch.version;
-    }
-    watch.names.Begin();
-    if (const ScenarioItem* folder = root->FindItem(KindFolder, "ENUMTAB_LIST", std::string()))
-        MeetEnumTabs(watch.names, folder, 0);
-    watches.Settle(watch, watch.names.End());
-    return watch.version;
+    return watches.Renew(watch, false, [root](Walk& walk) {
+        const ScenarioItem* folder = nullptr;
+        const Search result = FindEnumTabList(*root, folder);
+        return result == Search::NotHere || (result == Search::Found && SeeEnumTabs(walk, *folder, 0));
+    });
 }
