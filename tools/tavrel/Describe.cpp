@@ -5,7 +5,7 @@
 #include <fmt/format.h>
 #include <scenario/NearestName.h>
 
-#include <charconv>
+#include <Commons/ShortestNumber.h>
 
 namespace tavrel {
 
@@ -144,10 +144,7 @@ std::string TypeWord(ParameterType type) {
     return "literal";
 }
 
-std::string ShortNumber(double number) {
-    char text[64];
-    return {text, std::to_chars(text, text + sizeof text, number).ptr};
-}
+std::string ShortNumber(double number) { return Commons::ShortestNumber(number); }
 
 std::string ValueText(const ScenarioParameter& parameter) {
     try {
