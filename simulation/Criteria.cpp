@@ -8,7 +8,6 @@
 #include <string_view>
 #include <variant>
 
-#include <Commons/ShortestNumber.h>
 #include <scenario/NearestName.h>
 
 namespace TavrelSimulation {
@@ -288,7 +287,8 @@ std::optional<double> NumberOf(const Value& value) {
 
 std::string TextOf(const Value& value) {
     if (const std::string* text = std::get_if<std::string>(&value)) return *text;
-    return Commons::ShortestNumber(std::get<double>(value));
+    char digits[64];
+    return {digits, std::to_chars(digits, digits + sizeof digits, std::get<double>(value)).ptr};
 }
 
 bool Holds(Comparison comparison, double value, double limit) {

@@ -4,8 +4,6 @@
 #include <charconv>
 #include <cstdint>
 
-#include <Commons/ShortestNumber.h>
-
 #include "../Commons/Xml.h"
 
 namespace cfg::detail {
@@ -24,6 +22,12 @@ bool ParseNumber(std::string_view text, Type& number) {
 bool ParseBoolean(std::string_view text, bool& boolean) {
     boolean = text == "true" || text == "1";
     return boolean || text == "false" || text == "0";
+}
+
+template <typename Type>
+std::string FormatNumber(Type number) {
+    char text[32]; // enough for the shortest form of any double
+    return {text, std::to_chars(text, text + sizeof text, number).ptr};
 }
 
 } // namespace
@@ -71,9 +75,9 @@ std::string FormatValue(const Value& value) {
     case t_ParameterTypeBoolean:
         return *value.boolean ? "true" : "false";
     case t_ParameterTypeInteger:
-        return Commons::ShortestNumber(*value.integer);
+        return FormatNumber(*value.integer);
     case t_ParameterTypeReal:
-        return Commons::ShortestNumber(*value.real);
+        return FormatNumber(*value.real);
     default:
         return value.text ? *value.text : std::string();
     }

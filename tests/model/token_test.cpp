@@ -1,12 +1,16 @@
 // Definitions and instances: the link by name, model and user attributes, validity, unique names.
 #include <scenario/ItemModel.h>
 
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <iostream>
 #include <optional>
 #include <random>
 #include <set>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -269,6 +273,179 @@ TEST(Link, FastAndPlainSearchAgree) {
     }
     EXPECT_GT(checked, 5000);
     EXPECT_GT(refused, 50); // a name that went with the renaming must not be found any more
+}
+
+// Finds by another name what it holds.
+struct AliasFolder : Folders {
+    AliasFolder() { kind = KindFolder; }
+    ScenarioItem* FindItem(std::uint32_t itemKind, const std::string& itemName, const std::string& scope) override {
+        return const_cast<ScenarioItem*>(std::as_const(*this).FindItem(itemKind, itemName, scope));
+    }
+    const ScenarioItem* FindItem(std::uint32_t itemKind, const std::string& itemName,
+                                 const std::string& scope) const override {
+        return Folders::FindItem(itemKind, itemName == "a" ? "b" : itemName, scope);
+    }
+};
+
+// A repository that, when it is asked, changes the root model and reads texts, some of them into the model.
+class MeddlingRepository : public IncludeRepository {
+public:
+    MeddlingRepository(Folders& rootModel, unsigned seed) : model(rootModel), random(seed) {
+        RegisterIncludeRepository(this);
+    }
+    ~MeddlingRepository() override { UnregisterIncludeRepository(this); }
+
+    int asked = 0;
+    bool Contains(const std::string&) override {
+        ++asked;
+        if (Choose(2) == 0) Meddle();
+        return true;
+    }
+    std::string Read(const std::string&) override {
+        for (std::size_t left = Choose(3); left > 0; --left) Meddle();
+        return "TYPEOF INCLUDE (i)\n{\nFILE=\"f\"\n}\n";
+    }
+    std::size_t Choose(std::size_t count) { return random() % count; }
+    // A rule of calls.
+    std::string Rule() {
+        std::string text = "TYPEOF RULE (0)\n{\n";
+        calls.clear();
+        for (int left = 2; left > 0; --left) {
+            calls.push_back({Choose(2) == 0 ? KindAction : KindCondition, Name()});
+            text += "TYPEOF " + std::string(KindKeyword(calls.back().kind)) + " (" + calls.back().name + ")\n{\n}\n";
+        }
+        return text + "}\n";
+    }
+    struct Call {
+        ScenarioItemKind kind;
+        std::string name;
+    };
+    std::vector<Call> calls; // of the last rule
+    // `rule` is that of the calls, or null if its text was refused, as it has to be when a definition is missing.
+    void Check(const ScenarioItem* rule, const std::vector<Call>& of) {
+        const bool isRight = std::all_of(of.begin(), of.end(), [this](const Call& call) {
+            return model.FindItem(KindFolder, ListOfKind(call.kind), "")->FindItem(call.kind, call.name, "");
+        });
+        EXPECT_EQ(rule != nullptr, isRight);
+        rule ? checked += CheckLinks(*rule, model) : ++refused;
+    }
+
+    int changes = 0;
+    int checked = 0;
+    int refused = 0;
+
+private:
+    std::string Name() { return std::string(1, static_cast<char>('a' + Choose(8))); }
+    Folders& AnyList() {
+        return static_cast<Folders&>(
+            *model.FindItem(KindFolder, Choose(2) == 0 ? "ACTION_LIST" : "CONDITION_LIST", ""));
+    }
+    ScenarioItem* NewDefinition(const Folders& list) {
+        return CreateItem(list.name == "ACTION_LIST" ? KindAction : KindCondition, Name(), nullptr);
+    }
+    void ReadAndCheck() {
+        const std::string text = Rule();
+        const OwnedItem rule = std::move(ReadExactly(text).item);
+        Check(rule.get(), calls);
+    }
+    void Meddle() {
+        ++changes;
+        Folders& list = AnyList();
+        ScenarioItem* any = list.children.empty() ? nullptr : list.children[Choose(list.children.size())];
+        switch (Choose(8)) {
+        case 0:
+            list.AddChild(NewDefinition(list), any, Choose(2) == 0);
+            break;
+        case 1:
+            if (any) list.RemoveChild(any);
+            break;
+        case 2:
+            if (any) any->name = Name();
+            break;
+        case 3:
+            if (any) {
+                list.ReplaceChild(NewDefinition(list), any);
+                delete any;
+            }
+            break;
+        case 4: {
+            const std::string text = "TYPEOF " + std::string(list.name == "ACTION_LIST" ? "ACTION" : "CONDITION") +
+                                     " (" + Name() + ")\n{\n}\n";
+            ScenarioTextStream stream(text.c_str(), text.size());
+            LoadScenarioText(stream, &list, nullptr, nullptr, false);
+            break;
+        }
+        case 5: {
+            // A list that comes before the one that was found so far.
+            ScenarioItem* first = CreateItem(KindFolder, list.name, nullptr);
+            first->AddChild(NewDefinition(list), nullptr, true);
+            model.AddChild(first, nullptr, false);
+            break;
+        }
+        case 6:
+            if (Choose(4) == 0) {
+                auto* alias = new AliasFolder;
+                alias->AddChild(NewDefinition(list), nullptr, true);
+                list.AddChild(alias, nullptr, false);
+            } else if (any) {
+                taken.emplace_back(list.children.back());
+                list.children.pop_back(); // the vector is a public field
+            }
+            break;
+        default:
+            ReadAndCheck();
+            break;
+        }
+        if (Choose(2) == 0) ReadAndCheck();
+    }
+
+    Folders& model;
+    std::mt19937 random;
+    std::vector<OwnedItem> taken;
+};
+
+// What a repository does while it is asked is seen by all that is read after it, in the text under way as well.
+TEST(Link, WhatARepositoryChangesIsFoundAtOnce) {
+    const char* const asked = std::getenv("TAVREL_RANDOM_SECONDS");
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(asked ? std::atoi(asked) : 1);
+    int changes = 0;
+    int checked = 0;
+    int refused = 0;
+    for (unsigned seed = 0; std::chrono::steady_clock::now() < end && !testing::Test::HasFailure(); ++seed) {
+        const RootModel model(R"(
+            TYPEOF FOLDER (m)
+                TYPEOF FOLDER (FUNCTION_LIST)
+                TYPEOF FOLDER (ACTION_LIST)
+                    TYPEOF ACTION (a)
+                    TYPEOF ACTION (b)
+                    TYPEOF FOLDER (more)
+                        TYPEOF ACTION (c)
+                TYPEOF FOLDER (CONDITION_LIST)
+                    TYPEOF CONDITION (a)
+                    TYPEOF CONDITION (d)
+        )");
+        std::optional<RootModelUse> use;
+        if (seed % 2 == 0) use.emplace();
+        MeddlingRepository repository(*scenarioRootModel, seed);
+        for (int text = 0; text < 4; ++text) {
+            const std::string rule = repository.Rule();
+            const auto calls = repository.calls;
+            const int before = repository.asked;
+            const std::string first = "TYPEOF RULE (1)\n{\nTYPEOF ACTION (b)\n{\n}\n}\n";
+            const OwnedItem item =
+                std::move(ReadExactly("TYPEOF SCENARIO (s)\n{\nFILE=\"f\"\n" + first +
+                                      "TYPEOF INCLUDE (i)\n{\nISA_INDEX=\"1\"\nFILE=\"g\"\n}\n" + rule + "}\n")
+                              .item);
+            if (repository.asked == before) continue; // "b" is missing by now
+            repository.Check(item ? static_cast<Task&>(*item).rules.back() : nullptr, calls);
+        }
+        changes += repository.changes;
+        checked += repository.checked;
+        refused += repository.refused;
+    }
+    EXPECT_GT(changes, 1000);
+    EXPECT_GT(checked, 500);
+    EXPECT_GT(refused, 50);
 }
 
 TEST(Link, TheIndexOfAUseEndsWithIt) {

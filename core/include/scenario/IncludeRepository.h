@@ -6,7 +6,9 @@
 #include <scenario/Export.h>
 
 // A source of include texts other than the data path of the installation, such as the includes that travel inside a
-// scenario. A host implements it; the library has none of its own.
+// scenario. A host implements it; the library has none of its own. When it is asked it may read texts and change any
+// tree, the root model included, but that which is being read: what comes later in the text finds the definitions as
+// they stand then. A definition that goes must not be that of a call which is still used.
 class TAVREL_MODEL_API IncludeRepository {
 public:
     virtual ~IncludeRepository();

@@ -19,7 +19,7 @@ struct LoadProblem {
 };
 
 // Told of each problem while a load runs, the innermost cause only, and of a fatal assertion before it ends the
-// process. It must not load anything itself.
+// process. It must neither load anything nor change a tree.
 class TAVREL_MODEL_API LoadProblemListener {
 public:
     virtual ~LoadProblemListener();

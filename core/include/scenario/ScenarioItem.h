@@ -173,7 +173,7 @@ TAVREL_MODEL_API ScenarioItem* FindOwningUnit(const ScenarioItem* item);
 
 // While one of these lives, all texts that are read find the definitions of the root model through one index, which the
 // reading of the model makes, or else the first text that needs it; otherwise each text makes its own. Uses nest. From
-// then on nobody but the reader may change the root model meanwhile.
+// then on nobody may change the root model meanwhile but the reader, and an include repository when it is asked.
 class TAVREL_MODEL_API RootModelUse {
 public:
     RootModelUse();

@@ -4,7 +4,6 @@
 #include <iterator>
 #include <string_view>
 
-#include <scenario/DefinitionLists.h>
 #include <scenario/function.h>
 
 #include "items/AttributeRow.h"
@@ -22,7 +21,7 @@
 namespace {
 
 constexpr const char* kSource = "Parameter";
-constexpr const char* kList = DefinitionListOf(KindParameter);
+constexpr std::string_view kList = "PARAMETER_LIST";
 // The KIND that alone has an owner file.
 constexpr std::string_view kVariable = "VARIABLE";
 
@@ -51,7 +50,7 @@ bool TakeUsage(Parameter& parameter, std::string_view value) {
 [[gnu::cold, gnu::noinline]] bool RefuseUnknownEnumTab(const Parameter& parameter) {
     if (!RefusalsAreTold()) return false;
     std::vector<std::string> names;
-    ScenarioItem* folder = FindDefinitionFolder(GetModelRoot(&parameter), DefinitionListOf(KindEnumTab));
+    ScenarioItem* folder = FindDefinitionFolder(GetModelRoot(&parameter), "ENUMTAB_LIST");
     if (!folder) return Refuse("ENUMTAB needs a folder \"ENUMTAB_LIST\" that stands earlier in the root model");
     std::vector<ScenarioItem*> tabs;
     folder->CollectItemsOfKind(tabs, KindEnumTab, false, true);
@@ -403,7 +402,7 @@ void Parameter::SetFunction(Function* function) {
 ScenarioItem* Parameter::FindEnumTab(const std::string& tabName) const {
     ScenarioItem* root = GetModelRoot(this);
     if (!root) AssertionFailed(kSource, 1153);
-    return FindDefinition(root, DefinitionListOf(KindEnumTab), KindEnumTab, tabName);
+    return FindDefinition(root, "ENUMTAB_LIST", KindEnumTab, tabName);
 }
 
 ScenarioItem* Parameter::FindEnumEntry(const std::string& enumTabName, const std::string& entryName) const {

@@ -1,17 +1,16 @@
 #include <scenario/action.h>
 
-#include <scenario/DefinitionLists.h>
-
 #include "link/Definitions.h"
 #include "run/CallArguments.h"
 #include "run/StepScope.h"
 #include "text/Assertion.h"
+#include "text/HostCode.h"
 #include "text/Kinds.h"
 
 namespace {
 
 constexpr const char* kSource = "action";
-constexpr const char* kList = DefinitionListOf(KindAction);
+constexpr std::string_view kList = "ACTION_LIST";
 
 } // namespace
 
@@ -47,7 +46,7 @@ void Action::Execute() {
     if (number == -1) return;
     const StepScope step;
     const CallArguments arguments(*this);
-    const ActionEntry* entry = FindImplementation(ActionTable(), *this, number);
+    const ActionEntry* entry = FindEntry(ActionTable(), *this, number);
     if (!entry) return;
     const HostCode hostCode;
     (*entry)(arguments.Values());

@@ -12,6 +12,7 @@
 #include "items/ChildStore.h"
 #include "run/StepScope.h"
 #include "text/FileUnderWay.h"
+#include "text/HostCode.h"
 #include "text/Log.h"
 #include "text/NumberText.h"
 #include "text/Problems.h"

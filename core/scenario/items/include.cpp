@@ -13,6 +13,7 @@
 #include "items/ChildStore.h"
 #include "items/IncludeRepositories.h"
 #include "text/FileUnderWay.h"
+#include "text/HostCode.h"
 #include "text/Kinds.h"
 #include "text/Log.h"
 #include "text/Problems.h"
@@ -122,8 +123,10 @@ bool Include::LoadAttribute(ScenarioTextStream& stream) {
 std::string Include::ResolveInclude(const std::string& file) {
     // By index, as a repository may register another one when it is asked.
     const std::vector<IncludeRepository*>& repositories = IncludeRepositories();
-    for (std::size_t i = 0; i < repositories.size(); ++i)
+    for (std::size_t i = 0; i < repositories.size(); ++i) {
+        const HostCode hostCode;
         if (repositories[i]->Contains(file)) return repositories[i]->Read(file);
+    }
     throw std::runtime_error("include " + file + " not found in repositories");
 }
 

@@ -9,6 +9,7 @@
 #include "items/AttributeRow.h"
 #include "items/ChildStore.h"
 #include "run/StepScope.h"
+#include "text/HostCode.h"
 #include "text/Log.h"
 #include "text/NumberText.h"
 #include "text/Refusal.h"

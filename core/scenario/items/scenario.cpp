@@ -13,6 +13,7 @@
 #include "items/ChildStore.h"
 #include "run/StepScope.h"
 #include "text/FileUnderWay.h"
+#include "text/HostCode.h"
 #include "text/Problems.h"
 
 VEHICLE::VEHICLE()

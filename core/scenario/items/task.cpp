@@ -16,6 +16,7 @@
 #include "items/ChildStore.h"
 #include "items/VariableNames.h"
 #include "run/StepScope.h"
+#include "text/HostCode.h"
 #include "text/Log.h"
 #include "text/NumberText.h"
 #include "text/Refusal.h"

@@ -10,7 +10,7 @@
 
 #include <scenario/ScenarioItem.h>
 
-#include "link/ListNumbers.h"
+#include "link/DefinitionLists.h"
 #include "link/NameTable.h"
 
 // The definitions of one tree by name, for the time of one load. It must give exactly what the search of the tree
@@ -19,14 +19,19 @@
 // A unit is an item that stands in a list through folders alone. For each name the index keeps the first unit that
 // holds a match somewhere, and asks that unit: so what happens inside units costs no bookkeeping. A unit that is still
 // being read is asked last and in full.
+//
+// It serves the library's own classes. Where an item above the parameters of calls is of a class of the host, which may
+// find whatever it likes, only a search can tell. Within calls such a class is not looked for, nor asked.
 class DefinitionIndex {
 public:
-    // `Whole`: the tree stands, and nothing of it changes during the load. `Growing`: it is what the load builds, and
-    // the reader reports each item.
+    // `Whole`: the tree stands, and nothing of it changes as long as the index is used. `Growing`: it is what the load
+    // builds, and the reader reports each item.
     enum class Form { Whole, Growing };
     DefinitionIndex(ScenarioItem* treeRoot, Form treeForm);
 
     ScenarioItem* Root() const { return root; }
+    // Whether a class of the host was found: then nothing else may be asked.
+    bool IsUseless() const { return hasClassOfHost; }
     ScenarioItem* Folder(std::size_t list) const { return lists[list].folder; }
     ScenarioItem* Find(std::size_t list, std::string_view name);
     ScenarioItem* FindEntry(ScenarioItem* enumTab, std::string_view name);
@@ -47,6 +52,7 @@ private:
 
     ScenarioItem* root;
     Form form;
+    bool hasClassOfHost = false;
     std::array<List, kListCount> lists;
     std::uint32_t openLists = 0;                                // bits of those whose folder is being read or walked
     std::uint32_t wanted = std::uint32_t{1} << KindFolder;      // bits of the kinds that a walk looks for

@@ -4,13 +4,15 @@
 
 #include <scenario/program.h>
 
+#include "text/HostCode.h"
+
 namespace {
 
 TreeUnderWay* currentTree = nullptr;
 
 // One index for all texts read while a RootModelUse lives.
 int rootModelUses = 0;
-std::unique_ptr<DefinitionIndex> sharedIndex;
+ModelIndex shared;
 
 ScenarioItem* SearchFolder(const ScenarioItem* root, std::string_view listName) {
     return const_cast<ScenarioItem*>(root->FindItem(KindFolder, std::string(listName), std::string()));
@@ -25,15 +27,17 @@ TreeUnderWay::TreeUnderWay(ScenarioItem* parent)
         root = GetTreeRoot(parent);
         if (root == GetTreeRoot(scenarioRootModel)) modelIsStill = false;
         // That of a tree which is no root model yet, or no longer, as well.
-        if (sharedIndex && root == GetTreeRoot(sharedIndex->Root())) sharedIndex.reset();
+        if (shared.index && root == GetTreeRoot(shared.index->Root())) shared.index.reset();
     }
+    HostCode::Enter();
     currentTree = this;
 }
 
 TreeUnderWay::~TreeUnderWay() {
     currentTree = outer;
     // A text that was read whole may become the root model of the next one, and its index is that of the model then.
-    if (isComplete && ownIndex && rootModelUses > 0 && root->kind == KindFolder) sharedIndex = std::move(ownIndex);
+    if (isComplete && ownIndex && rootModelUses > 0 && root->kind == KindFolder)
+        shared = {std::move(ownIndex), HostCode::Changes()};
 }
 
 TreeUnderWay* TreeUnderWay::Current() { return currentTree; }
@@ -59,23 +63,23 @@ DefinitionIndex* TreeUnderWay::IndexOf(const ScenarioItem* modelRoot) {
     if (!modelRoot) return nullptr;
     if (modelRoot == scenarioRootModel) {
         if (!modelIsStill) return nullptr;
-        std::unique_ptr<DefinitionIndex>& index = rootModelUses > 0 ? sharedIndex : outermost->modelIndex;
-        if (!index || index->Root() != modelRoot) {
-            index = std::make_unique<DefinitionIndex>(scenarioRootModel, DefinitionIndex::Form::Whole);
-        }
-        return index.get();
+        ModelIndex& known = rootModelUses > 0 ? shared : outermost->modelIndex;
+        if (!known.index || known.index->Root() != modelRoot || known.changes != HostCode::Changes())
+            known = {std::make_unique<DefinitionIndex>(scenarioRootModel, DefinitionIndex::Form::Whole),
+                     HostCode::Changes()};
+        return known.index->IsUseless() ? nullptr : known.index.get();
     }
     return modelRoot == root && isRooted ? ownIndex.get() : nullptr;
 }
 
 void ForgetIndexOf(const Folders& root) {
-    if (sharedIndex && sharedIndex->Root() == &root) sharedIndex.reset();
+    if (shared.index && shared.index->Root() == &root) shared.index.reset();
 }
 
 RootModelUse::RootModelUse() { ++rootModelUses; }
 
 RootModelUse::~RootModelUse() {
-    if (--rootModelUses == 0) sharedIndex.reset();
+    if (--rootModelUses == 0) shared.index.reset();
 }
 
 ScenarioItem* RootOfItemBeingRead(const ScenarioItem* item) {

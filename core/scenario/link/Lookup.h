@@ -35,6 +35,12 @@ void ForgetIndexOf(const Folders& root);
 // of a million items that stand a thousand levels deep.
 ScenarioItem* RootOfItemBeingRead(const ScenarioItem* item);
 
+// The index of a root model. It is made anew after code of the host has run, which may have changed the model.
+struct ModelIndex {
+    std::unique_ptr<DefinitionIndex> index;
+    std::uint64_t changes = 0; // of HostCode, when it was made
+};
+
 // A tree that is being read, and the indexes that answer for definitions meanwhile. Trees lie within one another, as
 // texts do.
 class TreeUnderWay {
@@ -65,8 +71,8 @@ private:
     bool isComplete = false; // and it has been read to its end
     bool modelIsStill;       // the root model does not change during this load
     std::size_t itemsOutsideTree = 0;
-    std::unique_ptr<DefinitionIndex> ownIndex;
-    std::unique_ptr<DefinitionIndex> modelIndex; // of the outermost load only, and while no index is shared
+    std::unique_ptr<DefinitionIndex> ownIndex; // no code of the host knows the tree as long as it is read
+    ModelIndex modelIndex;                     // of the outermost load only, and while no index is shared
 };
 
 #endif

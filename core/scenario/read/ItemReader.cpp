@@ -17,6 +17,7 @@
 #include "read/Load.h"
 #include "read/LoadReport.h"
 #include "text/Assertion.h"
+#include "text/HostCode.h"
 #include "text/Log.h"
 #include "text/Problems.h"
 #include "text/Refusal.h"
@@ -77,7 +78,7 @@ public:
         : ItemBeingRead(itemLoad, Held{newItem, itemParent, itemOuter}) {
         isTaken = parent != nullptr; // also by a parent that throws when it has the item already
         if (former) place.Set(nullptr);
-        if (parent) isTaken = OfferChild(*parent, item);
+        if (parent) isTaken = Offer();
         if (former && !isTaken) PutFormerBack();
         load.tree.Open(item, IsInTree());
     }
@@ -124,6 +125,12 @@ private:
         ++load.depth;
     }
 
+    // A parent that the host has given may be of a class of its own.
+    bool Offer() {
+        if (outer) return OfferChild(*parent, item);
+        const HostCode hostCode;
+        return OfferChild(*parent, item);
+    }
     // Unless something else stands there by now.
     void PutFormerBack() {
         if (former && !place.Get()) place.Set(former);

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "text/HostCode.h"
+
 // How long running items may keep what they have found in the tree. Fields are public and nothing tells of a change, so
 // it is kept for a moment: a stretch of a step in which no code runs that may change names, lists or parents. Code of
 // the host may, except conditions and functions, which only look.
@@ -11,17 +13,18 @@
 // moment, be it between two steps, in an action or in an observer.
 class StepScope {
 public:
-    StepScope() {
-        if (depth++ != hostDepth) return;
-        ++moment;
-        if (depth == 1) ++step;
+    StepScope() : outer(innermost) {
+        if (innermost == HostCode::Depth()) return;
+        ++opened;
+        if (innermost == kNone) ++step;
+        innermost = HostCode::Depth();
     }
-    ~StepScope() { --depth; }
+    ~StepScope() { innermost = outer; }
     StepScope(const StepScope&) = delete;
     StepScope& operator=(const StepScope&) = delete;
 
     // Never 0.
-    static std::uint64_t Moment() { return moment; }
+    static std::uint64_t Moment() { return opened + HostCode::Changes(); }
     // Moves on with each outermost step.
     static std::uint64_t Step() { return step; }
 
@@ -30,28 +33,12 @@ public:
     static std::uint64_t Deaths() { return deaths; }
 
 private:
-    friend class HostCode;
-    inline static std::uint64_t moment = 1;
+    static constexpr int kNone = -1;
+    int outer;
+    inline static int innermost = kNone; // how deep in code of the host the innermost scope was opened
+    inline static std::uint64_t opened = 1;
     inline static std::uint64_t step = 0;
     inline static std::uint64_t deaths = 0;
-    inline static int depth = 0;     // of scopes that are open
-    inline static int hostDepth = 0; // of them when the host's code was entered that runs now
-};
-
-// Stands around each call, in a step, of code of the host that may change the tree: an action, an observer, a class of
-// the host's own. The step goes on in a new moment, also when that code ends by an exception.
-class HostCode {
-public:
-    HostCode() : outerDepth(StepScope::hostDepth) { StepScope::hostDepth = StepScope::depth; }
-    ~HostCode() {
-        StepScope::hostDepth = outerDepth;
-        ++StepScope::moment;
-    }
-    HostCode(const HostCode&) = delete;
-    HostCode& operator=(const HostCode&) = delete;
-
-private:
-    int outerDepth;
 };
 
 #endif
