@@ -1,11 +1,14 @@
 #include <TavrelScenarioTemplateDb/TavrelConfigurationScenarioDirectory.h>
 
+#include <string_view>
 #include <utility>
 
 #include <Commons/Encoding.h>
 #include <ScenarioTemplateDb/Exception.h>
 #include <TavrelScenarioTemplateDb/TavrelScenario.h>
 #include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDatabase.h>
+#include <TavrelScenarioTemplateDb/internal/ScenarioPlace.h>
+#include <TavrelScenarioTemplateDb/internal/ScenarioWalk.h>
 #include <lmkUtils/EnvConfig.h>
 #include <lmkUtils/paths.h>
 
@@ -42,12 +45,17 @@ std::shared_ptr<Scenario> TavrelConfigurationScenarioDirectory::getScenario(std:
 }
 
 void TavrelConfigurationScenarioDirectory::getScenarios(std::vector<std::shared_ptr<Scenario>>& scenarios) const {
-    std::vector<std::pair<std::string, std::string>> paths;
-    database->getScenarioPaths(configuration, directoryIndex, paths);
+    const auto place = std::make_shared<internal::ScenarioPlace>();
+    place->configuration = configuration;
+    std::vector<std::string> paths;
+    const auto found = [&](std::string_view folder, std::string_view name) {
+        paths.push_back(internal::relativePath(folder, name));
+        return true;
+    };
+    place->directory = database->forEachScenario(configuration, directoryIndex, {[&] { paths.clear(); }, found});
     scenarios.clear();
     scenarios.reserve(paths.size());
-    for (const auto& [directory, path] : paths)
-        scenarios.push_back(std::make_shared<TavrelScenario>(configuration, path, directory));
+    for (std::string& path : paths) scenarios.push_back(std::make_shared<TavrelScenario>(place, std::move(path)));
 }
 
 std::string TavrelConfigurationScenarioDirectory::getName() const {

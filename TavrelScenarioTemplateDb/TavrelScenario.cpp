@@ -14,6 +14,7 @@
 #include <TavrelScenarioTemplateDb/TavrelConfigurationScenarioDirectory.h>
 #include <TavrelScenarioTemplateDb/TavrelScenarioNode.h>
 #include <TavrelScenarioTemplateDb/TavrelVariadicParameter.h>
+#include <TavrelScenarioTemplateDb/internal/ScenarioPlace.h>
 #include <cfg/CfgScenario.h>
 #include <cfg/Scenario.h>
 #include <cfg/VariadicParameter.h>
@@ -57,7 +58,12 @@ bool isScriptVariableStep(std::string_view text) {
 
 TavrelScenario::TavrelScenario(const std::string& configurationName, const std::string& scenarioPath,
                                const std::string& scenarioDirectory)
-    : path(scenarioPath), directory(scenarioDirectory), configuration(configurationName) {}
+    : TavrelScenario(std::make_shared<const internal::ScenarioPlace>(
+                         internal::ScenarioPlace{configurationName, scenarioDirectory}),
+                     scenarioPath) {}
+
+TavrelScenario::TavrelScenario(std::shared_ptr<const internal::ScenarioPlace> sharedPlace, std::string scenarioPath)
+    : path(std::move(scenarioPath)), place(std::move(sharedPlace)) {}
 
 // By way of the other constructor, so that the destructor cleans up when the load fails.
 TavrelScenario::TavrelScenario(cfg::CfgScenario* scenario)
@@ -103,7 +109,7 @@ ScenarioParameter* TavrelScenario::getParameterFromId(std::string id) const {
 }
 
 std::string TavrelScenario::getFilePath() const {
-    return TavrelConfigurationScenarioDirectory::getFilePathFromDataBasePath(path, directory);
+    return TavrelConfigurationScenarioDirectory::getFilePathFromDataBasePath(path, place->directory);
 }
 
 void TavrelScenario::setPath(const std::string& newPath) { path = newPath; }
@@ -179,7 +185,7 @@ void TavrelScenario::clear() {
 
 void TavrelScenario::save() {
     const std::string target =
-        expandedPath(TavrelConfigurationScenarioDirectory::getFilePathFromDataBasePath(path, directory));
+        expandedPath(TavrelConfigurationScenarioDirectory::getFilePathFromDataBasePath(path, place->directory));
     if (!cfgScenario) loadScenario();
     const bool isSaved = cfgScenario->save(target.c_str(), kPathMode, false);
     saveFailure = isSaved ? std::string() : cfgScenario->errorMessage;
@@ -209,10 +215,10 @@ void TavrelScenario::loadCfgScenario() const {
         return;
     }
 
-    const std::string modelFile = RootModel::fileOf(configuration);
+    const std::string modelFile = RootModel::fileOf(place->configuration);
     if (modelFile.empty())
         throw Exception("Unable to find scenario root model file '" + std::string(RootModel::kPath) +
-                            "' for configuration " + configuration + " : check your Tavrel installation!",
+                            "' for configuration " + place->configuration + " : check your Tavrel installation!",
                         ExceptionCodeGeneric);
     if (RootModel::use(modelFile, &std::cout) != RootModel::Outcome::InUse)
         throw Exception("Unable to get initialize scenario root model " + modelFile, ExceptionCodeGeneric);

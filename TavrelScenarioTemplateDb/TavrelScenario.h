@@ -16,6 +16,10 @@ class CfgScenario;
 
 namespace TavrelScenarioTemplateDb {
 
+namespace internal {
+struct ScenarioPlace;
+}
+
 class TavrelVariadicParameter;
 
 // One scenario template. It opens its file at the first operation that needs the content, and tries that once: after a
@@ -31,6 +35,8 @@ public:
     // configuration whose data path supplies the root model. Touches no file.
     TavrelScenario(const std::string& configurationName, const std::string& scenarioPath,
                    const std::string& scenarioDirectory);
+    // For the listings of this library, whose scenarios have configuration and directory in common.
+    TavrelScenario(std::shared_ptr<const internal::ScenarioPlace> sharedPlace, std::string scenarioPath);
     // For a file that the caller has opened and keeps for longer than this object. Path and directory are empty, the
     // configuration is the current one. Fails like the second half of a load.
     explicit TavrelScenario(cfg::CfgScenario* scenario);
@@ -95,14 +101,13 @@ protected:
     static void splitId(const std::string& id, std::queue<std::string>& pieces);
 
 private:
-    std::string path;      // relative to `directory`, with forward slashes
-    std::string directory; // usually in generic form
+    std::string path; // relative to the scenario directory, with forward slashes
+    std::shared_ptr<const internal::ScenarioPlace> place;
     // Opening happens in const operations, hence mutable. On destruction the members go in reverse: the variadic
     // parameters, then the node tree, both after the sections that they point to.
     mutable bool cfgScenarioIsExternal = false;
     mutable cfg::CfgScenario* cfgScenario = nullptr; // owned unless external; null until the first load
     mutable std::unique_ptr<ScenarioTemplateDb::ScenarioNode> rootScenarioNode;
-    mutable std::string configuration;
     mutable std::vector<std::unique_ptr<TavrelVariadicParameter>> variadicParameters; // in the order of their sections
     std::string saveFailure;
 };

@@ -9,18 +9,19 @@
 #include <system_error>
 #include <unordered_set>
 
-#include <Poco/DirectoryIterator.h>
 #include <Poco/Exception.h>
 #include <Poco/Path.h>
 
 #include <Commons/FileUtils.h>
 #include <Commons/System.h>
 #include <ScenarioTemplateDb/Exception.h>
+#include <TavrelScenarioTemplateDb/internal/ScenarioWalk.h>
 #include <lmkUtils/ConfigurationError.h>
 #include <lmkUtils/EnvConfig.h>
 
 namespace TavrelScenarioTemplateDb {
 
+using internal::ScenarioVisitor;
 using ScenarioTemplateDb::Exception;
 using ScenarioTemplateDb::ExceptionCodeDirectoryAccess;
 using ScenarioTemplateDb::ExceptionCodeGeneric;
@@ -30,34 +31,6 @@ namespace {
 
 constexpr const char* kNoFilter = "*";
 constexpr const char* kScenarioFolder = "data/scenario";
-constexpr std::string_view kScenarioSuffix = ".sce";
-
-// Calls `found` with the path of each scenario file below `root` until it answers false. Lists in the order of Poco's
-// siblings-first traversal: a folder to its end, then its subfolders in turn. It does so by hand because that traversal
-// asks the disk whether an entry is a folder and keeps the answer to itself, so that asking whether it is a file would
-// double the cost of a listing.
-//
-// Every entry is asked, also those with other names: a broken link stops the walk wherever it lies. A link to a folder
-// above itself stops it too, once the system refuses to follow any more links.
-template <typename Found>
-void forEachScenarioFile(const std::string& root, Found found) {
-    const Poco::DirectoryIterator end;
-    std::vector<std::string> folders{root}; // those still to be listed, the next one at the end
-    while (!folders.empty()) {
-        const std::string folder = std::move(folders.back());
-        folders.pop_back();
-        const auto subfolders = static_cast<std::ptrdiff_t>(folders.size());
-        for (Poco::DirectoryIterator entry(folder); entry != end; ++entry) {
-            if (entry->isFile()) {
-                // The path of an entry ends in its name, so this is the test of the name's extension.
-                if (entry->path().ends_with(kScenarioSuffix) && !found(entry->path())) return;
-            } else if (entry->isDirectory()) {
-                folders.push_back(entry->path());
-            }
-        }
-        std::reverse(folders.begin() + subfolders, folders.end());
-    }
-}
 
 // A folder as the walk spells it, so that what stands below it can be cut off. Poco resolves ".." by the text alone;
 // behind a link that leads elsewhere than the system goes, so there the system is asked.
@@ -70,11 +43,25 @@ std::string walkableRoot(const std::string& folder) {
     return Poco::Path(folder).absolute().toString();
 }
 
-// What of `path` stands below `root`, with forward slashes.
-std::string relativePath(const std::string& path, const std::string& root) {
-    std::string relative = path.substr(root.size() + 1);
-    std::replace(relative.begin(), relative.end(), '\\', '/');
-    return relative;
+// The root of the listings of a scenario directory.
+std::string walkedRoot(const std::string& directory) {
+    std::string root = walkableRoot(directory);
+    std::replace(root.begin(), root.end(), '\\', '/');
+    return root;
+}
+
+void walkScenarios(const std::string& root, const ScenarioVisitor& visitor) {
+    try {
+        internal::walkScenarioFiles(root, visitor);
+    } catch (const Poco::Exception& error) {
+        throw Exception("Cannot list scenarios : " + error.displayText(), ExceptionCodeDirectoryAccess);
+    }
+}
+
+bool isPathOf(std::string_view path, std::string_view folder, std::string_view name) {
+    const auto same = [](char found, char wanted) { return wanted == (found == '\\' ? '/' : found); };
+    return path.size() == folder.size() + name.size() && std::equal(folder.begin(), folder.end(), path.begin(), same) &&
+           std::equal(name.begin(), name.end(), path.end() - static_cast<std::ptrdiff_t>(name.size()), same);
 }
 
 } // namespace
@@ -179,34 +166,48 @@ std::string TavrelScenarioTemplateDatabase::getScenarioDirectory(const std::stri
 
 std::size_t TavrelScenarioTemplateDatabase::getScenariosNumber(const std::string& configuration,
                                                                std::size_t directoryIndex) const {
-    std::vector<std::pair<std::string, std::string>> paths;
-    getScenarioPaths(configuration, directoryIndex, paths);
-    return paths.size();
+    std::size_t number = 0;
+    const auto found = [&](std::string_view, std::string_view) {
+        ++number;
+        return true;
+    };
+    forEachScenario(configuration, directoryIndex, {[&] { number = 0; }, found});
+    return number;
 }
 
 std::pair<std::string, std::string> TavrelScenarioTemplateDatabase::getScenarioPath(const std::string& configuration,
                                                                                     std::size_t directoryIndex,
                                                                                     std::size_t scenarioIndex) const {
-    std::vector<std::pair<std::string, std::string>> paths;
-    getScenarioPaths(configuration, directoryIndex, paths);
+    std::size_t number = 0;
+    std::string path;
+    const auto found = [&](std::string_view folder, std::string_view name) {
+        if (number++ == scenarioIndex) path = internal::relativePath(folder, name);
+        return true; // what fails behind it is told as well
+    };
+    std::string root = forEachScenario(configuration, directoryIndex, {[&] { number = 0; }, found});
     // The message shows the scenario's index as the directory's, too. Hosts know it in this form.
-    if (scenarioIndex >= paths.size())
+    if (scenarioIndex >= number)
         throw Exception("Invalid scenario template index " + std::to_string(scenarioIndex) + " in configuration " +
                             configuration + " directory " + std::to_string(scenarioIndex),
                         ExceptionCodeGeneric);
-    return paths[scenarioIndex];
+    return {std::move(root), std::move(path)};
 }
 
 int TavrelScenarioTemplateDatabase::getScenarioIndex(const std::string& configuration, std::size_t directoryIndex,
                                                      const std::string& path) const {
-    std::vector<std::pair<std::string, std::string>> paths;
-    getScenarioPaths(configuration, directoryIndex, paths);
+    int number = 0;
     int index = -1;
-    for (const auto& candidate : paths) {
-        ++index;
-        if (candidate.second == path) break;
-    }
-    return index; // the last one for a path that is not listed
+    const auto begin = [&] {
+        number = 0;
+        index = -1;
+    };
+    const auto found = [&](std::string_view folder, std::string_view name) {
+        if (index < 0 && isPathOf(path, folder, name)) index = number;
+        ++number;
+        return true;
+    };
+    forEachScenario(configuration, directoryIndex, {begin, found});
+    return index < 0 ? number - 1 : index; // the last one for a path that is not listed
 }
 
 std::string TavrelScenarioTemplateDatabase::getConfigurationFilePath() const {
@@ -259,29 +260,32 @@ void TavrelScenarioTemplateDatabase::getConfigurationScenarioDirectories(const s
 void TavrelScenarioTemplateDatabase::getScenarioPaths(const std::string& configuration, std::size_t directoryIndex,
                                                       std::vector<std::pair<std::string, std::string>>& paths) const {
     paths.clear();
-    const std::string directory = getScenarioDirectory(configuration, directoryIndex);
-    std::string root = walkableRoot(directory);
-    std::replace(root.begin(), root.end(), '\\', '/');
+    const std::string root = walkedRoot(getScenarioDirectory(configuration, directoryIndex));
     const std::string genericRoot = lmkUtils::EnvConfig::transformInGenericPath(root, false);
-    try {
-        forEachScenarioFile(root, [&](const std::string& path) {
-            paths.emplace_back(genericRoot, relativePath(path, root));
-            return true;
-        });
-    } catch (const Poco::Exception& error) {
-        throw Exception("Cannot list scenarios : " + error.displayText(), ExceptionCodeDirectoryAccess);
-    }
+    const auto found = [&](std::string_view folder, std::string_view name) {
+        paths.emplace_back(genericRoot, internal::relativePath(folder, name));
+        return true;
+    };
+    walkScenarios(root, {[&] { paths.clear(); }, found});
+}
+
+std::string TavrelScenarioTemplateDatabase::forEachScenario(const std::string& configuration,
+                                                            std::size_t directoryIndex,
+                                                            const ScenarioVisitor& visitor) const {
+    const std::string root = walkedRoot(getScenarioDirectory(configuration, directoryIndex));
+    walkScenarios(root, visitor);
+    return lmkUtils::EnvConfig::transformInGenericPath(root, false);
 }
 
 const std::string& TavrelScenarioTemplateDatabase::getScenarioDirectory(const std::string& path) const {
     static const std::string none;
     for (const std::string& directory : scenarioDirectories) {
-        const std::string root = walkableRoot(directory);
         bool isThere = false;
-        forEachScenarioFile(root, [&](const std::string& candidate) {
-            isThere = relativePath(candidate, root) == path;
+        const auto found = [&](std::string_view folder, std::string_view name) {
+            isThere = isPathOf(path, folder, name);
             return !isThere;
-        });
+        };
+        internal::walkScenarioFiles(walkableRoot(directory), {[&] { isThere = false; }, found});
         if (isThere) return directory;
     }
     return none;

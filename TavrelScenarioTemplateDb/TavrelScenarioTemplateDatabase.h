@@ -11,6 +11,10 @@
 
 namespace TavrelScenarioTemplateDb {
 
+namespace internal {
+struct ScenarioVisitor;
+}
+
 // One installation as a store of scenario templates: its versions, their configurations, the scenario directories of
 // a configuration, the scenario files of a directory. Every answer is that of the installation and of the disk at the
 // moment of the call, at the price of asking both each time; only the directories of the configuration filter are
@@ -79,8 +83,14 @@ public:
     // before those of its subfolders; apart from that the order is the file system's, so an index holds only as long
     // as nothing on disk changes. Links are followed. What cannot be read (a broken link, a link that leads back up, a
     // folder without access) ends the listing with ExceptionCodeDirectoryAccess, and the vector keeps what came before.
+    // What is gone by the time that the walk comes to it, and the files of a save under way, are passed over.
     void getScenarioPaths(const std::string& configuration, std::size_t directoryIndex,
                           std::vector<std::pair<std::string, std::string>>& paths) const;
+
+    // The same without a list, for this library: each file as the walk finds it. Answers with the scenario directory in
+    // generic form, and fails as getScenarioPaths does.
+    std::string forEachScenario(const std::string& configuration, std::size_t directoryIndex,
+                                const internal::ScenarioVisitor& visitor) const;
 
     // The first of getScenarioDirectories() under which a scenario file has this relative path, compared byte for byte;
     // an empty text if there is none. The reference lives as long as this object. What stops a walk passes through as

@@ -120,6 +120,41 @@ void listBareWalk(benchmark::State& state) {
 }
 BENCHMARK(listBareWalk)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond)->MinTime(2);
 
+// What the standard library takes to collect the same paths. Each of the rows below is compared with it.
+void listWithStandardLibrary(benchmark::State& state) {
+    const Installation installation(listing(static_cast<std::size_t>(state.range(0))));
+    std::vector<std::string> paths;
+    for (auto _ : state) {
+        paths.clear();
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(installation.scenarioFolder))
+            if (entry.path().extension() == ".sce" && entry.is_regular_file()) paths.push_back(entry.path().string());
+    }
+    if (paths.size() != static_cast<std::size_t>(state.range(0))) state.SkipWithError("not all were found");
+}
+BENCHMARK(listWithStandardLibrary)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond)->MinTime(2);
+
+// One call of a loop over all of them.
+void scenarioByIndex(benchmark::State& state) {
+    const Installation installation(listing(static_cast<std::size_t>(state.range(0))));
+    const TavrelDatabaseDriver driver(installation.file.string(), "*", kConfiguration);
+    const auto directory = driver.getRootDirectory()->getDirectory(0)->getDirectory(0)->getDirectory(0);
+    std::size_t index = 0;
+    for (auto _ : state) {
+        index = (index + 7919) % static_cast<std::size_t>(state.range(0));
+        benchmark::DoNotOptimize(directory->getScenario(index));
+    }
+}
+BENCHMARK(scenarioByIndex)->Arg(10000)->Unit(benchmark::kMillisecond)->MinTime(1);
+
+void lastScenarioByPath(benchmark::State& state) {
+    const Installation installation(listing(static_cast<std::size_t>(state.range(0))));
+    const TavrelDatabaseDriver driver(installation.file.string(), "*", kConfiguration);
+    const auto directory = driver.getRootDirectory()->getDirectory(0)->getDirectory(0)->getDirectory(0);
+    const std::string last = directory->getScenario(static_cast<std::size_t>(state.range(0) - 1))->getPath();
+    for (auto _ : state) benchmark::DoNotOptimize(driver.getScenario(last));
+}
+BENCHMARK(lastScenarioByPath)->Arg(10000)->Unit(benchmark::kMillisecond)->MinTime(1);
+
 // ---- opening by number of vehicles
 
 InstallationSize vehicles(std::int64_t number) {

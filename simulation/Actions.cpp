@@ -1,5 +1,6 @@
 #include <simulation/World.h>
 
+#include <TavrelScenarioTemplateDb/SectionValues.h>
 #include <lmkUtils/EnvConfig.h>
 
 #include <cmath>
@@ -7,6 +8,8 @@
 #include <sstream>
 
 namespace TavrelSimulation {
+
+using TavrelScenarioTemplateDb::leadingNumber;
 
 namespace {
 
@@ -37,7 +40,7 @@ void SetText(Variable* variable, const std::string& text) {
     if (variable) variable->value = text;
 }
 
-double NumberOf(const Variable* variable) { return variable ? LeadingNumber(variable->value) : 0; }
+double NumberOf(const Variable* variable) { return variable ? leadingNumber(variable->value) : 0; }
 
 bool IsSet(const ParameterValue& value) { return value.number != 0; }
 
@@ -78,7 +81,7 @@ void ReadProfile(World& world, Vehicle& vehicle, const std::string& file) {
         std::istringstream words(line);
         std::string seconds, speed;
         if (line.empty() || line[0] == '#' || !(words >> seconds >> speed)) continue;
-        vehicle.profile.emplace_back(LeadingNumber(seconds), LeadingNumber(speed));
+        vehicle.profile.emplace_back(leadingNumber(seconds), leadingNumber(speed));
     }
     vehicle.profileStart = world.Now();
     vehicle.followed = -1;
@@ -214,7 +217,7 @@ const Row kRows[] = {
 void TellEffect(const World& world, const char* name, const Values& values) {
     std::vector<std::string> arguments;
     for (const ParameterValue& value : values)
-        if (value.tag != 4 || !value.text.empty()) arguments.push_back(ArgumentText(value));
+        if (value.tag != TagVoid || !value.text.empty()) arguments.push_back(ArgumentText(value));
     world.Effect(name, arguments);
 }
 

@@ -20,7 +20,7 @@ constexpr double kStopped = 0.1;  // m/s
 constexpr double kBraking = -0.5; // m/s2
 
 bool Equal(const ParameterValue& a, const ParameterValue& b) {
-    return a.tag == 3 && b.tag == 3 ? a.text == b.text : a.number == b.number;
+    return a.tag == TagString && b.tag == TagString ? a.text == b.text : a.number == b.number;
 }
 
 double StateTime(const World& world) {

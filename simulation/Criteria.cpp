@@ -8,6 +8,7 @@
 #include <string_view>
 #include <variant>
 
+#include <Commons/ShortestNumber.h>
 #include <scenario/NearestName.h>
 
 namespace TavrelSimulation {
@@ -287,8 +288,7 @@ std::optional<double> NumberOf(const Value& value) {
 
 std::string TextOf(const Value& value) {
     if (const std::string* text = std::get_if<std::string>(&value)) return *text;
-    char digits[64];
-    return {digits, std::to_chars(digits, digits + sizeof digits, std::get<double>(value)).ptr};
+    return Commons::ShortestNumber(std::get<double>(value));
 }
 
 bool Holds(Comparison comparison, double value, double limit) {

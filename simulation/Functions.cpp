@@ -1,8 +1,12 @@
 #include <simulation/World.h>
 
+#include <TavrelScenarioTemplateDb/SectionValues.h>
+
 #include <cmath>
 
 namespace TavrelSimulation {
+
+using TavrelScenarioTemplateDb::leadingNumber;
 
 namespace {
 
@@ -102,7 +106,7 @@ const Row kRows[] = {
     {63, "GET_FRICTION",         [](World& w, const Values&) { return w.friction; }},
     {64, "GET_TRAFFIC_LIGHT",    [](World& w, const Values& v) { return Entry(w.trafficLights, Whole(v[0])); }},
     {65, "GET_BARRIER",          [](World& w, const Values& v) { return Entry(w.barriers, Whole(v[0])); }},
-    {70, "GET_VARIABLE",         [](World&, const Values&) { const Variable* variable = ReferencedVariable(0); return variable ? LeadingNumber(variable->value) : 0.0; }},
+    {70, "GET_VARIABLE",         [](World&, const Values&) { const Variable* variable = ReferencedVariable(0); return variable ? leadingNumber(variable->value) : 0.0; }},
     {71, "GET_SCORE",            [](World& w, const Values& v) { return w.Score(Whole(v[0])); }},
     {72, "GET_ERROR_COUNT",      [](World& w, const Values&) { return double(w.errorCount); }},
     {73, "GET_STATE",            [](World& w, const Values& v) { return StateOf(w, Whole(v[0])); }},

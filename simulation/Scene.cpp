@@ -1,5 +1,6 @@
 #include <simulation/Scene.h>
 
+#include <TavrelScenarioTemplateDb/SectionValues.h>
 #include <cfg/CfgScenario.h>
 #include <cfg/Driver.h>
 #include <cfg/Section.h>
@@ -13,6 +14,8 @@ namespace TavrelSimulation {
 namespace {
 
 using cfg::Section;
+using TavrelScenarioTemplateDb::numberOf;
+using TavrelScenarioTemplateDb::textOf;
 
 std::vector<Section*> Below(Section* section, const char* name) {
     std::vector<Section*> sections;
@@ -20,37 +23,8 @@ std::vector<Section*> Below(Section* section, const char* name) {
     return sections;
 }
 
-// The parameter of that name, or the position behind the last one.
-Section::ParameterIterator Find(Section& section, const std::string& name) {
-    auto parameter = section.beginParameter();
-    while (parameter != section.endParameter() && parameter.getCName() != name) ++parameter;
-    return parameter;
-}
-
-double Number(Section* section, const char* name, double fallback) {
-    if (!section) return fallback;
-    auto parameter = Find(*section, name);
-    if (parameter == section->endParameter()) return fallback;
-    switch (parameter.getType()) {
-    case cfg::t_ParameterTypeBoolean:
-        return parameter.getBool() ? 1 : 0;
-    case cfg::t_ParameterTypeInteger:
-        return parameter.getInt();
-    case cfg::t_ParameterTypeReal:
-        return parameter.getDouble();
-    default:
-        return LeadingNumber(parameter.getString());
-    }
-}
-
-std::string Text(Section* section, const char* name) {
-    if (!section) return "";
-    auto parameter = Find(*section, name);
-    return parameter == section->endParameter() ? "" : parameter.getString();
-}
-
 int WholeNumber(Section* section, const char* name, int fallback) {
-    return static_cast<int>(std::clamp(Number(section, name, fallback), -1e9, 1e9));
+    return static_cast<int>(std::clamp(numberOf(section, name, fallback), -1e9, 1e9));
 }
 
 // A word of an enumeration in the file as the number that the root model gives it; 0 for one that is not listed.
@@ -61,40 +35,40 @@ int NumberOfWord(const std::string& word, std::initializer_list<const char*> wor
 
 std::vector<VEHICLE::Channel> Channels(Section* vehicle, const char* name) {
     std::vector<VEHICLE::Channel> channels;
-    for (Section* section : Below(vehicle, name)) channels.push_back({Text(section, "name")});
+    for (Section* section : Below(vehicle, name)) channels.push_back({textOf(section, "name")});
     return channels;
 }
 
 Vehicle Standing(Section* section) {
     Vehicle vehicle;
-    vehicle.roadPosition = Number(section, "roadPosition", 0);
-    vehicle.x = Number(section, "x", vehicle.roadPosition);
-    vehicle.y = Number(section, "y", 0);
-    vehicle.heading = Number(section, "heading", 0);
-    vehicle.speed = vehicle.targetSpeed = std::max(0.0, Number(section, "initialSpeed", 0));
+    vehicle.roadPosition = numberOf(section, "roadPosition", 0);
+    vehicle.x = numberOf(section, "x", vehicle.roadPosition);
+    vehicle.y = numberOf(section, "y", 0);
+    vehicle.heading = numberOf(section, "heading", 0);
+    vehicle.speed = vehicle.targetSpeed = std::max(0.0, numberOf(section, "initialSpeed", 0));
     vehicle.lane = WholeNumber(section, "lane", 1);
-    vehicle.model = Text(section, "model");
+    vehicle.model = textOf(section, "model");
     for (const VEHICLE::Channel& output : Channels(section, "Output")) vehicle.outputNames.push_back(output.name);
     return vehicle;
 }
 
 void FillWeather(World& world, Section* weather) {
-    world.visibility = Number(weather, "visibility", world.visibility);
-    world.rain = Number(weather, "rain", world.rain);
-    world.windSpeed = Number(weather, "windSpeed", world.windSpeed);
-    world.friction = Number(weather, "friction", world.friction);
-    world.dayHour = Number(weather, "hour", world.dayHour);
-    world.weather = NumberOfWord(Text(weather, "kind"), {"clear", "cloudy", "rain", "fog", "snow"});
+    world.visibility = numberOf(weather, "visibility", world.visibility);
+    world.rain = numberOf(weather, "rain", world.rain);
+    world.windSpeed = numberOf(weather, "windSpeed", world.windSpeed);
+    world.friction = numberOf(weather, "friction", world.friction);
+    world.dayHour = numberOf(weather, "hour", world.dayHour);
+    world.weather = NumberOfWord(textOf(weather, "kind"), {"clear", "cloudy", "rain", "fog", "snow"});
 }
 
 void FillRoad(World& world, Section* road) {
     for (Section* light : Below(road, "TrafficLight"))
         world.trafficLights[WholeNumber(light, "number", 0)] =
-            NumberOfWord(Text(light, "colour"), {"off", "green", "amber", "red", "redAmber", "flashing"});
+            NumberOfWord(textOf(light, "colour"), {"off", "green", "amber", "red", "redAmber", "flashing"});
     for (Section* barrier : Below(road, "Barrier"))
-        world.barriers[WholeNumber(barrier, "number", 0)] = Number(barrier, "closed", 0) != 0;
+        world.barriers[WholeNumber(barrier, "number", 0)] = numberOf(barrier, "closed", 0) != 0;
     for (Section* sign : Below(road, "RoadSign"))
-        world.signs[WholeNumber(sign, "number", 0)] = Number(sign, "position", 0);
+        world.signs[WholeNumber(sign, "number", 0)] = numberOf(sign, "position", 0);
 }
 
 } // namespace
@@ -104,8 +78,8 @@ void Scene::FillWorld(World& world, cfg::CfgScenario& file) {
     for (Section* section : Below(&root, cfg::Driver::sectionName()))
         if (const auto* driver = dynamic_cast<cfg::Driver*>(section)) {
             world.driverStyles[driver->name] =
-                NumberOfWord(Text(section, "style"), {"calm", "normal", "hasty", "reckless"});
-            world.attention[driver->name] = Number(section, "attention", 1);
+                NumberOfWord(textOf(section, "style"), {"calm", "normal", "hasty", "reckless"});
+            world.attention[driver->name] = numberOf(section, "attention", 1);
         }
     for (Section* section : Below(&root, cfg::Vehicle::sectionName()))
         if (const auto* vehicle = dynamic_cast<cfg::Vehicle*>(section))
@@ -113,7 +87,7 @@ void Scene::FillWorld(World& world, cfg::CfgScenario& file) {
     FillWeather(world, root.getSubSection("Weather"));
     FillRoad(world, root.getSubSection("Road"));
     for (Section* object : Below(&root, "Object"))
-        world.objects[Text(object, "name")] = {Number(object, "x", 0), Number(object, "y", 0)};
+        world.objects[textOf(object, "name")] = {numberOf(object, "x", 0), numberOf(object, "y", 0)};
 }
 
 std::uint32_t Scene::SeedOf(cfg::CfgScenario& file) {

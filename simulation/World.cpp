@@ -1,8 +1,9 @@
 #include <simulation/World.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
+
+#include <Commons/ShortestNumber.h>
 
 namespace TavrelSimulation {
 
@@ -33,17 +34,7 @@ double Interpolated(const std::vector<std::pair<double, double>>& points, double
 
 } // namespace
 
-std::string NumberText(float number) {
-    char text[64];
-    return {text, std::to_chars(text, text + sizeof text, number).ptr};
-}
-
-double LeadingNumber(const std::string& text) {
-    const std::size_t begin = text.find_first_not_of(" \t\n\r\f\v+");
-    double number = 0;
-    if (begin != std::string::npos) std::from_chars(text.data() + begin, text.data() + text.size(), number);
-    return number;
-}
+std::string NumberText(float number) { return Commons::ShortestNumber(number); }
 
 int Whole(const ParameterValue& value) {
     if (std::isnan(value.number)) return 0;
@@ -52,7 +43,7 @@ int Whole(const ParameterValue& value) {
 }
 
 std::string ArgumentText(const ParameterValue& value) {
-    return !value.text.empty() || value.tag == 3 ? value.text : NumberText(value.number);
+    return !value.text.empty() || value.tag == TagString ? value.text : NumberText(value.number);
 }
 
 void World::Start(ScenarioLib::Scenario& runScenario, double time, std::uint32_t seed) {

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cstdint>
 
+#include <Commons/ShortestNumber.h>
+
 #include "../Commons/Xml.h"
 
 namespace cfg::detail {
@@ -22,12 +24,6 @@ bool ParseNumber(std::string_view text, Type& number) {
 bool ParseBoolean(std::string_view text, bool& boolean) {
     boolean = text == "true" || text == "1";
     return boolean || text == "false" || text == "0";
-}
-
-template <typename Type>
-std::string FormatNumber(Type number) {
-    char text[32]; // enough for the shortest form of any double
-    return {text, std::to_chars(text, text + sizeof text, number).ptr};
 }
 
 } // namespace
@@ -75,9 +71,9 @@ std::string FormatValue(const Value& value) {
     case t_ParameterTypeBoolean:
         return *value.boolean ? "true" : "false";
     case t_ParameterTypeInteger:
-        return FormatNumber(*value.integer);
+        return Commons::ShortestNumber(*value.integer);
     case t_ParameterTypeReal:
-        return FormatNumber(*value.real);
+        return Commons::ShortestNumber(*value.real);
     default:
         return value.text ? *value.text : std::string();
     }

@@ -101,13 +101,14 @@ TEST(UsageTest, WrongUseIsStatusTwoAndOneSentence) {
         const char* sentence;
     } rows[] = {
         {{}, "tavrel: a command is missing; see 'tavrel --help'\n"},
-        {{"shwo"}, "tavrel: there is no command \"shwo\"; see 'tavrel --help'\n"},
+        {{"shwo"}, "tavrel: there is no command \"shwo\", did you mean \"show\"; see 'tavrel --help'\n"},
         {{"variadic"}, "tavrel: a command is missing; see 'tavrel variadic --help'\n"},
         {{"variadic", "drop"}, "tavrel: there is no command \"variadic drop\"; see 'tavrel variadic --help'\n"},
         {{"ids"}, "tavrel: SCENARIO is required; see 'tavrel ids --help'\n"},
         {{"show"}, "tavrel: SCENARIO or --all is required; see 'tavrel show --help'\n"},
         {{"run", "a", "--all"}, "tavrel: --all and SCRIPT exclude each other; see 'tavrel run --help'\n"},
-        {{"tree", "x", "--jsn"}, "tavrel: not expected: \"x\", \"--jsn\"; see 'tavrel tree --help'\n"},
+        {{"tree", "x", "--jsn"},
+         "tavrel: not expected: \"x\", \"--jsn\", did you mean \"--json\"; see 'tavrel tree --help'\n"},
         {{"get", "--", "a", "--b", "c"}, "tavrel: not expected: \"c\"; see 'tavrel get --help'\n"},
         {{"run", "a", "--until"}, "tavrel: --until needs a value; see 'tavrel run --help'\n"},
         {{"run", "a", "--step", "0"}, "tavrel: --step takes a number of seconds above 0\n"},

@@ -90,11 +90,32 @@ std::string ComplaintOfAll(const Arguments& arguments) {
     return arguments.Has("--all") || arguments.Has(operand) ? "" : operand + " or --all is required";
 }
 
-std::string ComplaintOfExtras(const std::vector<std::string>& extras) {
-    std::string words;
-    for (const std::string& extra : extras)
-        if (extra != "--") words += fmt::format("{}\"{}\"", words.empty() ? "" : ", ", extra);
-    return "not expected: " + words;
+std::string ComplaintOfExtras(const std::vector<std::string>& extras, const CommandRow* command) {
+    std::vector<std::string> options;
+    for (const OptionRow& row : CommonOptions()) options.emplace_back(row.name);
+    if (command)
+        for (const OptionRow& row : command->options) options.emplace_back(row.name);
+    std::string words, nearest;
+    for (const std::string& extra : extras) {
+        if (extra == "--") continue;
+        words += fmt::format("{}\"{}\"", words.empty() ? "" : ", ", extra);
+        if (nearest.empty() && extra[0] == '-') nearest = DidYouMean(extra.substr(0, extra.find('=')), options);
+    }
+    return "not expected: " + words + nearest;
+}
+
+// For a word in the place of a sub-command, or behind that of a group, which is then compared with the group's alone.
+std::string ComplaintOfName(const std::string& name, const GroupRow* group) {
+    const std::string start = group ? std::string(group->name) + " " : "";
+    std::vector<std::string> names;
+    for (const CommandRow& command : Commands()) {
+        const std::string known = command.name;
+        if (known.rfind(start, 0) == 0) names.push_back(known.substr(start.size()));
+    }
+    if (!group)
+        for (const GroupRow& row : Groups()) names.emplace_back(row.name);
+    const std::string near = DidYouMean(name.substr(start.size()), names);
+    return fmt::format("there is no command \"{}\"{}", name, near);
 }
 
 // Every option fills its own list in `values`, under its name, so that the sub-commands need no variable of their own.
@@ -108,16 +129,17 @@ void AddOption(CLI::App& app, const OptionRow& row, Values& values, bool require
         return;
     }
     CLI::Option* option = app.add_option(row.name, take);
-    option->expected(row.takes == Takes::Many && !*row.value ? -1 : 1);
-    option->multi_option_policy(row.takes == Takes::Many ? CLI::MultiOptionPolicy::TakeAll
-                                                         : CLI::MultiOptionPolicy::TakeLast);
+    const bool several = row.takes == Takes::Many || row.takes == Takes::Any;
+    option->expected(several && !*row.value ? -1 : 1);
+    option->multi_option_policy(several ? CLI::MultiOptionPolicy::TakeAll : CLI::MultiOptionPolicy::TakeLast);
     // Brackets and commas belong to a value: parameter ids are full of them.
     if (*row.value) option->allow_extra_args(false);
     if (*row.words) {
         std::vector<std::string> words = CLI::detail::split(row.words, ' ');
         option->check(CLI::IsMember(std::move(words)));
     }
-    if (!*row.value) option->required(required);
+    const bool mayBeAbsent = row.takes == Takes::Any || row.takes == Takes::Optional;
+    if (!*row.value) option->required(required && !mayBeAbsent);
 }
 
 const OptionRow* FindCommonOption(const std::string& word) {
@@ -188,8 +210,7 @@ std::string HelpText() {
 
 std::string HelpText(const CommandRow& command) {
     std::string text = fmt::format("Usage: tavrel {}", command.name);
-    for (const OptionRow& row : command.operands)
-        text += fmt::format(" {}{}", row.name, row.takes == Takes::Many ? "..." : "");
+    for (const OptionRow& row : command.operands) text += " " + UsageOf(row);
     text += fmt::format(" [OPTION]...\n\n{}\n", Wrapped(command.description, 0));
     text += HelpBlock("Operands", command.operands) + HelpBlock("Options", command.options) +
             HelpBlock("Options of every command", CommonOptions()) + HelpEnd();
@@ -217,13 +238,13 @@ Arguments ReadCommandLine(int argc, const char* const* argv, std::string& answer
     }
     std::string complaint;
     if (!line.unknown.empty()) {
-        complaint = fmt::format("there is no command \"{}\"", line.unknown);
+        complaint = ComplaintOfName(line.unknown, line.group);
     } else {
         try {
             std::reverse(line.rest.begin(), line.rest.end()); // the order that CLI11 wants
             app.parse(line.rest);
         } catch (const CLI::ExtrasError&) {
-            complaint = ComplaintOfExtras(app.remaining());
+            complaint = ComplaintOfExtras(app.remaining(), line.command);
         } catch (const CLI::ArgumentMismatch& error) {
             const std::string what = OneLine(error.what());
             complaint = what.substr(0, what.find(':')) + " needs a value";

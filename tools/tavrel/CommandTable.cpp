@@ -9,13 +9,15 @@ namespace {
 constexpr auto Flag = Takes::Nothing;
 constexpr auto One = Takes::One;
 constexpr auto Many = Takes::Many;
+constexpr auto Any = Takes::Any;
+constexpr auto Optional = Takes::Optional;
 constexpr auto None = Offers::Nothing;
 constexpr auto Files = Offers::Files;
 constexpr auto Scenarios = Offers::Scenarios;
 constexpr auto Words = Offers::Words;
 
 // clang-format off
-const OptionRow kScenario {"SCENARIO", "", One, Scenarios, "", "path of a scenario, as tree and list show it"};
+const OptionRow kScenario {"SCENARIO", "", One, Scenarios, "", "path of a scenario, as tree and list show it, or a file"};
 const OptionRow kIndex    {"INDEX", "", One, None, "", "position of the declaration, as 'variadic list' shows it"};
 const OptionRow kJson     {"--json", "", Flag, None, "", "write JSON instead of text"};
 const OptionRow kSaveTo   {"--output", "FILE", One, Files, "", "save to FILE and leave the scenario as it is"};
@@ -33,6 +35,22 @@ const OptionRow kAll      {"--all", "", Flag, None, "", "all scenarios that list
 // clang-format on
 
 } // namespace
+
+std::string UsageOf(const OptionRow& operand) {
+    const std::string name = operand.name;
+    switch (operand.takes) {
+    case Takes::Many:
+        return name + "...";
+    case Takes::Any:
+        return "[" + name + "...]";
+    case Takes::Optional:
+        return "[" + name + "]";
+    case Takes::One:
+    case Takes::Nothing:
+        break;
+    }
+    return name;
+}
 
 const std::vector<CommandRow>& Commands() {
     // clang-format off
@@ -175,6 +193,65 @@ const std::vector<CommandRow>& Commands() {
          Runs::InOneChild, RunGraph,
          {"tavrel graph overtaking.sce | dot -Tsvg > overtaking.svg"}},
 
+        {"find", "find the scenarios that answer a question",
+         "Lists the scenarios of which all EXPRESSIONs hold. KEY=TEXT compares without regard to case; * and ? stand for any "
+         "characters as in file names, and a text without them is looked for anywhere. The keys: parameter (id, name or long "
+         "name of a parameter), unit and value (of that same parameter; value also with <, <=, >, >= and !=), varies (name or id "
+         "of a declaration), calls (an action, condition or function), includes (a script file), file (a file that a script "
+         "names), name (of the scenario), text (anything in the file that people read). A word without a key means text. The "
+         "status is 1 if there is no such scenario.",
+         {{"EXPRESSION", "", Any, None, "", "such as parameter=speed, value<50 or calls=SET_SPEED"}},
+         {kJson, kJobs,
+          {"--paths", "", Flag, None, "", "write the paths alone"},
+          {"--places", "", Flag, None, "", "also tell what was found in each, with its row"}},
+         Runs::OverItsOwnChildren, RunFind,
+         {"tavrel find calls=SET_VHL_SPEED", "tavrel find parameter=initialSpeed 'value<50' unit=km/h",
+          "tavrel find 'file=*.png' --places"}},
+
+        {"diff", "compare two scenarios or scripts",
+         "Compares two scenarios, scripts or models as trees and tells which parameters, declarations and items were added, "
+         "removed, moved or changed, with their rows. Neither is linked to a root model. The status is 1 if they differ.",
+         {{"A", "", One, Scenarios, "", "a scenario, as tree and list show it, or a file"},
+          {"B", "", One, Scenarios, "", "what it is compared with"}},
+         {kJson},
+         Runs::InOneChild, RunDiff,
+         {"tavrel diff overtaking.sce copy.sce", "tavrel diff old/nuro.mdl new/nuro.mdl --json"}},
+
+        {"refs", "list where a variable, task, rule or include is used",
+         "Lists where NAME stands in a script and in what it includes: where it is defined, used, written and entered. NAME is a "
+         "number or a label; 'variable:3', 'task:3', 'rule:3' or 'include:school/keys.sc' says which of those with one name is "
+         "meant. The status is 1 if nothing refers to it.",
+         {kScript,
+          {"NAME", "", One, None, "", "a variable, task, rule or include"}},
+         {kScriptName, kModel, kJson},
+         Runs::InOneChild, RunRefs,
+         {"tavrel refs overtaking.sce variable:1", "tavrel refs overtaking.sce 'Overtake' --json"}},
+
+        {"outline", "tell a script as a person reads it",
+         "Tells a script in the words of its display texts: states, rules with IF, THEN and ELSE, includes and evaluation, each "
+         "with its row.",
+         {kScript},
+         {kScriptName, kModel, kJson},
+         Runs::InOneChild, RunOutline,
+         {"tavrel outline overtaking.sce"}},
+
+        {"words", "list what a root model offers to scripts",
+         "Lists the conditions, actions and functions of the root model, with their parameters: types, units, limits and the "
+         "entries of enumerations. PATTERN chooses by name or label, without regard to case; * and ? stand for any characters, "
+         "and a text without them is looked for anywhere. The status is 1 if there is no such word.",
+         {{"PATTERN", "", Optional, None, "", "part of a name or label, such as speed"}},
+         {kModel, kJson},
+         Runs::InOneChild, RunWords,
+         {"tavrel words speed", "tavrel words 'SET_*' --configuration City --json"}},
+
+        {"explain", "explain a rule of check",
+         "Explains the rule of an id or name, as check tells them: what it means, why it matters, an example, the remedy. "
+         "Without ID, lists all rules.",
+         {{"ID", "", Optional, None, "", "id or name of a rule, such as TV2001"}},
+         {{"--format", "FORM", One, Words, "text json", "form of the answer"}, kJson},
+         Runs::Here, RunExplain,
+         {"tavrel explain TV2001", "tavrel explain --format json"}},
+
         {"completion", "write the completion for a shell",
          "Writes a script that teaches the shell the sub-commands, options and scenarios.",
          {{"SHELL", "", One, Words, "bash", "the shell"}},
@@ -213,7 +290,7 @@ const std::vector<OptionRow>& CommonOptions() {
 const std::vector<const char*>& ExitStatusTexts() {
     static const std::vector<const char*> texts = {
         "all went well",
-        "a check found something, or a run failed",
+        "a check found something, a run failed, a search found nothing, or two files differ",
         "the command line makes no sense",
         "something could not be found, read, opened or written; the standard error stream says what",
     };

@@ -8,7 +8,8 @@ namespace tavrel {
 
 struct Context;
 
-enum class Takes { Nothing, One, Many };
+// How many values: Any and Optional are operands that need not be there, several or one.
+enum class Takes { Nothing, One, Many, Any, Optional };
 
 // What the shell offers for a value.
 enum class Offers { Nothing, Files, Scenarios, Words };
@@ -37,6 +38,9 @@ struct CommandRow {
     int (*run)(Context&);
     std::vector<const char*> examples;
 };
+
+// "SCENARIO", "PATH...", "[ID]", "[EXPRESSION...]"
+std::string UsageOf(const OptionRow& operand);
 
 // The one table behind the command line, the help, the man page and the completion.
 const std::vector<CommandRow>& Commands();

@@ -3,8 +3,9 @@
 #include "Failure.h"
 
 #include <fmt/format.h>
+#include <scenario/NearestName.h>
 
-#include <charconv>
+#include <Commons/ShortestNumber.h>
 
 namespace tavrel {
 
@@ -76,7 +77,47 @@ std::string ScalarText(const Json& value) {
     return value.is_number_float() ? ShortNumber(value.get<double>()) : value.dump();
 }
 
+void AddIds(const ScenarioNode& node, std::vector<std::string>& ids) {
+    std::vector<ScenarioParameter*> parameters;
+    node.getParameters(parameters);
+    for (const ScenarioParameter* parameter : parameters) ids.push_back(parameter->getParameterId());
+    if (node.getChildNumber() == 0) return; // a script refuses to list its children
+    std::vector<ScenarioNode*> children;
+    node.getChildren(children);
+    for (const ScenarioNode* child : children) AddIds(*child, ids);
+}
+
 } // namespace
+
+std::vector<std::string> ParameterIds(const ScenarioNode& node) {
+    std::vector<std::string> ids;
+    AddIds(node, ids);
+    return ids;
+}
+
+const ScenarioParameter& ParameterOf(const Scenario& scenario, const std::string& id) {
+    const auto nearest = [&] {
+        const std::vector<std::string> ids = ParameterIds(*scenario.getRootScenarioNode());
+        // Ids begin alike for long, so those of the same node are compared by their ends.
+        const std::string node = id.substr(0, id.rfind('/') + 1);
+        std::vector<std::string> siblings;
+        for (const std::string& known : ids)
+            if (!node.empty() && known.rfind(node, 0) == 0) siblings.push_back(known.substr(node.size()));
+        if (siblings.empty()) return DidYouMean(id, ids);
+        const std::string near = NearestName(id.substr(node.size()), siblings);
+        return near.empty() ? near : fmt::format(", did you mean \"{}{}\"", node, near);
+    };
+    try {
+        if (const ScenarioParameter* parameter = scenario.getParameterFromId(id)) return *parameter;
+    } catch (...) {
+        throw Failure{ExitUnreadable, CurrentFailure().sentence + nearest()};
+    }
+    throw Failure{
+        ExitUnreadable,
+        fmt::format("\"{}\" is no parameter id{}; one begins with /sce/Scenario/ and ends at a parameter, and "
+                    "'tavrel ids {}' shows them all",
+                    id, nearest(), scenario.getPath())};
+}
 
 std::string DumpJson(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
 
@@ -103,10 +144,7 @@ std::string TypeWord(ParameterType type) {
     return "literal";
 }
 
-std::string ShortNumber(double number) {
-    char text[64];
-    return {text, std::to_chars(text, text + sizeof text, number).ptr};
-}
+std::string ShortNumber(double number) { return Commons::ShortestNumber(number); }
 
 std::string ValueText(const ScenarioParameter& parameter) {
     try {

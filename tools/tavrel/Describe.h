@@ -6,6 +6,7 @@
 #include <ScenarioTemplateDb/ScenarioTemplateDb.h>
 
 #include <string>
+#include <vector>
 
 namespace tavrel {
 
@@ -28,6 +29,13 @@ std::string ShortNumber(double number);
 
 // The value as text; "?" for a parameter whose type the interface does not know.
 std::string ValueText(const ScenarioTemplateDb::ScenarioParameter& parameter);
+
+// The full ids of all parameters of a node and those below it, in the order of the tree.
+std::vector<std::string> ParameterIds(const ScenarioTemplateDb::ScenarioNode& node);
+
+// The parameter of that full id. Fails with a Failure that names the nearest one.
+const ScenarioTemplateDb::ScenarioParameter& ParameterOf(const ScenarioTemplateDb::Scenario& scenario,
+                                                         const std::string& id);
 
 Json ParameterJson(const ScenarioTemplateDb::ScenarioParameter& parameter);
 Json NodeJson(const ScenarioTemplateDb::ScenarioNode& node);

@@ -3,6 +3,7 @@
 #include <ScenarioTemplateDb/Exception.h>
 
 #include <Poco/Exception.h>
+#include <scenario/NearestName.h>
 
 #include <cstdio>
 #include <memory>
@@ -56,6 +57,11 @@ std::string PlacedLine(const std::string& message) {
     std::string line = OneLine(message);
     const std::size_t row = line.find(":0: ");
     return row == std::string::npos ? line : line.erase(row, 2);
+}
+
+std::string DidYouMean(const std::string& name, const std::vector<std::string>& known) {
+    const std::string near = NearestName(name, known);
+    return near.empty() ? near : ", did you mean \"" + near + "\"";
 }
 
 void Report(const std::string& sentence) {

@@ -2,6 +2,7 @@
 #define TAVREL_COMMAND_FAILURE_H
 
 #include <string>
+#include <vector>
 
 namespace tavrel {
 
@@ -32,6 +33,10 @@ std::string Printable(const std::string& text);
 // A message that names a place, "file:row: reason", as one line, without the row where it is 0 and the whole file
 // meant.
 std::string PlacedLine(const std::string& message);
+
+// The end of a sentence about a name that is not known: ", did you mean "X"" with the nearest of those that are; empty
+// if none is near.
+std::string DidYouMean(const std::string& name, const std::vector<std::string>& known);
 
 // Writes the sentence to the standard error stream, behind the name of the command.
 void Report(const std::string& sentence);

@@ -4,6 +4,7 @@
 #include "Scripts.h"
 
 #include <lmkUtils/EnvConfig.h>
+#include <scenario/NearestName.h>
 
 #include <fmt/format.h>
 
@@ -24,13 +25,6 @@ using TavrelScenarioTemplateDb::TavrelScenarioTemplateDatabase;
 
 constexpr const char* kAll = "*";
 constexpr const char* kExtension = ".sce";
-
-std::string InstallationFile(const Arguments& arguments) {
-    if (arguments.Has("--config")) return arguments.Text("--config");
-    const char* fromEnvironment = std::getenv("TAVREL_CONFIG");
-    if (fromEnvironment && *fromEnvironment) return fromEnvironment;
-    return SampleInstallationFile();
-}
 
 // The library's own join of a scenario directory and the path below it.
 std::string FileIn(const std::string& directory, const std::string& path) {
@@ -73,6 +67,13 @@ void SortOut(const std::string& folder, std::vector<std::string>& files, std::ve
 
 } // namespace
 
+std::string InstallationFileInUse(const Arguments& arguments) {
+    if (arguments.Has("--config")) return arguments.Text("--config");
+    const char* fromEnvironment = std::getenv("TAVREL_CONFIG");
+    if (fromEnvironment && *fromEnvironment) return fromEnvironment;
+    return SampleInstallationFile();
+}
+
 std::string SampleInstallationFile() {
     std::error_code error;
     const std::filesystem::path command = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -80,7 +81,8 @@ std::string SampleInstallationFile() {
     return (command.parent_path() / TAVREL_SAMPLE_FROM_COMMAND / "tavrel.xml").lexically_normal().string();
 }
 
-Installation::Installation(Context& userContext) : Installation(userContext, InstallationFile(userContext.arguments)) {}
+Installation::Installation(Context& userContext)
+    : Installation(userContext, InstallationFileInUse(userContext.arguments)) {}
 
 Installation::Installation(Context& userContext, const std::string& installationFile)
     : context(userContext), file(installationFile) {
@@ -115,9 +117,13 @@ std::vector<Configuration> Installation::Configurations() {
     }
     if (passing.empty() && context.status == ExitClean) {
         const bool filtered = context.arguments.Has("--configuration") || context.arguments.Has("--version-filter");
-        context.Tell({ExitUnreadable, filtered ? fmt::format("no configuration passes the filters; {} has {}", file,
-                                                             all.empty() ? "none" : Names(all))
-                                               : fmt::format("{} has no configuration", file)});
+        std::vector<std::string> names;
+        for (const Configuration& configuration : all) names.push_back(configuration.name);
+        context.Tell({ExitUnreadable, filtered
+                                          ? fmt::format("no configuration passes the filters{}; {} has {}",
+                                                        DidYouMean(context.arguments.Text("--configuration"), names),
+                                                        file, all.empty() ? "none" : Names(all))
+                                          : fmt::format("{} has no configuration", file)});
     }
     std::stable_sort(passing.begin(), passing.end(),
                      [](const Configuration& a, const Configuration& b) { return a.version < b.version; });
@@ -187,10 +193,14 @@ OpenedScenario Installation::Open(const std::string& path) {
             context.Tell({failure.status, fmt::format("{}: {}", configuration.name, failure.sentence)});
         }
     }
-    if (holders.empty())
-        throw Failure{ExitUnreadable,
-                      fmt::format("there is no scenario \"{}\" in {}; 'tavrel list --paths' shows those that are there",
-                                  path, candidates.size() == 1 ? candidates[0].name : file)};
+    if (holders.empty()) {
+        const std::string near = NearestScenario(context, path);
+        throw Failure{
+            ExitUnreadable,
+            fmt::format("there is no scenario \"{}\" in {}{}; 'tavrel list --paths' shows those that are there", path,
+                        candidates.size() == 1 ? candidates[0].name : file,
+                        near.empty() ? near : ", did you mean \"" + near + "\"")};
+    }
     if (holders.size() > 1)
         throw Failure{ExitUsage,
                       fmt::format("the configurations {} all have a scenario \"{}\"; choose one of them with "
@@ -206,6 +216,96 @@ OpenedScenario Installation::Open(const std::string& path) {
     opened.directory = filePath.substr(0, filePath.size() - path.size() - 1);
     const std::string reason = ReasonNotToOpen(filePath);
     if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", filePath, reason)};
+    return opened;
+}
+
+namespace {
+
+// Calls `look` with each configuration that the filters let through and the folders of its scenarios. What cannot be
+// read is passed over.
+void ForEachConfiguration(Context& context,
+                          const std::function<void(const std::string&, const std::vector<std::string>&)>& look) {
+    try {
+        const Installation installation(context);
+        const TavrelScenarioTemplateDatabase database(installation.File(), kAll, kAll);
+        for (const std::string& name : EnvConfig::getConfigurationsList()) {
+            if (context.arguments.Text("--configuration", name) != name) continue;
+            try {
+                if (context.arguments.Has("--version-filter") &&
+                    database.getConfigurationVersion(name) != context.arguments.Text("--version-filter"))
+                    continue;
+                std::vector<std::string> directories;
+                database.getConfigurationScenarioDirectories(name, directories);
+                look(name, directories);
+            } catch (...) {
+                CurrentFailure();
+            }
+        }
+    } catch (...) {
+        CurrentFailure();
+    }
+}
+
+} // namespace
+
+std::vector<FoundScenario> FindScenarios(Context& context, const std::string& path) {
+    std::vector<FoundScenario> found;
+    if (path.empty() || std::filesystem::path(path).is_absolute()) return found;
+    ForEachConfiguration(context, [&](const std::string& name, const std::vector<std::string>& directories) {
+        std::error_code error;
+        for (const std::string& directory : directories)
+            if (std::filesystem::exists(FileIn(directory, path), error) &&
+                !std::filesystem::is_directory(FileIn(directory, path), error)) {
+                found.push_back({name, path, FileIn(directory, path)});
+                break;
+            }
+    });
+    return found;
+}
+
+std::string NearestScenario(Context& context, const std::string& path) {
+    std::set<std::string> all;
+    ForEachConfiguration(context, [&](const std::string&, const std::vector<std::string>& directories) {
+        std::vector<std::string> others;
+        for (const std::string& directory : directories) {
+            std::vector<std::string> files;
+            SortOut(directory, files, others, [](const std::string&) {});
+            all.insert(files.begin(), files.end());
+        }
+    });
+    return NearestName(path, {all.begin(), all.end()});
+}
+
+bool IsFileOnDisk(Context& context, const std::string& operand) {
+    std::error_code error;
+    const auto type = std::filesystem::symlink_status(operand, error).type();
+    if (type == std::filesystem::file_type::not_found || std::filesystem::is_directory(operand, error)) return false;
+    for (const FoundScenario& scenario : FindScenarios(context, operand))
+        if (!std::filesystem::equivalent(scenario.file, operand, error)) {
+            Report(fmt::format("\"{}\" is a file here and a scenario of the installation; the file is meant", operand));
+            break;
+        }
+    return true;
+}
+
+OpenedScenario OpenScenario(Context& context, const std::string& operand) {
+    if (context.arguments.Has("--all") || !IsFileOnDisk(context, operand)) return Installation(context).Open(operand);
+    const std::string reason = ReasonNotToOpen(operand);
+    if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", operand, reason)};
+    const Installation installation(context, InstallationFileFor(context, operand));
+    OpenedScenario opened;
+    opened.configuration.name = ConfigurationFor(context, operand);
+    EnvConfig::setConfig(opened.configuration.name, false);
+    try {
+        opened.configuration.version = TavrelScenarioTemplateDatabase(installation.File(), kAll, kAll)
+                                           .getConfigurationVersion(opened.configuration.name);
+    } catch (...) {
+        CurrentFailure(); // a file needs none
+    }
+    const std::filesystem::path path = std::filesystem::absolute(operand);
+    opened.directory = path.parent_path().string();
+    opened.scenario =
+        std::make_unique<TavrelScenario>(opened.configuration.name, path.filename().string(), opened.directory);
     return opened;
 }
 

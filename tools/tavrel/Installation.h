@@ -64,6 +64,27 @@ private:
     std::string file;
 };
 
+// A scenario by its place, not opened.
+struct FoundScenario {
+    std::string configuration;
+    std::string path; // as the tree shows it
+    std::string file;
+};
+
+// The scenarios at that path, one of each configuration that the filters let through. None, too, where the installation
+// cannot be read, which is told by whoever works with it.
+std::vector<FoundScenario> FindScenarios(Context& context, const std::string& path);
+// The path of a scenario that is spelt nearly like that; empty if there is none.
+std::string NearestScenario(Context& context, const std::string& path);
+
+// What an operand SCENARIO names: a file on disk, in the configuration that it belongs to, or else the scenario at that
+// path of the installation. Where there are both, the file is meant, and that is said.
+OpenedScenario OpenScenario(Context& context, const std::string& operand);
+// Whether an operand is a file on disk, and says so if it is a scenario of the installation, too.
+bool IsFileOnDisk(Context& context, const std::string& operand);
+
+// The installation file that the command line names, else TAVREL_CONFIG, else the sample.
+std::string InstallationFileInUse(const Arguments& arguments);
 // The sample installation that came with this command.
 std::string SampleInstallationFile();
 

@@ -101,6 +101,10 @@ std::string Output::Strong(const std::string& text) const { return Styled("1", t
 
 std::string Output::Faint(const std::string& text) const { return Styled("2", text); }
 
+std::string Output::Coloured(Colour colour, const std::string& text) const {
+    return Styled(colour == Colour::Red ? "1;31" : colour == Colour::Yellow ? "1;33" : "1;36", text);
+}
+
 std::vector<LogLine> Output::TakeLog() {
     std::vector<LogLine> lines;
     lines.swap(log->lines);

@@ -17,6 +17,8 @@ struct LogLine {
     std::string text;
 };
 
+enum class Colour { Red, Yellow, Cyan };
+
 // The results of the command. The library writes what it meets in a root model to the standard output, by design; so
 // this object takes the real standard output for itself and leaves the process one whose lines are kept apart.
 // There is one object, which lives as long as `main`.
@@ -44,6 +46,9 @@ public:
     bool IsTerminal() const { return terminal; }
     std::string Strong(const std::string& text) const;
     std::string Faint(const std::string& text) const;
+    std::string Coloured(Colour colour, const std::string& text) const;
+    // From now on the styles give all text back as it is: it goes to a file.
+    void WithoutStyles() { coloured = false; }
 
     // What the library has logged since the last call.
     std::vector<LogLine> TakeLog();

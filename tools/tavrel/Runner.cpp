@@ -18,7 +18,9 @@ using namespace TavrelProcesses;
 // What the sub-command works on: its operand, if it takes one.
 std::string Subject(const Arguments& arguments) {
     const std::vector<OptionRow>& operands = arguments.command->operands;
-    return operands.empty() || operands.front().takes == Takes::Many ? "" : arguments.Text(operands.front().name);
+    const bool isOne = !operands.empty() && operands.front().takes == Takes::One;
+    const bool comparesTwo = operands.size() > 1 && operands[1].offers == Offers::Scenarios;
+    return isOne && !comparesTwo ? arguments.Text(operands.front().name) : "";
 }
 
 // What the library says of a template does not always name it.

@@ -1,5 +1,7 @@
 #include "Scripts.h"
 
+#include "ScenarioFile.h"
+
 #include <cfg/CfgScenario.h>
 #include <lmkUtils/AssertAbort.h>
 #include <lmkUtils/EnvConfig.h>
@@ -101,15 +103,18 @@ void ReadOrFail(const std::string& path, ExitStatus status, const std::function<
 LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened) {
     const std::string wanted = context.arguments.Text("--script");
     opened->getName(); // opens the file and its root model
-    std::string names, refusal;
+    std::vector<std::string> names;
+    std::string refusal;
     for (const cfg::ScenarioScript* script : scriptsOf(opened->File())) {
-        names += (names.empty() ? "" : ", ") + script->name;
+        names.push_back(script->name);
         if (!wanted.empty() && script->name != wanted) continue;
         const ScriptUnderWay working(script->name);
         ProblemList list;
         std::uint32_t row = 1;
         std::string cause = "the text is refused";
         LoadedScript loaded;
+        loaded.file = opened->getFilePath();
+        loaded.number = names.size() - 1;
         loaded.title = fmt::format("{}, script {}", opened->getPath(), script->name);
         try {
             loaded.root = ReadScriptText(script->text, row);
@@ -129,15 +134,16 @@ LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened
     }
     if (!refusal.empty()) throw Failure{ExitUnreadable, refusal};
     if (names.empty()) throw Failure{ExitUnreadable, opened->getPath() + " has no script"};
-    throw Failure{ExitUnreadable,
-                  wanted.empty()
-                      ? fmt::format("no script of {} is a whole scenario; it has {}", opened->getPath(), names)
-                      : fmt::format("{} has no script \"{}\"; it has {}", opened->getPath(), wanted, names)};
+    throw Failure{ExitUnreadable, wanted.empty()
+                                      ? fmt::format("no script of {} is a whole scenario; it has {}", opened->getPath(),
+                                                    fmt::join(names, ", "))
+                                      : fmt::format("{} has no script \"{}\"{}; it has {}", opened->getPath(), wanted,
+                                                    DidYouMean(wanted, names), fmt::join(names, ", "))};
 }
 
 LoadedScript LoadFromDisk(const std::string& path) {
     LoadedScript loaded;
-    loaded.title = path;
+    loaded.file = loaded.title = path;
     loaded.root = ReadScriptFileOrFail(path, ExitUnreadable);
     loaded.scenario = dynamic_cast<ScenarioLib::Scenario*>(loaded.root.get());
     return loaded;
@@ -217,10 +223,17 @@ std::string InstallationFileFor(const Context& context, const std::string& path)
 }
 
 std::string ConfigurationFor(const Context& context, const std::string& path) {
-    if (context.arguments.Has("--configuration")) return context.arguments.Text("--configuration");
+    const std::vector<std::string> names = EnvConfig::getConfigurationsList();
+    if (context.arguments.Has("--configuration")) {
+        const std::string name = context.arguments.Text("--configuration");
+        if (std::find(names.begin(), names.end(), name) == names.end())
+            throw Failure{ExitUnreadable,
+                          fmt::format("there is no configuration \"{}\"{}; {} has {}", name, DidYouMean(name, names),
+                                      EnvConfig::ourConfigCfgFile, fmt::join(names, ", "))};
+        return name;
+    }
     std::error_code error;
     const fs::path file = fs::weakly_canonical(path, error);
-    const std::vector<std::string> names = EnvConfig::getConfigurationsList();
     for (const std::string& name : names)
         for (const std::string& root : EnvConfig::getSeparatedPathForConfiguration(name, "."))
             if (LiesIn(file, root)) return name;
@@ -287,11 +300,27 @@ std::string ProblemSentence(const LoadProblem& problem, const std::string& place
                        OneLine(problem.cause), line.empty() ? "" : fmt::format(" ({})", line));
 }
 
+ScriptRows RowsOf(const LoadedScript& loaded) {
+    if (loaded.opened) {
+        const ScenarioFile file(loaded.file);
+        const std::vector<FileScript> scripts = file.Scripts();
+        if (loaded.number >= scripts.size()) throw Failure{ExitUnreadable, loaded.file + " has changed meanwhile"};
+        const FileScript& script = scripts[loaded.number];
+        const std::vector<std::uint32_t> rowsInFile = file.RowsOf(script);
+        return {*loaded.root, script.text.Text(), loaded.file, [rowsInFile](std::uint32_t row) {
+                    return rowsInFile[std::min<std::size_t>(std::max(row, 1U), rowsInFile.size()) - 1];
+                }};
+    }
+    std::ifstream bytes(loaded.file, std::ios::binary);
+    return {*loaded.root, std::string{std::istreambuf_iterator<char>(bytes), {}}, loaded.file,
+            [](std::uint32_t row) { return row; }};
+}
+
 LoadedScript LoadScript(Context& context, const std::string& operand) {
-    std::error_code error;
-    if (context.arguments.Has("--all") || !std::filesystem::exists(operand, error)) {
-        Installation installation(context);
-        const OpenedScenario found = installation.Open(operand);
+    const bool isScript =
+        !context.arguments.Has("--all") && KindOfFile(operand) != FileKind::Scenario && IsFileOnDisk(context, operand);
+    if (!isScript) {
+        const OpenedScenario found = OpenScenario(context, operand);
         return LoadFromTemplate(
             context, std::make_unique<Template>(found.configuration.name, found.scenario->getPath(), found.directory));
     }
@@ -300,11 +329,6 @@ LoadedScript LoadScript(Context& context, const std::string& operand) {
     const Installation installation(context, InstallationFileFor(context, operand));
     const std::string configuration = ConfigurationFor(context, operand);
     EnvConfig::setConfig(configuration, false);
-    if (KindOfFile(operand) == FileKind::Scenario) {
-        const fs::path path = fs::absolute(operand);
-        return LoadFromTemplate(
-            context, std::make_unique<Template>(configuration, path.filename().string(), path.parent_path().string()));
-    }
     if (context.arguments.Has("--model"))
         UseRootModelFile(context.arguments.Text("--model"));
     else

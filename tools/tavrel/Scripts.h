@@ -3,6 +3,7 @@
 
 #include "Files.h"
 #include "Installation.h"
+#include "ScriptRows.h"
 
 #include <TavrelScenarioTemplateDb/RootModel.h>
 #include <TavrelScenarioTemplateDb/ScenarioScripts.h>
@@ -95,6 +96,8 @@ public:
 
 // A script that is to be run or drawn.
 struct LoadedScript {
+    std::string file;                 // on disk
+    std::size_t number = 0;           // of the script among those of its scenario file
     std::string title;                // for messages: the file or scenario, and the script
     std::unique_ptr<Template> opened; // null for a script from disk
     std::unique_ptr<TavrelScenarioTemplateDb::ScenarioTables> tables = // what the scenario borrows
@@ -102,6 +105,9 @@ struct LoadedScript {
     std::unique_ptr<ScenarioItem> root;        // the top item
     ScenarioLib::Scenario* scenario = nullptr; // the top item as a scenario, null if it is none
 };
+
+// Where the items of a script stand in its file, as it is on disk now.
+ScriptRows RowsOf(const LoadedScript& loaded);
 
 // Reads what the operand names: a script on disk, or a script of a scenario (by path in the tree or on disk), the one
 // that --script names or else the first that is a whole scenario.

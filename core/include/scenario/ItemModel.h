@@ -5,6 +5,7 @@
 #include <scenario/CallUnderWay.h>
 #include <scenario/Condition.h>
 #include <scenario/Criteria.h>
+#include <scenario/DefinitionLists.h>
 #include <scenario/IncludeRepository.h>
 #include <scenario/ItemText.h>
 #include <scenario/LoadDiagnostics.h>

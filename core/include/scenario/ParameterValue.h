@@ -5,9 +5,12 @@
 #include <cstdint>
 #include <string>
 
+// What an argument holds. The numbers are part of the interface.
+enum ParameterTag : std::int32_t { TagInteger, TagFloat, TagBool, TagString, TagVoid };
+
 // One argument as the run-time entries behind CODE numbers receive it.
 struct ParameterValue {
-    std::int32_t tag = 4; // 0 INTEGER, 1 FLOAT, 2 BOOL, 3 STRING, 4 VOID
+    std::int32_t tag = TagVoid; // a ParameterTag; what is neither a number nor a text is void
     float number = 0.0F;
     std::string text;
 };

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include <scenario/DefinitionLists.h>
 #include <scenario/Parameter.h>
 
 #include "items/AttributeRow.h"
@@ -19,7 +20,7 @@
 namespace {
 
 constexpr const char* kSource = "Condition";
-constexpr std::string_view kList = "CONDITION_LIST";
+constexpr const char* kList = DefinitionListOf(KindCondition);
 constexpr childStore::NullChildSite kNullChild = {kSource, 131};
 
 constexpr float kUnset = -1.0F;
@@ -288,7 +289,7 @@ bool Condition::Evaluate(double time) {
         state = 0;
         if (number != -1) {
             const CallArguments arguments(*this);
-            const ConditionEntry* entry = FindEntry(ConditionTable(), *this, number);
+            const ConditionEntry* entry = FindImplementation(ConditionTable(), *this, number);
             if (entry && (*entry)(arguments.Values())) state = 1;
         }
     }

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string_view>
 
+#include <scenario/DefinitionLists.h>
 #include <scenario/function.h>
 
 #include "items/AttributeRow.h"
@@ -21,7 +22,7 @@
 namespace {
 
 constexpr const char* kSource = "Parameter";
-constexpr std::string_view kList = "PARAMETER_LIST";
+constexpr const char* kList = DefinitionListOf(KindParameter);
 // The KIND that alone has an owner file.
 constexpr std::string_view kVariable = "VARIABLE";
 
@@ -50,7 +51,7 @@ bool TakeUsage(Parameter& parameter, std::string_view value) {
 [[gnu::cold, gnu::noinline]] bool RefuseUnknownEnumTab(const Parameter& parameter) {
     if (!RefusalsAreTold()) return false;
     std::vector<std::string> names;
-    ScenarioItem* folder = FindDefinitionFolder(GetModelRoot(&parameter), "ENUMTAB_LIST");
+    ScenarioItem* folder = FindDefinitionFolder(GetModelRoot(&parameter), DefinitionListOf(KindEnumTab));
     if (!folder) return Refuse("ENUMTAB needs a folder \"ENUMTAB_LIST\" that stands earlier in the root model");
     std::vector<ScenarioItem*> tabs;
     folder->CollectItemsOfKind(tabs, KindEnumTab, false, true);
@@ -402,7 +403,7 @@ void Parameter::SetFunction(Function* function) {
 ScenarioItem* Parameter::FindEnumTab(const std::string& tabName) const {
     ScenarioItem* root = GetModelRoot(this);
     if (!root) AssertionFailed(kSource, 1153);
-    return FindDefinition(root, "ENUMTAB_LIST", KindEnumTab, tabName);
+    return FindDefinition(root, DefinitionListOf(KindEnumTab), KindEnumTab, tabName);
 }
 
 ScenarioItem* Parameter::FindEnumEntry(const std::string& enumTabName, const std::string& entryName) const {

@@ -21,9 +21,6 @@ namespace {
 
 constexpr const char* kSource = "Parameter";
 
-constexpr std::int32_t kFloatTag = 1;
-constexpr std::int32_t kStringTag = 3;
-
 // Null for a parameter whose link failed, and whose value thus means nothing.
 const Parameter* DefinitionOf(const Parameter& parameter) {
     if (parameter.model && parameter.model->kind == KindParameter)
@@ -105,11 +102,11 @@ void FillNothing(const Parameter&, ParameterMemory&, ParameterValue&) {}
 void FillLiteral(const Parameter& parameter, ParameterMemory& memory, ParameterValue& out) {
     const std::string& type = parameter.GetType();
     if (IsNumeric(type)) {
-        out.tag = kFloatTag;
+        out.tag = TagFloat;
         out.number = NumberFrom(parameter.value, memory);
         out.text = parameter.value;
     } else if (type == "STRING") {
-        out.tag = kStringTag;
+        out.tag = TagString;
         out.text = parameter.value;
     }
 }
@@ -118,10 +115,10 @@ void FillEntry(const Parameter& parameter, ParameterMemory& memory, ParameterVal
     const Variable* entry = FindEntry(parameter, memory);
     if (!entry) return;
     if (IsNumeric(entry->type)) {
-        out.tag = kFloatTag;
+        out.tag = TagFloat;
         out.number = NumberFrom(entry->value, memory);
     } else if (entry->type == "STRING") {
-        out.tag = kStringTag;
+        out.tag = TagString;
         out.text = entry->value;
     }
 }
@@ -130,7 +127,7 @@ void FillResult(const Parameter& parameter, ParameterMemory&, ParameterValue& ou
     if (!parameter.functionValue) return;
     const std::string& type = parameter.GetType();
     if (IsNumeric(type)) {
-        out.tag = kFloatTag;
+        out.tag = TagFloat;
         out.number = parameter.functionValue->Evaluate();
     } else if (type == "STRING") {
         // The tag stays as it is: implementations tell a computed text from a given one by it.
@@ -145,13 +142,13 @@ void FillVariable(const Parameter& parameter, ParameterMemory& memory, Parameter
     const bool byAddress = definition->usage == "BY_ADDRESS";
     if (IsNumeric(type)) {
         // By address the implementation receives a reference, the number and the file, in place of a value.
-        out.tag = byAddress ? kStringTag : kFloatTag;
+        out.tag = byAddress ? TagString : TagFloat;
         if (byAddress)
             out.text.assign(parameter.value).append(" ").append(parameter.ownerFile);
         else
             FillFromVariables(parameter, memory, out);
     } else if (type == "STRING") {
-        out.tag = kStringTag;
+        out.tag = TagString;
         if (byAddress)
             out.number = static_cast<float>(WholeNumberOf(parameter.value));
         else

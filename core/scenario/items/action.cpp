@@ -1,5 +1,7 @@
 #include <scenario/action.h>
 
+#include <scenario/DefinitionLists.h>
+
 #include "link/Definitions.h"
 #include "run/CallArguments.h"
 #include "run/StepScope.h"
@@ -10,7 +12,7 @@
 namespace {
 
 constexpr const char* kSource = "action";
-constexpr std::string_view kList = "ACTION_LIST";
+constexpr const char* kList = DefinitionListOf(KindAction);
 
 } // namespace
 
@@ -46,7 +48,7 @@ void Action::Execute() {
     if (number == -1) return;
     const StepScope step;
     const CallArguments arguments(*this);
-    const ActionEntry* entry = FindEntry(ActionTable(), *this, number);
+    const ActionEntry* entry = FindImplementation(ActionTable(), *this, number);
     if (!entry) return;
     const HostCode hostCode;
     (*entry)(arguments.Values());

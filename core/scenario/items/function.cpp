@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include <scenario/DefinitionLists.h>
 #include <scenario/Parameter.h>
 
 #include "items/AttributeRow.h"
@@ -23,7 +24,7 @@
 namespace {
 
 constexpr const char* kSource = "function";
-constexpr std::string_view kList = "FUNCTION_LIST";
+constexpr const char* kList = DefinitionListOf(KindFunction);
 constexpr childStore::NullChildSite kNullChild = {kSource, 118};
 
 bool IsParameterKind(const ScenarioItem* item) { return item->kind == KindParameter || item->kind == KindReturn; }
@@ -401,7 +402,7 @@ float Function::Evaluate() const {
     if (number == -1) return 0.0F;
     const StepScope step;
     const CallArguments arguments(*this);
-    const FunctionEntry* entry = FindEntry(FunctionTable(), *this, number);
+    const FunctionEntry* entry = FindImplementation(FunctionTable(), *this, number);
     return entry ? (*entry)(arguments.Values()) : 0.0F;
 }
 

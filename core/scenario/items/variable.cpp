@@ -17,19 +17,17 @@
 namespace {
 
 constexpr char kSource[] = "variable";
-constexpr int kVoidTag = 4;
-constexpr int kStringTag = 3;
 
 constexpr std::string_view kTypeWords[] = {"INTEGER", "FLOAT", "BOOL", "STRING", "VOID"}; // by tag
 
 int TagOf(std::string_view word) {
-    for (int tag = 0; tag < kVoidTag; ++tag) {
+    for (int tag = 0; tag < TagVoid; ++tag) {
         if (kTypeWords[tag] == word) return tag;
     }
-    return kVoidTag;
+    return TagVoid;
 }
 
-bool IsTypeWord(std::string_view word) { return TagOf(word) != kVoidTag || word == kTypeWords[kVoidTag]; }
+bool IsTypeWord(std::string_view word) { return TagOf(word) != TagVoid || word == kTypeWords[TagVoid]; }
 
 template <class Target>
 [[noreturn]] void ThrowBadCast() {
@@ -184,14 +182,14 @@ void Variable::UpdateDisplayText() { displayText = label + "=" + value; }
 
 void Variable::FillValue(ParameterValue& out) const {
     const int tag = out.tag;
-    if (tag != kStringTag && tag != TypeTagOf(type)) {
+    if (tag != TagString && tag != TypeTagOf(type)) {
         LogMessage(LogSeverity::Warning,
                    "Var " + name + ": types " + TypeNameOf(tag) + " and " + type + " are different");
         return;
     }
-    if (tag == kStringTag) {
+    if (tag == TagString) {
         out.text = value;
-    } else if (tag >= 0 && tag < kStringTag) {
+    } else if (tag >= 0 && tag < TagString) {
         out.number = Narrow(NumberOf(value));
     }
 }
@@ -199,7 +197,7 @@ void Variable::FillValue(ParameterValue& out) const {
 int Variable::TypeTagOf(const std::string& typeName) { return TagOf(typeName); }
 
 std::string Variable::TypeNameOf(int tag) {
-    return tag >= 0 && tag <= kVoidTag ? std::string(kTypeWords[tag]) : std::string();
+    return tag >= 0 && tag <= TagVoid ? std::string(kTypeWords[tag]) : std::string();
 }
 
 Enum::Enum(ScenarioItem* parentItem) : Variable(parentItem) {}

@@ -70,7 +70,7 @@ void DefinitionIndex::Open(ScenarioItem* item) {
         const auto at = static_cast<std::size_t>(std::countr_zero(left));
         List& list = lists[at];
         if (!list.openUnit && !isFolder) list.openUnit = item;
-        if (form == Form::Whole && list.openUnit && item->kind == kLists[at].kind) {
+        if (form == Form::Whole && list.openUnit && item->kind == kDefinitionLists[at].kind) {
             list.units.InsertIfAbsent(item, list.openUnit);
         }
     }
@@ -87,7 +87,7 @@ void DefinitionIndex::Close(ScenarioItem* item) {
         List& list = lists[at];
         if (list.openUnit == item) {
             // A unit may have gained or lost items while it was read, so it is looked through when it is complete.
-            if (form == Form::Growing) Enter(list.units, kLists[at].kind, item, item);
+            if (form == Form::Growing) Enter(list.units, kDefinitionLists[at].kind, item, item);
             list.openUnit = nullptr;
         }
         if (list.folder == item) SetOpen(at, false);
@@ -99,7 +99,7 @@ void DefinitionIndex::SetOpen(std::size_t list, bool isOpen) {
     wanted = 0;
     for (std::size_t at = 0; at < kListCount; ++at) {
         if (!lists[at].folder) wanted |= Bit(KindFolder);
-        if ((openLists & Bit(at)) != 0) wanted |= Bit(kLists[at].kind);
+        if ((openLists & Bit(at)) != 0) wanted |= Bit(kDefinitionLists[at].kind);
     }
 }
 
@@ -116,7 +116,7 @@ void DefinitionIndex::Enter(NameTable& table, std::uint32_t kind, ScenarioItem* 
 
 ScenarioItem* DefinitionIndex::Find(std::size_t at, std::string_view name) {
     const List& list = lists[at];
-    const std::uint32_t kind = kLists[at].kind;
+    const std::uint32_t kind = kDefinitionLists[at].kind;
     const NameTable::Entry* const entry = list.units.Find(name);
     ScenarioItem* const unit = entry ? entry->unit : nullptr;
     // The name that was found may be that of the unit itself; then there is nothing to search.

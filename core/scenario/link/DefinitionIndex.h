@@ -10,7 +10,7 @@
 
 #include <scenario/ScenarioItem.h>
 
-#include "link/DefinitionLists.h"
+#include "link/ListNumbers.h"
 #include "link/NameTable.h"
 
 // The definitions of one tree by name, for the time of one load. It must give exactly what the search of the tree

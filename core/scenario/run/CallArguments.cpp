@@ -33,7 +33,7 @@ ParameterValues& NextLevel() {
 }
 
 void Refresh(ParameterValue& value) {
-    value.tag = 4;
+    value.tag = TagVoid;
     value.number = 0.0F;
     if (value.text.capacity() > kKeptText)
         value.text = std::string();

@@ -41,10 +41,10 @@ private:
 // Logs that a CODE has no implementation.
 void LogMissingEntry(const Function& call, std::int32_t code);
 
-// The entry of a CODE, or null. A number beyond the table, and a place in it that was left empty, are a fault of the
-// model or of the host, and are told.
+// The implementation of a CODE, or null. A number beyond the table, and a place in it that was left empty, are a fault
+// of the model or of the host, and are told.
 template <class Entry>
-const Entry* FindEntry(const std::vector<Entry>& table, const Function& call, std::int32_t code) {
+const Entry* FindImplementation(const std::vector<Entry>& table, const Function& call, std::int32_t code) {
     if (code >= 0 && static_cast<std::size_t>(code) < table.size() && table[static_cast<std::size_t>(code)])
         return &table[static_cast<std::size_t>(code)];
     LogMissingEntry(call, code);

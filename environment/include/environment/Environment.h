@@ -6,6 +6,7 @@
 #include <Commons/ConfigFile.h>
 #include <Commons/Encoding.h>
 #include <Commons/FileUtils.h>
+#include <Commons/ShortestNumber.h>
 #include <Commons/System.h>
 #include <Commons/WholeFile.h>
 #include <cfg/BooleanParameter.h>

@@ -146,8 +146,6 @@ private:
 
 // A number in the shortest spelling that reads back as itself.
 TAVREL_SIMULATION_API std::string NumberText(float number);
-// The number that a text begins with, in the same spelling under any locale; 0 if there is none.
-TAVREL_SIMULATION_API double LeadingNumber(const std::string& text);
 // An argument as a whole number.
 TAVREL_SIMULATION_API int Whole(const ParameterValue& value);
 // An argument as people read it.

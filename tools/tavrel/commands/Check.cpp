@@ -6,6 +6,7 @@
 #include <cfg/CfgScenario.h>
 #include <lmkUtils/ConfigurationError.h>
 #include <lmkUtils/EnvConfig.h>
+#include <scenario/DefinitionLists.h>
 #include <scenario/Parameter.h>
 #include <scenario/WhyInvalid.h>
 #include <simulation/Trace.h>
@@ -167,9 +168,6 @@ Json CheckScenario(const Job& job) {
     return findings;
 }
 
-// The lists in which the definitions of scripts are looked up; a script that needs a missing one ends its reader.
-constexpr const char* kLists[] = {"PARAMETER_LIST", "FUNCTION_LIST", "ACTION_LIST", "CONDITION_LIST", "ENUMTAB_LIST"};
-
 Json CheckText(const Job& job) {
     Json findings = Json::array();
     ProblemList list;
@@ -190,9 +188,9 @@ Json CheckText(const Job& job) {
         return findings;
     }
     if (root->kind != KindFolder) findings.push_back(Finding(job.path, 1, "the top item of a root model is a FOLDER"));
-    for (const char* name : kLists)
-        if (!root->FindItem(KindFolder, name, ""))
-            findings.push_back(Finding(job.path, 0, fmt::format("the FOLDER ({}) is missing", name)));
+    for (const DefinitionList& wanted : kDefinitionLists) // a script that needs a missing one ends its reader
+        if (!root->FindItem(KindFolder, wanted.folder, ""))
+            findings.push_back(Finding(job.path, 0, fmt::format("the FOLDER ({}) is missing", wanted.folder)));
     return findings;
 }
 

@@ -36,8 +36,7 @@ void PrintOptions(Output& out, const std::vector<OptionRow>& rows) {
 
 void PrintCommand(Output& out, const CommandRow& command) {
     out.Print(".SS \"tavrel {}", Roff(command.name));
-    for (const OptionRow& row : command.operands)
-        out.Print(" {}{}", Roff(row.name), row.takes == Takes::Many ? "..." : "");
+    for (const OptionRow& row : command.operands) out.Print(" {}", Roff(UsageOf(row)));
     out.Print("\"\n{}\n", Roff(command.description));
     PrintOptions(out, command.operands);
     PrintOptions(out, command.options);
@@ -45,6 +44,8 @@ void PrintCommand(Output& out, const CommandRow& command) {
     for (const char* example : command.examples) out.Print("{}\n", Roff(example));
     out.Print(".EE\n");
 }
+
+bool IsForSeveral(const OptionRow& operand) { return operand.takes == Takes::Many || operand.takes == Takes::Any; }
 
 std::string Names(const std::vector<OptionRow>& rows) {
     std::string names;
@@ -170,7 +171,7 @@ int RunCompletion(Context& context) {
     out.Print("  esac\n  case \"$command:$operands\" in\n");
     for (const CommandRow& command : Commands())
         for (std::size_t i = 0; i < command.operands.size(); ++i) {
-            const std::string place = command.operands[i].takes == Takes::Many ? "*" : std::to_string(i);
+            const std::string place = IsForSeveral(command.operands[i]) ? "*" : std::to_string(i);
             out.Print(ValueCase(fmt::format("\"{}:\"{}", command.name, place), command.operands[i]));
         }
     out.Print("  esac\n}\ncomplete -F _tavrel tavrel\n");

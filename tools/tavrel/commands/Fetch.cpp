@@ -5,8 +5,7 @@
 namespace tavrel {
 
 int RunFetch(Context& context) {
-    Installation installation(context);
-    const OpenedScenario opened = installation.Open(context.arguments.Text("SCENARIO"));
+    const OpenedScenario opened = OpenScenario(context, context.arguments.Text("SCENARIO"));
     std::vector<unsigned char> bytes;
     opened.scenario->fetch(bytes);
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());

@@ -60,21 +60,10 @@ void PrintJson(Output& out, const OpenedScenario& opened) {
     out.Print(DumpJson(json));
 }
 
-void PrintIds(Output& out, const ScenarioNode& node) {
-    std::vector<ScenarioParameter*> parameters;
-    node.getParameters(parameters);
-    for (const ScenarioParameter* parameter : parameters) out.Print("{}\n", parameter->getParameterId());
-    if (node.getChildNumber() == 0) return;
-    std::vector<ScenarioNode*> children;
-    node.getChildren(children);
-    for (const ScenarioNode* child : children) PrintIds(out, *child);
-}
-
 } // namespace
 
 int RunShow(Context& context) {
-    Installation installation(context);
-    const OpenedScenario opened = installation.Open(context.arguments.Text("SCENARIO"));
+    const OpenedScenario opened = OpenScenario(context, context.arguments.Text("SCENARIO"));
     if (context.arguments.Has("--json"))
         PrintJson(context.out, opened);
     else
@@ -83,9 +72,8 @@ int RunShow(Context& context) {
 }
 
 int RunIds(Context& context) {
-    Installation installation(context);
-    const OpenedScenario opened = installation.Open(context.arguments.Text("SCENARIO"));
-    PrintIds(context.out, *opened.scenario->getRootScenarioNode());
+    const OpenedScenario opened = OpenScenario(context, context.arguments.Text("SCENARIO"));
+    for (const std::string& id : ParameterIds(*opened.scenario->getRootScenarioNode())) context.out.Print("{}\n", id);
     return context.status;
 }
 

@@ -84,16 +84,6 @@ void CheckOptions(const Arguments& arguments, ParameterType type) {
         throw Failure{ExitUsage, fmt::format("a declaration of type {} takes no --literal", TypeWord(type))};
 }
 
-// The parameter that a declaration is to name. A scenario whose declarations name what does not exist cannot be opened
-// again, so such an id must never be saved.
-const ScenarioParameter& Target(const TavrelScenario& scenario, const std::string& id) {
-    const ScenarioParameter* target = scenario.getParameterFromId(id);
-    if (!target)
-        throw Failure{ExitUnreadable,
-                      fmt::format("\"{}\" is no parameter id; 'tavrel ids {}' shows them all", id, scenario.getPath())};
-    return *target;
-}
-
 // The present value of the target as the default of a declaration of this type, as far as it can be one.
 std::string DefaultFromTarget(const ScenarioParameter& target, ParameterType type) {
     const Json value = ParameterJson(target)["value"];
@@ -202,8 +192,7 @@ Json Save(OpenedScenario& opened, const std::string& target) {
 } // namespace
 
 int RunVariadicList(Context& context) {
-    Installation installation(context);
-    const OpenedScenario opened = installation.Open(context.arguments.Text("SCENARIO"));
+    const OpenedScenario opened = OpenScenario(context, context.arguments.Text("SCENARIO"));
     const TavrelScenario& scenario = *opened.scenario;
     if (context.arguments.Has("--json")) {
         context.out.Print(DumpJson(DeclarationsJson(scenario)));
@@ -221,13 +210,12 @@ int RunVariadicList(Context& context) {
 }
 
 int RunVariadicAdd(Context& context) {
-    Installation installation(context);
     const Arguments& arguments = context.arguments;
-    OpenedScenario opened = installation.Open(arguments.Text("SCENARIO"));
+    OpenedScenario opened = OpenScenario(context, arguments.Text("SCENARIO"));
     const std::string saveTarget = SaveTarget(context, opened);
     const EditLock lock(saveTarget);
     TavrelScenario& scenario = *opened.scenario;
-    const ScenarioParameter& target = Target(scenario, arguments.Text("ID"));
+    const ScenarioParameter& target = ParameterOf(scenario, arguments.Text("ID"));
     const std::string word = TypeWord(target);
     const ParameterType type = TypeOfWord(arguments.Text("--type", word));
     CheckOptions(arguments, type);
@@ -248,10 +236,9 @@ int RunVariadicAdd(Context& context) {
 }
 
 int RunVariadicSet(Context& context) {
-    Installation installation(context);
     const Arguments& arguments = context.arguments;
     const std::size_t index = arguments.Index("INDEX");
-    OpenedScenario opened = installation.Open(arguments.Text("SCENARIO"));
+    OpenedScenario opened = OpenScenario(context, arguments.Text("SCENARIO"));
     const std::string saveTarget = SaveTarget(context, opened);
     const EditLock lock(saveTarget);
     TavrelVariadicParameter& declaration = DeclarationAt(*opened.scenario, index);
@@ -259,7 +246,7 @@ int RunVariadicSet(Context& context) {
 
     SetTexts(declaration, arguments);
     if (arguments.Has("--target"))
-        declaration.setParameterId(Target(*opened.scenario, arguments.Text("--target")).getParameterId());
+        declaration.setParameterId(ParameterOf(*opened.scenario, arguments.Text("--target")).getParameterId());
     if (arguments.Has("--range") || arguments.Has("--literal") || arguments.Has("--any")) ClearDomain(declaration);
     // A declaration without a section for its type counts as an integer one. Its ranges need the section, which comes
     // with a default.
@@ -268,7 +255,7 @@ int RunVariadicSet(Context& context) {
     if (arguments.Has("--default"))
         SetDefault(declaration, arguments.Text("--default"));
     else if (lacksSection && arguments.Has("--range"))
-        SetDefault(declaration, DefaultFromTarget(Target(*opened.scenario, declaration.getParameterId()),
+        SetDefault(declaration, DefaultFromTarget(ParameterOf(*opened.scenario, declaration.getParameterId()),
                                                   ScenarioTemplateDb::ParameterTypeInteger));
     AddDomain(declaration, arguments);
     Save(opened, saveTarget);
@@ -276,9 +263,8 @@ int RunVariadicSet(Context& context) {
 }
 
 int RunVariadicRemove(Context& context) {
-    Installation installation(context);
     const std::size_t index = context.arguments.Index("INDEX");
-    OpenedScenario opened = installation.Open(context.arguments.Text("SCENARIO"));
+    OpenedScenario opened = OpenScenario(context, context.arguments.Text("SCENARIO"));
     const std::string saveTarget = SaveTarget(context, opened);
     const EditLock lock(saveTarget);
     DeclarationAt(*opened.scenario, index);

@@ -1,0 +1,138 @@
+#include "Definitions.h"
+
+#include <algorithm>
+
+namespace TavrelChecking {
+
+// clang-format off
+const std::array<ListRow, kListCount> kListRows = {{
+    {"PARAMETER_LIST", KindParameter, "TV2004", "parameter"},
+    {"FUNCTION_LIST",  KindFunction,  "TV2003", "function"},
+    {"ACTION_LIST",    KindAction,    "TV2001", "action"},
+    {"CONDITION_LIST", KindCondition, "TV2002", "condition"},
+    {"ENUMTAB_LIST",   KindEnumTab,   "TV2007", "enumeration"},
+}};
+// clang-format on
+
+std::size_t ListOf(ScenarioItemKind kind) {
+    if (kind == KindElseAction) kind = KindAction;
+    if (kind == KindReturn) kind = KindParameter;
+    std::size_t list = 0;
+    while (list < kListCount && kListRows[list].kind != kind) ++list;
+    return list;
+}
+
+bool IsCall(ScenarioItemKind kind) {
+    return kind == KindAction || kind == KindElseAction || kind == KindCondition || kind == KindFunction;
+}
+
+bool IsParameter(ScenarioItemKind kind) { return kind == KindParameter || kind == KindReturn; }
+
+Definitions::Definitions(std::shared_ptr<const ScriptTree> modelTree) : tree(std::move(modelTree)) {
+    if (tree->Root()) FindFolders(*tree->Root());
+    for (std::size_t list = 0; list < kListCount; ++list) {
+        if (folders[list]) Enter(list, *folders[list]);
+        for (const Item* item : all[list]) byName[list].emplace(item->name, item);
+    }
+}
+
+void Definitions::FindFolders(const Item& item) {
+    if (item.kind == KindFolder)
+        for (std::size_t list = 0; list < kListCount; ++list)
+            if (!folders[list] && item.name == kListRows[list].folder) folders[list] = &item;
+    for (const auto& child : item.children) FindFolders(*child);
+}
+
+// Also what stands inside other items: a search of the tree finds it there.
+void Definitions::Enter(std::size_t list, const Item& item) {
+    if (item.kind == kListRows[list].kind) {
+        all[list].push_back(&item);
+        // A call holds parameters, which are definitions of their own list only.
+        if (kListRows[list].kind != KindFunction) return;
+    }
+    for (const auto& child : item.children) Enter(list, *child);
+}
+
+const Item* Definitions::Find(std::size_t list, std::string_view name) const {
+    const auto found = byName[list].find(name);
+    return found == byName[list].end() ? nullptr : found->second;
+}
+
+std::vector<std::string> Definitions::Names(std::size_t list) const {
+    std::vector<std::string> names;
+    for (const Item* item : all[list]) names.emplace_back(item->name);
+    return names;
+}
+
+std::vector<std::string_view> WordsOf(std::string_view value) {
+    std::vector<std::string_view> words;
+    const auto isWhite = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    for (std::size_t at = 0; at < value.size();) {
+        while (at < value.size() && isWhite(value[at])) ++at;
+        const std::size_t begin = at;
+        while (at < value.size() && !isWhite(value[at])) ++at;
+        if (at > begin) words.push_back(value.substr(begin, at - begin));
+    }
+    return words;
+}
+
+bool Holds(const std::vector<std::string_view>& words, std::string_view word) {
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+std::vector<const Item*> ParametersOf(const Item& call) {
+    std::vector<const Item*> parameters;
+    bool hasReturn = false;
+    for (const auto& child : call.children) {
+        if (!IsParameter(child->kind)) continue;
+        if (child->kind == KindReturn && !hasReturn)
+            hasReturn = true;
+        else
+            parameters.push_back(child.get());
+    }
+    return parameters;
+}
+
+std::string_view TypeOf(const Item& parameter) {
+    return parameter.model ? parameter.model->Value("TYPE") : std::string_view();
+}
+
+std::string_view ReturnTypeOf(const Item& definition) {
+    for (const auto& child : definition.children)
+        if (child->kind == KindReturn) return TypeOf(*child);
+    switch (definition.kind) {
+    case KindCondition:
+        return "BOOL";
+    case KindAction:
+    case KindElseAction:
+        return "VOID";
+    default:
+        return "FLOAT";
+    }
+}
+
+namespace {
+
+bool IsOneLetterAway(std::string_view a, std::string_view b) {
+    if (a.size() > b.size()) std::swap(a, b);
+    if (b.size() - a.size() > 1) return false;
+    std::size_t front = 0;
+    while (front < a.size() && a[front] == b[front]) ++front;
+    std::size_t back = 0;
+    while (back < a.size() - front && a[a.size() - 1 - back] == b[b.size() - 1 - back]) ++back;
+    return front + back + 1 >= b.size() && a != b;
+}
+
+} // namespace
+
+std::string OnlyOneLetterAway(std::string_view name, const std::vector<std::string>& candidates) {
+    std::string only;
+    for (const std::string& candidate : candidates) {
+        if (!IsOneLetterAway(name, candidate) || candidate == only) continue;
+        if (!only.empty()) return {};
+        only = candidate;
+    }
+    return only;
+}
+
+} // namespace TavrelChecking

@@ -1,0 +1,68 @@
+#ifndef CHECKING_DEFINITIONS_H
+#define CHECKING_DEFINITIONS_H
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "ScriptTree.h"
+
+namespace TavrelChecking {
+
+// The lists of a root model.
+struct ListRow {
+    std::string_view folder;
+    ScenarioItemKind kind; // of the definitions in it
+    const char* unknown;   // the rule of a name that it does not have
+    const char* word;      // for messages
+};
+constexpr std::size_t kListCount = 5;
+constexpr std::size_t kEnumTabs = 4;
+extern const std::array<ListRow, kListCount> kListRows;
+// The list in which items of the kind have their definitions; kListCount for kinds without.
+std::size_t ListOf(ScenarioItemKind kind);
+
+// The definitions of a root model by name, the first of each name.
+class Definitions {
+public:
+    explicit Definitions(std::shared_ptr<const ScriptTree> modelTree);
+
+    const ScriptTree& Tree() const { return *tree; }
+    // The folder of a list, null if it is missing.
+    const Item* Folder(std::size_t list) const { return folders[list]; }
+    const Item* Find(std::size_t list, std::string_view name) const;
+    // In the order of the model, with repeated ones.
+    const std::vector<const Item*>& All(std::size_t list) const { return all[list]; }
+    std::vector<std::string> Names(std::size_t list) const;
+
+private:
+    void FindFolders(const Item& item);
+    void Enter(std::size_t list, const Item& item);
+
+    std::shared_ptr<const ScriptTree> tree;
+    std::array<const Item*, kListCount> folders{};
+    std::array<std::vector<const Item*>, kListCount> all;
+    std::array<std::unordered_map<std::string_view, const Item*>, kListCount> byName;
+};
+
+bool IsCall(ScenarioItemKind kind);
+bool IsParameter(ScenarioItemKind kind);
+// The words of a list attribute.
+std::vector<std::string_view> WordsOf(std::string_view value);
+bool Holds(const std::vector<std::string_view>& words, std::string_view word);
+// The parameters of a call, its RETURN not among them.
+std::vector<const Item*> ParametersOf(const Item& call);
+// The type of the result of a call's definition.
+std::string_view ReturnTypeOf(const Item& definition);
+// The type of a parameter, by its definition.
+std::string_view TypeOf(const Item& parameter);
+
+// The one name among `candidates` that is a single letter away; empty if there is none or more than one.
+std::string OnlyOneLetterAway(std::string_view name, const std::vector<std::string>& candidates);
+
+} // namespace TavrelChecking
+
+#endif

@@ -1,0 +1,360 @@
+#include "Examiner.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+#include <TavrelScenarioTemplateDb/RootModel.h>
+#include <lmkUtils/ConfigurationError.h>
+#include <lmkUtils/EnvConfig.h>
+#include <scenario/ItemModel.h>
+
+namespace TavrelChecking {
+
+namespace {
+
+namespace fs = std::filesystem;
+using lmkUtils::EnvConfig;
+using TavrelScenarioTemplateDb::RootModel;
+
+constexpr const char* kInstallationFile = "tavrel.xml";
+
+bool HasError(const std::vector<Finding>& findings) {
+    return std::any_of(findings.begin(), findings.end(),
+                       [](const Finding& finding) { return finding.severity == Severity::Error; });
+}
+
+// Rules of what is read, and not valid where it stands.
+bool IsOfValidity(const Finding& finding) {
+    static constexpr std::string_view kRules[] = {"TV3001", "TV3002", "TV3004", "TV3005", "TV3006", "TV3007",
+                                                  "TV3008", "TV3009", "TV3010", "TV3011", "TV3012", "TV4008",
+                                                  "TV4009", "TV4012", "TV4013", "TV6009", "TV6014"};
+    return std::find(std::begin(kRules), std::end(kRules), finding.rule->id) != std::end(kRules);
+}
+
+bool LiesIn(const fs::path& file, const std::string& folder) {
+    std::error_code error;
+    const fs::path root = fs::weakly_canonical(folder, error);
+    const fs::path relative = file.lexically_relative(root);
+    return !error && !relative.empty() && *relative.begin() != "..";
+}
+
+// What the library has against the file beyond what was found. It is the judge: what it takes is no error.
+void Reconcile(const Verdict& verdict, const std::string& path, const std::vector<const ScriptTree*>& trees,
+               std::vector<Finding>& findings) {
+    if (verdict.IsRead()) {
+        for (Finding& finding : findings) {
+            const bool mayStay = IsOfValidity(finding) && (!verdict.invalid.empty() || !finding.isInScript);
+            if (finding.severity == Severity::Error && finding.file == path && !mayStay)
+                finding.severity = Severity::Warning;
+        }
+    }
+    if (HasError(findings)) return;
+    const auto treeOf = [&](const std::string& script) -> const ScriptTree* {
+        for (const ScriptTree* tree : trees)
+            if (tree->Source().ScriptName() == script) return tree;
+        return nullptr;
+    };
+    for (const Verdict::Refusal& refusal : verdict.refusals) {
+        const ScriptTree* tree = refusal.file.empty() ? treeOf(refusal.script) : nullptr;
+        if (!tree || refusal.row == 0) {
+            findings.push_back(WholeFileFinding("TV1001", refusal.file.empty() ? path : refusal.file, refusal.cause));
+            continue;
+        }
+        const std::string_view text = tree->Source().View();
+        const Commons::TextPlaces places(text);
+        const std::size_t begin = places.PositionOf({refusal.row, 1});
+        const std::string_view line = places.Line(refusal.row);
+        const std::size_t tabs = std::min(line.find_first_not_of("\t "), line.size());
+        Fault fault;
+        fault.rule = "TV1001";
+        fault.begin = begin + tabs;
+        fault.end = begin + line.size();
+        fault.message = refusal.cause;
+        findings.push_back(FindingOf(fault, tree->Source()));
+        return;
+    }
+    for (const Verdict::Invalid& invalid : verdict.invalid) {
+        const ScriptTree* tree = treeOf(invalid.script);
+        if (!tree || !tree->Root()) continue;
+        std::vector<const Item*> pending{tree->Root()};
+        while (!pending.empty()) {
+            const Item* item = pending.back();
+            pending.pop_back();
+            for (const auto& child : item->children) pending.push_back(child.get());
+            if (WayTo(item) != invalid.way && !pending.empty()) continue;
+            Fault fault;
+            fault.rule = IsParameter(item->kind) ? "TV3001" : "TV4012";
+            fault.begin = item->keywordBegin;
+            fault.end = item->headerEnd;
+            fault.item = item->parent;
+            fault.message = invalid.cause;
+            findings.push_back(FindingOf(fault, tree->Source()));
+            return;
+        }
+    }
+}
+
+} // namespace
+
+Finding FindingOf(const Fault& fault, const Text& text) {
+    Finding finding = text.FindingAt(fault.begin, fault.end);
+    finding.rule = FindRule(fault.rule);
+    finding.severity = finding.rule->severity;
+    if (fault.isTaken && finding.severity == Severity::Error) finding.severity = Severity::Warning;
+    if (fault.isNote) finding.severity = Severity::Note;
+    finding.place = WayTo(fault.item);
+    finding.message = fault.message;
+    finding.help = finding.rule->remedy;
+    if (!fault.fixTitle.empty()) {
+        Fix fix{fault.fixTitle, fault.fixIsSafe, {}};
+        Edit edit;
+        if (text.EditOf(fault.fixBegin, fault.fixEnd, fault.fixText, edit)) {
+            fix.edits.push_back(std::move(edit));
+            finding.fixes.push_back(std::move(fix));
+        }
+    }
+    return finding;
+}
+
+Finding WholeFileFinding(const char* rule, const std::string& file, std::string message) {
+    Finding finding;
+    finding.rule = FindRule(rule);
+    finding.severity = finding.rule->severity;
+    finding.file = file;
+    finding.message = std::move(message);
+    finding.help = finding.rule->remedy;
+    return finding;
+}
+
+std::string InstallationFor(const std::string& path, const Options& options) {
+    if (options.isInstallationFixed && !options.installation.empty()) return options.installation;
+    std::error_code error;
+    for (fs::path folder = fs::weakly_canonical(path, error); !error && folder != folder.root_path();) {
+        folder = folder.parent_path();
+        if (fs::is_regular_file(folder / kInstallationFile, error)) return (folder / kInstallationFile).string();
+        error.clear();
+    }
+    return options.installation;
+}
+
+std::string ConfigurationFor(const std::string& path, const Options& options) {
+    if (!options.configuration.empty()) return options.configuration;
+    std::error_code error;
+    const fs::path file = fs::weakly_canonical(path, error);
+    const std::vector<std::string> names = EnvConfig::getConfigurationsList();
+    for (const std::string& name : names)
+        for (const std::string& root : EnvConfig::getSeparatedPathForConfiguration(name, "."))
+            if (LiesIn(file, root)) return name;
+    return names.empty() ? "" : names.front();
+}
+
+Examined Examiner::Examine(const Job& givenJob, const std::string* text, bool isJudged) {
+    Examined examined;
+    Job job = givenJob;
+    std::string bytes;
+    if (text) {
+        bytes = *text;
+    } else {
+        bool isTooLarge = false;
+        std::string reason = ReasonNotToOpen(job.path, isTooLarge);
+        if (reason.empty()) ReadBytes(job.path, bytes, reason);
+        if (!reason.empty()) {
+            examined.unreadable = reason;
+            examined.findings.push_back(WholeFileFinding(isTooLarge ? "TV6004" : "TV6001", job.path,
+                                                         "the file cannot be looked at: " + reason));
+            return examined;
+        }
+    }
+    try {
+        UseInstallation(job);
+    } catch (const lmkUtils::ConfigurationError& error) {
+        // What is wrong with it is told when the files of the installation are gathered.
+        examined.findings.push_back(WholeFileFinding("TV6013", job.installation, error.what()));
+        return examined;
+    }
+    switch (job.kind) {
+    case FileKind::Scenario:
+        ExamineScenario(job, std::move(bytes), text == nullptr, isJudged, examined);
+        break;
+    case FileKind::Model:
+        ExamineModel(job, std::move(bytes), isJudged, examined);
+        break;
+    default:
+        ExamineScript(job, std::move(bytes), isJudged, examined);
+        break;
+    }
+    return examined;
+}
+
+void Examiner::UseInstallation(Job& job) {
+    if (job.installation.empty()) job.installation = InstallationFor(job.path, options);
+    if (!job.installation.empty() && job.installation != installation) {
+        EnvConfig::setTavrelConfigFilePath(job.installation);
+        installation = job.installation;
+        models.clear();
+    }
+    if (job.configuration.empty()) job.configuration = ConfigurationFor(job.path, options);
+    if (job.configuration != EnvConfig::getCurrentConfiguration()) EnvConfig::setConfig(job.configuration, false);
+}
+
+std::string Examiner::ModelFileFor(const Job& job) const {
+    if (!options.modelFile.empty() && job.kind != FileKind::Scenario) return options.modelFile;
+    return RootModel::fileOf(job.configuration);
+}
+
+Examiner::Model* Examiner::ModelOf(const std::string& path, const std::string& configuration) {
+    if (path.empty()) return nullptr;
+    Model& model = models[path];
+    if (!model.definitions) {
+        model.path = path;
+        std::string bytes;
+        std::string reason;
+        if (!ReadBytes(path, bytes, reason))
+            model.findings.push_back(WholeFileFinding("TV6001", path, "the root model cannot be read: " + reason));
+        model.tree =
+            std::make_shared<ScriptTree>(std::make_shared<Text>(std::make_shared<FileBytes>(path, std::move(bytes))));
+        model.definitions = std::make_unique<Definitions>(model.tree);
+        if (reason.empty())
+            for (const Fault& fault : TextChecks(*model.tree, *model.definitions, TextRole::Model).Run())
+                model.findings.push_back(FindingOf(fault, model.tree->Source()));
+    }
+    // Includes are looked up in the data path of the configuration.
+    if (!model.includes || model.configuration != configuration)
+        model.includes = std::make_unique<Includes>(*model.definitions);
+    model.configuration = configuration;
+    return &model;
+}
+
+void Examiner::GatherUses(const Item& item, Examined& examined) const {
+    if (item.model && item.model != &item) examined.uses.insert({ListOf(item.kind), std::string(item.name)});
+    if (IsParameter(item.kind))
+        if (const std::string_view tab = item.Value("ENUMTAB"); !tab.empty())
+            examined.uses.insert({kEnumTabs, std::string(tab)});
+    for (const auto& child : item.children) GatherUses(*child, examined);
+}
+
+void Examiner::ExamineModel(const Job& job, std::string bytes, bool isJudged, Examined& examined) {
+    const auto tree =
+        std::make_shared<ScriptTree>(std::make_shared<Text>(std::make_shared<FileBytes>(job.path, std::move(bytes))));
+    const Definitions definitions(tree);
+    for (const Fault& fault : TextChecks(*tree, definitions, TextRole::Model).Run())
+        examined.findings.push_back(FindingOf(fault, tree->Source()));
+    if (isJudged) Reconcile(JudgeModel(std::string(tree->Source().View())), job.path, {tree.get()}, examined.findings);
+    std::error_code error;
+    examined.model = fs::weakly_canonical(job.path, error).string();
+    if (!tree->Root()) return;
+    GatherUses(*tree->Root(), examined);
+    for (std::size_t list = 0; list < kListCount; ++list)
+        for (const Item* item : definitions.All(list)) {
+            if (definitions.Find(list, item->name) != item || item->isMalformed) continue;
+            Fault fault;
+            fault.rule = "TV2013";
+            fault.begin = item->nameBegin;
+            fault.end = item->nameBegin + item->name.size();
+            fault.message = "nothing in the installation uses the " + std::string(kListRows[list].word) + " \"" +
+                            std::string(item->name) + "\"";
+            fault.item = item->parent;
+            examined.definitions.emplace_back(DefinitionUse{list, std::string(item->name)},
+                                              FindingOf(fault, tree->Source()));
+        }
+}
+
+void Examiner::ExamineScript(const Job& job, std::string bytes, bool isJudged, Examined& examined) {
+    const auto tree =
+        std::make_shared<ScriptTree>(std::make_shared<Text>(std::make_shared<FileBytes>(job.path, std::move(bytes))));
+    const std::string modelFile = ModelFileFor(job);
+    Model* const model = ModelOf(modelFile, job.configuration);
+    if (!model) {
+        for (const Fault& fault : tree->Faults()) examined.findings.push_back(FindingOf(fault, tree->Source()));
+        examined.findings.push_back(
+            WholeFileFinding("TV6007", job.installation.empty() ? job.path : job.installation,
+                             "configuration \"" + job.configuration + "\" has no root model " + RootModel::kPath));
+        return;
+    }
+    examined.model = fs::weakly_canonical(modelFile).string();
+    for (const Fault& fault : TextChecks(*tree, *model->definitions, TextRole::Script).Run())
+        examined.findings.push_back(FindingOf(fault, tree->Source()));
+    for (const Fault& fault : FlowFaults(*tree)) examined.findings.push_back(FindingOf(fault, tree->Source()));
+    Surroundings around;
+    around.definitions = model->definitions.get();
+    around.includes = model->includes.get();
+    for (PlacedFault& placed : TreeChecks(*tree, around).Run()) {
+        examined.findings.push_back(FindingOf(placed.fault, *placed.text));
+        examined.findings.back().related = std::move(placed.related);
+    }
+    if (isJudged) {
+        // A root model that is refused is told in its own file.
+        const Verdict verdict = JudgeScript(std::string(tree->Source().View()), modelFile);
+        const bool isModelRefused = !verdict.refusals.empty() && verdict.refusals.front().file == modelFile;
+        if (!isModelRefused) Reconcile(verdict, job.path, {tree.get()}, examined.findings);
+    }
+    if (tree->Root()) {
+        LookAtParametersFile(*tree->Root(), examined.findings);
+        GatherUses(*tree->Root(), examined);
+    }
+}
+
+void Examiner::ExamineScenario(const Job& job, std::string bytes, bool isSaved, bool isJudged, Examined& examined) {
+    const auto file = std::make_shared<FileBytes>(job.path, std::move(bytes));
+    const SceneFile scene(file);
+    examined.findings = scene.FileFindings();
+    const std::string modelFile = RootModel::fileOf(job.configuration);
+    Model* const model = ModelOf(modelFile, job.configuration);
+    if (!model) {
+        std::string place = EnvConfig::getConfigPath(job.configuration);
+        place = place.empty() ? job.installation.empty() ? job.path : job.installation : place + "/configuration.xml";
+        examined.findings.push_back(WholeFileFinding(
+            "TV6007", place, "configuration \"" + job.configuration + "\" has no root model " + RootModel::kPath));
+    } else {
+        examined.model = fs::weakly_canonical(modelFile).string();
+        examined.findings.insert(examined.findings.end(), model->findings.begin(), model->findings.end());
+    }
+    std::vector<const ScriptTree*> trees;
+    for (const SceneFile::Script& script : scene.Scripts()) {
+        const ScriptTree& tree = *script.tree;
+        trees.push_back(&tree);
+        if (!model) {
+            for (const Fault& fault : tree.Faults()) examined.findings.push_back(FindingOf(fault, tree.Source()));
+            continue;
+        }
+        for (const Fault& fault : TextChecks(tree, *model->definitions, TextRole::SceneScript).Run())
+            examined.findings.push_back(FindingOf(fault, tree.Source()));
+        for (const Fault& fault : FlowFaults(tree)) examined.findings.push_back(FindingOf(fault, tree.Source()));
+        Surroundings around;
+        around.definitions = model->definitions.get();
+        around.includes = model->includes.get();
+        around.tables = &scene.Tables();
+        around.declaredVariables = scene.DeclaredVariables(script);
+        for (PlacedFault& placed : TreeChecks(tree, around).Run()) {
+            examined.findings.push_back(FindingOf(placed.fault, *placed.text));
+            examined.findings.back().related = std::move(placed.related);
+        }
+        if (tree.Root()) {
+            LookAtParametersFile(*tree.Root(), examined.findings);
+            GatherUses(*tree.Root(), examined);
+        }
+    }
+    for (Finding& finding : scene.DeclarationFindings()) examined.findings.push_back(std::move(finding));
+    if (isJudged && isSaved) Reconcile(JudgeScenario(job.path, job.configuration), job.path, trees, examined.findings);
+}
+
+// The library takes a parameters file that it cannot read for an empty one. There need not be any.
+void Examiner::LookAtParametersFile(const Item& root, std::vector<Finding>& findings) const {
+    if (root.kind != KindScenario || root.Value("FILE").empty()) return;
+    const bool hasParameters = std::any_of(root.children.begin(), root.children.end(),
+                                           [](const auto& child) { return child->kind == KindGeneralParameters; });
+    if (!hasParameters) return;
+    std::string path = "data/scenario";
+    ResolveDataPath(std::string(root.Value("FILE")), path);
+    path = ParameterFileOf(path);
+    std::replace(path.begin(), path.end(), '\\', '/');
+    std::error_code error;
+    if (path.empty() || fs::symlink_status(path, error).type() == fs::file_type::not_found) return;
+    bool isTooLarge = false;
+    const std::string reason = ReasonNotToOpen(path, isTooLarge);
+    if (!reason.empty())
+        findings.push_back(WholeFileFinding("TV6012", path, "the parameters file cannot be read: " + reason));
+}
+
+} // namespace TavrelChecking

@@ -1,0 +1,198 @@
+// How the states and rules of one text go together.
+#include "TreeChecks.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace TavrelChecking {
+
+namespace {
+
+std::string TitleOf(const Item& item) {
+    std::string title(item.keyword);
+    if (!item.name.empty()) title += " (" + std::string(item.name) + ")";
+    return title;
+}
+
+bool IsTaskLike(ScenarioItemKind kind) {
+    return kind == KindTask || kind == KindScenario || kind == KindInclude || kind == KindCriteria ||
+           kind == KindEvaluation;
+}
+
+// An action's wish to go on to a state.
+struct Transition {
+    const Item* action;
+    const Item* owner; // the task that the rule stands in
+    std::string_view state;
+};
+
+struct Flow {
+    std::vector<Transition> transitions;
+    std::set<std::string_view> states;
+    std::vector<Fault> faults;
+
+    Fault& AtHeader(const char* rule, const Item& item, std::string message) {
+        Fault fault;
+        fault.rule = rule;
+        fault.begin = item.keywordBegin;
+        fault.end = item.headerEnd;
+        fault.message = std::move(message);
+        fault.item = item.parent;
+        fault.isTaken = true;
+        faults.push_back(std::move(fault));
+        return faults.back();
+    }
+
+    void Gather(const Item& item, const Item* owner) {
+        if (item.kind == KindTask) states.insert(item.name);
+        if (IsTaskLike(item.kind)) owner = &item;
+        if (item.kind == KindAction || item.kind == KindElseAction)
+            for (const auto& parameter : item.children)
+                if (IsParameter(parameter->kind) && parameter->Value("KIND") == "TASK" && parameter->Find("VALUE"))
+                    transitions.push_back({&item, owner, parameter->Value("VALUE")});
+        for (const auto& child : item.children) Gather(*child, owner);
+    }
+
+    static bool HasState(const Item* task, std::string_view name) {
+        return task && std::any_of(task->children.begin(), task->children.end(),
+                                   [&](const auto& child) { return child->kind == KindTask && child->name == name; });
+    }
+
+    // Whether the action can enter the state that it names.
+    static bool Leads(const Transition& transition) {
+        return HasState(transition.owner, transition.state) ||
+               (transition.owner && HasState(transition.owner->parent, transition.state));
+    }
+
+    static bool IsWithin(const Item* item, const Item& task) {
+        while (item && item != &task) item = item->parent;
+        return item != nullptr;
+    }
+
+    void LookAtStates(const Item& task, bool isAnyLost) {
+        if (task.kind == KindEvaluation || isAnyLost) return;
+        bool isFirst = true;
+        for (const auto& state : task.children) {
+            if (state->kind != KindTask) continue;
+            // A second one of a number is told as that.
+            const bool isRepeated = &*state != FirstOf(task, *state);
+            const bool isEntered =
+                isFirst || state->isDropped || state->isMalformed || state->name.empty() || isRepeated ||
+                std::any_of(transitions.begin(), transitions.end(), [&](const Transition& transition) {
+                    return transition.state == state->name && IsWithin(transition.owner, task);
+                });
+            isFirst = false;
+            if (!isEntered) AtHeader("TV4001", *state, "nothing enters " + TitleOf(*state));
+        }
+    }
+
+    static const Item* FirstOf(const Item& parent, const Item& item) {
+        for (const auto& child : parent.children)
+            if (child->kind == item.kind && child->name == item.name) return child.get();
+        return &item;
+    }
+
+    void LookAtNumbers(const Item& parent) {
+        if (!IsTaskLike(parent.kind)) return;
+        std::set<std::pair<ScenarioItemKind, std::string_view>> taken;
+        for (const auto& child : parent.children) {
+            const bool isNumbered = child->kind == KindTask || child->kind == KindCriteria || child->kind == KindRule ||
+                                    child->kind == KindVariable;
+            if (!isNumbered || child->name.empty() || child->isMalformed || child->isDropped) continue;
+            if (taken.emplace(child->kind, child->name).second) continue;
+            AtHeader("TV4003", *child, TitleOf(parent) + " holds another " + TitleOf(*child));
+        }
+    }
+
+    void LookAtIncludes(const Item& parent) {
+        std::set<std::string_view> taken;
+        for (const auto& child : parent.children) {
+            if (child->kind != KindInclude) continue;
+            const std::string_view file = child->Value("FILE");
+            if (file.empty() || taken.insert(file).second) continue;
+            AtHeader("TV4007", *child, TitleOf(parent) + " includes \"" + std::string(file) + "\" already");
+        }
+    }
+
+    // What a condition is, if its literals alone decide; as its MODIFIER reads it.
+    static std::optional<bool> ResultOf(const Item& condition) {
+        std::optional<bool> result;
+        if (IsJunction(condition)) {
+            const bool isOr = condition.name == "OR";
+            bool isKnown = true;
+            for (const auto& part : condition.children) {
+                if (part->kind != KindCondition) continue;
+                const std::optional<bool> one = ResultOf(*part);
+                if (one && *one == isOr) result = isOr;
+                isKnown = isKnown && one;
+            }
+            if (!result && isKnown && !condition.children.empty()) result = !isOr;
+        } else {
+            const std::vector<const Item*> sides = ParametersOf(condition);
+            if (sides.size() != 2) return std::nullopt;
+            double number[2] = {};
+            for (std::size_t side = 0; side < 2; ++side) {
+                const std::string_view value = sides[side]->Value("VALUE");
+                if (sides[side]->Value("KIND") != "USER" || !IsNumber(value)) return std::nullopt;
+                number[side] = static_cast<double>(static_cast<float>(NumberOf(value)));
+            }
+            const std::string_view name = condition.name;
+            if (name == "EQUAL") result = number[0] == number[1];
+            if (name == "NOTEQUAL") result = number[0] != number[1];
+            if (name == "INFERIOR") result = number[0] < number[1];
+            if (name == "INFEQUAL") result = number[0] <= number[1];
+            if (name == "SUPERIOR") result = number[0] > number[1];
+            if (name == "SUPEQUAL") result = number[0] >= number[1];
+        }
+        const std::string_view modifier = condition.Value("MODIFIER");
+        const bool isNegated = modifier == "IS_FALSE" || modifier == "BECOMES_FALSE" || modifier == "HAS_BEEN_FALSE" ||
+                               modifier == "HAS_BEEN_FALSE_FOR";
+        if (result && isNegated) result = !*result;
+        return result;
+    }
+
+    void LookAtRule(const Item& rule) {
+        if (rule.Value("IS_DISABLED") == "1") {
+            AtHeader("TV4004", rule, TitleOf(rule) + " is disabled").isNote = true;
+            return;
+        }
+        for (const auto& child : rule.children) {
+            if (child->kind != KindCondition) continue;
+            if (ResultOf(*child) == false)
+                AtHeader("TV4004", rule,
+                         TitleOf(rule) + " can never fire: its condition compares literals and is false");
+            return;
+        }
+    }
+
+    void Visit(const Item& item, bool isAnyLost) {
+        LookAtNumbers(item);
+        LookAtIncludes(item);
+        if (IsTaskLike(item.kind)) LookAtStates(item, isAnyLost);
+        if (item.kind == KindRule && !item.isDropped) LookAtRule(item);
+        for (const auto& child : item.children) Visit(*child, isAnyLost);
+    }
+};
+
+} // namespace
+
+std::vector<Fault> FlowFaults(const ScriptTree& tree) {
+    Flow flow;
+    if (!tree.Root()) return {};
+    flow.Gather(*tree.Root(), nullptr);
+    bool isAnyLost = false;
+    std::set<const Item*> told;
+    for (const Transition& transition : flow.transitions) {
+        if (Flow::Leads(transition)) continue;
+        isAnyLost = true; // it may have been meant for any state
+        // A state that is nowhere is an unknown task.
+        if (!flow.states.count(transition.state) || !told.insert(transition.action).second) continue;
+        flow.AtHeader("TV4002", *transition.action,
+                      TitleOf(*transition.action) + " names TASK (" + std::string(transition.state) +
+                          "), which is no state beside or within its own");
+    }
+    flow.Visit(*tree.Root(), isAnyLost);
+    return std::move(flow.faults);
+}
+
+} // namespace TavrelChecking

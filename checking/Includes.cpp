@@ -1,0 +1,112 @@
+#include "Includes.h"
+
+#include "TreeChecks.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <system_error>
+
+#include <unistd.h>
+
+#include <lmkUtils/EnvConfig.h>
+
+namespace TavrelChecking {
+
+namespace {
+
+namespace fs = std::filesystem;
+using lmkUtils::EnvConfig;
+
+constexpr const char* kFolder = "data/script/include";
+constexpr std::uintmax_t kLargestFile = std::uintmax_t(256) << 20;
+
+std::string Sentence(const std::error_code& error) {
+    std::string words = error.message();
+    if (!words.empty() && words[0] >= 'A' && words[0] <= 'Z') words[0] = static_cast<char>(words[0] - 'A' + 'a');
+    return words;
+}
+
+} // namespace
+
+std::string ReasonNotToOpen(const std::string& path, bool& isTooLarge) {
+    isTooLarge = false;
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (path.empty() || status.type() == fs::file_type::not_found) return "there is no such file";
+    if (!fs::status_known(status)) return Sentence(error);
+    if (fs::is_directory(status)) return "it is a folder";
+    if (!fs::is_regular_file(status)) return "it is no regular file";
+    if (access(path.c_str(), R_OK) != 0) return Sentence({errno, std::generic_category()});
+    const std::uintmax_t size = fs::file_size(path, error);
+    if (error) return Sentence(error);
+    isTooLarge = size > kLargestFile;
+    if (isTooLarge) return "with " + std::to_string(size) + " bytes it is larger than any file that is read";
+    return "";
+}
+
+bool ReadBytes(const std::string& path, std::string& bytes, std::string& reason) {
+    bool isTooLarge = false;
+    reason = ReasonNotToOpen(path, isTooLarge);
+    if (!reason.empty()) return false;
+    std::ifstream file(path, std::ios::binary);
+    bytes.assign(std::istreambuf_iterator<char>(file), {});
+    if (file.bad() || !file.is_open()) reason = "it cannot be read";
+    return reason.empty();
+}
+
+bool IsRefused(const std::vector<Fault>& faults) {
+    return std::any_of(faults.begin(), faults.end(), [](const Fault& fault) {
+        return !fault.isTaken && !fault.isNote && !fault.isValidity &&
+               FindRule(fault.rule)->severity == Severity::Error;
+    });
+}
+
+const IncludedFile* Includes::Find(const std::string& file) {
+    const auto known = files.find(file);
+    if (known != files.end()) return known->second.get();
+    std::unique_ptr<IncludedFile>& entry = files[file];
+    std::string path = EnvConfig::findInPath(kFolder, file);
+    const bool isOutside = path.empty();
+    if (isOutside) {
+        // What lies elsewhere is read all the same, if the first folder of the data path leads there.
+        path = EnvConfig()[std::string(kFolder) + "/" + file];
+        std::replace(path.begin(), path.end(), '\\', '/');
+        std::error_code error;
+        if (file.empty() || !fs::is_regular_file(path, error)) return nullptr;
+    }
+    entry = std::make_unique<IncludedFile>();
+    entry->path = path;
+    entry->isOutside = isOutside;
+    std::string bytes;
+    if (!ReadBytes(path, bytes, entry->reason)) {
+        entry->isRefused = true;
+        return entry.get();
+    }
+    entry->tree =
+        std::make_shared<ScriptTree>(std::make_shared<Text>(std::make_shared<FileBytes>(path, std::move(bytes))));
+    entry->faults = TextChecks(*entry->tree, definitions, TextRole::Script).Run();
+    entry->isRefused = !entry->tree->Root() || IsRefused(entry->faults);
+    for (Fault& fault : FlowFaults(*entry->tree)) entry->faults.push_back(std::move(fault));
+    return entry.get();
+}
+
+const std::vector<std::string>& Includes::Names() {
+    if (areNamesKnown) return names;
+    areNamesKnown = true;
+    std::set<std::string> all;
+    for (const std::string& folder : EnvConfig::getSeparatedPath(kFolder)) {
+        std::error_code error;
+        for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+            if (entry->path().extension() == ".sc")
+                all.insert(entry->path().lexically_relative(folder).generic_string());
+    }
+    names.assign(all.begin(), all.end());
+    return names;
+}
+
+} // namespace TavrelChecking

@@ -1,0 +1,177 @@
+#include "Judge.h"
+
+#include <exception>
+#include <filesystem>
+#include <memory>
+
+#include <ScenarioTemplateDb/Exception.h>
+#include <TavrelScenarioTemplateDb/RootModel.h>
+#include <TavrelScenarioTemplateDb/ScenarioScripts.h>
+#include <TavrelScenarioTemplateDb/ScenarioTables.h>
+#include <TavrelScenarioTemplateDb/TavrelScenario.h>
+#include <cfg/CfgScenario.h>
+#include <cfg/ScenarioScript.h>
+#include <processes/ChildProcess.h>
+#include <scenario/ItemModel.h>
+#include <scenario/LoadDiagnostics.h>
+#include <scenario/WhyInvalid.h>
+
+namespace TavrelChecking {
+
+namespace {
+
+// Gathers what the reader says while this object lives, and leaves to the parent process what it says at its end.
+class Listener : public LoadProblemListener {
+public:
+    Listener() : former(SetLoadProblemListener(this)) {}
+    ~Listener() override { SetLoadProblemListener(former); }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    void OnLoadProblem(const LoadProblem& problem) override {
+        if (!problem.assertion.empty()) {
+            TavrelProcesses::Death death;
+            death.file = problem.file;
+            death.script = problem.script;
+            death.row = problem.row;
+            TavrelProcesses::DieOfAssertion(problem.assertion, death);
+        }
+        if (!problem.isWarning) last = problem;
+    }
+
+    LoadProblem last;
+
+private:
+    LoadProblemListener* const former;
+};
+
+// A template whose sections can be looked at.
+class Template : public TavrelScenarioTemplateDb::TavrelScenario {
+public:
+    using TavrelScenario::TavrelScenario;
+    cfg::CfgScenario& File() const { return *getCfgScenarioSection(); }
+};
+
+std::string SentenceOf(const std::exception_ptr& thrown) {
+    try {
+        std::rethrow_exception(thrown);
+    } catch (const ScenarioTemplateDb::Exception* exception) {
+        const std::unique_ptr<const ScenarioTemplateDb::Exception> owned(exception);
+        return owned->message;
+    } catch (const ScenarioTemplateDb::Exception& exception) {
+        return exception.message;
+    } catch (const std::exception& exception) {
+        return exception.what();
+    } catch (...) {
+        return "an unknown failure";
+    }
+}
+
+std::string WayOf(const ScenarioItem& item) {
+    std::string way = KindKeyword(item.kind);
+    if (!item.name.empty()) way += " (" + item.name + ")";
+    return item.parent ? WayOf(*item.parent) + " / " + way : way;
+}
+
+// The innermost invalid items; those around them are invalid for them alone.
+bool AddInvalid(const ScenarioItem& item, bool isWhole, const std::string& script,
+                std::vector<Verdict::Invalid>& invalid) {
+    std::vector<ScenarioItem*> children;
+    item.GetChildren(children);
+    bool hasInvalid = false;
+    for (const ScenarioItem* child : children) hasInvalid = AddInvalid(*child, isWhole, script, invalid) || hasInvalid;
+    if (item.IsValid() || (!isWhole && IsJudgedByScenario(item))) return hasInvalid;
+    if (!hasInvalid) invalid.push_back({script, WayOf(item), WhyInvalid(item)});
+    return true;
+}
+
+// Reads a text and looks at its tree; `file` fills the tables of a scenario in it.
+void ReadText(const std::string& text, const std::string& name, cfg::CfgScenario* file, Verdict& verdict) {
+    const LoadTextName named(name);
+    Listener listener;
+    ScenarioTextStream stream(text.c_str(), text.size() + 1);
+    ItemLoadContext context{nullptr, nullptr};
+    std::unique_ptr<ScenarioItem> root;
+    std::string cause;
+    try {
+        root.reset(LoadScenarioText(stream, nullptr, &context, nullptr, false));
+    } catch (...) {
+        cause = SentenceOf(std::current_exception());
+    }
+    if (!root) {
+        if (!listener.last.cause.empty()) cause = listener.last.cause;
+        verdict.refusals.push_back({"", name, stream.line, cause.empty() ? "the text is refused" : cause});
+        return;
+    }
+    if (root->kind == KindFolder) return;
+    auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(root.get());
+    TavrelScenarioTemplateDb::ScenarioTables tables;
+    if (scenario && file) tables.fill(*scenario, *file);
+    root->UpdateDisplayTextTree();
+    AddInvalid(*root, scenario && file, name, verdict.invalid);
+}
+
+} // namespace
+
+Verdict JudgeScenario(const std::string& path, const std::string& configuration) {
+    Verdict verdict;
+    const std::filesystem::path file(path);
+    const Template scenario(configuration, file.filename().string(), file.parent_path().string());
+    scenarioRootModel = nullptr;
+    std::string sentence;
+    LoadProblem problem;
+    {
+        Listener listener;
+        try {
+            scenario.getName();
+            scenario.getRootScenarioNode();
+        } catch (...) {
+            sentence = SentenceOf(std::current_exception());
+        }
+        problem = listener.last;
+    }
+    if (!sentence.empty())
+        verdict.refusals.push_back(
+            {problem.file, problem.script, problem.row, problem.cause.empty() ? sentence : problem.cause});
+    if (!scenarioRootModel) return verdict;
+    for (const cfg::ScenarioScript* script : TavrelScenarioTemplateDb::scriptsOf(scenario.File()))
+        ReadText(script->text, script->name, &scenario.File(), verdict);
+    return verdict;
+}
+
+Verdict JudgeScript(const std::string& text, const std::string& rootModel) {
+    Verdict verdict;
+    {
+        Listener listener;
+        try {
+            if (TavrelScenarioTemplateDb::RootModel::use(rootModel, nullptr) !=
+                TavrelScenarioTemplateDb::RootModel::Outcome::InUse)
+                verdict.refusals.push_back({rootModel, "", listener.last.row, listener.last.cause});
+        } catch (...) {
+            verdict.refusals.push_back({rootModel, "", 0, SentenceOf(std::current_exception())});
+        }
+    }
+    if (verdict.IsRead()) ReadText(text, "", nullptr, verdict);
+    return verdict;
+}
+
+Verdict JudgeModel(const std::string& text) {
+    Verdict verdict;
+    scenarioRootModel = nullptr;
+    Listener listener;
+    ScenarioTextStream stream(text.c_str(), text.size() + 1);
+    ItemLoadContext context{nullptr, nullptr};
+    std::unique_ptr<ScenarioItem> root;
+    try {
+        root.reset(LoadScenarioText(stream, nullptr, &context, nullptr, false));
+    } catch (...) {
+        listener.last.cause = SentenceOf(std::current_exception());
+    }
+    if (!root)
+        verdict.refusals.push_back({"", "", stream.line, listener.last.cause});
+    else if (!dynamic_cast<Folders*>(root.get()))
+        verdict.refusals.push_back({"", "", 1, "the top item of a root model is a FOLDER"});
+    return verdict;
+}
+
+} // namespace TavrelChecking

@@ -1,0 +1,561 @@
+#include "SceneFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <cstdlib>
+
+#include <TavrelScenarioTemplateDb/ScenarioScripts.h>
+#include <scenario/NearestName.h>
+
+#include "TextChecks.h"
+
+namespace TavrelChecking {
+
+namespace {
+
+using cfg::ScenarioText;
+
+std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
+std::string_view Trimmed(std::string_view text) {
+    constexpr std::string_view kBlank = " \t\n\r";
+    text.remove_prefix(std::min(text.find_first_not_of(kBlank), text.size()));
+    while (!text.empty() && kBlank.find(text.back()) != std::string_view::npos) text.remove_suffix(1);
+    return text;
+}
+
+template <typename Type>
+bool ParseNumber(std::string_view text, Type& number) {
+    text = Trimmed(text);
+    const char* const end = text.data() + text.size();
+    const auto [next, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && next == end;
+}
+
+bool IsBoolean(std::string_view text) {
+    text = Trimmed(text);
+    return text == "true" || text == "1" || text == "false" || text == "0";
+}
+
+const std::vector<std::string> kTypeWords = {"boolean", "integer", "real", "vector", "list", "enumeration", "string"};
+
+bool IsOfTypeWord(std::string_view value, std::string_view type) {
+    std::int32_t whole = 0;
+    double real = 0;
+    if (type == "boolean") return IsBoolean(value);
+    if (type == "integer") return ParseNumber(value, whole);
+    if (type == "real") return ParseNumber(value, real);
+    return true;
+}
+
+// What the classes of sections declare.
+struct Declared {
+    std::string_view section;
+    std::string_view name;
+    std::string_view type;
+};
+// clang-format off
+constexpr Declared kParameters[] = {
+    {"Vehicle", "id", "integer"}, {"Vehicle", "driverId", "integer"}, {"Vehicle", "name", "string"},
+    {"Driver",  "id", "integer"}, {"Driver",  "name", "string"},      {"Driver",  "label", "string"},
+};
+constexpr Declared kFields[] = {
+    {"Scenario", "name", "string"}, {"Scenario", "description", "string"},
+    {"ScenarioScript", "scriptName", "string"}, {"ScenarioScript", "scriptType", "string"},
+    {"ScenarioScript", "text", "string"},
+    {"VariadicParameter", "name", "string"}, {"VariadicParameter", "description", "string"},
+    {"VariadicParameter", "parameterId", "string"}, {"VariadicParameter", "parameterUnit", "string"},
+    {"BooleanParameter", "default", "boolean"}, {"IntegerParameter", "default", "integer"},
+    {"RealParameter", "default", "real"},       {"LiteralParameter", "default", "string"},
+    {"IntegerRange", "minimum", "integer"}, {"IntegerRange", "maximum", "integer"},
+    {"RealRange", "minimum", "real"},       {"RealRange", "maximum", "real"},
+    {"LiteralRange", "literal", "string"},
+};
+// clang-format on
+
+template <std::size_t Size>
+const Declared* FindDeclared(const Declared (&rows)[Size], std::string_view section, std::string_view name) {
+    for (const Declared& row : rows)
+        if (row.section == section && row.name == name) return &row;
+    return nullptr;
+}
+
+// Steps of an id, as a template splits them: at each "/" but those inside brackets.
+std::vector<std::string> StepsOf(const std::string& id) {
+    constexpr std::size_t kNone = std::string::npos;
+    std::vector<std::string> steps;
+    const auto isVariableStep = [](std::string_view text) {
+        return text.starts_with("Variable[name=") && text.ends_with("]/value");
+    };
+    for (std::size_t begin = 0; begin < id.size();) {
+        const std::string rest = id.substr(begin);
+        if (isVariableStep(rest)) {
+            steps.push_back(rest);
+            break;
+        }
+        const std::size_t opening = id.find('[', begin);
+        const std::size_t closing = id.find(']', begin);
+        const std::size_t slash = id.find('/', begin);
+        std::size_t end = slash;
+        std::size_t next = slash + 1;
+        if (slash >= opening) {
+            if (closing == kNone) {
+                steps.push_back(rest);
+                break;
+            }
+            end = closing + 1;
+            next = closing + 2;
+        }
+        if (end > begin) steps.push_back(id.substr(begin, end - begin));
+        begin = next;
+    }
+    return steps;
+}
+
+// What a unit measures; 0 for none.
+int DimensionOf(lmk::t_unit unit) {
+    // clang-format off
+    static constexpr std::array<std::pair<int, int>, 20> kRanges = {{
+        {lmk::UNIT_M, lmk::UNIT_NAUTICAL_MILE}, {lmk::UNIT_S, lmk::UNIT_DAY}, {lmk::UNIT_KG, lmk::UNIT_POUND},
+        {lmk::UNIT_HZ, lmk::UNIT_MHZ}, {lmk::UNIT_RAD, lmk::UNIT_TURN}, {lmk::UNIT_PERCENT, lmk::UNIT_PER_MILLE},
+        {lmk::UNIT_V, lmk::UNIT_KV}, {lmk::UNIT_A, lmk::UNIT_MA}, {lmk::UNIT_M3, lmk::UNIT_ML},
+        {lmk::UNIT_M_S, lmk::UNIT_KNOT}, {lmk::UNIT_RAD_S, lmk::UNIT_RPM},
+        {lmk::UNIT_M_S2, lmk::UNIT_STANDARD_GRAVITY}, {lmk::UNIT_RAD_S2, lmk::UNIT_DEG_S2},
+        {lmk::UNIT_N, lmk::UNIT_KN}, {lmk::UNIT_N_M, lmk::UNIT_N_M}, {lmk::UNIT_W, lmk::UNIT_METRIC_HORSEPOWER},
+        {lmk::UNIT_PA, lmk::UNIT_PSI}, {lmk::UNIT_K, lmk::UNIT_FAHRENHEIT}, {0, 0}, {0, 0}}};
+    // clang-format on
+    for (std::size_t row = 0; row < kRanges.size(); ++row)
+        if (unit > 1 && unit >= kRanges[row].first && unit <= kRanges[row].second) return static_cast<int>(row) + 1;
+    return 0;
+}
+
+} // namespace
+
+std::optional<std::int64_t> LongNumberOf(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc()) return std::nullopt;
+    return number;
+}
+
+SceneFile::SceneFile(std::shared_ptr<const FileBytes> fileBytes) : bytes(std::move(fileBytes)), text(bytes->bytes) {
+    if (!text.IsXml() || text.Elements().empty()) return;
+    const Element& top = text.Elements().front();
+    root = text.Child(top, "Scenario");
+    if (!root) return;
+    FindTables(*root);
+    FindScripts(*root);
+    FindDeclarations(*root);
+}
+
+bool SceneFile::IsParameter(const Element& element) const {
+    return ScenarioText::FindAttribute(element, "ScenarioTreeValue") != nullptr;
+}
+
+std::vector<const SceneFile::Element*> SceneFile::Below(const Element& section, std::string_view name) const {
+    std::vector<const Element*> found;
+    for (const std::size_t child : section.children)
+        if (text.Elements()[child].name == name && !IsParameter(text.Elements()[child]))
+            found.push_back(&text.Elements()[child]);
+    return found;
+}
+
+// Of the parameter of that name; empty without one.
+std::string SceneFile::Value(const Element& section, std::string_view name) const {
+    for (const std::size_t child : section.children) {
+        const Element& element = text.Elements()[child];
+        if (element.name != name) continue;
+        if (const auto* value = ScenarioText::FindAttribute(element, "ScenarioTreeValue"))
+            return text.TextOf(*value).Text();
+    }
+    return {};
+}
+
+std::string SceneFile::FieldText(const Element& section, std::string_view name) const {
+    for (const std::size_t child : section.children) {
+        const Element& element = text.Elements()[child];
+        if (element.name == name && !IsParameter(element)) return text.TextOf(element).Text();
+    }
+    return {};
+}
+
+std::optional<std::int32_t> SceneFile::Number(const Element& section) const {
+    std::int32_t number = 0;
+    const std::string value = Value(section, "id");
+    if (value.empty()) return number;
+    if (!ParseNumber(value, number)) return std::nullopt;
+    return number;
+}
+
+void SceneFile::FindTables(const Element& section) {
+    for (const Element* vehicle : Below(section, "Vehicle"))
+        if (const auto number = Number(*vehicle))
+            tables.vehicles[*number] = {Below(*vehicle, "Input").size(), Below(*vehicle, "Output").size()};
+    for (const Element* driver : Below(section, "Driver")) tables.drivers.insert(Value(*driver, "name"));
+    for (const Element* trigger : Below(section, "Trigger")) tables.triggers.insert(Value(*trigger, "name"));
+    for (const Element* image : Below(section, "Image")) tables.images.insert(Value(*image, "name"));
+    for (const Element* sound : Below(section, "Sound")) tables.sounds.insert(Value(*sound, "name"));
+}
+
+// Scripts stand in vehicles and other sections as well.
+void SceneFile::FindScripts(const Element& section) {
+    for (const std::size_t child : section.children) {
+        const Element& element = text.Elements()[child];
+        if (IsParameter(element) || TavrelScenarioTemplateDb::isHiddenSection(element.name)) continue;
+        if (element.name != "ScenarioScript") {
+            FindScripts(element);
+            continue;
+        }
+        const std::string type = FieldText(element, "scriptType");
+        const Element* body = text.Child(element, "text");
+        if (!body || body->hasElements() || (!type.empty() && type != "nuro")) continue;
+        cfg::WrittenText written = text.TextOf(*body);
+        if (written.Text().empty()) continue;
+        const std::string name = FieldText(element, "scriptName");
+        scripts.push_back(
+            {name, std::make_shared<ScriptTree>(std::make_shared<Text>(bytes, std::move(written), name))});
+        scriptElements.push_back(&element);
+    }
+}
+
+void SceneFile::FindDeclarations(const Element& section) {
+    for (const Element* element : Below(section, "VariadicParameter"))
+        declarations.push_back({element, FieldText(*element, "parameterId"), FieldText(*element, "parameterUnit")});
+}
+
+Finding SceneFile::At(const char* rule, std::size_t begin, std::size_t end, std::string message) const {
+    Finding finding = Text(bytes).FindingAt(begin, end);
+    finding.rule = FindRule(rule);
+    finding.severity = finding.rule->severity;
+    finding.message = std::move(message);
+    finding.help = finding.rule->remedy;
+    return finding;
+}
+
+std::vector<Finding> SceneFile::FileFindings() const {
+    std::vector<Finding> findings;
+    const std::string_view source = bytes->bytes;
+    if (text.DocumentType().first != ScenarioText::kNone)
+        findings.push_back(At("TV6003", text.DocumentType().first, text.DocumentType().second,
+                              "the document type is passed over, and its entities are not resolved"));
+    const auto& fault = text.FirstFault();
+    if (!text.IsXml()) {
+        if (const std::size_t nul = source.find('\0'); nul != std::string_view::npos) {
+            const auto nuls = static_cast<std::size_t>(std::count(source.begin(), source.end(), '\0'));
+            if (nuls * 4 > source.size()) {
+                std::size_t end = 0;
+                while (end < source.size() && (source[end] & '\x80') != 0) ++end;
+                findings.push_back(
+                    At("TV1017", 0, end, "the file is no UTF-8; it is likely " + LikelyEncoding(source)));
+                return findings;
+            }
+            for (std::size_t at = nul; at != std::string_view::npos; at = source.find('\0', at + 1))
+                findings.push_back(At("TV1016", at, at + 1, "a NUL character stands in the file"));
+            return findings;
+        }
+        if (fault->reason == "invalid UTF-8") {
+            std::size_t end = fault->position;
+            while (end < source.size() && Commons::TextPlaces::CharacterLength(source, end) == 1 &&
+                   (source[end] & '\x80') != 0)
+                ++end;
+            findings.push_back(
+                At("TV1017", fault->position, end, "the file is no UTF-8; it is likely " + LikelyEncoding(source)));
+            return findings;
+        }
+        findings.push_back(At("TV6002", fault->position, fault->position, fault->reason));
+        return findings;
+    }
+    // A file that says to be in another encoding keeps its bytes as they are.
+    if (const std::size_t broken = FindOtherEncoding(source); broken != std::string_view::npos) {
+        std::size_t end = broken;
+        while (end < source.size() && Commons::TextPlaces::CharacterLength(source, end) == 1 &&
+               (source[end] & '\x80') != 0)
+            ++end;
+        Finding finding = At("TV1017", broken, end, "the file is no UTF-8; it is likely " + LikelyEncoding(source));
+        finding.severity = Severity::Warning;
+        findings.push_back(std::move(finding));
+    }
+    const Element& top = text.Elements().front();
+    const auto atName = [&](const Element& element, const std::string& message) {
+        findings.push_back(At("TV6002", element.begin + 1, element.begin + 1 + element.name.size(), message));
+    };
+    if (top.name != "sce") {
+        atName(top, "the top element is <" + std::string(top.name) + ">, not <sce>");
+        return findings;
+    }
+    if (const auto* version = ScenarioText::FindAttribute(top, "version");
+        version && text.TextOf(*version).Text() != "1")
+        findings.push_back(At("TV6002", version->valueBegin, version->valueEnd,
+                              "scenario files of version " + text.TextOf(*version).Text() + " are not known"));
+    if (!root) {
+        findings.push_back(At("TV6002", top.contentEnd, top.contentEnd, "there is no <Scenario>"));
+        return findings;
+    }
+    bool isSecond = false;
+    for (const std::size_t child : top.children) {
+        const Element& element = text.Elements()[child];
+        if (element.name != "Scenario") continue;
+        if (isSecond) atName(element, "a second <Scenario>");
+        isSecond = true;
+    }
+    LookAtElement(*root, "Scenario", true, findings);
+    // What else the file is refused for.
+    const bool isRefused = std::any_of(findings.begin(), findings.end(),
+                                       [](const Finding& finding) { return finding.severity == Severity::Error; });
+    if (fault && !isRefused) findings.push_back(At("TV6002", fault->position, fault->position, fault->reason));
+    return findings;
+}
+
+void SceneFile::LookAtElement(const Element& section, std::string_view sectionName, bool isRoot,
+                              std::vector<Finding>& findings) const {
+    std::set<std::string_view> fields;
+    std::set<std::string_view> parameters;
+    for (const std::size_t child : section.children) {
+        const Element& element = text.Elements()[child];
+        const std::string tag = "<" + std::string(element.name) + ">";
+        for (const auto& attribute : element.attributes) {
+            const bool isKnown = attribute.name == "ScenarioTreeValue" || attribute.name == "type" ||
+                                 attribute.name == "unit" || attribute.name == "verboseName";
+            if (isKnown && &attribute != ScenarioText::FindAttribute(element, attribute.name))
+                findings.push_back(At("TV6002", attribute.nameBegin, attribute.nameBegin + attribute.name.size(),
+                                      tag + " has " + std::string(attribute.name) + " twice"));
+        }
+        if (const auto* value = ScenarioText::FindAttribute(element, "ScenarioTreeValue")) {
+            const Declared* declared = FindDeclared(kParameters, sectionName, element.name);
+            if (declared && !parameters.insert(element.name).second) declared = nullptr;
+            std::string type = declared ? std::string(declared->type) : "string";
+            if (const auto* word = ScenarioText::FindAttribute(element, "type")) {
+                const std::string given = text.TextOf(*word).Text();
+                const bool isWord = std::find(kTypeWords.begin(), kTypeWords.end(), given) != kTypeWords.end();
+                if (!isWord || (declared && given != type)) {
+                    const std::string near = NearestName(given, kTypeWords);
+                    findings.push_back(At("TV6005", word->valueBegin, word->valueEnd,
+                                          isWord ? tag + " must be of type " + type
+                                                 : Quoted(given) + " is no type of a value" +
+                                                       (near.empty() ? "" : ", did you mean " + Quoted(near))));
+                    continue;
+                }
+                type = given;
+            }
+            if (!IsOfTypeWord(text.TextOf(*value).Text(), type))
+                findings.push_back(
+                    At("TV6006", value->valueBegin, value->valueEnd,
+                       tag + " is of type " + type + " and holds " + Quoted(text.TextOf(*value).Text().substr(0, 80))));
+            continue;
+        }
+        if (const Declared* field = FindDeclared(kFields, sectionName, element.name)) {
+            if (field->section == "Scenario" && !isRoot) field = nullptr;
+            if (field) {
+                if (!fields.insert(element.name).second) {
+                    findings.push_back(
+                        At("TV6002", element.begin + 1, element.begin + 1 + element.name.size(), "a second " + tag));
+                } else if (element.hasElements()) {
+                    findings.push_back(At("TV6002", element.begin + 1, element.begin + 1 + element.name.size(),
+                                          tag + " holds elements, not a text"));
+                } else if (const std::string value = text.TextOf(element).Text(); !IsOfTypeWord(value, field->type)) {
+                    findings.push_back(At("TV6006", element.contentBegin, element.contentEnd,
+                                          tag + " is of type " + std::string(field->type) + " and holds " +
+                                              Quoted(value.substr(0, 80))));
+                }
+                continue;
+            }
+        }
+        LookAtElement(element, element.name, false, findings);
+    }
+}
+
+// Declarations.
+
+std::optional<SceneFile::Target> SceneFile::FindVariable(const Script& script, const std::string& step) const {
+    const Item* top = script.tree->Root();
+    if (!top) return std::nullopt;
+    std::vector<const Item*> pending{top};
+    while (!pending.empty()) {
+        const Item* item = pending.back();
+        pending.pop_back();
+        if (item->kind == KindInclude) continue;
+        if (item->kind == KindVariable) {
+            const auto number = LongNumberOf(item->name);
+            if (number && "Variable[name=" + std::to_string(static_cast<std::uint64_t>(*number)) + "]/value" == step) {
+                Target target;
+                const std::string_view type = item->Value("INTERACTIVE_TYPE");
+                target.type = type == "INTEGER"  ? Target::Integer
+                              : type == "STRING" ? Target::Literal
+                              : type == "BOOL"   ? Target::Boolean
+                                                 : Target::Real;
+                target.unit = lmk::UNIT_NONE;
+                target.variable = item;
+                target.script = &script;
+                target.number = *number;
+                return target;
+            }
+        }
+        for (auto child = item->children.rbegin(); child != item->children.rend(); ++child)
+            pending.push_back(child->get());
+    }
+    return std::nullopt;
+}
+
+std::optional<SceneFile::Target> SceneFile::Find(const std::string& id) const {
+    const std::vector<std::string> steps = StepsOf(id);
+    if (!root || steps.size() < 3 || steps[0] != "sce" || steps[1] != "Scenario") return std::nullopt;
+    const Element* node = root;
+    for (std::size_t at = 2; at + 1 < steps.size(); ++at) {
+        const Element* next = nullptr;
+        for (const std::size_t child : node->children) {
+            const Element& element = text.Elements()[child];
+            if (IsParameter(element) || FindDeclared(kFields, node->name, element.name)) continue;
+            std::string step(element.name);
+            if (element.name == "Vehicle" || element.name == "Driver")
+                step += "[id/@ScenarioTreeValue=" + std::to_string(Number(element).value_or(0)) + "]";
+            if (element.name == "ScenarioScript") step += "[scriptName=\"" + FieldText(element, "scriptName") + "\"]";
+            if (step != steps[at]) continue;
+            if (element.name == "ScenarioScript") {
+                const auto found = std::find(scriptElements.begin(), scriptElements.end(), &element);
+                if (found == scriptElements.end()) continue;
+                if (at + 2 != steps.size()) return std::nullopt;
+                return FindVariable(scripts[static_cast<std::size_t>(found - scriptElements.begin())], steps[at + 1]);
+            }
+            next = &element;
+            break;
+        }
+        if (!next) return std::nullopt;
+        node = next;
+    }
+    const auto targetOf = [](std::string_view type) {
+        Target target;
+        target.type = type == "boolean"   ? Target::Boolean
+                      : type == "integer" ? Target::Integer
+                      : type == "real"    ? Target::Real
+                                          : Target::Literal;
+        return target;
+    };
+    const Declared* declared = FindDeclared(kParameters, node->name, steps.back());
+    for (const std::size_t child : node->children) {
+        const Element& element = text.Elements()[child];
+        if (element.name != steps.back() || !IsParameter(element)) continue;
+        std::string type = declared ? std::string(declared->type) : "string";
+        if (const auto* word = ScenarioText::FindAttribute(element, "type")) type = text.TextOf(*word).Text();
+        Target target = targetOf(type);
+        if (const auto* unit = ScenarioText::FindAttribute(element, "unit"))
+            target.unit = lmk::toTUnit(text.TextOf(*unit).Text().c_str());
+        return target;
+    }
+    if (declared) return targetOf(declared->type);
+    return std::nullopt;
+}
+
+std::set<std::int64_t> SceneFile::DeclaredVariables(const Script& script) const {
+    std::set<std::int64_t> numbers;
+    for (const Declaration& declaration : declarations)
+        if (const auto target = Find(declaration.id); target && target->script == &script)
+            numbers.insert(target->number);
+    return numbers;
+}
+
+std::vector<Finding> SceneFile::DeclarationFindings() const {
+    std::vector<Finding> findings;
+    std::set<std::string> ids;
+    const auto wordOf = [](Target::Type type) {
+        static constexpr const char* kWords[] = {"boolean", "integer", "real", "literal"};
+        return std::string(kWords[type]);
+    };
+    for (const Declaration& declaration : declarations) {
+        const Element& element = *declaration.element;
+        const auto tell = [&](const char* rule, std::string message) -> Finding& {
+            findings.push_back(At(rule, element.begin, element.end, std::move(message)));
+            return findings.back();
+        };
+        const std::string what = "the declaration of " + Quoted(declaration.id);
+        const std::optional<Target> target = Find(declaration.id);
+        if (!target) {
+            // An id of another form is passed over when the file is opened.
+            const std::vector<std::string> steps = StepsOf(declaration.id);
+            const bool isLookedUp = steps.size() > 2 && steps[0] == "sce" && steps[1] == "Scenario";
+            if (!isLookedUp)
+                tell("TV5001", declaration.id.empty() ? "a declaration has no parameterId"
+                                                      : what + " names no parameter of the scenario")
+                    .severity = Severity::Warning;
+            else
+                tell("TV5001", what + " names no parameter of the scenario");
+        } else if (!ids.insert(declaration.id).second) {
+            tell("TV5007", "the parameter " + Quoted(declaration.id) + " is declared already");
+        }
+
+        std::optional<Target::Type> type;
+        const Element* typed = nullptr;
+        constexpr std::pair<const char*, Target::Type> kTyped[] = {{"BooleanParameter", Target::Boolean},
+                                                                   {"IntegerParameter", Target::Integer},
+                                                                   {"RealParameter", Target::Real},
+                                                                   {"LiteralParameter", Target::Literal}};
+        for (const auto& [name, typedType] : kTyped) {
+            const std::vector<const Element*> found = Below(element, name);
+            if (found.empty()) continue;
+            type = typedType;
+            typed = found.front();
+            break;
+        }
+        if (target && type && *type != target->type)
+            tell("TV5006", what + " is of type " + wordOf(*type) + ", its parameter of type " + wordOf(target->type));
+        if (target && !declaration.unit.empty()) {
+            const lmk::t_unit unit = lmk::toTUnit(declaration.unit.c_str());
+            const int wanted = DimensionOf(target->unit);
+            if (unit == lmk::UNIT_UNDEFINED)
+                tell("TV5005", what + " has the unknown unit " + Quoted(declaration.unit));
+            else if (wanted != 0 && DimensionOf(unit) != wanted)
+                tell("TV5005", what + " is in " + Quoted(declaration.unit) + ", its parameter in " +
+                                   Quoted(lmk::toText(target->unit)));
+        }
+        if (!typed || type == Target::Boolean) {
+            if (!typed) tell("TV5008", what + " has no type and no range");
+            continue;
+        }
+        if (type == Target::Literal) {
+            std::vector<std::string> literals;
+            for (const Element* range : Below(*typed, "LiteralRange")) literals.push_back(FieldText(*range, "literal"));
+            const std::string given = FieldText(*typed, "default");
+            if (literals.empty())
+                tell("TV5008", what + " has no texts to choose from");
+            else if (std::find(literals.begin(), literals.end(), given) == literals.end())
+                tell("TV5002", "the default " + Quoted(given) + " is none of its texts");
+            continue;
+        }
+        const auto numberOf = [&](const Element& section, const char* field) {
+            double number = 0;
+            ParseNumber(FieldText(section, field), number);
+            return number;
+        };
+        const std::vector<const Element*> ranges =
+            Below(*typed, type == Target::Integer ? "IntegerRange" : "RealRange");
+        if (ranges.empty()) {
+            tell("TV5008", what + " has no range");
+            continue;
+        }
+        bool isReversed = false;
+        bool isInside = false;
+        bool isBeyond = false;
+        const double given = numberOf(*typed, "default");
+        for (const Element* range : ranges) {
+            const double least = numberOf(*range, "minimum");
+            const double most = numberOf(*range, "maximum");
+            isReversed = isReversed || least > most;
+            isInside = isInside || (given >= least && given <= most);
+            if (!target || !target->variable) continue;
+            const std::string_view lowest = target->variable->Value("INTERACTIVE_MIN_VALUE");
+            const std::string_view highest = target->variable->Value("INTERACTIVE_MAX_VALUE");
+            isBeyond = isBeyond || std::min(least, most) < (lowest.empty() ? 0.0 : NumberOf(lowest)) ||
+                       std::max(least, most) > (highest.empty() ? 9999.0 : NumberOf(highest));
+        }
+        if (isReversed) tell("TV5003", "a range of it ends before it begins");
+        if (!isInside && !isReversed)
+            tell("TV5002", "the default " + FieldText(*typed, "default") + " lies in no range");
+        if (isBeyond) tell("TV5004", "a range lies outside the interactive limits of its variable");
+    }
+    return findings;
+}
+
+} // namespace TavrelChecking

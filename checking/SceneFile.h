@@ -1,0 +1,94 @@
+#ifndef CHECKING_SCENEFILE_H
+#define CHECKING_SCENEFILE_H
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <cfg/ScenarioText.h>
+#include <cfg/t_ParameterType.h>
+#include <lmk/units.h>
+
+#include "ScriptTree.h"
+
+namespace TavrelChecking {
+
+// What values of scripts refer to in the scenario file around them.
+struct SceneTables {
+    struct Vehicle {
+        std::size_t inputs = 0;
+        std::size_t outputs = 0;
+    };
+    std::map<std::int32_t, Vehicle> vehicles;
+    std::set<std::string> drivers, triggers, images, sounds;
+};
+
+// A scenario file: its elements, its scripts, its declarations.
+class SceneFile {
+public:
+    explicit SceneFile(std::shared_ptr<const FileBytes> fileBytes);
+
+    struct Script {
+        std::string name;
+        std::shared_ptr<const ScriptTree> tree;
+    };
+
+    const SceneTables& Tables() const { return tables; }
+    const std::vector<Script>& Scripts() const { return scripts; }
+    // What is wrong with the file as such: its bytes, its form, its values.
+    std::vector<Finding> FileFindings() const;
+    // What is wrong with its declarations, once the items of the scripts are known.
+    std::vector<Finding> DeclarationFindings() const;
+    // The numbers of the variables of a script that are declared as varying.
+    std::set<std::int64_t> DeclaredVariables(const Script& script) const;
+
+private:
+    using Element = cfg::ScenarioText::Element;
+    // What a parameter id leads to.
+    struct Target {
+        enum Type { Boolean, Integer, Real, Literal };
+        Type type = Literal;
+        lmk::t_unit unit = lmk::UNIT_UNDEFINED;
+        const Item* variable = nullptr;
+        const Script* script = nullptr;
+        std::int64_t number = 0;
+    };
+    struct Declaration {
+        const Element* element;
+        std::string id;
+        std::string unit;
+    };
+
+    void FindTables(const Element& root);
+    void FindScripts(const Element& section);
+    void FindDeclarations(const Element& root);
+    bool IsParameter(const Element& element) const;
+    std::string Value(const Element& section, std::string_view name) const;
+    std::string FieldText(const Element& section, std::string_view name) const;
+    std::vector<const Element*> Below(const Element& section, std::string_view name) const;
+    std::optional<std::int32_t> Number(const Element& section) const;
+    std::optional<Target> Find(const std::string& id) const;
+    std::optional<Target> FindVariable(const Script& script, const std::string& step) const;
+    void LookAtElement(const Element& element, std::string_view parentName, bool isRoot,
+                       std::vector<Finding>& findings) const;
+    Finding At(const char* rule, std::size_t begin, std::size_t end, std::string message) const;
+
+    std::shared_ptr<const FileBytes> bytes;
+    cfg::ScenarioText text;
+    const Element* root = nullptr; // the section Scenario
+    SceneTables tables;
+    std::vector<Script> scripts;
+    std::vector<const Element*> scriptElements; // of `scripts`
+    std::vector<Declaration> declarations;
+};
+
+// The whole number that a text begins with, as hosts read the numbers of variables.
+std::optional<std::int64_t> LongNumberOf(std::string_view text);
+
+} // namespace TavrelChecking
+
+#endif

@@ -1,0 +1,785 @@
+#include "ScriptTree.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <scenario/NearestName.h>
+
+namespace TavrelChecking {
+
+namespace {
+
+constexpr std::string_view kHeaderWord = "TYPEOF";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool IsLineSeparator(char c) { return c == '\t' || c == '\r' || c == '\f'; }
+bool IsKeyLetter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+// The words of kinds that stand in a text.
+std::vector<std::string> KindWords() {
+    std::vector<std::string> words;
+    for (const ScenarioItemKind kind : {KindAction,
+                                        KindElseAction,
+                                        KindCondition,
+                                        KindConfig,
+                                        KindCriteria,
+                                        KindEnum,
+                                        KindEnumTab,
+                                        KindEvaluation,
+                                        KindFolder,
+                                        KindFunction,
+                                        KindGeneralParameters,
+                                        KindGroup,
+                                        KindInclude,
+                                        KindParameter,
+                                        KindProgram,
+                                        KindReturn,
+                                        KindRule,
+                                        KindScenario,
+                                        KindTask,
+                                        KindVariable})
+        words.emplace_back(KindKeyword(kind));
+    return words;
+}
+
+// Kinds that have a word and no items: the reader refuses one of them and ends its process over the others.
+bool HasItems(ScenarioItemKind kind) {
+    switch (kind) {
+    case KindNone:
+    case KindCatalog:
+    case KindExerciseLog:
+    case KindExerciseNdx:
+    case KindHistory:
+    case KindModifier:
+    case KindSessionLog:
+    case KindToken:
+        return false;
+    default:
+        return true;
+    }
+}
+
+// One row of the text.
+struct Row {
+    std::size_t begin;  // behind the tabs and blanks
+    std::size_t end;    // before the line end and the separators before it
+    std::size_t blanks; // where leading blanks begin; `begin` if there are none
+    unsigned indent;    // tabs
+};
+
+// What stands in a row.
+enum class Form { Open, Close, Header, Attribute, Other };
+
+Form FormOf(std::string_view line) {
+    if (line.front() == '{') return Form::Open;
+    if (line.front() == '}') return Form::Close;
+    if (line.starts_with(kHeaderWord)) return Form::Header;
+    std::size_t letters = 0;
+    while (letters < line.size() && IsKeyLetter(line[letters])) ++letters;
+    return letters > 0 && letters < line.size() && line[letters] == '=' ? Form::Attribute : Form::Other;
+}
+
+} // namespace
+
+const Attribute* Item::Find(std::string_view key) const {
+    for (const Attribute& attribute : attributes)
+        if (attribute.key == key) return &attribute;
+    return nullptr;
+}
+
+std::string_view Item::Value(std::string_view key) const {
+    const Attribute* attribute = Find(key);
+    return attribute ? attribute->value : std::string_view();
+}
+
+std::string WayTo(const Item* item) {
+    std::vector<std::string> steps;
+    for (; item; item = item->parent) {
+        std::string step(item->keyword);
+        if (!item->name.empty()) step += " (" + std::string(item->name) + ")";
+        steps.push_back(std::move(step));
+    }
+    std::string way;
+    for (auto step = steps.rbegin(); step != steps.rend(); ++step) way += (way.empty() ? "" : " / ") + *step;
+    return way;
+}
+
+bool IsJunction(const Item& item) { return item.kind == KindCondition && (item.name == "AND" || item.name == "OR"); }
+
+bool Accepts(ScenarioItemKind parent, bool isIndexEntry, bool isJunction, ScenarioItemKind child) {
+    const auto isOneOf = [child](std::initializer_list<ScenarioItemKind> kinds) {
+        return std::find(kinds.begin(), kinds.end(), child) != kinds.end();
+    };
+    switch (parent) {
+    case KindScenario:
+        return !isIndexEntry &&
+               isOneOf({KindEvaluation, KindGeneralParameters, KindInclude, KindRule, KindTask, KindVariable});
+    case KindInclude:
+        return !isIndexEntry && isOneOf({KindRule, KindScenario, KindTask, KindVariable});
+    case KindEvaluation:
+        return !isIndexEntry && isOneOf({KindRule, KindScenario, KindTask, KindVariable, KindCriteria});
+    case KindTask:
+    case KindCriteria:
+        return isOneOf({KindRule, KindTask, KindVariable});
+    case KindRule:
+        return isOneOf({KindAction, KindElseAction, KindCondition});
+    case KindCondition:
+        return isJunction ? child == KindCondition : isOneOf({KindParameter, KindReturn, KindFunction});
+    case KindAction:
+    case KindElseAction:
+    case KindFunction:
+        return isOneOf({KindParameter, KindReturn, KindFunction});
+    case KindParameter:
+    case KindReturn:
+        return child == KindFunction;
+    case KindVariable:
+    case KindEnum:
+        return false;
+    case KindEnumTab:
+        return child == KindEnum;
+    case KindGroup:
+    case KindProgram:
+        return isOneOf({KindGroup, KindScenario});
+    default:
+        return true; // a folder, settings, and what is of no known kind
+    }
+}
+
+std::size_t FindOtherEncoding(std::string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = Commons::TextPlaces::CharacterLength(text, at);
+        if (length == 1 && (text[at] & '\x80') != 0) return at;
+        at += length;
+    }
+    return std::string_view::npos;
+}
+
+std::string LikelyEncoding(std::string_view text) {
+    if (text.starts_with("\xFF\xFE")) return "UTF-16LE";
+    if (text.starts_with("\xFE\xFF")) return "UTF-16BE";
+    const auto ending = [&](std::size_t from) {
+        std::size_t nuls = 0;
+        for (std::size_t at = from; at < text.size(); at += 2) nuls += text[at] == '\0' ? 1U : 0U;
+        return nuls * 4 > text.size();
+    };
+    if (ending(1)) return "UTF-16LE";
+    if (ending(0)) return "UTF-16BE";
+    // Of the bytes that the two differ in, the older standard has control characters only.
+    for (const char c : text)
+        if (static_cast<unsigned char>(c) >= 0x80 && static_cast<unsigned char>(c) < 0xA0) return "WINDOWS-1252";
+    return "ISO-8859-1";
+}
+
+class TreeBuilder {
+public:
+    TreeBuilder(ScriptTree& target) : tree(target), text(target.Source().View()) {}
+
+    void Build() {
+        if (!LookAtBytes()) return;
+        SplitRows();
+        if (rows.empty()) {
+            if (!HasFault("TV1016")) Add("TV1020", 0, 0, "there is no item in the text");
+            return;
+        }
+        isPlain = StandsPlain();
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            if (isEnded) {
+                EndText(row);
+                break;
+            }
+            Take(row);
+        }
+        Finish();
+    }
+
+private:
+    Fault& Add(const char* rule, std::size_t begin, std::size_t end, std::string message, bool isTaken = false) {
+        Fault fault;
+        fault.rule = rule;
+        fault.begin = begin;
+        fault.end = end;
+        fault.message = std::move(message);
+        fault.item = open.empty() ? nullptr : open.back();
+        fault.isTaken = isTaken;
+        tree.faults.push_back(std::move(fault));
+        return tree.faults.back();
+    }
+    bool HasFault(std::string_view rule) const {
+        return std::any_of(tree.faults.begin(), tree.faults.end(),
+                           [&](const Fault& fault) { return fault.rule == rule; });
+    }
+
+    // Encodings and NULs. False when nothing more is to be said.
+    bool LookAtBytes() {
+        const std::size_t nul = text.find('\0');
+        const std::size_t broken = FindOtherEncoding(text);
+        const auto nuls = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\0'));
+        const bool isWide = nuls * 4 > text.size();
+        if (broken != std::string_view::npos || isWide) {
+            std::size_t begin = broken;
+            std::size_t end = broken;
+            if (broken == std::string_view::npos) {
+                begin = end = 0; // all of it is
+            } else {
+                while (end < text.size() && Commons::TextPlaces::CharacterLength(text, end) == 1 &&
+                       (text[end] & '\x80') != 0)
+                    ++end;
+            }
+            // Values are taken as they are; the reader looks at no byte of them.
+            Add("TV1017", begin, end, "the text is no UTF-8; it is likely " + LikelyEncoding(text), true);
+            if (isWide) {
+                tree.faults.back().isTaken = false;
+                tree.isOtherEncoding = true;
+                return false;
+            }
+        }
+        for (std::size_t at = nul; at != std::string_view::npos; at = text.find('\0', at + 1))
+            Add("TV1016", at, at + 1, "a NUL character stands in the text");
+        if (text.starts_with(kByteOrderMark))
+            Add("TV1003", 0, 0, "a byte order mark stands before the header; a text begins with TYPEOF");
+        return true;
+    }
+
+    void SplitRows() {
+        std::size_t at = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
+        while (at < text.size()) {
+            const std::size_t feed = std::min(text.find('\n', at), text.size());
+            Row row{};
+            std::size_t begin = at;
+            while (begin < feed && IsLineSeparator(text[begin])) {
+                if (text[begin] == '\t') ++row.indent;
+                ++begin;
+            }
+            row.blanks = begin;
+            while (begin < feed && (text[begin] == ' ' || IsLineSeparator(text[begin]))) ++begin;
+            row.begin = begin;
+            row.end = feed;
+            while (row.end > row.blanks && IsLineSeparator(text[row.end - 1])) --row.end;
+            if (row.begin > row.end) row.begin = row.end;
+            if (row.end > row.blanks) rows.push_back(row);
+            at = feed + 1;
+        }
+    }
+
+    std::string_view LineOf(const Row& row) const { return text.substr(row.begin, row.end - row.begin); }
+
+    // Whether headers and braces alone make a tree, so that indentation need not be asked.
+    bool StandsPlain() const {
+        std::size_t depth = 0;
+        bool isHeader = false;
+        bool isAtEnd = false;
+        for (const Row& row : rows) {
+            if (row.begin == row.end) continue;
+            const Form form = FormOf(LineOf(row));
+            if (isAtEnd) return FollowsIndent();
+            if (isHeader != (form == Form::Open)) return false;
+            isHeader = form == Form::Header;
+            if (form == Form::Open) ++depth;
+            if (form == Form::Close && (depth == 0 || --depth == 0)) isAtEnd = true;
+        }
+        return isAtEnd && !isHeader;
+    }
+
+    // Whether each closing brace up to the end of the first item stands as deep as its header.
+    bool FollowsIndent() const {
+        std::vector<unsigned> headers;
+        for (const Row& row : rows) {
+            if (row.begin == row.end) continue;
+            const Form form = FormOf(LineOf(row));
+            if (form == Form::Header) headers.push_back(row.indent);
+            if (form != Form::Close) continue;
+            if (headers.empty() || headers.back() != row.indent) return false;
+            headers.pop_back();
+            if (headers.empty()) return true;
+        }
+        return false;
+    }
+
+    // Whether blocks are indented by their depth, all but a few lines of them.
+    bool IsIndented() {
+        if (indentation) return *indentation;
+        std::size_t blocks = 0;
+        std::size_t indented = 0;
+        for (std::size_t at = 0; at + 1 < rows.size(); ++at) {
+            if (rows[at].begin == rows[at].end || rows[at + 1].begin == rows[at + 1].end) continue;
+            if (FormOf(LineOf(rows[at])) != Form::Open || FormOf(LineOf(rows[at + 1])) == Form::Close) continue;
+            ++blocks;
+            if (rows[at + 1].indent == rows[at].indent + 1) ++indented;
+        }
+        constexpr std::size_t kTenths = 10;
+        constexpr std::size_t kEnough = 7;
+        indentation = blocks > 0 && indented * kTenths >= blocks * kEnough;
+        return *indentation;
+    }
+
+    // Closes what the indentation of a line shows to have ended above it.
+    void CloseAbove(const Row& row) {
+        if (isPlain || row.begin > row.blanks || !IsIndented()) return;
+        while (open.size() > 1 && indents.back() >= row.indent) NotClosed(row.begin);
+    }
+
+    bool IsOpenNext(std::size_t number) const {
+        for (++number; number < rows.size(); ++number)
+            if (rows[number].begin < rows[number].end) return FormOf(LineOf(rows[number])) == Form::Open;
+        return false;
+    }
+
+    void Take(std::size_t number) {
+        const Row& row = rows[number];
+        if (row.begin > row.blanks) {
+            Fault& fault =
+                Add("TV1009", row.blanks, row.begin, "a blank stands before the line; only tabs may stand there");
+            fault.fixTitle = "remove the blanks";
+            fault.fixBegin = row.blanks;
+            fault.fixEnd = row.begin;
+            if (row.begin == row.end) return;
+        }
+        const Form form = FormOf(LineOf(row));
+        if (awaitsBrace && form == Form::Other) return Unknown(row.begin, row.end);
+        if (awaitsBrace && form != Form::Open) MissingBrace();
+        if (form == Form::Open) return TakeOpen(row);
+        if (form == Form::Close) return TakeClose(row);
+        if (form == Form::Header) return TakeHeader(row);
+        CloseAbove(row);
+        if (!IsOpenNext(number)) return TakeLine(row.begin, row.end);
+        // It was meant for a header: what follows stands in an item of its own.
+        Unknown(row.begin, row.end);
+        Drop(row);
+        awaitsBrace = true;
+    }
+
+    // An item whose header is lost. It counts as present, and so does what stands in it.
+    void Drop(const Row& row) {
+        auto made = std::make_unique<Item>();
+        made->text = &tree.Source();
+        made->begin = made->keywordBegin = made->nameBegin = row.begin;
+        made->headerEnd = row.end;
+        made->isDropped = made->isMalformed = true;
+        const std::string_view line = LineOf(row);
+        for (std::size_t at = 0; at < line.size() && made->kind == KindNone;) {
+            const std::size_t end = std::min(line.find_first_of(" (\t", at), line.size());
+            made->kind = KindFromKeyword(std::string(line.substr(at, end - at)));
+            if (made->kind != KindNone) made->keyword = line.substr(at, end - at);
+            at = end + 1;
+        }
+        Enter(std::move(made), row.indent);
+    }
+
+    void Enter(std::unique_ptr<Item> made, unsigned indent) {
+        Item* const kept = made.get();
+        kept->parent = open.empty() ? nullptr : open.back();
+        kept->depth = static_cast<unsigned>(open.size()) + 1;
+        kept->closing = text.size();
+        if (open.empty())
+            tree.root = std::move(made);
+        else
+            open.back()->children.push_back(std::move(made));
+        open.push_back(kept);
+        indents.push_back(indent);
+    }
+
+    void MissingBrace() {
+        awaitsBrace = false;
+        Item& item = *open.back();
+        Fault& fault =
+            Add("TV1004", item.headerEnd, item.headerEnd, "the opening brace of " + Title(item) + " is missing");
+        fault.fixTitle = "put the brace below the header";
+        fault.fixBegin = fault.fixEnd = item.headerEnd;
+        fault.fixText = "\n" + std::string(indents.back(), '\t') + "{";
+    }
+
+    static std::string Title(const Item& item) {
+        std::string title(item.keyword);
+        if (!item.name.empty()) title += " (" + std::string(item.name) + ")";
+        return title;
+    }
+
+    void TakeOpen(const Row& row) {
+        if (!awaitsBrace) {
+            CloseAbove(row);
+            Unknown(row.begin, row.begin + 1, "a brace without a header");
+            return Drop(row);
+        }
+        awaitsBrace = false;
+        Trailing(row.begin + 1, row.end);
+    }
+
+    // What stands behind a brace or a header is passed over by the reader up to the next tab.
+    void Trailing(std::size_t begin, std::size_t end) {
+        while (begin < end && text[begin] == ' ') ++begin;
+        if (begin == end) return;
+        std::size_t stop = begin;
+        while (stop < end && text[stop] != '\t') ++stop;
+        std::size_t shown = stop;
+        while (shown > begin && text[shown - 1] == ' ') --shown;
+        if (shown > begin)
+            Add("TV1013", begin, shown, "what stands here is passed over, and lost when the text is saved", true);
+        while (stop < end && (text[stop] == '\t' || text[stop] == ' ')) ++stop;
+        if (stop < end) TakeLine(stop, end);
+    }
+
+    void TakeClose(const Row& row) {
+        if (open.empty()) {
+            Unknown(row.begin, row.begin + 1, "a closing brace without an item");
+            return;
+        }
+        if (!isPlain && IsIndented()) {
+            if (row.indent > indents.back() && row.begin == row.blanks) {
+                Unknown(row.begin, row.begin + 1, "a closing brace without an item");
+                return;
+            }
+            // The brace of an item further out shows that those within it are not closed.
+            const bool belongsToOuter =
+                std::find(indents.begin(), indents.end(), row.indent) != indents.end() && row.indent < indents.back();
+            if (belongsToOuter)
+                while (open.size() > 1 && indents.back() > row.indent) NotClosed(row.begin);
+        }
+        open.back()->closing = row.begin;
+        Close();
+        Trailing(row.begin + 1, row.end);
+    }
+
+    void NotClosed(std::size_t at) {
+        Item& item = *open.back();
+        item.closing = at;
+        Add("TV1005", at, at, Title(item) + " is not closed");
+        Close();
+    }
+
+    void Close() {
+        open.pop_back();
+        indents.pop_back();
+        if (open.empty()) isEnded = true;
+    }
+
+    void TakeHeader(const Row& row) {
+        if (!isPlain && !open.empty()) {
+            if (IsIndented())
+                CloseAbove(row);
+            else
+                CloseWhatTakesNone(row);
+        }
+        ReadHeader(row);
+    }
+
+    // Without indentation the kinds show what is not closed: an item that cannot stand here can stand further out.
+    void CloseWhatTakesNone(const Row& row) {
+        const std::string_view line = LineOf(row);
+        const std::size_t begin = std::min(line.find_first_not_of(' ', kHeaderWord.size()), line.size());
+        const std::size_t end = std::min(line.find_first_of(" (\t", begin), line.size());
+        const ScenarioItemKind kind = KindFromKeyword(std::string(line.substr(begin, end - begin)));
+        if (kind == KindNone) return;
+        const auto takes = [&](const Item& item) {
+            return Accepts(item.kind, item.IsIndexEntry(), IsJunction(item), kind);
+        };
+        std::size_t depth = open.size();
+        while (depth > 0 && !takes(*open[depth - 1])) --depth;
+        if (depth == 0) return;
+        while (open.size() > depth) NotClosed(row.begin);
+    }
+
+    // What the reader takes for word and name; false when it takes none.
+    bool SeenHeader(std::size_t begin, std::string& word, std::string_view& name) const {
+        const std::string_view rest = text.substr(begin);
+        if (!rest.starts_with("TYPEOF ")) return false;
+        constexpr std::size_t kWordLimit = 256;
+        constexpr std::size_t kNameLimit = 512;
+        const std::size_t first = kHeaderWord.size() + 1;
+        if (first >= rest.size() || rest[first] == '\0') return false;
+        std::size_t at = first + 1;
+        while (at < rest.size() && at < first + kWordLimit && rest[at] != ' ' && rest[at] != '\r' && rest[at] != '\0')
+            ++at;
+        if (at >= rest.size() || at >= first + kWordLimit || rest[at] == '\0') return false;
+        word = rest.substr(first, at - first);
+        name = {};
+        if (rest[at] == '\r') return true;
+        const std::size_t nameBegin = at + 2;
+        if (nameBegin >= rest.size()) return false;
+        std::size_t end = nameBegin + 1;
+        while (end < rest.size() && end < nameBegin + kNameLimit && rest[end] != ')' && rest[end] != '\0') ++end;
+        if (end >= rest.size() || end >= nameBegin + kNameLimit || rest[end] != ')') return false;
+        name = rest.substr(nameBegin, end - nameBegin);
+        return true;
+    }
+
+    void ReadHeader(const Row& row) {
+        const std::string_view line = LineOf(row);
+        auto made = std::make_unique<Item>();
+        Item& item = *made;
+        item.text = &tree.Source();
+        item.begin = row.begin;
+        item.depth = static_cast<unsigned>(open.size()) + 1;
+
+        const char* what = nullptr; // is wrong with the header
+        std::size_t faultBegin = 0;
+        std::size_t faultEnd = 0;
+        std::string fix;
+        const auto isWrong = [&](const char* message, std::size_t begin, std::size_t end, const char* mended) {
+            if (what) return;
+            what = message;
+            faultBegin = row.begin + begin;
+            faultEnd = row.begin + end;
+            fix = mended;
+        };
+
+        std::size_t at = kHeaderWord.size();
+        const auto skipBlanks = [&] {
+            const std::size_t begin = at;
+            while (at < line.size() && (line[at] == ' ' || line[at] == '\t')) ++at;
+            return at - begin;
+        };
+        std::size_t begin = at;
+        const std::size_t blanksBefore = skipBlanks();
+        if (at == line.size()) {
+            isWrong("the header names no kind", line.size(), line.size(), "");
+        } else if (blanksBefore == 0) {
+            isWrong("the blank behind TYPEOF is missing", begin, begin, " ");
+        } else if (blanksBefore > 1 || line[begin] != ' ') {
+            isWrong("one blank stands behind TYPEOF, and no more", begin, at, " ");
+        }
+        item.keywordBegin = row.begin + at;
+        begin = at;
+        while (at < line.size() && IsKeyLetter(line[at])) ++at;
+        // Whatever else stands there belongs to the word, up to a bracket.
+        while (at < line.size() && line[at] != ' ' && line[at] != '\t' && line[at] != '(') ++at;
+        item.keyword = line.substr(begin, at - begin);
+        item.kind = KindFromKeyword(std::string(item.keyword));
+        begin = at;
+        const std::size_t blanks = skipBlanks();
+        if (at == line.size()) {
+            item.nameBegin = item.headerEnd = row.begin + begin;
+            // A carriage return behind the word makes a header without a name.
+            const std::size_t behind = row.begin + begin;
+            const bool isNameless = behind < text.size() && text[behind] == '\r';
+            if (!isNameless) isWrong("the name in brackets is missing", begin, begin, " (1)");
+        } else {
+            if (blanks == 0)
+                isWrong("the blank before the bracket is missing", begin, begin, " ");
+            else if (blanks > 1 || line[begin] != ' ')
+                isWrong("one blank stands before the bracket, and no more", begin, at, " ");
+            if (line[at] == '(') {
+                ++at;
+            } else if (line[at] == '[' || line[at] == '{' || line[at] == '<') {
+                isWrong("the name stands in round brackets", at, at + 1, "(");
+                ++at;
+            } else {
+                isWrong("the bracket before the name is missing", at, at, "(");
+            }
+            item.nameBegin = row.begin + at;
+            std::size_t bracket = line.find(')', at);
+            if (bracket == at && line.find(')', at + 1) == std::string_view::npos) {
+                isWrong("the name between the brackets is missing", at, at, "1");
+            } else if (bracket == at) {
+                bracket = line.find(')', at + 1); // as the reader takes it
+            }
+            if (bracket == std::string_view::npos) {
+                std::size_t end = line.size();
+                while (end > at && (line[end - 1] == ' ' || line[end - 1] == '\t')) --end;
+                isWrong("the bracket behind the name is missing", end, end, ")");
+                item.name = line.substr(at, end - at);
+                item.headerEnd = row.begin + end;
+            } else {
+                item.name = line.substr(at, bracket - at);
+                item.headerEnd = row.begin + bracket + 1;
+            }
+        }
+
+        std::string seenWord;
+        const bool isSeen = SeenHeader(row.begin, seenWord, item.seenName);
+        if (!isSeen) item.seenName = item.name;
+        item.isMalformed = what != nullptr;
+        if (what) {
+            // The reader goes on with another name, where names are free.
+            const bool isTaken = isSeen && KindFromKeyword(seenWord) == item.kind && item.kind != KindNone;
+            Fault& fault = Add("TV1003", faultBegin, faultEnd, what, isTaken);
+            fault.fixTitle = "write the header as it is read";
+            fault.fixBegin = faultBegin;
+            fault.fixEnd = faultEnd;
+            fault.fixText = fix;
+        }
+        if (!HasItems(item.kind)) {
+            item.isDropped = true;
+            if (!what) UnknownKind(item);
+        }
+        if (item.depth > kDeepestItem && !HasFault("TV1015"))
+            Add("TV1015", item.keywordBegin, item.headerEnd,
+                "blocks are nested more than " + std::to_string(kDeepestItem) + " deep");
+
+        const std::size_t behind = item.headerEnd;
+        Enter(std::move(made), row.indent);
+        awaitsBrace = true;
+        const std::size_t more = text.find_first_not_of(" \t", behind);
+        if (behind < row.end && more < row.end && text[more] != '{') Trailing(behind, row.end);
+    }
+
+    void UnknownKind(const Item& item) {
+        const std::string word(item.keyword);
+        const std::size_t end = item.keywordBegin + word.size();
+        if (item.kind != KindNone) {
+            Add("TV1002", item.keywordBegin, end, "items of kind " + word + " stand in no text");
+            return;
+        }
+        const std::string near = NearestName(word, KindWords());
+        Fault& fault =
+            Add("TV1002", item.keywordBegin, end,
+                "\"" + word + "\" is no kind of item" + (near.empty() ? "" : ", did you mean \"" + near + "\""));
+        if (near.empty()) return;
+        fault.fixTitle = "replace \"" + word + "\" by \"" + near + "\"";
+        fault.fixBegin = item.keywordBegin;
+        fault.fixEnd = end;
+        fault.fixText = near;
+    }
+
+    void Unknown(std::size_t begin, std::size_t end, std::string message = "") {
+        if (message.empty())
+            message = open.empty()
+                          ? "the text does not begin with the header of an item"
+                          : "the line is neither an attribute of " + Title(*open.back()) + " nor the header of an item";
+        Add("TV1001", begin, end, std::move(message));
+    }
+
+    // An attribute, or nothing that is known; and what stands behind a tab on its line.
+    void TakeLine(std::size_t begin, std::size_t end) {
+        const std::string_view line = text.substr(begin, end - begin);
+        if (FormOf(line) != Form::Attribute || open.empty()) {
+            std::size_t stop = end;
+            while (stop > begin && (text[stop - 1] == ' ' || text[stop - 1] == '\t')) --stop;
+            Unknown(begin, stop);
+            return;
+        }
+        Attribute attribute;
+        attribute.keyBegin = begin;
+        const std::size_t equals = line.find('=');
+        attribute.key = line.substr(0, equals);
+        const std::size_t first = equals + 1; // where the quote belongs
+        attribute.seen = SeenValue(begin + first - 1);
+        const bool hasOpening = first < line.size() && line[first] == '"';
+        const std::size_t from = hasOpening ? first + 1 : first;
+        const std::size_t quote = line.find('"', from);
+        attribute.valueBegin = begin + from;
+        if (quote == std::string_view::npos) {
+            attribute.valueEnd = end;
+            attribute.isBroken = true;
+            Keep(attribute);
+            Fault& fault = Add("TV1007", end, end,
+                               "the value of " + std::string(attribute.key) +
+                                   (hasOpening ? " has no closing quote" : " has no quotes"));
+            fault.fixTitle = hasOpening ? "put the closing quote" : "put the quotes";
+            fault.fixBegin = hasOpening ? end : begin + first;
+            fault.fixEnd = end;
+            fault.fixText = hasOpening ? "\"" : "\"" + std::string(line.substr(first)) + "\"";
+            fault.fixIsSafe = hasOpening;
+            fault.key = begin;
+            return;
+        }
+        attribute.valueEnd = begin + quote;
+        if (!hasOpening) {
+            attribute.isBroken = true;
+            Keep(attribute);
+            Fault& fault = Add("TV1007", begin + first, begin + first,
+                               "the value of " + std::string(attribute.key) + " has no opening quote");
+            fault.fixTitle = "put the opening quote";
+            fault.fixBegin = fault.fixEnd = begin + first;
+            fault.fixText = "\"";
+            fault.key = begin;
+            return;
+        }
+        // What follows the quote: nothing, another line behind a tab, more of the value, or something else.
+        std::size_t behind = quote + 1;
+        while (behind < line.size() && line[behind] == ' ') ++behind;
+        const bool hasTab = line.substr(from, quote - from).find('\t') != std::string_view::npos;
+        const std::size_t last = line.rfind('"');
+        const std::string_view rest = line.substr(behind);
+        const bool isNextLine =
+            !rest.empty() && rest.front() == '\t' &&
+            FormOf(rest.substr(std::min(rest.find_first_not_of('\t'), rest.size() - 1))) != Form::Other;
+        if (!isNextLine && last != quote && LastIsQuote(line)) {
+            attribute.valueEnd = begin + last;
+            attribute.isBroken = true;
+            Keep(attribute);
+            Add("TV1008", attribute.valueBegin, attribute.valueEnd,
+                "a quote stands inside the value of " + std::string(attribute.key) + " and ends it")
+                .key = begin;
+            return;
+        }
+        if (hasTab) attribute.isBroken = true;
+        Keep(attribute);
+        if (hasTab) {
+            Fault& fault = Add("TV1008", attribute.valueBegin, attribute.valueEnd,
+                               "a tab stands inside the value of " + std::string(attribute.key) + " and ends the line");
+            fault.fixTitle = "write blanks in place of the tabs";
+            fault.fixBegin = fault.begin;
+            fault.fixEnd = fault.end;
+            fault.fixText = attribute.value;
+            std::replace(fault.fixText.begin(), fault.fixText.end(), '\t', ' ');
+        }
+        if (rest.empty()) return;
+        if (rest.front() != '\t' && quote + 1 == behind) {
+            Add("TV1008", attribute.valueBegin, end,
+                "a quote stands inside the value of " + std::string(attribute.key) + " and ends it", true);
+            if (!open.back()->attributes.empty()) open.back()->attributes.back().isBroken = true;
+            return;
+        }
+        Trailing(begin + behind, end);
+    }
+
+    static bool LastIsQuote(std::string_view line) {
+        const std::size_t last = line.find_last_not_of(" \t");
+        return last != std::string_view::npos && line[last] == '"';
+    }
+
+    void Keep(Attribute& attribute) {
+        attribute.value = text.substr(attribute.valueBegin, attribute.valueEnd - attribute.valueBegin);
+        open.back()->attributes.push_back(attribute);
+    }
+
+    // As the reader takes it: two characters behind the key, then all up to the next quote.
+    std::optional<std::string_view> SeenValue(std::size_t behindKey) const {
+        if (behindKey + 2 > text.size()) return std::nullopt;
+        const std::size_t begin = behindKey + 2;
+        const std::size_t end = text.find_first_of(std::string_view("\"\0", 2), begin);
+        if (end == std::string_view::npos || text[end] == '\0') return std::nullopt;
+        return text.substr(begin, end - begin);
+    }
+
+    void EndText(std::size_t row) {
+        const std::size_t begin = rows[row].begin == rows[row].end ? rows[row].blanks : rows[row].begin;
+        std::size_t end = rows.back().end;
+        while (end > begin && text[end - 1] == ' ') --end;
+        // Blanks behind the end are no text.
+        if (end > begin) Add("TV1006", begin, end, "the reader does not see what stands behind the last brace", true);
+    }
+
+    void Finish() {
+        if (awaitsBrace) MissingBrace();
+        while (!open.empty()) NotClosed(text.size());
+    }
+
+    ScriptTree& tree;
+    const std::string_view text;
+    std::vector<Row> rows;
+    std::vector<Item*> open;
+    std::vector<unsigned> indents; // of the headers of `open`
+    bool awaitsBrace = false;
+    bool isEnded = false;
+    bool isPlain = false;
+    std::optional<bool> indentation;
+};
+
+ScriptTree::ScriptTree(std::shared_ptr<const Text> source) : text(std::move(source)) { TreeBuilder(*this).Build(); }
+
+// Level by level: a broken text may nest deeper than the stack would carry.
+ScriptTree::~ScriptTree() {
+    std::vector<std::unique_ptr<Item>> pending;
+    if (root) pending.push_back(std::move(root));
+    while (!pending.empty()) {
+        const std::unique_ptr<Item> item = std::move(pending.back());
+        pending.pop_back();
+        for (std::unique_ptr<Item>& child : item->children) pending.push_back(std::move(child));
+    }
+}
+
+} // namespace TavrelChecking

@@ -1,0 +1,130 @@
+#ifndef CHECKING_SCRIPTTREE_H
+#define CHECKING_SCRIPTTREE_H
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <scenario/ItemText.h>
+
+#include "Text.h"
+
+namespace TavrelChecking {
+
+struct Item;
+class ScriptTree;
+
+// A line KEY="VALUE" of an item. Positions are bytes of the text.
+struct Attribute {
+    std::string_view key;
+    std::size_t keyBegin = 0;
+    std::size_t valueBegin = 0; // as its author means it: between the quotes on its line
+    std::size_t valueEnd = 0;
+    std::string_view value;
+    // What the reader takes for the value; nothing when it takes none. Another one than `value` if the line is broken.
+    std::optional<std::string_view> seen;
+    bool isBroken = false; // and has its own finding
+
+    std::size_t KeyEnd() const { return keyBegin + key.size(); }
+};
+
+// An item of a text that may be broken: what its author meant, as far as the lines show it.
+struct Item {
+    ScenarioItemKind kind = KindNone; // KindNone for a word that is no kind
+    std::string_view keyword;
+    std::string_view name;     // as it is meant
+    std::string_view seenName; // as the reader takes it
+    std::size_t begin = 0;     // of the header
+    std::size_t keywordBegin = 0;
+    std::size_t nameBegin = 0; // behind the bracket
+    std::size_t headerEnd = 0; // behind the bracket, or the last character of the header
+    std::size_t closing = 0;   // where the closing brace stands, or belongs
+    bool isMalformed = false;  // the header has its own finding
+    bool isDropped = false;    // it was passed over: of no known kind, or too deep
+    unsigned depth = 1;
+    Item* parent = nullptr;
+    std::vector<std::unique_ptr<Item>> children; // in the order of the text
+    std::vector<Attribute> attributes;
+    const Text* text = nullptr;
+
+    Item() = default;
+    Item(const Item&) = delete;
+    Item& operator=(const Item&) = delete;
+
+    // The first attribute of that key, null if there is none.
+    const Attribute* Find(std::string_view key) const;
+    // Its value as it is meant; empty if there is none.
+    std::string_view Value(std::string_view key) const;
+    bool IsIndexEntry() const { return Value("ISA_INDEX") == "1"; }
+
+    // What the checks find out about it.
+    mutable const Item* model = nullptr; // its definition; itself for a definition
+
+    mutable bool isLost = false; // read and not taken in
+};
+
+// "SCENARIO (1) / TASK (2)", with the item itself at the end.
+std::string WayTo(const Item* item);
+
+// A fault of a text: which rule, and where.
+struct Fault {
+    const char* rule = nullptr;
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    std::string message;
+    const Item* item = nullptr; // in which it stands; null at the top
+    bool isTaken = false;       // the library takes it all the same, so it is no error
+    bool isNote = false;        // it is no more than a note
+    bool isValidity = false;    // the text is read, and a part of it is not valid
+    std::size_t key = kNoKey;   // where the key of its attribute begins, for a line that is broken
+    // A change that mends it; no title for none.
+    std::string fixTitle;
+    std::size_t fixBegin = 0;
+    std::size_t fixEnd = 0;
+    std::string fixText;
+    bool fixIsSafe = false;
+
+    static constexpr std::size_t kNoKey = static_cast<std::size_t>(-1);
+};
+
+// A text as a tree, with the faults of its lines. Every text has one, however broken: lines that cannot be read are
+// passed over, what is not closed is closed where the indentation or the next header shows it.
+class ScriptTree {
+public:
+    explicit ScriptTree(std::shared_ptr<const Text> source);
+    ScriptTree(const ScriptTree&) = delete;
+    ScriptTree& operator=(const ScriptTree&) = delete;
+    ~ScriptTree();
+
+    const Text& Source() const { return *text; }
+    Item* Root() const { return root.get(); }
+    const std::vector<Fault>& Faults() const { return faults; }
+    // Bytes that are no UTF-8, or a text of two bytes for each character: then nothing else is said of it.
+    bool IsOtherEncoding() const { return isOtherEncoding; }
+
+private:
+    friend class TreeBuilder;
+    std::shared_ptr<const Text> text;
+    std::unique_ptr<Item> root;
+    std::vector<Fault> faults;
+    bool isOtherEncoding = false;
+};
+
+// As the reader limits it.
+constexpr unsigned kDeepestItem = 1000;
+
+// Where the text ceases to be UTF-8, npos if it is throughout.
+std::size_t FindOtherEncoding(std::string_view text);
+// The name of the encoding that the bytes most likely are in, as iconv knows it.
+std::string LikelyEncoding(std::string_view text);
+
+// Whether a parent of the kind takes in children of the other one. `isJunction` for AND and OR.
+bool Accepts(ScenarioItemKind parent, bool isIndexEntry, bool isJunction, ScenarioItemKind child);
+bool IsJunction(const Item& item);
+
+} // namespace TavrelChecking
+
+#endif

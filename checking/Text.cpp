@@ -1,0 +1,64 @@
+#include "Text.h"
+
+#include <algorithm>
+
+namespace TavrelChecking {
+
+namespace {
+
+// A row as it is told; a file that is one row of a million characters is not told whole.
+constexpr std::size_t kLongestLine = 1000;
+
+std::string ShownLine(std::string_view line) {
+    if (line.size() <= kLongestLine) return std::string(line);
+    std::size_t end = kLongestLine;
+    while (end > 0 && (line[end] & '\xC0') == '\x80') --end;
+    return std::string(line.substr(0, end));
+}
+
+} // namespace
+
+Span FileBytes::SpanOf(std::size_t begin, std::size_t end) const {
+    const Commons::TextPlaces::Place from = places.PlaceOf(begin);
+    const Commons::TextPlaces::Place to = begin == end ? from : places.PlaceOf(end);
+    return {from.row, from.column, to.row, to.column};
+}
+
+Text::Text(std::shared_ptr<const FileBytes> wholeFile) : file(std::move(wholeFile)), view(file->bytes) {}
+
+Text::Text(std::shared_ptr<const FileBytes> scenarioFile, cfg::WrittenText writtenText, std::string name)
+    : file(std::move(scenarioFile)), written(std::move(writtenText)), scriptName(std::move(name)), isScript(true),
+      view(written.Text()) {}
+
+Span Text::SpanOf(std::size_t begin, std::size_t end) const {
+    if (!isScript) return file->SpanOf(begin, end);
+    const auto [from, to] = written.InFile(begin, end);
+    return file->SpanOf(from, to);
+}
+
+Finding Text::FindingAt(std::size_t begin, std::size_t end) const {
+    Finding finding;
+    finding.file = file->path;
+    finding.span = SpanOf(begin, end);
+    finding.line = ShownLine(file->places.Line(finding.span.row));
+    if (!isScript) return finding;
+    finding.isInScript = true;
+    finding.script = scriptName;
+    const std::size_t at = std::min(begin, view.size());
+    finding.scriptRow =
+        1 + static_cast<std::uint32_t>(std::count(view.begin(), view.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
+    return finding;
+}
+
+bool Text::EditOf(std::size_t begin, std::size_t end, std::string_view replacement, Edit& edit) const {
+    edit.file = file->path;
+    edit.span = SpanOf(begin, end);
+    edit.begin = begin;
+    edit.end = end;
+    edit.replacement = replacement;
+    if (!isScript) return true;
+    std::tie(edit.begin, edit.end) = written.InFile(begin, end);
+    return written.Write(replacement, begin, end, edit.replacement);
+}
+
+} // namespace TavrelChecking

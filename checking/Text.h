@@ -1,0 +1,63 @@
+#ifndef CHECKING_TEXT_H
+#define CHECKING_TEXT_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <Commons/TextPlaces.h>
+#include <cfg/ScenarioText.h>
+#include <checking/Finding.h>
+
+namespace TavrelChecking {
+
+// The bytes of a file with its rows and columns.
+struct FileBytes {
+    FileBytes(std::string filePath, std::string fileBytes)
+        : path(std::move(filePath)), bytes(std::move(fileBytes)), places(bytes) {}
+    FileBytes(const FileBytes&) = delete;
+    FileBytes& operator=(const FileBytes&) = delete;
+
+    Span SpanOf(std::size_t begin, std::size_t end) const;
+
+    const std::string path;
+    const std::string bytes;
+    const Commons::TextPlaces places;
+};
+
+// A text of the item model with its place in a file: a file of its own, or a script in a scenario file. Positions are
+// bytes of the text as its reader gets it.
+class Text {
+public:
+    // A file as a whole.
+    explicit Text(std::shared_ptr<const FileBytes> wholeFile);
+    // A script of a scenario file.
+    Text(std::shared_ptr<const FileBytes> scenarioFile, cfg::WrittenText written, std::string scriptName);
+    Text(const Text&) = delete;
+    Text& operator=(const Text&) = delete;
+
+    std::string_view View() const { return view; }
+    std::size_t End() const { return view.size(); }
+    const FileBytes& File() const { return *file; }
+    bool IsScript() const { return isScript; }
+    const std::string& ScriptName() const { return scriptName; }
+
+    // A finding with all that follows from its place: file, span, script and line.
+    Finding FindingAt(std::size_t begin, std::size_t end) const;
+    Span SpanOf(std::size_t begin, std::size_t end) const;
+    // A change of that part, as the file needs it. False if it cannot be written there.
+    bool EditOf(std::size_t begin, std::size_t end, std::string_view replacement, Edit& edit) const;
+
+private:
+    std::shared_ptr<const FileBytes> file;
+    cfg::WrittenText written;
+    std::string scriptName;
+    bool isScript = false;
+    std::string_view view;
+};
+
+} // namespace TavrelChecking
+
+#endif

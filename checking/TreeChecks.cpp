@@ -1,0 +1,465 @@
+#include "TreeChecks.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include <lmkUtils/EnvConfig.h>
+#include <scenario/NearestName.h>
+
+namespace TavrelChecking {
+
+namespace {
+
+using lmkUtils::EnvConfig;
+
+std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
+std::string TitleOf(const Item& item) {
+    std::string title(item.keyword);
+    if (!item.name.empty()) title += " (" + std::string(item.name) + ")";
+    return title;
+}
+
+std::string DidYouMean(std::string_view name, const std::vector<std::string>& candidates) {
+    const std::string near = NearestName(name, candidates);
+    return near.empty() ? near : ", did you mean " + Quoted(near);
+}
+
+bool AreNumbers(std::string_view a, std::string_view b) {
+    return (a == "FLOAT" && b == "INTEGER") || (a == "INTEGER" && b == "FLOAT");
+}
+
+// Numbers of both types may stand for each other, and a text can be made of everything.
+bool TypeFits(std::string_view given, std::string_view wanted) {
+    return given == wanted || wanted == "STRING" || AreNumbers(given, wanted);
+}
+
+std::string FolderOfFiles(std::string_view fileDir) {
+    struct Row {
+        std::string_view key;
+        const char* folder;
+    };
+    static constexpr Row kFolders[] = {{"IMAGES", "data/images"},
+                                       {"SOUNDS", "data/sound"},
+                                       {"SCRIPT", "data\\script\\python"},
+                                       {"PROFILE", "data/script/profile"}};
+    std::string key(fileDir);
+    for (char& c : key)
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    for (const Row& row : kFolders)
+        if (key == row.key) return row.folder;
+    return "data/" + std::string(fileDir);
+}
+
+} // namespace
+
+TreeChecks::TreeChecks(const ScriptTree& script, const Surroundings& surroundings)
+    : tree(script), around(surroundings),
+      isWhole(surroundings.tables && script.Root() && script.Root()->kind == KindScenario) {}
+
+std::vector<RelatedPlace> TreeChecks::PlacesOf(const Mount* mount) const {
+    std::vector<RelatedPlace> places;
+    for (; mount; mount = mount->outer) {
+        const Attribute* file = mount->include->Find("FILE");
+        const Text& text = *mount->include->text;
+        const std::size_t begin = file ? file->valueBegin : mount->include->keywordBegin;
+        const std::size_t end = file ? file->valueEnd : mount->include->headerEnd;
+        places.push_back({text.File().path, text.SpanOf(begin, end), "it is included here"});
+    }
+    return places;
+}
+
+PlacedFault& TreeChecks::Add(const char* rule, const Item& item, const Mount* mount, std::size_t begin, std::size_t end,
+                             std::string message) {
+    PlacedFault placed;
+    placed.fault.rule = rule;
+    placed.fault.begin = begin;
+    placed.fault.end = end;
+    placed.fault.message = std::move(message);
+    placed.fault.item = &item;
+    placed.fault.isValidity = true;
+    placed.text = item.text;
+    placed.related = PlacesOf(mount);
+    faults.push_back(std::move(placed));
+    return faults.back();
+}
+
+PlacedFault& TreeChecks::AtValue(const char* rule, const Use& use, const char* key, std::string message) {
+    const Item& item = *use.parameter;
+    const Attribute* attribute = item.Find(key);
+    if (!attribute) return Add(rule, item, use.mount, item.closing, item.closing, std::move(message));
+    return Add(rule, item, use.mount, attribute->valueBegin, attribute->valueEnd, std::move(message));
+}
+
+PlacedFault& TreeChecks::AtHeader(const char* rule, const Item& item, const Mount* mount, std::string message) {
+    PlacedFault& placed = Add(rule, item, mount, item.keywordBegin, item.headerEnd, std::move(message));
+    placed.fault.item = item.parent;
+    return placed;
+}
+
+std::vector<PlacedFault> TreeChecks::Run() {
+    if (!tree.Root()) return {};
+    const Item& root = *tree.Root();
+    rootFile = root.Value("FILE");
+    auto own = std::make_unique<Mount>();
+    own->path = std::filesystem::weakly_canonical(tree.Source().File().path).string();
+    mounts.push_back(std::move(own));
+    scores = {0, 1}; // an EVALUATION has these without a word
+    Enter(root, nullptr);
+    for (std::size_t at = 0; at < variables.size(); ++at) variablesByName[variables[at].item->name].push_back(at);
+    for (const Use& use : uses) LookAt(use);
+    if (isWhole) LookAtVariables();
+    return std::move(faults);
+}
+
+// In the order in which a search of the tree meets the items.
+void TreeChecks::Enter(const Item& item, const Mount* mount) {
+    if (item.kind == KindVariable) {
+        const Mount* outermost = mount;
+        while (outermost && outermost->outer) outermost = outermost->outer;
+        variables.push_back({&item, outermost ? outermost->file : std::string()});
+    }
+    if (item.kind == KindTask) tasks.insert(item.name);
+    if (item.kind == KindEvaluation) {
+        for (const Attribute& attribute : item.attributes)
+            if (attribute.key == "SCORE") scores.insert(WholeNumberOf(attribute.value));
+    }
+    if (IsParameter(item.kind) && item.model && item.model != &item && item.parent && IsCall(item.parent->kind) &&
+        item.parent->model != item.parent)
+        uses.push_back({&item, mount});
+    const bool isReference = item.kind == KindInclude || item.kind == KindEvaluation || item.kind == KindScenario;
+    if (item.kind == KindInclude && item.parent) files.insert(std::string(item.Value("FILE")));
+    if (isReference && item.IsIndexEntry() && !item.isDropped) {
+        EnterFile(item, mount);
+        return;
+    }
+    EnterChildren(item, mount);
+}
+
+void TreeChecks::EnterChildren(const Item& item, const Mount* mount) {
+    const auto enter = [&](std::initializer_list<ScenarioItemKind> kinds) {
+        for (const auto& child : item.children)
+            if (!child->isLost && std::find(kinds.begin(), kinds.end(), child->kind) != kinds.end())
+                Enter(*child, mount);
+    };
+    switch (item.kind) {
+    case KindScenario:
+    case KindInclude:
+    case KindEvaluation:
+        enter({KindInclude, KindScenario});
+        enter({KindVariable});
+        enter({KindRule});
+        enter({KindTask, KindCriteria});
+        enter({KindEvaluation, KindGeneralParameters});
+        enter({KindNone});
+        break;
+    case KindTask:
+    case KindCriteria:
+        enter({KindVariable});
+        enter({KindRule});
+        enter({KindTask});
+        enter({KindNone});
+        break;
+    default:
+        for (const auto& child : item.children)
+            if (!child->isLost) Enter(*child, mount);
+        break;
+    }
+}
+
+void TreeChecks::EnterFile(const Item& item, const Mount* mount) {
+    const Attribute* attribute = item.Find("FILE");
+    const std::string file(attribute ? attribute->value : std::string_view());
+    const std::size_t begin = attribute ? attribute->valueBegin : item.closing;
+    const std::size_t end = attribute ? attribute->valueEnd : item.closing;
+    if (attribute && attribute->isBroken) { // it has its own finding
+        missingFiles.insert(file);
+        return;
+    }
+    if (item.kind == KindScenario) {
+        if (EnvConfig::findInPath("data/scenario", file).empty())
+            Add("TV6009", item, mount, begin, end, "there is no scenario " + Quoted(file)).fault.isTaken = true;
+        return;
+    }
+    const IncludedFile* included = around.includes->Find(file);
+    if (!included) {
+        missingFiles.insert(file);
+        const std::vector<std::string>& names = around.includes->Names();
+        PlacedFault& placed = Add("TV6009", item, mount, begin, end,
+                                  "the data path has no script " + Quoted(file) + DidYouMean(file, names));
+        // Only an INCLUDE is asked for its file when it is looked at whether it is valid.
+        placed.fault.isTaken = item.kind == KindEvaluation;
+        if (const std::string near = NearestName(file, names); attribute && !near.empty()) {
+            placed.fault.fixTitle = "replace " + Quoted(file) + " by " + Quoted(near);
+            placed.fault.fixBegin = begin;
+            placed.fault.fixEnd = end;
+            placed.fault.fixText = near;
+            placed.fault.fixIsSafe = OnlyOneLetterAway(file, names) == near;
+        }
+        return;
+    }
+    if (included->isOutside) {
+        missingFiles.insert(file);
+        Add("TV6014", item, mount, begin, end, Quoted(file) + " leads out of the data path").fault.isTaken =
+            item.kind == KindEvaluation;
+        return;
+    }
+    std::error_code error;
+    const std::string path = std::filesystem::weakly_canonical(included->path, error).string();
+    bool isCycle = path == mounts.front()->path;
+    unsigned depth = 0;
+    for (const Mount* outer = mount; outer; outer = outer->outer, ++depth) isCycle = isCycle || outer->path == path;
+    constexpr unsigned kDeepest = 1000;
+    if (isCycle || depth > kDeepest) {
+        Add("TV6010", item, mount, begin, end, Quoted(file) + " leads back to itself").fault.isTaken = true;
+        return;
+    }
+    auto inner = std::make_unique<Mount>();
+    inner->outer = mount;
+    inner->include = &item;
+    inner->path = path;
+    inner->file = file;
+    const Mount* const place = inner.get();
+    mounts.push_back(std::move(inner));
+    if (included->isRefused) {
+        missingFiles.insert(file);
+        Add("TV6009", item, mount, begin, end,
+            "the file " + Quoted(file) + " is there and cannot be read" +
+                (included->reason.empty() ? "" : ": " + included->reason))
+            .fault.isTaken = true;
+    }
+    // What is wrong with the file itself stands in the file.
+    for (const Fault& fault : included->faults) faults.push_back({fault, &included->tree->Source(), PlacesOf(place)});
+    if (!included->tree || !included->tree->Root()) return;
+    const Item& top = *included->tree->Root();
+    if (top.kind != item.kind) return;
+    // A file may hold no more than a reference to another.
+    if (top.IsIndexEntry() && !top.isDropped)
+        EnterFile(top, place);
+    else
+        EnterChildren(top, place);
+}
+
+// Values.
+
+void TreeChecks::LookAt(const Use& use) {
+    const Item& item = *use.parameter;
+    const Attribute* kindLine = item.Find("KIND");
+    const Attribute* valueLine = item.Find("VALUE");
+    if (!kindLine || kindLine->isBroken || (valueLine && valueLine->isBroken)) return;
+    const std::string_view kind = kindLine->value;
+    if (!Holds(WordsOf(item.model->Value("KINDLIST")), kind)) return;
+    if (kind == "FUNCTION") return LookAtCall(use);
+    const std::string_view value = valueLine ? valueLine->value : std::string_view();
+
+    const std::string_view type = TypeOf(item);
+    const bool isNumeric = type == "FLOAT" || type == "INTEGER";
+    const bool isNamed = kind == "ENUM" || kind == "FILE";
+    const bool isInScene = kind == "TASK" || kind == "VARIABLE" || kind == "TRIGGER" || kind == "DRIVER" ||
+                           kind == "IMAGE" || kind == "SOUND";
+    const bool isNumber = kind == "VEHICLE" || kind == "VHC_INPUT" || kind == "VHC_OUTPUT";
+    if (value.empty() && (isNamed || isInScene || isNumber || (kind == "USER" && isNumeric))) {
+        PlacedFault& placed = AtValue("TV3011", use, "VALUE", "parameter " + Quoted(item.name) + " has no VALUE");
+        placed.fault.isTaken = isNumber || (isInScene && !isWhole);
+        if (kind == "ENUM" && valueLine) placed.fault.isTaken = false;
+        return;
+    }
+    if (kind == "FILE") return LookAtFile(use, value);
+    if (!isWhole) return;
+    if (kind == "VARIABLE") return LookAtVariable(use, value);
+    if (kind == "VEHICLE") return LookAtVehicle(use, value);
+    if (kind == "VHC_INPUT" || kind == "VHC_OUTPUT") return LookAtChannel(use, value, kind == "VHC_INPUT");
+    if (kind == "TASK") {
+        if (!tasks.count(value) && missingFiles.empty())
+            AtValue("TV3005", use, "VALUE", "there is no TASK (" + std::string(value) + ")");
+        return;
+    }
+    if (kind == "USER" && item.name == "SCORE_NUMBER" && IsWholeNumber(value) && !scores.count(WholeNumberOf(value))) {
+        AtValue("TV4010", use, "VALUE", "no EVALUATION has a SCORE " + std::string(value)).fault.isTaken = true;
+        return;
+    }
+    struct Table {
+        std::string_view kind;
+        const std::set<std::string>* names;
+        const char* word;
+    };
+    const Table tables[] = {{"DRIVER", &around.tables->drivers, "driver"},
+                            {"TRIGGER", &around.tables->triggers, "trigger"},
+                            {"IMAGE", &around.tables->images, "image"},
+                            {"SOUND", &around.tables->sounds, "sound"}};
+    for (const Table& table : tables) {
+        if (kind != table.kind || table.names->count(std::string(value))) continue;
+        const std::vector<std::string> names(table.names->begin(), table.names->end());
+        AtValue("TV3008", use, "VALUE",
+                std::string("the scenario has no ") + table.word + " " + Quoted(value) + DidYouMean(value, names));
+    }
+}
+
+void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
+    const Item& item = *use.parameter;
+    const std::string_view owner = item.Value("OWNER_FILE");
+    if (!owner.empty() && owner != rootFile) {
+        const bool isKnown =
+            files.count(std::string(owner)) > 0 ||
+            std::any_of(tree.Root()->children.begin(), tree.Root()->children.end(), [&](const auto& child) {
+                return child->kind == KindEvaluation && child->Value("FILE") == owner;
+            });
+        if (!isKnown) {
+            const std::vector<std::string> names(files.begin(), files.end());
+            AtValue("TV3009", use, "OWNER_FILE",
+                    Quoted(owner) + " is no file of the scenario" + DidYouMean(owner, names));
+            return;
+        }
+    }
+    const Mount* innermost = use.mount;
+    const std::string scope = !owner.empty() ? std::string(owner) : innermost ? innermost->file : rootFile;
+    Variable* variable = nullptr;
+    if (const auto named = variablesByName.find(value); named != variablesByName.end())
+        for (const std::size_t at : named->second) {
+            Variable& candidate = variables[at];
+            if (!scope.empty() && !candidate.scope.empty() && candidate.scope != scope) continue;
+            variable = &candidate;
+            break;
+        }
+    if (!variable) {
+        const bool mayBeMissing =
+            scope.empty() || scope == rootFile ? scope.empty() && !missingFiles.empty() : missingFiles.count(scope) > 0;
+        if (!mayBeMissing)
+            AtValue("TV3004", use, "VALUE",
+                    "there is no VARIABLE (" + std::string(value) + ")" +
+                        (owner.empty() ? "" : " in " + Quoted(owner)));
+        return;
+    }
+    const std::string_view wanted = TypeOf(item);
+    const Attribute* typeLine = variable->item->Find("TYPE");
+    const std::string_view type = typeLine ? typeLine->value : std::string_view();
+    const bool isWord =
+        type.empty() || type == "BOOL" || type == "FLOAT" || type == "INTEGER" || type == "STRING" || type == "VOID";
+    const bool isByAddress = item.model->Value("USAGE") == "BY_ADDRESS";
+    variable->isRead = true;
+    if (isByAddress) variable->isWritten = true;
+    if (!isByAddress && item.parent && item.parent->kind == KindCondition) variable->isCompared = true;
+    if (!isWord || (typeLine && typeLine->isBroken)) return;
+    if (!TypeFits(type, wanted)) {
+        PlacedFault& placed =
+            AtValue("TV3004", use, "VALUE",
+                    TitleOf(*variable->item) + " is of TYPE " + Quoted(type) + ", not " + Quoted(wanted));
+        placed.related.push_back({variable->item->text->File().path,
+                                  variable->item->text->SpanOf(variable->item->keywordBegin, variable->item->headerEnd),
+                                  "the variable"});
+        return;
+    }
+    const bool isNumeric = wanted == "FLOAT" || wanted == "INTEGER" || wanted == "BOOL";
+    if (isNumeric && !isByAddress && type != "FLOAT")
+        AtValue("TV4011", use, "VALUE",
+                TitleOf(*variable->item) + " is of TYPE " + Quoted(type) +
+                    ", and by value only a FLOAT is read; it gives 0")
+            .fault.isTaken = true;
+}
+
+void TreeChecks::LookAtVehicle(const Use& use, std::string_view value) {
+    const int number = WholeNumberOf(value);
+    if (around.tables->vehicles.count(number)) return;
+    // The one parameter that may mean the environment in place of a vehicle.
+    if (number == -1 && use.parameter->model->name == "VHL_NUMBER_PLUS") return;
+    AtValue("TV3006", use, "VALUE", "the scenario has no vehicle " + std::string(value));
+}
+
+void TreeChecks::LookAtChannel(const Use& use, std::string_view value, bool isInput) {
+    const Item& call = *use.parameter->parent;
+    const Item* vehicle = nullptr;
+    for (const Item* parameter : ParametersOf(call))
+        if (parameter->model && Holds(WordsOf(parameter->model->Value("KINDLIST")), "VEHICLE")) {
+            vehicle = parameter;
+            break;
+        }
+    const int number = vehicle ? WholeNumberOf(vehicle->Value("VALUE")) : -1;
+    const char* word = isInput ? "input " : "output ";
+    const auto known = around.tables->vehicles.find(number);
+    if (number != -1 && known == around.tables->vehicles.end()) {
+        if (vehicle->Value("KIND") == "VEHICLE") return; // the vehicle has its own finding
+        AtValue("TV3006", use, "VALUE", "the scenario has no vehicle " + std::to_string(number));
+        return;
+    }
+    if (number == -1) {
+        AtValue("TV3006", use, "VALUE", "the call names no vehicle whose " + std::string(word) + "this could be");
+        return;
+    }
+    const std::size_t count = isInput ? known->second.inputs : known->second.outputs;
+    if (static_cast<std::uint32_t>(WholeNumberOf(value)) >= count)
+        AtValue("TV3006", use, "VALUE", "vehicle " + std::to_string(number) + " has no " + word + std::string(value));
+}
+
+void TreeChecks::LookAtCall(const Use& use) {
+    const Item& item = *use.parameter;
+    const Item* call = nullptr;
+    bool hasOther = false;
+    for (const auto& child : item.children) {
+        if (child->kind == KindFunction && !child->isLost) call = child.get();
+        if (child->isDropped) hasOther = true;
+    }
+    if (!call) {
+        if (!hasOther)
+            Add("TV3012", item, use.mount, item.closing, item.closing,
+                "parameter " + Quoted(item.name) + " is a FUNCTION and holds none");
+        return;
+    }
+    if (!call->model || call->isDropped) return;
+    const std::string_view given = ReturnTypeOf(*call->model);
+    const std::string_view wanted = TypeOf(item);
+    if (given.empty() || wanted.empty() || TypeFits(given, wanted)) return;
+    Add("TV3010", *call, use.mount, call->nameBegin, call->nameBegin + call->name.size(),
+        Quoted(call->name) + " gives a " + std::string(given) + ", and " + Quoted(item.name) + " is a " +
+            std::string(wanted))
+        .fault.item = &item;
+}
+
+void TreeChecks::LookAtFile(const Use& use, std::string_view value) {
+    const std::string folder = FolderOfFiles(use.parameter->model->Value("FILEDIR"));
+    if (!EnvConfig::findInPath(folder, std::string(value)).empty()) return;
+    std::vector<std::string> names;
+    std::string forward = folder;
+    std::replace(forward.begin(), forward.end(), '\\', '/');
+    for (const std::string& path : EnvConfig::getSeparatedPath(forward)) {
+        std::error_code error;
+        for (std::filesystem::directory_iterator entry(path, error), end; !error && entry != end;
+             entry.increment(error))
+            names.push_back(entry->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    PlacedFault& placed =
+        AtValue("TV3007", use, "VALUE",
+                "the data path has no file " + Quoted(value) + " in " + folder + DidYouMean(value, names));
+    if (const std::string near = NearestName(value, names); !near.empty()) {
+        placed.fault.fixTitle = "replace " + Quoted(value) + " by " + Quoted(near);
+        placed.fault.fixBegin = placed.fault.begin;
+        placed.fault.fixEnd = placed.fault.end;
+        placed.fault.fixText = near;
+        placed.fault.fixIsSafe = OnlyOneLetterAway(value, names) == near;
+    }
+}
+
+// Those of the script itself: what a file of many scenarios holds may be used in another one.
+void TreeChecks::LookAtVariables() {
+    // A call that could not be read may use any of them.
+    for (const Variable& variable : variables) {
+        if (!variable.scope.empty() || variable.item->isMalformed || variable.item->isDropped) continue;
+        // What a front end offers to its user is changed by him, and a host asks for it.
+        const std::string_view offered = variable.item->Value("INTERACTIVE_TYPE");
+        const bool isOffered = !offered.empty() && offered != "VOID";
+        if (isOffered || variable.item->Value("TYPE") == "VOID") continue;
+        const auto number = LongNumberOf(variable.item->name);
+        if (number && around.declaredVariables.count(*number)) continue;
+        // One that is not found is a second one of its number.
+        const std::vector<std::size_t>& named = variablesByName[variable.item->name];
+        if (&variables[named.front()] != &variable && variables[named.front()].scope.empty()) continue;
+        if (!variable.isRead)
+            AtHeader("TV4005", *variable.item, nullptr, "nothing uses " + TitleOf(*variable.item)).fault.isTaken = true;
+        else if (variable.isCompared && !variable.isWritten)
+            AtHeader("TV4006", *variable.item, nullptr,
+                     TitleOf(*variable.item) + " is compared, and nothing gives it another value")
+                .fault.isTaken = true;
+    }
+}
+
+} // namespace TavrelChecking

@@ -1,0 +1,95 @@
+#ifndef CHECKING_TREECHECKS_H
+#define CHECKING_TREECHECKS_H
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "Includes.h"
+#include "SceneFile.h"
+
+namespace TavrelChecking {
+
+// A fault with the text that it stands in and the places through which that text is read.
+struct PlacedFault {
+    Fault fault;
+    const Text* text;
+    std::vector<RelatedPlace> related;
+};
+
+// What a script has around it.
+struct Surroundings {
+    const Definitions* definitions = nullptr;
+    Includes* includes = nullptr;
+    const SceneTables* tables = nullptr;      // null for a script that is no part of a scenario file
+    std::set<std::int64_t> declaredVariables; // of the script
+};
+
+// How the states and rules of one text go together.
+std::vector<Fault> FlowFaults(const ScriptTree& tree);
+
+// Looks at a script as a whole, with all that it includes, against what it has around it.
+class TreeChecks {
+public:
+    TreeChecks(const ScriptTree& script, const Surroundings& around);
+
+    std::vector<PlacedFault> Run();
+
+private:
+    // Through which INCLUDE a text is read, from the outermost.
+    struct Mount {
+        const Mount* outer = nullptr;
+        const Item* include = nullptr;
+        std::string path;
+        std::string file; // its FILE, the name of its scope
+    };
+    struct Variable {
+        const Item* item;
+        std::string scope; // FILE of the outermost include around it; empty in the script itself
+        bool isRead = false;
+        bool isWritten = false;
+        bool isCompared = false;
+    };
+    struct Use {
+        const Item* parameter;
+        const Mount* mount;
+    };
+
+    PlacedFault& Add(const char* rule, const Item& item, const Mount* mount, std::size_t begin, std::size_t end,
+                     std::string message);
+    PlacedFault& AtValue(const char* rule, const Use& use, const char* key, std::string message);
+    PlacedFault& AtHeader(const char* rule, const Item& item, const Mount* mount, std::string message);
+    std::vector<RelatedPlace> PlacesOf(const Mount* mount) const;
+
+    void Enter(const Item& item, const Mount* mount);
+    void EnterChildren(const Item& item, const Mount* mount);
+    void EnterFile(const Item& item, const Mount* mount);
+    void LookAt(const Use& use);
+    void LookAtVariable(const Use& use, std::string_view value);
+    void LookAtVehicle(const Use& use, std::string_view value);
+    void LookAtChannel(const Use& use, std::string_view value, bool isInput);
+    void LookAtCall(const Use& use);
+    void LookAtFile(const Use& use, std::string_view value);
+    void LookAtVariables();
+
+    const ScriptTree& tree;
+    const Surroundings& around;
+    const bool isWhole; // a scenario in its file
+    std::string rootFile;
+    std::vector<PlacedFault> faults;
+    std::vector<std::unique_ptr<Mount>> mounts;
+    std::vector<Variable> variables; // in the order of a search
+    std::unordered_map<std::string_view, std::vector<std::size_t>> variablesByName;
+    std::set<std::string_view> tasks;
+    std::set<int> scores;
+    std::set<std::string> files;        // of includes, as they are written
+    std::set<std::string> missingFiles; // what they hold still counts as present
+    std::vector<Use> uses;
+};
+
+} // namespace TavrelChecking
+
+#endif
