@@ -19,6 +19,7 @@
 #include <cfg/Scenario.h>
 #include <cfg/VariadicParameter.h>
 #include <lmkUtils/EnvConfig.h>
+#include <lmkUtils/InstallationMoment.h>
 #include <scenario/ScenarioItem.h>
 
 namespace TavrelScenarioTemplateDb {
@@ -81,6 +82,7 @@ std::string TavrelScenario::getPath() const { return path; }
 
 ScenarioNode* TavrelScenario::getRootScenarioNode() const {
     if (rootScenarioNode) return rootScenarioNode.get();
+    const lmkUtils::InstallationMoment moment;
     const RootModelUse modelUse; // for the root model and all scripts of the tree
     // The load comes first: it may look up the target of a variadic parameter and so build the tree itself. A second
     // tree would leave those targets behind.
@@ -194,6 +196,7 @@ void TavrelScenario::save() {
 const std::string& TavrelScenario::getSaveFailure() const { return saveFailure; }
 
 void TavrelScenario::loadScenario() const {
+    const lmkUtils::InstallationMoment moment;
     const std::string expanded = expandedPath(getFilePath());
     // A subclass may load again. What points into the sections of before goes with them.
     variadicParameters.clear();
@@ -210,6 +213,7 @@ void TavrelScenario::loadScenario() const {
 }
 
 void TavrelScenario::loadCfgScenario() const {
+    const lmkUtils::InstallationMoment moment;
     if (!cfgScenario) {
         loadScenario(); // which comes back here
         return;

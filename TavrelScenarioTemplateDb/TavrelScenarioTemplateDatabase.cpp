@@ -18,6 +18,7 @@
 #include <TavrelScenarioTemplateDb/internal/ScenarioWalk.h>
 #include <lmkUtils/ConfigurationError.h>
 #include <lmkUtils/EnvConfig.h>
+#include <lmkUtils/InstallationMoment.h>
 
 namespace TavrelScenarioTemplateDb {
 
@@ -72,6 +73,7 @@ TavrelScenarioTemplateDatabase::TavrelScenarioTemplateDatabase(const std::string
     : versionFilter(versionFilterText), configurationFilter(configurationFilterText) {
     try {
         const lmkUtils::EnvConfig environment; // held while the constructor runs
+        const lmkUtils::InstallationMoment moment;
         std::string expanded;
         Commons::System::ExpandLocalEnvironmentVariables(configFilePath, expanded,
                                                          Commons::System::DaemonVariableMatchingPattern,
@@ -120,6 +122,7 @@ std::string TavrelScenarioTemplateDatabase::getVersion(std::size_t index) const 
 }
 
 std::string TavrelScenarioTemplateDatabase::getConfigurationVersion(const std::string& configuration) const {
+    const lmkUtils::InstallationMoment moment;
     const std::string path = lmkUtils::EnvConfig::getConfigPath(configuration);
     lmkUtils::EnvConfig::Version version;
     std::memset(static_cast<void*>(&version), 0xFF, sizeof version); // every number -1: none of them given
@@ -215,6 +218,7 @@ std::string TavrelScenarioTemplateDatabase::getConfigurationFilePath() const {
 }
 
 void TavrelScenarioTemplateDatabase::getVersions(std::set<std::string>& versions) const {
+    const lmkUtils::InstallationMoment moment;
     versions.clear();
     for (const std::string& configuration : lmkUtils::EnvConfig::getConfigurationsList()) {
         if (configurationFilter != kNoFilter && configurationFilter != configuration) continue;
@@ -229,6 +233,7 @@ void TavrelScenarioTemplateDatabase::getVersions(std::set<std::string>& versions
 
 void TavrelScenarioTemplateDatabase::getConfigurationsForVersion(const std::string& version,
                                                                  std::vector<std::string>& configurations) const {
+    const lmkUtils::InstallationMoment moment;
     configurations.clear();
     if (versionFilter != kNoFilter && versionFilter != version) return;
     for (const std::string& configuration : lmkUtils::EnvConfig::getConfigurationsList()) {
@@ -259,6 +264,7 @@ void TavrelScenarioTemplateDatabase::getConfigurationScenarioDirectories(const s
 
 void TavrelScenarioTemplateDatabase::getScenarioPaths(const std::string& configuration, std::size_t directoryIndex,
                                                       std::vector<std::pair<std::string, std::string>>& paths) const {
+    const lmkUtils::InstallationMoment moment;
     paths.clear();
     const std::string root = walkedRoot(getScenarioDirectory(configuration, directoryIndex));
     const std::string genericRoot = lmkUtils::EnvConfig::transformInGenericPath(root, false);

@@ -13,6 +13,7 @@
 
 #include "../Commons/Files.h"
 #include "Installation.h"
+#include "MomentFiles.h"
 
 namespace lmkUtils {
 
@@ -139,6 +140,7 @@ std::string EnvConfig::Version::toString() const {
 
 void EnvConfig::setTavrelConfigFilePath(const std::string& path) {
     const Location location{path, LocateFile(path)};
+    detail::ForgetMomentFiles();
     detail::ReadInstallation(location.path, path);
     LocationInUse() = location;
     ourConfigCfgFile = location.text;

@@ -10,6 +10,7 @@
 
 #include "../Commons/Files.h"
 #include "../Commons/Xml.h"
+#include "MomentFiles.h"
 
 namespace lmkUtils::detail {
 
@@ -25,7 +26,7 @@ class XmlFile {
 public:
     XmlFile(const std::string& path, std::string shown) : shownPath(std::move(shown)) {
         std::string reason;
-        if (!Commons::detail::ReadPlainFile(path, text, reason)) Refuse(0, reason);
+        if (!ReadMomentFile(path, text, reason)) Refuse(0, reason);
         if (const auto fault = document.Parse(text)) Refuse(fault->row, fault->reason);
     }
 

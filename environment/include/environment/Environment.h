@@ -30,6 +30,7 @@
 #include <lmkUtils/AssertAbort.h>
 #include <lmkUtils/ConfigurationError.h>
 #include <lmkUtils/EnvConfig.h>
+#include <lmkUtils/InstallationMoment.h>
 #include <lmkUtils/paths.h>
 
 #endif
