@@ -50,14 +50,6 @@ bool EqualIgnoringCase(std::string_view left, std::string_view right) {
     });
 }
 
-// A text that says to be in another encoding keeps its bytes as they are.
-bool DeclaresOtherEncoding(const pugi::xml_document& document) {
-    const pugi::xml_node first = document.first_child();
-    if (first.type() != pugi::node_declaration) return false;
-    const std::string_view encoding = first.attribute("encoding").value();
-    return !encoding.empty() && !EqualIgnoringCase(encoding, "UTF-8") && !EqualIgnoringCase(encoding, "UTF8");
-}
-
 bool IsReferableCodePoint(unsigned long point) {
     return point > 0 && point <= 0x10FFFF && !(point >= 0xD800 && point <= 0xDFFF);
 }
@@ -123,7 +115,7 @@ std::optional<XmlFault> XmlDocument::Parse(const std::string& text) {
     const pugi::xml_parse_result result =
         document.load_buffer_inplace(copy, text.size(), kParseFlags, pugi::encoding_utf8);
 
-    if (!DeclaresOtherEncoding(document))
+    if (!DeclaresOtherEncoding())
         if (const size_t broken = FindBrokenUtf8(text); broken != std::string::npos)
             return XmlFault{RowAt(text, broken), "invalid UTF-8", broken};
     if (const size_t bad = FindBadReference(text); bad != std::string::npos)
@@ -133,6 +125,13 @@ std::optional<XmlFault> XmlDocument::Parse(const std::string& text) {
         return XmlFault{RowAt(text, position), ReasonOf(result, position + 1 >= text.size()), position};
     }
     return FindTop();
+}
+
+bool XmlDocument::DeclaresOtherEncoding() const {
+    const pugi::xml_node first = document.first_child();
+    if (first.type() != pugi::node_declaration) return false;
+    const std::string_view encoding = first.attribute("encoding").value();
+    return !encoding.empty() && !EqualIgnoringCase(encoding, "UTF-8") && !EqualIgnoringCase(encoding, "UTF8");
 }
 
 std::optional<XmlFault> XmlDocument::FindTop() {
@@ -154,6 +153,15 @@ std::optional<XmlFault> XmlDocument::FindTop() {
     }
     if (!top) return XmlFault{RowAt(*source, source->size()), "not XML: no element", source->size()};
     return std::nullopt;
+}
+
+size_t FindForbiddenCharacter(std::string_view text) {
+    for (size_t at = 0; at < text.size(); ++at) {
+        const char c = text[at];
+        if (c >= 0 && c < ' ' && c != '\t' && c != '\n' && c != '\r') return at;
+        if (c == '\xEF' && (text.substr(at, 3) == "\xEF\xBF\xBE" || text.substr(at, 3) == "\xEF\xBF\xBF")) return at;
+    }
+    return std::string_view::npos;
 }
 
 bool IsXmlBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }

@@ -49,6 +49,9 @@ public:
     // Parses a text that must outlive this object's use of PositionOf and RowOf. The fault that it has, if any.
     std::optional<XmlFault> Parse(const std::string& text);
 
+    // Whether the text says to be in another encoding than UTF-8. Such a text keeps its bytes as they are.
+    bool DeclaresOtherEncoding() const;
+
     // The one element at the top.
     pugi::xml_node Top() const { return top; }
 
@@ -74,6 +77,10 @@ bool NameIs(const char* name, const char (&word)[Size]) {
 
 // How values are read everywhere: references resolved, all else as it stands.
 constexpr unsigned kXmlValueFlags = pugi::parse_cdata | pugi::parse_escapes;
+
+// Where the first character stands that no XML can hold, not even as a reference: a control character, U+FFFE or
+// U+FFFF. npos if there is none. The parser takes them, so that a file which has them can be loaded and mended.
+size_t FindForbiddenCharacter(std::string_view text);
 
 // The text with blanks, tabs and line ends cut at both ends, as for numbers in a file that was laid out by hand.
 std::string_view TrimmedXml(std::string_view text);

@@ -61,7 +61,8 @@ std::optional<XmlFault> ReadFile(const char* path, std::unique_ptr<detail::Docum
 std::optional<XmlFault> WriteFile(const char* path, detail::Document& document) {
     if (!document.isSound) return XmlFault{0, "not saved, since the scenario could not be loaded"};
     try {
-        std::string bytes = detail::WriteScenario(document);
+        std::string bytes;
+        if (std::optional<XmlFault> fault = detail::WriteScenario(document, bytes)) return fault;
         if (bytes.size() > Commons::kLargestFile)
             return XmlFault{0, "not saved, since it would be larger than any file that is loaded"};
         detail::Document check(bytes.size());

@@ -131,6 +131,8 @@ public:
     std::vector<Home> homes;
     // Where sections stand in the file that were removed from the tree.
     std::vector<size_t> removedPlaces;
+    // Whether the file says to be in another encoding than UTF-8: its texts are then bytes of that encoding.
+    bool isInOtherEncoding = false;
     // False after a failed load: such a document must not be saved over the file.
     bool isSound = true;
 

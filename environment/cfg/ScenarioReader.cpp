@@ -173,6 +173,7 @@ std::optional<XmlFault> ReadScenario(std::string bytes, Document& document) {
     document.source = std::move(bytes);
     XmlDocument xml;
     if (Fault fault = xml.Parse(document.source)) return fault;
+    document.isInOtherEncoding = xml.DeclaresOtherEncoding();
     return Reader(xml, document).ReadTop();
 }
 

@@ -18,8 +18,39 @@ namespace {
 
 using Commons::detail::IsXmlBlank;
 using Commons::detail::TrimmedXml;
+using Commons::detail::XmlFault;
 
 constexpr std::string_view kStep = "  ";
+
+// How the writing ends where a value cannot be written. Nothing of it leaves this unit.
+struct Unwritable {
+    XmlFault fault;
+};
+
+// A forbidden character as its number.
+std::string PointText(std::string_view text, size_t at) {
+    if (text[at] == '\xEF') return text[at + 2] == '\xBE' ? "FFFE" : "FFFF";
+    return std::string("00") + (text[at] < '\x10' ? "0" : "1") + "0123456789ABCDEF"[text[at] & 0xF];
+}
+
+// The value as text, once it is certain that the file can hold it.
+std::string WritableText(const Value& value) {
+    std::string text = FormatValue(value);
+    const std::string& source = value.document->source;
+    const size_t row = value.place == kNotInFile ? 0 : Commons::detail::RowAt(source, value.place);
+    const std::string tag = "<" + *value.name + ">";
+    const size_t forbidden = Commons::detail::FindForbiddenCharacter(text);
+    if (forbidden != std::string::npos) {
+        const std::string point = PointText(text, forbidden);
+        throw Unwritable{
+            XmlFault{row, "not saved: " + tag + " holds the character U+" + point + ", which no XML can hold"}};
+    }
+    const bool isAscii = std::all_of(text.begin(), text.end(), [](char c) { return (c & '\x80') == 0; });
+    if (value.document->isInOtherEncoding && !isAscii)
+        throw Unwritable{XmlFault{row, "not saved: the file declares another encoding than UTF-8, so the new text of " +
+                                           tag + " can hold ASCII characters only; convert the file to UTF-8"}};
+    return text;
+}
 
 // What replaces the bytes from `begin` to `end`.
 struct Edit {
@@ -60,11 +91,11 @@ public:
     }
 
     void WriteParameter(const Value& value) {
-        out += "<" + *value.name + " ScenarioTreeValue=\"" + EscapedAttribute(FormatValue(value), '"') + "\"/>";
+        out += "<" + *value.name + " ScenarioTreeValue=\"" + EscapedAttribute(WritableText(value), '"') + "\"/>";
     }
 
     void WriteTextField(const Value& value) {
-        const std::string text = EscapedText(FormatValue(value));
+        const std::string text = EscapedText(WritableText(value));
         out += text.empty() ? "<" + *value.name + "/>" : "<" + *value.name + ">" + text + "</" + *value.name + ">";
     }
 
@@ -124,14 +155,14 @@ private:
         } else if (!IsChangedNumber(value)) {
             return;
         }
-        edits.push_back({value.place, end, EscapedAttribute(FormatValue(value), quote)});
+        edits.push_back({value.place, end, EscapedAttribute(WritableText(value), quote)});
     }
 
     void CompareTextField(const Value& value) {
         if (!HoldsText(value.type) && !IsChangedNumber(value)) return;
         const ElementText content = ReadElementText(source, value.place);
-        const std::string text = FormatValue(value);
-        if (HoldsText(value.type) && text == content.text) return;
+        if (HoldsText(value.type) && FormatValue(value) == content.text) return;
+        const std::string text = WritableText(value);
 
         const ElementExtent element = FindElement(source, value.place);
         if (element.isEmptyTag) {
@@ -273,8 +304,13 @@ std::string WriteAnew(const Document& document) {
 
 } // namespace
 
-std::string WriteScenario(const Document& document) {
-    return document.source.empty() ? WriteAnew(document) : Writer(document).Apply();
+std::optional<Commons::detail::XmlFault> WriteScenario(const Document& document, std::string& bytes) {
+    try {
+        bytes = document.source.empty() ? WriteAnew(document) : Writer(document).Apply();
+        return std::nullopt;
+    } catch (const Unwritable& unwritable) {
+        return unwritable.fault;
+    }
 }
 
 } // namespace cfg::detail

@@ -107,8 +107,8 @@ def sources_of(folder):
 
 
 # What the model and the environment throw: the first goes through to hosts, the second is followed below by its reason,
-# the third is caught and logged, and the last has no text of ours.
-THROWN_BELOW = r"boost::bad_lexical_cast\(|ConfigurationError\(shownPath|std::runtime_error\(|std::bad_alloc\("
+# the third is caught and logged, the fourth has no text of ours, and the last one's stands in the fault that it holds.
+THROWN_BELOW = r"boost::bad_lexical_cast\(|ConfigurationError\(shownPath|std::runtime_error\(|std::bad_alloc\(|Unwritable\{"
 
 
 def unknown_throws():

@@ -501,8 +501,8 @@ TEST_F(ScenarioFileTest, LayoutOfWhatIsAdded) {
 }
 
 TEST_F(ScenarioFileTest, AnyTextSurvives) {
-    std::string all;
-    for (char c = 1; c > 0; ++c) all += c;
+    std::string all = "\t\n\r";
+    for (char c = ' '; c > 0; ++c) all += c;
     const std::string texts[] = {"",
                                  " ",
                                  "\t\n\r\n \r",
@@ -531,7 +531,10 @@ TEST_F(ScenarioFileTest, AnyTextSurvives) {
             dynamic_cast<cfg::Driver&>(*root.createSubSection("Driver")).name = text;
         });
     }
-    for (const std::string& impossible : {std::string("a\0b", 3), std::string("\xC3"), std::string("\xE9t\xE9")}) {
+    const std::string impossibles[] = {
+        std::string("a\0b", 3), "\xC3", "\xE9t\xE9", "a\x01", "\x1F", "\b", "a\xEF\xBF\xBE", "\xEF\xBF\xBF",
+    };
+    for (const std::string& impossible : impossibles) {
         CfgScenario scenario;
         const std::string path = write(kOvertaking);
         ASSERT_TRUE(load(scenario, path));
@@ -541,7 +544,36 @@ TEST_F(ScenarioFileTest, AnyTextSurvives) {
         EXPECT_EQ(contentOf(path), kOvertaking);
         scenario.getRootSection()->name = "possible";
         EXPECT_TRUE(save(scenario, path)) << "a failed save is not the end";
+        scenario.getRootSection()->createSubSection("Driver");
+        dynamic_cast<cfg::Driver&>(*scenario.getRootSection()->getSubSection("Driver")).label = impossible;
+        EXPECT_FALSE(save(scenario, path)) << "nor in an attribute";
     }
+    CfgScenario scenario;
+    const std::string path = write(kOvertaking);
+    ASSERT_TRUE(load(scenario, path));
+    dynamic_cast<cfg::ScenarioScript&>(*scenario.getRootSection()->getSubSection("ScenarioScript")).text = "\x1B[0m";
+    EXPECT_FALSE(save(scenario, path));
+    EXPECT_THAT(
+        scenario.errorMessage,
+        testing::MatchesRegex(".*:[1-9][0-9]*: not saved: <text> holds the character U.001B, which no XML can hold"));
+}
+
+TEST_F(ScenarioFileTest, AnotherEncodingIsNotMixedWithUtf8) {
+    const std::string latin = "<?xml version='1.0' encoding='ISO-8859-1'?>\n<sce><Scenario>\n<name>\xE9</name>"
+                              "<a ScenarioTreeValue='\xE9'/></Scenario></sce>";
+    const std::string path = write(latin);
+    CfgScenario scenario;
+    ASSERT_TRUE(load(scenario, path));
+    scenario.getRootSection()->name = "ASCII";
+    EXPECT_TRUE(save(scenario, path)) << scenario.errorMessage;
+    std::string expected = latin;
+    expected.replace(expected.find("\xE9"), 1, "ASCII");
+    EXPECT_EQ(contentOf(path), expected);
+    scenario.getRootSection()->name = "é";
+    EXPECT_FALSE(save(scenario, path));
+    EXPECT_EQ(scenario.errorMessage, path + ":3: not saved: the file declares another encoding than UTF-8, so the new "
+                                            "text of <name> can hold ASCII characters only; convert the file to UTF-8");
+    EXPECT_EQ(contentOf(path), expected);
 }
 
 TEST_F(ScenarioFileTest, NumbersAreWrittenAsTheyAreInEveryLocale) {
