@@ -18,6 +18,7 @@
 #include <cfg/CfgScenario.h>
 #include <cfg/Scenario.h>
 #include <cfg/VariadicParameter.h>
+#include <lmkUtils/ConfigurationError.h>
 #include <lmkUtils/EnvConfig.h>
 #include <lmkUtils/InstallationMoment.h>
 #include <scenario/ScenarioItem.h>
@@ -219,7 +220,12 @@ void TavrelScenario::loadCfgScenario() const {
         return;
     }
 
-    const std::string modelFile = RootModel::fileOf(place->configuration);
+    std::string modelFile;
+    try {
+        modelFile = RootModel::fileOf(place->configuration);
+    } catch (const lmkUtils::ConfigurationError& error) {
+        throw Exception(error.what(), ExceptionCodeGeneric);
+    }
     if (modelFile.empty())
         throw Exception("Unable to find scenario root model file '" + std::string(RootModel::kPath) +
                             "' for configuration " + place->configuration + " : check your Tavrel installation!",

@@ -83,6 +83,7 @@ TavrelScenarioTemplateDatabase::TavrelScenarioTemplateDatabase(const std::string
                 throw Exception("Tavrel configuration file [" + expanded + "] doesn't exists!", ExceptionCodeGeneric);
             lmkUtils::EnvConfig::setTavrelConfigFilePath(expanded);
         }
+        lmkUtils::EnvConfig::requireInitialFile();
         if (configurationFilter != kNoFilter) {
             // An unknown name leaves the current configuration; the listing below then finds no directory.
             lmkUtils::EnvConfig::setConfig(configurationFilter, false);

@@ -19,13 +19,13 @@ namespace {
 
 using Commons::detail::XmlFault;
 
-std::string Message(const char* path, const XmlFault& fault) {
-    return std::string(path) + ":" + std::to_string(fault.row) + ": " + fault.reason;
+std::string Message(const std::string& path, const XmlFault& fault) {
+    return path + ":" + std::to_string(fault.row) + ": " + fault.reason;
 }
 
 // The file that stands at a path by now. A save gives the path another file, and one file may have several paths, so it
 // takes both to know it again.
-detail::Home HomeAt(const char* path) {
+detail::Home HomeAt(const std::string& path) {
     detail::Home home;
     const std::string name = Commons::detail::WithForwardSlashes(path);
     std::error_code error;
@@ -44,7 +44,7 @@ detail::Home* FindHome(std::vector<detail::Home>& homes, const detail::Home& wan
 }
 
 // Makes the document of a file; null, or of no use, if there is a fault.
-std::optional<XmlFault> ReadFile(const char* path, std::unique_ptr<detail::Document>& document) {
+std::optional<XmlFault> ReadFile(const std::string& path, std::unique_ptr<detail::Document>& document) {
     try {
         std::string bytes;
         std::string reason;
@@ -58,7 +58,7 @@ std::optional<XmlFault> ReadFile(const char* path, std::unique_ptr<detail::Docum
 }
 
 // What was written must be readable. A text may hold what XML cannot, such as a NUL.
-std::optional<XmlFault> WriteFile(const char* path, detail::Document& document) {
+std::optional<XmlFault> WriteFile(const std::string& path, detail::Document& document) {
     if (!document.isSound) return XmlFault{0, "not saved, since the scenario could not be loaded"};
     try {
         std::string bytes;
@@ -98,25 +98,29 @@ CfgScenario::~CfgScenario() = default;
 
 bool CfgScenario::load(const char* path, Commons::Encoding::Mode, Orbe::Network*, ScenarioConvertion::CallBack*, bool,
                        bool, bool) {
+    return load(std::string(path ? path : ""));
+}
+
+bool CfgScenario::load(const std::string& path) {
     errorMessage.clear();
     std::unique_ptr<detail::Document> loaded;
-    const char* const shownPath = path ? path : "";
-    const std::optional<XmlFault> fault = ReadFile(shownPath, loaded);
+    const std::optional<XmlFault> fault = ReadFile(path, loaded);
     if (!fault) {
         document = std::move(loaded);
         return true;
     }
-    errorMessage = Message(shownPath, *fault);
+    errorMessage = Message(path, *fault);
     document = std::make_unique<detail::Document>();
     document->isSound = false;
     return false;
 }
 
-bool CfgScenario::save(const char* path, Commons::Encoding::Mode, bool) {
-    const char* const shownPath = path ? path : "";
+bool CfgScenario::save(const char* path, Commons::Encoding::Mode, bool) { return save(std::string(path ? path : "")); }
+
+bool CfgScenario::save(const std::string& path) {
     errorMessage.clear();
-    const std::optional<XmlFault> fault = WriteFile(shownPath, Current());
-    if (fault) errorMessage = Message(shownPath, *fault);
+    const std::optional<XmlFault> fault = WriteFile(path, Current());
+    if (fault) errorMessage = Message(path, *fault);
     return !fault;
 }
 

@@ -22,9 +22,13 @@ namespace {
 using detail::Configuration;
 using detail::Installation;
 
-std::string InitialFile() {
-    const char* file = std::getenv("TAVREL_CONFIG");
-    return file ? file : "";
+// Of the moment when the process began.
+const std::string& InitialFile() {
+    static const std::string file = [] {
+        const char* const value = std::getenv("TAVREL_CONFIG");
+        return std::string(value ? value : "");
+    }();
+    return file;
 }
 
 // Where a path leads from the working directory of this moment.
@@ -58,12 +62,22 @@ std::string& CurrentConfiguration() {
     return name;
 }
 
+// Whether the file that the process began with has been read, or given up for another one. Until then nobody knows
+// that there is something wrong with it.
+bool& IsInitialFileKnown() {
+    static bool isKnown = false;
+    return isKnown;
+}
+
 // What the file in use says now; nothing, if it says nothing readable any more.
 Installation ReadInUse() {
     if (EnvConfig::ourConfigCfgFile.empty()) return {};
     try {
-        return detail::ReadInstallation(FileInUse(), EnvConfig::ourConfigCfgFile);
+        Installation installation = detail::ReadInstallation(FileInUse(), EnvConfig::ourConfigCfgFile);
+        IsInitialFileKnown() = true;
+        return installation;
     } catch (const ConfigurationError&) {
+        if (!IsInitialFileKnown() && EnvConfig::ourConfigCfgFile == InitialFile()) throw;
         return {};
     }
 }
@@ -73,6 +87,15 @@ std::vector<std::string> DataPathOf(const std::string& configuration) {
     if (folder.empty()) return {};
     try {
         return detail::ReadDataPath(folder);
+    } catch (const ConfigurationError&) {
+        return {};
+    }
+}
+
+// Asked by items in the midst of a read, which is no place to tell of the installation.
+std::vector<std::string> CurrentDataPath() {
+    try {
+        return DataPathOf(CurrentConfiguration());
     } catch (const ConfigurationError&) {
         return {};
     }
@@ -142,14 +165,29 @@ void EnvConfig::setTavrelConfigFilePath(const std::string& path) {
     const Location location{path, LocateFile(path)};
     detail::ForgetMomentFiles();
     detail::ReadInstallation(location.path, path);
+    IsInitialFileKnown() = true;
     LocationInUse() = location;
     ourConfigCfgFile = location.text;
 }
 
+void EnvConfig::requireInitialFile() {
+    if (!IsInitialFileKnown()) ReadInUse();
+}
+
 bool EnvConfig::setConfig(const std::string& name, bool) {
-    if (!name.empty() && getConfigPath(name).empty()) return false;
+    if (getConfigPath(name).empty()) return false;
     CurrentConfiguration() = name;
     return true;
+}
+
+void EnvConfig::leaveConfig() { CurrentConfiguration().clear(); }
+
+EnvConfig::InUse EnvConfig::getInUse() { return {ourConfigCfgFile, FileInUse(), CurrentConfiguration()}; }
+
+void EnvConfig::putBack(const InUse& former) {
+    ourConfigCfgFile = former.file;
+    LocationInUse() = {former.file, former.place};
+    CurrentConfiguration() = former.configuration;
 }
 
 const std::string& EnvConfig::getCurrentConfiguration() { return CurrentConfiguration(); }
@@ -163,6 +201,7 @@ std::vector<std::string> EnvConfig::getConfigurationsList() {
 }
 
 std::string EnvConfig::getConfigPath(const std::string& name) {
+    if (name.empty()) return {};
     for (const Configuration& configuration : ReadInUse().configurations)
         if (configuration.name == name) return configuration.folder;
     return {};
@@ -207,7 +246,7 @@ std::string EnvConfig::findInPath(const std::string& directory, const std::strin
     std::string below;
     if (file.empty() || !ResolveWithin(WithForwardSlashes(directory) + "/" + WithForwardSlashes(file), below))
         return {};
-    for (const std::string& root : DataPathOf(CurrentConfiguration()))
+    for (const std::string& root : CurrentDataPath())
         if (Commons::FileUtils::DoesFileExist(root + below)) return root + below;
     return {};
 }
@@ -215,7 +254,7 @@ std::string EnvConfig::findInPath(const std::string& directory, const std::strin
 std::string EnvConfig::operator[](const std::string& path) const {
     std::string resolved = resolveGenericPath(path, Commons::Encoding::ModeUtf8);
     if (resolved.starts_with('/')) return resolved;
-    const std::vector<std::string> roots = DataPathOf(CurrentConfiguration());
+    const std::vector<std::string> roots = CurrentDataPath();
     return roots.empty() ? resolved : roots.front() + "/" + resolved;
 }
 

@@ -264,7 +264,7 @@ TEST_F(ScenarioTest, AnOpenedFileStaysWithItsOwner) {
         "/sce/Scenario/gone";
     EXPECT_EQ(failureOf([&] { TavrelScenario broken(&opened); }),
               byPointer(-1, "No child parameter with id=gone in scenario element : Scenario"));
-    lmkUtils::EnvConfig::setConfig("", false);
+    lmkUtils::EnvConfig::leaveConfig();
     EXPECT_EQ(failureOf([&] { TavrelScenario broken(&opened); }),
               byValue(-1,
                       "Unable to find scenario root model file 'data/tools/nuro/nuro.mdl' for configuration  : check "

@@ -139,8 +139,40 @@ TEST_F(EnvConfigTest, AnUnknownConfigurationIsNotMadeCurrent) {
     EXPECT_EQ(EnvConfig::getCurrentConfiguration(), "One");
     EXPECT_EQ(EnvConfig::getConfigPath("one"), "");
     EXPECT_THAT(EnvConfig::getSeparatedPathForConfiguration("one", "data"), IsEmpty());
-    EXPECT_TRUE(EnvConfig::setConfig("", false));
+    EXPECT_FALSE(EnvConfig::setConfig("", false));
+    EXPECT_EQ(EnvConfig::getCurrentConfiguration(), "One") << "the empty name is no other than the rest";
+    EnvConfig::leaveConfig();
     EXPECT_THAT(EnvConfig::getSeparatedPath("data"), IsEmpty()) << "none is current";
+}
+
+// The file of TAVREL_CONFIG is the one in use from the beginning, so only a process of its own can have a wrong one.
+TEST_F(EnvConfigTest, AnInitialFileThatWasNeverReadableIsTold) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    setenv("TAVREL_CONFIG", "/nowhere/tavrel.xml", 1);
+    const auto ask = [] {
+        const auto refused = [](const auto& question) {
+            try {
+                question();
+            } catch (const lmkUtils::ConfigurationError& error) {
+                return std::string(error.what()) == "/nowhere/tavrel.xml:0: no such file";
+            }
+            return false;
+        };
+        const bool isTold = refused(EnvConfig::getConfigurationsList) && refused(EnvConfig::requireInitialFile) &&
+                            refused([] { EnvConfig::setConfig("One", false); }) &&
+                            EnvConfig::findInPath("data", "x").empty() && EnvConfig()["x"] == "x";
+        bool isKnown = false;
+        {
+            const InstallationBuilder other;
+            other.use();
+            EnvConfig::requireInitialFile();
+            EnvConfig::ourConfigCfgFile = "/nowhere/tavrel.xml";
+            isKnown = EnvConfig::getConfigurationsList().empty();
+        }
+        std::_Exit(isTold && isKnown ? 0 : 1);
+    };
+    EXPECT_EXIT(ask(), testing::ExitedWithCode(0), "");
+    unsetenv("TAVREL_CONFIG");
 }
 
 // A host may start anywhere and move on.
@@ -311,7 +343,7 @@ TEST_F(EnvConfigTest, FindsFilesWithinTheRoots) {
     EXPECT_EQ(environment["data\\script\\${TAVREL_TEST_VALUE}"], here + "/a/data/script/in");
     EXPECT_EQ(environment["\\data\\x"], "/data/x");
     unsetenv("TAVREL_TEST_VALUE");
-    EnvConfig::setConfig("", false);
+    EnvConfig::leaveConfig();
     EXPECT_EQ(environment["data\\x"], "data/x");
     EXPECT_EQ(EnvConfig::findInPath("data/images", "only-a.png"), "");
 }

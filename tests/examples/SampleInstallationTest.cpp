@@ -49,7 +49,7 @@ public:
     ~Configuration() {
         scenarioRootModel = nullptr;
         scenarioLog = nullptr;
-        EnvConfig::setConfig("", false);
+        EnvConfig::leaveConfig();
     }
     Configuration(const Configuration&) = delete;
     Configuration& operator=(const Configuration&) = delete;

@@ -39,8 +39,7 @@ std::string contentOf(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-InstallationBuilder::InstallationBuilder()
-    : formerFile(EnvConfig::ourConfigCfgFile), formerConfiguration(EnvConfig::getCurrentConfiguration()) {
+InstallationBuilder::InstallationBuilder() : formerlyInUse(EnvConfig::getInUse()) {
     std::string pattern = (fs::canonical(fs::temp_directory_path()) / "tavrel installation XXXXXX").string();
     if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
     folder = pattern;
@@ -50,9 +49,7 @@ InstallationBuilder::InstallationBuilder()
 InstallationBuilder::~InstallationBuilder() {
     for (const auto& [name, former] : variables)
         former ? setenv(name.c_str(), former->c_str(), 1) : unsetenv(name.c_str());
-    EnvConfig::ourConfigCfgFile = formerFile;
-    // A configuration that was current without being one of its installation cannot be made so again.
-    if (!EnvConfig::setConfig(formerConfiguration, false)) EnvConfig::setConfig("", false);
+    EnvConfig::putBack(formerlyInUse);
     unlock(folder);
     std::error_code ignored;
     fs::remove_all(folder, ignored);

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include <lmkUtils/EnvConfig.h>
 #include <support/SectionText.h>
 
 // The bytes of a file.
@@ -53,8 +54,7 @@ private:
     std::string folder;
     std::vector<Configuration> configurations;
     std::map<std::string, std::optional<std::string>> variables; // with what they were before
-    std::string formerFile;
-    std::string formerConfiguration;
+    lmkUtils::EnvConfig::InUse formerlyInUse;
 };
 
 #endif

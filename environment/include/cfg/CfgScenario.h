@@ -34,6 +34,8 @@ public:
     // not used and may be null and anything.
     bool load(const char* path, Commons::Encoding::Mode mode, Orbe::Network* network,
               ScenarioConvertion::CallBack* callBack, bool flag1, bool flag2, bool flag3);
+    // The same with what there is to say.
+    bool load(const std::string& path);
 
     // Writes the file, whole or not at all, as Commons::WriteFileWhole does: a failure leaves what stood at `path` and
     // puts its reason into `errorMessage`. A text that XML cannot hold (a control character, broken UTF-8) is such a
@@ -41,6 +43,7 @@ public:
     // file that this scenario was loaded from, or was saved as before, is not replaced if it holds something else by
     // now: someone else has changed it, and his work would be lost. Other files are. The flag is not used.
     bool save(const char* path, Commons::Encoding::Mode mode, bool flag);
+    bool save(const std::string& path);
 
     // Never null. Belongs to this object and is another one after each load.
     Scenario* getRootSection();

@@ -13,7 +13,9 @@ namespace lmkUtils {
 // paths, and which configuration is current. Every answer is read from disk at the moment of the call. All of it is
 // process-wide and unlocked; an object of the class is a handle without a state of its own.
 //
-// A file in use that has become unreadable or malformed gives empty answers. Only taking a file into use throws.
+// A file in use that has become unreadable or malformed gives empty answers. Only taking a file into use throws
+// ConfigurationError, and so does any question but findInPath and operator[] as long as the file that the process began
+// with has never been readable.
 class TAVREL_ENVIRONMENT_API EnvConfig {
 public:
     // A plain record, at home with memset: all bytes 0xFF is a version of which nothing was given.
@@ -39,11 +41,26 @@ public:
     // current configuration stays what it is.
     static void setTavrelConfigFilePath(const std::string& path);
 
-    // Makes a configuration current; the empty name makes none current. False for a name that the installation does
-    // not have, and then nothing has changed. The flag is not used.
+    // Throws ConfigurationError if the file in use is the one that the process began with and has never been readable.
+    // Costs nothing once it has been read.
+    static void requireInitialFile();
+
+    // Makes a configuration current. False for a name that the installation does not have, such as the empty one, and
+    // then nothing has changed. The flag is not used.
     static bool setConfig(const std::string& name, bool flag);
+    // Makes none current, as at the beginning.
+    static void leaveConfig();
     // Empty until one was made current. The reference stays good for the process, its text until the next change.
     static const std::string& getCurrentConfiguration();
+
+    // What is in use, to be put back later just as it is, whatever has become of file and configuration by then.
+    struct TAVREL_ENVIRONMENT_API InUse {
+        std::string file;          // as it was given
+        std::string place;         // where that led when it was taken into use
+        std::string configuration; // the current one
+    };
+    static InUse getInUse();
+    static void putBack(const InUse& former);
 
     // In the order of the file.
     static std::vector<std::string> getConfigurationsList();

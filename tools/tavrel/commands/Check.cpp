@@ -377,7 +377,7 @@ int RunCheck(Context& context) {
 
     Progress progress(static_cast<double>(jobs.size()), "files");
     Examiner examiner(context);
-    EnvConfig::setConfig("", false);
+    EnvConfig::leaveConfig();
     TavrelProcesses::ForEachInChildren(
         jobs.size(), context.Children(),
         [&](std::size_t item) {
