@@ -10,7 +10,7 @@
 #include <ScenarioTemplateDb/ScenarioTemplateDb.h>
 #include <TavrelScenarioTemplateDb/TavrelDatabaseDriver.h>
 
-#include "Failures.h"
+#include "Report.h"
 
 namespace {
 

@@ -10,11 +10,12 @@
 #include <string>
 
 #include <ScenarioTemplateDb/ScenarioTemplateDb.h>
+#include <TavrelScenarioTemplateDb/Failures.h>
 #include <TavrelScenarioTemplateDb/TavrelDatabaseDriver.h>
 #include <TavrelScenarioTemplateDb/TavrelScenario.h>
 #include <TavrelScenarioTemplateDb/TavrelVariadicParameter.h>
 
-#include "Failures.h"
+#include "Report.h"
 
 namespace {
 
@@ -50,9 +51,8 @@ void declareDomain(TavrelVariadicParameter& declaration, const ScenarioParameter
 void declare(const std::string& installation, const std::string& configuration, const std::string& path,
              const std::string& id, const std::string& newPath) {
     const TavrelScenarioTemplateDb::TavrelDatabaseDriver driver(installation, "*", configuration);
-    // The interface cannot edit declarations; the driver's own scenario can, and this one is the caller's.
-    const std::unique_ptr<TavrelScenarioTemplateDb::TavrelScenario> scenario(
-        driver.createTavrelScenario(configuration, path));
+    // The interface cannot edit declarations; the driver's own scenario can.
+    const auto scenario = TavrelScenarioTemplateDb::createScenario(driver, configuration, path);
 
     const ScenarioParameter* target = scenario->getParameterFromId(id);
     if (!target) throw ScenarioTemplateDb::Exception("This is no parameter id: " + id, -1);
@@ -64,9 +64,8 @@ void declare(const std::string& installation, const std::string& configuration, 
     declaration->setParameterUnit(target->getParameterUnit());
     declareDomain(*declaration, *target);
 
-    // save has no answer, so the new file is opened and asked.
     scenario->setPath(newPath);
-    scenario->save();
+    TavrelScenarioTemplateDb::saveOrThrow(*scenario);
     const auto saved = driver.getScenario(newPath);
     const std::size_t number = saved->getVariadicParameterNumber();
     std::printf("%s declares %zu variadic parameters, the last one \"%s\"\n", saved->getFilePath().c_str(), number,

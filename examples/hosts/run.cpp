@@ -19,7 +19,7 @@
 #include <cfg/Vehicle.h>
 #include <scenario/ItemModel.h>
 
-#include "Failures.h"
+#include "Report.h"
 
 namespace {
 

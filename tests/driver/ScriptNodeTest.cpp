@@ -156,6 +156,17 @@ TEST_F(ScriptNodeTest, AScriptThatCannotBeReadTellsItsRow) {
                           "as target\n"));
 }
 
+TEST_F(ScriptNodeTest, ARowIsPlainInEveryLocale) {
+    struct Grouping : std::numpunct<char> {
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    const std::locale before = std::locale::global(std::locale(std::locale(), new Grouping));
+    EXPECT_EQ(failureOfScript("TYPEOF VARIABLE (1)\n{\n" + std::string(1232, '\n') + "wrong\n}\n").message,
+              "Unable to parse script main :\n\4main - row 1235:\nwrong\n");
+    std::locale::global(before);
+}
+
 TEST_F(ScriptNodeTest, AVariableNeedsANumber) {
     for (const char* name : {"abc", "-", " x"})
         EXPECT_EQ(failureOfScript(variableNamed(name)),
