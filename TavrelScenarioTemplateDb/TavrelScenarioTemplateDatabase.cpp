@@ -9,11 +9,10 @@
 #include <system_error>
 #include <unordered_set>
 
-#include <Poco/Exception.h>
-#include <Poco/Path.h>
-
 #include <Commons/FileUtils.h>
 #include <Commons/System.h>
+#include <Poco/Exception.h>
+#include <Poco/Path.h>
 #include <ScenarioTemplateDb/Exception.h>
 #include <TavrelScenarioTemplateDb/internal/ScenarioWalk.h>
 #include <lmkUtils/ConfigurationError.h>

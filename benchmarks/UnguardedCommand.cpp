@@ -1,8 +1,8 @@
 // The command without its child processes: what the processes do, done in this process. Compared with the command
 // itself it tells what the protection costs.
-#include <processes/ChildProcess.h>
-
 #include <cstdlib>
+
+#include <processes/ChildProcess.h>
 
 namespace TavrelProcesses {
 

@@ -19,10 +19,9 @@
 #include <unistd.h>
 
 #include <Poco/RecursiveDirectoryIterator.h>
+#include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
 #include <benchmark/benchmark.h>
 #include <pugixml.hpp>
-
-#include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
 
 #include "GenerateInstallation.h"
 

@@ -11,7 +11,6 @@
 #include <vector>
 
 #include <benchmark/benchmark.h>
-
 #include <scenario/ItemModel.h>
 
 #include "CountAllocations.h"

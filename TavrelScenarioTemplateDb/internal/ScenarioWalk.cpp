@@ -12,11 +12,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <Commons/WholeFile.h>
 #include <Poco/DirectoryIterator.h>
 #include <Poco/Exception.h>
 #include <Poco/Path.h>
-
-#include <Commons/WholeFile.h>
 
 namespace TavrelScenarioTemplateDb::internal {
 

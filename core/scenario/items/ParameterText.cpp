@@ -1,10 +1,9 @@
 // What a parameter shows and whether it can be used, both read against the scenario around it.
-#include <scenario/Parameter.h>
-
 #include <algorithm>
 #include <map>
 
 #include <lmkUtils/EnvConfig.h>
+#include <scenario/Parameter.h>
 #include <scenario/evaluation.h>
 #include <scenario/function.h>
 #include <scenario/scenario.h>

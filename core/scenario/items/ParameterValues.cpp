@@ -1,9 +1,8 @@
 // How KIND and VALUE of a parameter become an argument.
-#include <scenario/Parameter.h>
-
 #include <algorithm>
 
 #include <scenario/CallUnderWay.h>
+#include <scenario/Parameter.h>
 #include <scenario/function.h>
 #include <scenario/program.h>
 #include <scenario/variable.h>

@@ -6,7 +6,6 @@
 #include <typeinfo>
 
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
-
 #include <scenario/Criteria.h>
 #include <scenario/evaluation.h>
 #include <scenario/rule.h>

@@ -5,8 +5,9 @@
 #include <clocale>
 #include <cstdlib>
 #include <limits>
-#include <locale.h>
 #include <string_view>
+
+#include <locale.h>
 
 namespace {
 
