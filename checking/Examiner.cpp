@@ -105,7 +105,7 @@ Finding FindingOf(const Fault& fault, const Text& text) {
     if (fault.isNote) finding.severity = Severity::Note;
     finding.place = WayTo(fault.item);
     finding.message = fault.message;
-    finding.help = finding.rule->remedy;
+    finding.help = fault.help.empty() ? finding.rule->remedy : fault.help;
     if (!fault.fixTitle.empty()) {
         Fix fix{fault.fixTitle, fault.fixIsSafe, {}};
         Edit edit;

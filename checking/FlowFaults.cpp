@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace TavrelChecking {
 
@@ -69,20 +70,30 @@ struct Flow {
         return item != nullptr;
     }
 
-    void LookAtStates(const Item& task, bool isAnyLost) {
-        if (task.kind == KindEvaluation || isAnyLost) return;
+    // Whether the state would be entered by an action that names one which is not there: from a state it is most
+    // likely the next one that was meant.
+    bool MayBeMeant(const Item& task, const Item* before) const {
+        return before && std::any_of(transitions.begin(), transitions.end(), [&](const Transition& transition) {
+                   return transition.owner == before && before->parent == &task && !Leads(transition);
+               });
+    }
+
+    void LookAtStates(const Item& task) {
+        if (task.kind == KindEvaluation) return;
         bool isFirst = true;
+        const Item* before = nullptr;
         for (const auto& state : task.children) {
             if (state->kind != KindTask) continue;
             // A second one of a number is told as that.
             const bool isRepeated = &*state != FirstOf(task, *state);
             const bool isEntered =
-                isFirst || state->isDropped || state->isMalformed || state->name.empty() || isRepeated ||
-                std::any_of(transitions.begin(), transitions.end(), [&](const Transition& transition) {
+                isFirst || state->isDropped || state->isMisplaced || state->isMalformed || state->name.empty() ||
+                isRepeated || std::any_of(transitions.begin(), transitions.end(), [&](const Transition& transition) {
                     return transition.state == state->name && IsWithin(transition.owner, task);
                 });
             isFirst = false;
-            if (!isEntered) AtHeader("TV4001", *state, "nothing enters " + TitleOf(*state));
+            const bool mayBeMeant = MayBeMeant(task, std::exchange(before, state.get()));
+            if (!isEntered && !mayBeMeant) AtHeader("TV4001", *state, "nothing enters " + TitleOf(*state));
         }
     }
 
@@ -98,7 +109,8 @@ struct Flow {
         for (const auto& child : parent.children) {
             const bool isNumbered = child->kind == KindTask || child->kind == KindCriteria || child->kind == KindRule ||
                                     child->kind == KindVariable;
-            if (!isNumbered || child->name.empty() || child->isMalformed || child->isDropped) continue;
+            if (!isNumbered || child->name.empty() || child->isMalformed || child->isDropped || child->isMisplaced)
+                continue;
             if (taken.emplace(child->kind, child->name).second) continue;
             AtHeader("TV4003", *child, TitleOf(parent) + " holds another " + TitleOf(*child));
         }
@@ -165,12 +177,12 @@ struct Flow {
         }
     }
 
-    void Visit(const Item& item, bool isAnyLost) {
+    void Visit(const Item& item) {
         LookAtNumbers(item);
         LookAtIncludes(item);
-        if (IsTaskLike(item.kind)) LookAtStates(item, isAnyLost);
+        if (IsTaskLike(item.kind)) LookAtStates(item);
         if (item.kind == KindRule && !item.isDropped) LookAtRule(item);
-        for (const auto& child : item.children) Visit(*child, isAnyLost);
+        for (const auto& child : item.children) Visit(*child);
     }
 };
 
@@ -180,18 +192,16 @@ std::vector<Fault> FlowFaults(const ScriptTree& tree) {
     Flow flow;
     if (!tree.Root()) return {};
     flow.Gather(*tree.Root(), nullptr);
-    bool isAnyLost = false;
     std::set<const Item*> told;
     for (const Transition& transition : flow.transitions) {
         if (Flow::Leads(transition)) continue;
-        isAnyLost = true; // it may have been meant for any state
         // A state that is nowhere is an unknown task.
         if (!flow.states.count(transition.state) || !told.insert(transition.action).second) continue;
         flow.AtHeader("TV4002", *transition.action,
                       TitleOf(*transition.action) + " names TASK (" + std::string(transition.state) +
                           "), which is no state beside or within its own");
     }
-    flow.Visit(*tree.Root(), isAnyLost);
+    flow.Visit(*tree.Root());
     return std::move(flow.faults);
 }
 

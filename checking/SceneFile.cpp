@@ -264,6 +264,7 @@ std::vector<Finding> SceneFile::FileFindings() const {
                 ++end;
             findings.push_back(
                 At("TV1017", fault->position, end, "the file is no UTF-8; it is likely " + LikelyEncoding(source)));
+            findings.back().help = ConversionHelp(source);
             return findings;
         }
         findings.push_back(At("TV6002", fault->position, fault->position, fault->reason));
@@ -277,6 +278,7 @@ std::vector<Finding> SceneFile::FileFindings() const {
             ++end;
         Finding finding = At("TV1017", broken, end, "the file is no UTF-8; it is likely " + LikelyEncoding(source));
         finding.severity = Severity::Warning;
+        finding.help = ConversionHelp(source);
         findings.push_back(std::move(finding));
     }
     const Element& top = text.Elements().front();

@@ -102,6 +102,12 @@ std::string WayTo(const Item* item) {
         if (!item->name.empty()) step += " (" + std::string(item->name) + ")";
         steps.push_back(std::move(step));
     }
+    // Of a way that nobody would read to its end the beginning and the end are told.
+    constexpr std::size_t kLongest = 20;
+    if (steps.size() > kLongest) {
+        steps.erase(steps.begin() + kLongest / 2, steps.end() - kLongest / 2);
+        steps.insert(steps.begin() + kLongest / 2, "...");
+    }
     std::string way;
     for (auto step = steps.rbegin(); step != steps.rend(); ++step) way += (way.empty() ? "" : " / ") + *step;
     return way;
@@ -173,6 +179,10 @@ std::string LikelyEncoding(std::string_view text) {
     return "ISO-8859-1";
 }
 
+std::string ConversionHelp(std::string_view text) {
+    return "Convert the file to UTF-8: iconv -f " + LikelyEncoding(text) + " -t UTF-8 OLD > NEW";
+}
+
 class TreeBuilder {
 public:
     TreeBuilder(ScriptTree& target) : tree(target), text(target.Source().View()) {}
@@ -229,7 +239,9 @@ private:
                     ++end;
             }
             // Values are taken as they are; the reader looks at no byte of them.
-            Add("TV1017", begin, end, "the text is no UTF-8; it is likely " + LikelyEncoding(text), true);
+            Fault& fault =
+                Add("TV1017", begin, end, "the text is no UTF-8; it is likely " + LikelyEncoding(text), true);
+            fault.help = ConversionHelp(text);
             if (isWide) {
                 tree.faults.back().isTaken = false;
                 tree.isOtherEncoding = true;

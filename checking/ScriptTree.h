@@ -63,7 +63,8 @@ struct Item {
     // What the checks find out about it.
     mutable const Item* model = nullptr; // its definition; itself for a definition
 
-    mutable bool isLost = false; // read and not taken in
+    mutable bool isMisplaced = false; // its parent takes none of its kind
+    mutable bool isLost = false;      // read and not taken in
 };
 
 // "SCENARIO (1) / TASK (2)", with the item itself at the end.
@@ -75,6 +76,7 @@ struct Fault {
     std::size_t begin = 0;
     std::size_t end = 0;
     std::string message;
+    std::string help;           // in place of the rule's remedy; empty for that
     const Item* item = nullptr; // in which it stands; null at the top
     bool isTaken = false;       // the library takes it all the same, so it is no error
     bool isNote = false;        // it is no more than a note
@@ -120,6 +122,8 @@ constexpr unsigned kDeepestItem = 1000;
 std::size_t FindOtherEncoding(std::string_view text);
 // The name of the encoding that the bytes most likely are in, as iconv knows it.
 std::string LikelyEncoding(std::string_view text);
+// The remedy, with the command that converts.
+std::string ConversionHelp(std::string_view text);
 
 // Whether a parent of the kind takes in children of the other one. `isJunction` for AND and OR.
 bool Accepts(ScenarioItemKind parent, bool isIndexEntry, bool isJunction, ScenarioItemKind child);

@@ -249,7 +249,8 @@ void TextChecks::Visit(const Item& item) {
     if (parent && !parent->isDropped && item.kind != KindNone && !(item.isDropped && !item.isMalformed)) {
         const Attribute* index = parent->Find("ISA_INDEX");
         const bool isIndexEntry = index && index->value == "1" && index->keyBegin < item.begin;
-        if (!Accepts(parent->kind, isIndexEntry, IsJunction(*parent), item.kind))
+        item.isMisplaced = !Accepts(parent->kind, isIndexEntry, IsJunction(*parent), item.kind);
+        if (item.isMisplaced)
             AtHeader("TV1014", item, TitleOf(*parent) + " takes no item of kind " + std::string(item.keyword));
     }
     if (!item.isDropped) {

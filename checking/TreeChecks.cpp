@@ -270,8 +270,7 @@ void TreeChecks::LookAt(const Use& use) {
     if (kind == "VEHICLE") return LookAtVehicle(use, value);
     if (kind == "VHC_INPUT" || kind == "VHC_OUTPUT") return LookAtChannel(use, value, kind == "VHC_INPUT");
     if (kind == "TASK") {
-        if (!tasks.count(value) && missingFiles.empty())
-            AtValue("TV3005", use, "VALUE", "there is no TASK (" + std::string(value) + ")");
+        if (!tasks.count(value)) AtValue("TV3005", use, "VALUE", "there is no TASK (" + std::string(value) + ")");
         return;
     }
     if (kind == "USER" && item.name == "SCORE_NUMBER" && IsWholeNumber(value) && !scores.count(WholeNumberOf(value))) {
@@ -322,9 +321,8 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
             break;
         }
     if (!variable) {
-        const bool mayBeMissing =
-            scope.empty() || scope == rootFile ? scope.empty() && !missingFiles.empty() : missingFiles.count(scope) > 0;
-        if (!mayBeMissing)
+        // What a file that could not be had holds counts as present.
+        if (missingFiles.count(scope) == 0)
             AtValue("TV3004", use, "VALUE",
                     "there is no VARIABLE (" + std::string(value) + ")" +
                         (owner.empty() ? "" : " in " + Quoted(owner)));
@@ -443,7 +441,9 @@ void TreeChecks::LookAtFile(const Use& use, std::string_view value) {
 void TreeChecks::LookAtVariables() {
     // A call that could not be read may use any of them.
     for (const Variable& variable : variables) {
-        if (!variable.scope.empty() || variable.item->isMalformed || variable.item->isDropped) continue;
+        if (!variable.scope.empty() || variable.item->isMalformed || variable.item->isDropped ||
+            variable.item->isMisplaced)
+            continue;
         // What a front end offers to its user is changed by him, and a host asks for it.
         const std::string_view offered = variable.item->Value("INTERACTIVE_TYPE");
         const bool isOffered = !offered.empty() && offered != "VOID";

@@ -1,0 +1,8 @@
+TYPEOF INCLUDE (1)
+{
+	LABEL="Example"
+	TASK_KIND="0"
+	TYPEOF RULES (1)
+	{
+	}
+}

@@ -1,0 +1,21 @@
+TYPEOF INCLUDE (1)
+{
+	LABEL="Example"
+	TASK_KIND="0"
+	TYPEOF RULE (1)
+	{
+		LABEL="Rule 1"
+		LABEL="Rule one"
+		TYPEOF CONDITION (IS_MOVING)
+		{
+			TYPEOF PARAMETER (VEHICLE)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+			}
+		}
+		TYPEOF ACTION (STOP)
+		{
+		}
+	}
+}

@@ -1,0 +1,13 @@
+TYPEOF INCLUDE (1)
+{
+	LABEL="Example"
+	TASK_KIND="0"
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Speed"
+		TYPEOF RULE (1)
+		{
+			LABEL="Rule 1"
+		}
+	}
+}

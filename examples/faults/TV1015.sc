@@ -1,0 +1,3003 @@
+TYPEOF INCLUDE (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+TYPEOF TASK (1)
+{
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}
+}

@@ -1,0 +1,12 @@
+TYPEOF INCLUDE (1)
+{
+	LABEL="Example"
+	TASK_KIND="0"
+	TYPEOF VARIABLE (1)
+	{
+		LABEL="Speed"
+		TYPE="FLOAT"
+		VALUE="1"
+		INTERACTIVE_MIN_VALUE="low"
+	}
+}

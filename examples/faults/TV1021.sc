@@ -1,0 +1,4 @@
+TYPEOF RULE (1)
+{
+	LABEL="Rule 1"
+}

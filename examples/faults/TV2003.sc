@@ -1,0 +1,37 @@
+TYPEOF INCLUDE (1)
+{
+	LABEL="Example"
+	TASK_KIND="0"
+	TYPEOF RULE (1)
+	{
+		LABEL="Rule 1"
+		TYPEOF CONDITION (IS_MOVING)
+		{
+			TYPEOF PARAMETER (VEHICLE)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+			}
+		}
+		TYPEOF ACTION (SET_SPEED)
+		{
+			TYPEOF PARAMETER (VEHICLE)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+			}
+			TYPEOF PARAMETER (SPEED)
+			{
+				KIND="FUNCTION"
+				TYPEOF FUNCTION (GET_SPEDD)
+				{
+					TYPEOF PARAMETER (VEHICLE)
+					{
+						KIND="VEHICLE"
+						VALUE="0"
+					}
+				}
+			}
+		}
+	}
+}

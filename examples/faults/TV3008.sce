@@ -1,0 +1,47 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<sce version="1">
+  <Scenario>
+    <name>Example</name>
+    <speed type="real" unit="m/s" ScenarioTreeValue="10"/>
+    <Vehicle>
+      <id ScenarioTreeValue="0"/>
+      <name ScenarioTreeValue="Car"/>
+    </Vehicle>
+    <Driver>
+      <id ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="Dora"/>
+    </Driver>
+    <ScenarioScript>
+      <scriptName>main</scriptName>
+      <scriptType>nuro</scriptType>
+      <text>
+TYPEOF SCENARIO (1)
+{
+	LABEL="Example"
+	FILE="example.sc"
+	TASK_KIND="0"
+	TYPEOF RULE (1)
+	{
+		LABEL="Rule 1"
+		TYPEOF CONDITION (IS_MOVING)
+		{
+			TYPEOF PARAMETER (VEHICLE)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+			}
+		}
+		TYPEOF ACTION (ATTACH)
+		{
+			TYPEOF PARAMETER (DRIVER)
+			{
+				KIND="DRIVER"
+				VALUE="nobody"
+			}
+		}
+	}
+}
+</text>
+    </ScenarioScript>
+  </Scenario>
+</sce>

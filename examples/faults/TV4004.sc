@@ -1,0 +1,25 @@
+TYPEOF INCLUDE (1)
+{
+	LABEL="Example"
+	TASK_KIND="0"
+	TYPEOF RULE (1)
+	{
+		LABEL="Rule 1"
+		TYPEOF CONDITION (EQUAL)
+		{
+			TYPEOF PARAMETER (LEFT)
+			{
+				KIND="USER"
+				VALUE="1"
+			}
+			TYPEOF PARAMETER (RIGHT)
+			{
+				KIND="USER"
+				VALUE="2"
+			}
+		}
+		TYPEOF ACTION (STOP)
+		{
+		}
+	}
+}

@@ -1,0 +1,15 @@
+TYPEOF INCLUDE (1)
+{
+	LABEL="Example"
+	TASK_KIND="0"
+	TYPEOF RULE (1)
+	{
+		LABEL="Rule 1"
+		TYPEOF CONDITION (AND)
+		{
+		}
+		TYPEOF ACTION (STOP)
+		{
+		}
+	}
+}

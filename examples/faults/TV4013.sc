@@ -1,0 +1,20 @@
+TYPEOF INCLUDE (1)
+{
+	LABEL="Example"
+	TASK_KIND="0"
+	TYPEOF RULE (1)
+	{
+		LABEL="Rule 1"
+		TYPEOF CONDITION (IS_MOVING)
+		{
+			TYPEOF PARAMETER (VEHICLE)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+			}
+		}
+		TYPEOF ACTION (EVALUATION_COUNT)
+		{
+		}
+	}
+}

@@ -1,0 +1,28 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<sce version="1">
+  <Scenario>
+    <name>Example</name>
+    <speed type="real" unit="m/s" ScenarioTreeValue="10"/>
+    <Vehicle>
+      <id ScenarioTreeValue="0"/>
+      <name ScenarioTreeValue="Car"/>
+    </Vehicle>
+    <Driver>
+      <id ScenarioTreeValue="1"/>
+      <name ScenarioTreeValue="Dora"/>
+    </Driver>
+    <VariadicParameter>
+      <name>Example</name>
+      <description></description>
+      <parameterId>/sce/Scenario/speed</parameterId>
+      <parameterUnit>s</parameterUnit>
+      <RealParameter>
+        <default>3</default>
+        <RealRange>
+          <minimum>0</minimum>
+          <maximum>5</maximum>
+        </RealRange>
+      </RealParameter>
+    </VariadicParameter>
+  </Scenario>
+</sce>

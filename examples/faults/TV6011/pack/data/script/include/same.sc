@@ -1,0 +1,5 @@
+TYPEOF INCLUDE (1)
+{
+	LABEL="Same"
+	TASK_KIND="0"
+}

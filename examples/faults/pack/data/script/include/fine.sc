@@ -1,0 +1,12 @@
+TYPEOF INCLUDE (1)
+{
+	LABEL="Fine"
+	TASK_KIND="0"
+	FILE="fine.sc"
+	TYPEOF VARIABLE (901)
+	{
+		LABEL="Kept"
+		TYPE="FLOAT"
+		VALUE="0"
+	}
+}

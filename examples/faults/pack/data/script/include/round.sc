@@ -1,0 +1,6 @@
+TYPEOF INCLUDE (1)
+{
+	ISA_INDEX="1"
+	TASK_KIND="0"
+	FILE="round.sc"
+}

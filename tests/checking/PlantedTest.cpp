@@ -1,0 +1,364 @@
+// Faults planted at known places, one, five and twenty at a time, in every way in which a script is written in its
+// file: exactly these are found, and nothing else.
+#include <checking/Check.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace TavrelChecking;
+
+const std::string kExamples = TAVREL_EXAMPLES "/faults";
+const std::string kCar = "\xF0\x9F\x9A\x97"; // beyond the first plane
+// Where the finding begins and ends. They are taken out of the file when their places are known.
+const std::string kBegin = "\xEE\x80\x80";
+const std::string kEnd = "\xEE\x80\x81";
+
+struct Plant {
+    const char* rule;
+    Severity severity;
+    const char* find;        // in the text of a rule; empty to put `replacement` behind the rule
+    const char* replacement; // with "@<" and ">@" around the place
+};
+
+// A rule of the script. Its number and its timer are its own.
+std::string RuleText(int number) {
+    std::string text = R"(
+	TYPEOF RULE (N)
+	{
+		LABEL="Rule N CAR"
+
+		TYPEOF CONDITION (IS_MOVING)
+		{
+			MODIFIER="BECOMES_TRUE"
+
+			TYPEOF PARAMETER (VEHICLE)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+			}
+		}
+
+		TYPEOF ACTION (SET_SPEED)
+		{
+
+			TYPEOF PARAMETER (VEHICLE)
+			{
+				KIND="VEHICLE"
+				VALUE="0"
+			}
+
+			TYPEOF PARAMETER (SPEED)
+			{
+				KIND="USER"
+				VALUE="50"
+				OWNER_FILE=""
+			}
+		}
+
+		TYPEOF ACTION (SET_VARIABLE)
+		{
+
+			TYPEOF PARAMETER (TARGET)
+			{
+				KIND="VARIABLE"
+				VALUE="1"
+				OWNER_FILE=""
+			}
+
+			TYPEOF PARAMETER (SPEED)
+			{
+				KIND="FUNCTION"
+
+				TYPEOF FUNCTION (GET_SPEED)
+				{
+
+					TYPEOF PARAMETER (VEHICLE)
+					{
+						KIND="VEHICLE"
+						VALUE="0"
+					}
+				}
+			}
+		}
+
+		TYPEOF ELSE_ACTION (PAINT)
+		{
+
+			TYPEOF PARAMETER (COLOUR)
+			{
+				KIND="ENUM"
+				VALUE="RED"
+			}
+		}
+	}
+)";
+    for (std::size_t at = 0; (at = text.find("(N)", at)) != std::string::npos;)
+        text.replace(at, 3, "(" + std::to_string(number) + ")");
+    text.replace(text.find(" N CAR"), 6, " " + std::to_string(number) + " " + kCar);
+    return text;
+}
+
+constexpr Severity kError = Severity::Error;
+constexpr Severity kWarning = Severity::Warning;
+
+// clang-format off
+constexpr Plant kPlants[] = {
+    {"TV1001", kError, "\t\tLABEL=", "\t\t@<hello world>@\n\t\tLABEL="},
+    {"TV1001", kError, "\t\t\tMODIFIER=", "\t\t\t@<?>@\n\t\t\tMODIFIER="},
+    {"TV1002", kError, "ELSE_ACTION (PAINT)", "@<ELSEACTION>@ (PAINT)"},
+    {"TV1003", kError, "ACTION (SET_SPEED)", "ACTION@<>@(SET_SPEED)"},
+    {"TV1003", kError, "FUNCTION (GET_SPEED)", "FUNCTION (GET_SPEED@<>@"},
+    {"TV1003", kError, "TYPEOF CONDITION", "TYPEOF@<>@CONDITION"},
+    {"TV1004", kError, "CONDITION (IS_MOVING)\n\t\t{\n", "CONDITION (IS_MOVING)@<>@\n"},
+    {"TV1004", kError, "FUNCTION (GET_SPEED)\n\t\t\t\t{\n", "FUNCTION (GET_SPEED)@<>@\n"},
+    {"TV1005", kError, "OWNER_FILE=\"\"\n\t\t\t}\n\t\t}\n\n\t\tTYPEOF ACTION (SET_VARIABLE)", "OWNER_FILE=\"\"\n\t\t\t}\n\n\t\t@<>@TYPEOF ACTION (SET_VARIABLE)"},
+    {"TV1005", kError, "\t\t\t\t}\n\t\t\t}\n\t\t}\n\n\t\tTYPEOF ELSE_ACTION", "\t\t\t@<>@}\n\t\t}\n\n\t\tTYPEOF ELSE_ACTION"},
+    {"TV1007", kWarning, "LABEL=\"Rule", "LABEL=@<>@Rule"},
+    {"TV1007", kError, "MODIFIER=\"BECOMES_TRUE\"", "MODIFIER=\"BECOMES_TRUE@<>@"},
+    {"TV1007", kError, "KIND=\"ENUM\"", "KIND=\"ENUM@<>@"},
+    {"TV1008", kWarning, "LABEL=\"Rule", "LABEL=\"@<a \"b\" Rule"},
+    {"TV1008", kError, "VALUE=\"50\"", "VALUE=\"@<5\t0>@\""},
+    {"TV1009", kError, "\t\t\tMODIFIER", "@<    >@MODIFIER"},
+    {"TV1009", kError, "\t\tTYPEOF ACTION (SET_SPEED)", "\t\t@< >@TYPEOF ACTION (SET_SPEED)"},
+    {"TV1010", kError, "\t\t\t\tVALUE=\"50\"\n", "\t\t\t\tVALUE=\"50\"\n\t\t\t\t@<VALUE>@=\"50\"\n"},
+    {"TV1010", kError, "MODIFIER=\"BECOMES_TRUE\"\n", "MODIFIER=\"BECOMES_TRUE\"\n\t\t\t@<MODIFIER>@=\"IS_TRUE\"\n"},
+    {"TV1011", kError, "\t\tLABEL=", "\t\t@<LABLE>@="},
+    {"TV1011", kError, "\t\t\t\tVALUE=\"50\"\n", "\t\t\t\tVALUE=\"50\"\n\t\t\t\t@<UNIT>@=\"m\"\n"},
+    {"TV1012", kWarning, "\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"50\"\n", "\t\t\t\tVALUE=\"50\"\n\t\t\t\t@<KIND>@=\"USER\"\n"},
+    {"TV1013", kWarning, "VALUE=\"50\"\n\t\t\t\tOWNER_FILE=\"\"", "VALUE=\"50\"\n\t\t\t\t@<OWNER_FILE>@=\"fine.sc\""},
+    {"TV1013", kWarning, "MODIFIER=\"BECOMES_TRUE\"\n", "MODIFIER=\"BECOMES_TRUE\"\n\t\t\t@<DURATION>@=\"3\"\n"},
+    {"TV1014", kError, "\t\tTYPEOF ELSE_ACTION (PAINT)", "\t\tTYPEOF @<VARIABLE (77)>@\n\t\t{\n\t\t\tTYPE=\"FLOAT\"\n\t\t}\n\n\t\tTYPEOF ELSE_ACTION (PAINT)"},
+    {"TV1018", kError, "", "\n\tTYPEOF VARIABLE (SLOT)\n\t{\n\t\tINTERACTIVE_TYPE=\"FLOAT\"\n\t\tINTERACTIVE_MIN_VALUE=\"@<low>@\"\n\t}\n"},
+    {"TV1019", kError, "BECOMES_TRUE", "@<BECOME_TRUE>@"},
+    {"TV1019", kError, "\t\tLABEL=", "\t\tEVALUATION=\"@<HARD>@\"\n\t\tLABEL="},
+    {"TV2001", kError, "ACTION (SET_VARIABLE)", "ACTION (@<SET_VARIABEL>@)"},
+    {"TV2002", kError, "(IS_MOVING)", "(@<IS_MOVIN>@)"},
+    {"TV2003", kError, "(GET_SPEED)", "(@<GET_SPEDD>@)"},
+    {"TV2004", kError, "PARAMETER (SPEED)", "PARAMETER (@<SPEDD>@)"},
+    {"TV2005", kError, "\n\t\t\tTYPEOF PARAMETER (SPEED)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"50\"\n\t\t\t\tOWNER_FILE=\"\"\n\t\t\t}\n\t\t}", "\t\t@<>@}"},
+    {"TV2006", kError, "\t\t\tTYPEOF PARAMETER (COLOUR)", "\t\t\tTYPEOF PARAMETER (@<LEFT>@)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"1\"\n\t\t\t}\n\n\t\t\tTYPEOF PARAMETER (COLOUR)"},
+    {"TV2008", kError, "VALUE=\"RED\"", "VALUE=\"@<PURPLE>@\""},
+    {"TV3001", kError, "VALUE=\"50\"", "VALUE=\"@<fast>@\""},
+    {"TV3001", kWarning, "", "\n\tTYPEOF VARIABLE (SLOT)\n\t{\n\t\tTYPE=\"FLOAT\"\n\t\tVALUE=\"@<fast>@\"\n\t\tINTERACTIVE_TYPE=\"FLOAT\"\n\t}\n"},
+    {"TV3002", kError, "VALUE=\"50\"", "VALUE=\"@<500>@\""},
+    {"TV3003", kError, "KIND=\"USER\"", "KIND=\"@<VEHICLE>@\""},
+    {"TV3004", kError, "VALUE=\"1\"", "VALUE=\"@<17>@\""},
+    {"TV3005", kError, "\t\tTYPEOF ELSE_ACTION (PAINT)", "\t\tTYPEOF ACTION (NEXT_STATE)\n\t\t{\n\n\t\t\tTYPEOF PARAMETER (STATE)\n\t\t\t{\n\t\t\t\tKIND=\"TASK\"\n\t\t\t\tVALUE=\"@<7777>@\"\n\t\t\t}\n\t\t}\n\n\t\tTYPEOF ELSE_ACTION (PAINT)"},
+    {"TV3006", kError, "VALUE=\"0\"", "VALUE=\"@<17>@\""},
+    {"TV3007", kError, "\t\tTYPEOF ELSE_ACTION (PAINT)", "\t\tTYPEOF ACTION (SHOW)\n\t\t{\n\n\t\t\tTYPEOF PARAMETER (IMAGE)\n\t\t\t{\n\t\t\t\tKIND=\"FILE\"\n\t\t\t\tVALUE=\"@<arow.png>@\"\n\t\t\t}\n\t\t}\n\n\t\tTYPEOF ELSE_ACTION (PAINT)"},
+    {"TV3008", kError, "\t\tTYPEOF ELSE_ACTION (PAINT)", "\t\tTYPEOF ACTION (ATTACH)\n\t\t{\n\n\t\t\tTYPEOF PARAMETER (DRIVER)\n\t\t\t{\n\t\t\t\tKIND=\"DRIVER\"\n\t\t\t\tVALUE=\"@<nobody>@\"\n\t\t\t}\n\t\t}\n\n\t\tTYPEOF ELSE_ACTION (PAINT)"},
+    {"TV3009", kError, "VALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"\"", "VALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"@<gone.sc>@\""},
+    {"TV3010", kError, "\t\t\t\tTYPEOF FUNCTION (GET_SPEED)\n\t\t\t\t{\n\n\t\t\t\t\tTYPEOF PARAMETER (VEHICLE)\n\t\t\t\t\t{\n\t\t\t\t\t\tKIND=\"VEHICLE\"\n\t\t\t\t\t\tVALUE=\"0\"\n\t\t\t\t\t}\n", "\t\t\t\tTYPEOF FUNCTION (@<GET_NAME>@)\n\t\t\t\t{\n"},
+    {"TV3011", kError, "\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"50\"\n\t\t\t\tOWNER_FILE=\"\"\n\t\t\t}", "\t\t\t@<>@}"},
+    {"TV3011", kError, "\t\t\t\tVALUE=\"50\"\n\t\t\t\tOWNER_FILE=\"\"\n\t\t\t}", "\t\t\t@<>@}"},
+    {"TV3012", kError, "\n\t\t\t\tTYPEOF FUNCTION (GET_SPEED)\n\t\t\t\t{\n\n\t\t\t\t\tTYPEOF PARAMETER (VEHICLE)\n\t\t\t\t\t{\n\t\t\t\t\t\tKIND=\"VEHICLE\"\n\t\t\t\t\t\tVALUE=\"0\"\n\t\t\t\t\t}\n\t\t\t\t}\n\t\t\t}", "\t\t\t@<>@}"},
+    {"TV4001", kWarning, "", "\n\tTYPEOF @<TASK (SLOT)>@\n\t{\n\t\tTASK_KIND=\"0\"\n\t}\n"},
+    {"TV4003", kWarning, "", "\n\tTYPEOF @<RULE (1)>@\n\t{\n\t\tLABEL=\"Pasted\"\n\t}\n"},
+    {"TV4004", kWarning, "", "\n\tTYPEOF @<RULE (9SLOT)>@\n\t{\n\t\tTYPEOF CONDITION (EQUAL)\n\t\t{\n\t\t\tTYPEOF PARAMETER (LEFT)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"1\"\n\t\t\t}\n\t\t\tTYPEOF PARAMETER (RIGHT)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"2\"\n\t\t\t}\n\t\t}\n\t}\n"},
+    {"TV4005", kWarning, "", "\n\tTYPEOF @<VARIABLE (SLOT)>@\n\t{\n\t\tTYPE=\"FLOAT\"\n\t\tVALUE=\"1\"\n\t}\n"},
+    {"TV4007", kWarning, "", "\n\tTYPEOF @<INCLUDE (SLOT)>@\n\t{\n\t\tISA_INDEX=\"1\"\n\t\tTASK_KIND=\"0\"\n\t\tFILE=\"fine.sc\"\n\t}\n"},
+    {"TV4008", kError, "CONDITION (IS_MOVING)\n\t\t{\n\t\t\tMODIFIER=\"BECOMES_TRUE\"\n\n\t\t\tTYPEOF PARAMETER (VEHICLE)\n\t\t\t{\n\t\t\t\tKIND=\"VEHICLE\"\n\t\t\t\tVALUE=\"0\"\n\t\t\t}\n", "@<CONDITION (AND)>@\n\t\t{\n"},
+    {"TV4009", kError, "\t\tTYPEOF ACTION (SET_SPEED)", "\t\tTYPEOF @<CONDITION (IS_MOVING)>@\n\t\t{\n\t\t\tTYPEOF PARAMETER (VEHICLE)\n\t\t\t{\n\t\t\t\tKIND=\"VEHICLE\"\n\t\t\t\tVALUE=\"0\"\n\t\t\t}\n\t\t}\n\n\t\tTYPEOF ACTION (SET_SPEED)"},
+    {"TV4010", kWarning, "\t\tTYPEOF ELSE_ACTION (PAINT)", "\t\tTYPEOF ACTION (ADD_SCORE)\n\t\t{\n\n\t\t\tTYPEOF PARAMETER (SCORE_NUMBER)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"@<7>@\"\n\t\t\t}\n\t\t}\n\n\t\tTYPEOF ELSE_ACTION (PAINT)"},
+    {"TV4011", kWarning, "KIND=\"USER\"\n\t\t\t\tVALUE=\"50\"", "KIND=\"VARIABLE\"\n\t\t\t\tVALUE=\"@<2>@\""},
+    {"TV4012", kError, "", "\n\tTYPEOF RULE (9SLOT)\n\t{\n\t\tTYPEOF @<ACTION (STOP)>@\n\t\t{\n\t\t}\n\t}\n"},
+    {"TV4013", kError, "\t\tTYPEOF ELSE_ACTION (PAINT)", "\t\tTYPEOF @<ACTION (EVALUATION_COUNT)>@\n\t\t{\n\t\t}\n\n\t\tTYPEOF ELSE_ACTION (PAINT)"},
+    {"TV4014", kWarning, "\t\t\tTYPEOF PARAMETER (COLOUR)", "\t\t\tTYPEOF @<FUNCTION (GET_NAME)>@\n\t\t\t{\n\t\t\t}\n\n\t\t\tTYPEOF PARAMETER (COLOUR)"},
+    {"TV6009", kError, "", "\n\tTYPEOF INCLUDE (SLOT)\n\t{\n\t\tISA_INDEX=\"1\"\n\t\tTASK_KIND=\"0\"\n\t\tFILE=\"@<gone_SLOT.sc>@\"\n\t}\n"},
+};
+// clang-format on
+
+std::string Replaced(std::string text, const std::string& find, const std::string& replacement) {
+    for (std::size_t at = 0; (at = text.find(find, at)) != std::string::npos; at += replacement.size())
+        text.replace(at, find.size(), replacement);
+    return text;
+}
+
+std::string Planted(int number, const Plant& plant) {
+    std::string text = RuleText(number);
+    std::string replacement = Replaced(plant.replacement, "SLOT", std::to_string(100 + number));
+    // The second "@<" of a value without its end goes on to the quote of the whole label.
+    replacement = Replaced(Replaced(replacement, "@<", kBegin), ">@", kEnd);
+    if (!*plant.find) return text + replacement;
+    const std::size_t at = text.find(plant.find);
+    EXPECT_NE(at, std::string::npos) << plant.rule << " " << plant.find;
+    text.replace(at, std::string(plant.find).size(), replacement);
+    if (replacement.find(kEnd) == std::string::npos) {
+        // The place ends at the last quote of its line.
+        const std::size_t line = text.find('\n', text.find(kBegin));
+        text.insert(text.rfind('"', line), kEnd);
+    }
+    return text;
+}
+
+std::string Script(const std::vector<const Plant*>& plants) {
+    std::string text =
+        "TYPEOF SCENARIO (1)\n{\n\tLABEL=\"Planted\"\n\tFILE=\"planted.sc\"\n\tTASK_KIND=\"0\"\n"
+        "\n\tTYPEOF INCLUDE (1)\n\t{\n\t\tISA_INDEX=\"1\"\n\t\tTASK_KIND=\"0\"\n\t\tFILE=\"fine.sc\"\n\t}\n"
+        "\n\tTYPEOF VARIABLE (1)\n\t{\n\t\tLABEL=\"Target\"\n\t\tTYPE=\"FLOAT\"\n\t\tVALUE=\"1\"\n"
+        "\t\tINTERACTIVE_TYPE=\"FLOAT\"\n\t}\n"
+        "\n\tTYPEOF VARIABLE (2)\n\t{\n\t\tTYPE=\"INTEGER\"\n\t\tVALUE=\"1\"\n"
+        "\t\tINTERACTIVE_TYPE=\"INTEGER\"\n\t}\n"
+        "\n\tTYPEOF TASK (1)\n\t{\n\t\tTASK_KIND=\"0\"\n\t}\n";
+    text += RuleText(1);
+    int number = 2;
+    for (const Plant* plant : plants) text += Planted(number++, *plant);
+    text += RuleText(number);
+    return text + "}\n";
+}
+
+enum class Form { Plain, CData, References };
+
+// The script as it stands in a file.
+std::string Written(const std::string& script, Form form) {
+    if (form == Form::CData) return "<![CDATA[" + script + "]]>";
+    std::string written;
+    int count = 0;
+    for (std::size_t at = 0; at < script.size(); ++at) {
+        const char c = script[at];
+        const bool isAscii = (c & '\x80') == 0;
+        if (form == Form::References && script.compare(at, kCar.size(), kCar) == 0) {
+            written += "&#x1F697;";
+            at += kCar.size() - 1;
+        } else if (form == Form::References && (c == '"' || (isAscii && c != '\n' && ++count % 7 == 0))) {
+            written += c == '"' ? std::string("&quot;") : "&#" + std::to_string(static_cast<int>(c)) + ";";
+        } else if (c == '<') {
+            written += "&lt;";
+        } else if (c == '&') {
+            written += "&amp;";
+        } else {
+            written += c;
+        }
+    }
+    return written;
+}
+
+std::string File(const std::string& script, Form form, bool hasReturns, bool hasMark) {
+    std::string file = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<sce version=\"1\">\n  <Scenario>\n"
+                       "    <name>Planted " +
+                       kCar +
+                       "</name>\n    <Vehicle>\n      <id ScenarioTreeValue=\"0\"/>\n    </Vehicle>\n"
+                       "    <ScenarioScript>\n      <scriptName>main</scriptName>\n      <text>\n" +
+                       Written(script, form) + "</text>\n    </ScenarioScript>\n  </Scenario>\n</sce>\n";
+    if (hasReturns) file = Replaced(file, "\n", "\r\n");
+    return hasMark ? "\xEF\xBB\xBF" + file : file;
+}
+
+// The places between the marks, which are taken out.
+std::vector<Span> TakeMarks(std::string& file) {
+    std::vector<Span> spans;
+    std::string clean;
+    std::uint32_t row = 1, column = 1;
+    for (std::size_t at = 0; at < file.size(); ++at) {
+        if (file.compare(at, 3, "\xEF\xBB\xBF") == 0) {
+            clean += file.substr(at, 3);
+            at += 2;
+        } else if (file.compare(at, kBegin.size(), kBegin) == 0) {
+            spans.push_back({row, column, 0, 0});
+            at += kBegin.size() - 1;
+        } else if (file.compare(at, kEnd.size(), kEnd) == 0) {
+            spans.back().endRow = row;
+            spans.back().endColumn = column;
+            at += kEnd.size() - 1;
+        } else {
+            clean += file[at];
+            if (file[at] == '\n') {
+                ++row;
+                column = 1;
+            } else if ((file[at] & '\xC0') != '\x80') {
+                ++column;
+            }
+        }
+    }
+    file = clean;
+    return spans;
+}
+
+std::string Text(const char* rule, Severity severity, const Span& span) {
+    return std::string(rule) + " " + WordOf(severity) + " " + std::to_string(span.row) + ":" +
+           std::to_string(span.column) + "-" + std::to_string(span.endRow) + ":" + std::to_string(span.endColumn);
+}
+
+struct Case {
+    std::vector<const Plant*> plants;
+    Form form;
+    bool hasReturns;
+    bool hasMark;
+};
+
+// All files in one call, so that the root model is looked at once.
+void ExpectFound(const std::vector<Case>& cases) {
+    const std::string folder = testing::TempDir() + "planted/";
+    std::filesystem::create_directories(folder);
+    std::vector<Job> jobs;
+    std::vector<std::vector<Span>> spans;
+    for (const Case& one : cases) {
+        std::string file = File(Script(one.plants), one.form, one.hasReturns, one.hasMark);
+        spans.push_back(TakeMarks(file));
+        Job job;
+        job.path = folder + std::to_string(jobs.size()) + ".sce";
+        job.kind = FileKind::Scenario;
+        job.installation = kExamples + "/tavrel.xml";
+        job.configuration = "Faults";
+        std::ofstream(job.path, std::ios::binary) << file;
+        jobs.push_back(job);
+    }
+    const Result result = Check(jobs, {});
+    for (std::size_t at = 0; at < cases.size(); ++at) {
+        std::vector<std::string> expected, found;
+        ASSERT_EQ(spans[at].size(), cases[at].plants.size());
+        for (std::size_t plant = 0; plant < cases[at].plants.size(); ++plant)
+            expected.push_back(
+                Text(cases[at].plants[plant]->rule, cases[at].plants[plant]->severity, spans[at][plant]));
+        std::string messages;
+        for (const Finding& finding : result.findings) {
+            if (finding.file != jobs[at].path) continue;
+            found.push_back(Text(finding.rule->id, finding.severity, finding.span));
+            messages += found.back() + " " + finding.message + "\n";
+        }
+        std::sort(expected.begin(), expected.end());
+        std::sort(found.begin(), found.end());
+        EXPECT_EQ(found, expected) << jobs[at].path << "\n" << messages;
+        if (found == expected) std::filesystem::remove(jobs[at].path);
+    }
+}
+
+TEST(PlantedTest, NothingIsFoundWhereNothingIsPlanted) {
+    std::vector<Case> cases;
+    for (const Form form : {Form::Plain, Form::CData, Form::References})
+        for (const bool hasReturns : {false, true}) cases.push_back({{}, form, hasReturns, hasReturns});
+    ExpectFound(cases);
+}
+
+TEST(PlantedTest, EachFaultIsFoundAloneInEveryForm) {
+    std::vector<Case> cases;
+    for (const Plant& plant : kPlants)
+        for (const Form form : {Form::Plain, Form::CData, Form::References})
+            cases.push_back({{&plant}, form, form != Form::Plain, form != Form::CData});
+    ExpectFound(cases);
+}
+
+TEST(PlantedTest, ManyFaultsAreFoundTogether) {
+    std::mt19937 random(20);
+    std::vector<Case> cases;
+    for (const std::size_t count : {std::size_t{5}, std::size_t{20}})
+        for (int run = 0; run < 30; ++run) {
+            std::vector<const Plant*> plants;
+            for (const Plant& plant : kPlants) plants.push_back(&plant);
+            std::shuffle(plants.begin(), plants.end(), random);
+            plants.resize(count);
+            const Form forms[] = {Form::Plain, Form::CData, Form::References};
+            cases.push_back({plants, forms[run % 3], run % 2 == 0, run % 5 == 0});
+        }
+    ExpectFound(cases);
+}
+
+} // namespace
