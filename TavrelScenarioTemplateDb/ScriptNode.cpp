@@ -79,6 +79,8 @@ ScriptNode::ScriptNode(cfg::ScenarioScript* scriptSection, ScenarioNode* parentN
 
 ScriptNode::~ScriptNode() = default;
 
+cfg::ScenarioScript* ScriptNode::getScript() const { return script; }
+
 std::string ScriptNode::getId() const { return "ScenarioScript[scriptName=\"" + script->name + "\"]"; }
 
 std::string ScriptNode::getName() const { return "ScenarioScript - " + script->name; }

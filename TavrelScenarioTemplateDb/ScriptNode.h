@@ -51,6 +51,9 @@ public:
     // The parent's, "/" and the id; without a parent the id alone.
     std::string getNodeId() const override;
 
+    // The script that it was built from, in its file.
+    cfg::ScenarioScript* getScript() const;
+
 private:
     ScenarioTemplateDb::ScenarioNode* parent;
     std::vector<std::unique_ptr<ScenarioTemplateDb::ScenarioParameter>> parameters; // in the order of the script

@@ -67,6 +67,8 @@ TavrelScenarioNode::TavrelScenarioNode(cfg::Section* nodeSection, ScenarioNode* 
 
 TavrelScenarioNode::~TavrelScenarioNode() = default;
 
+cfg::Section* TavrelScenarioNode::getSection() const { return section; }
+
 std::string TavrelScenarioNode::getId() const { return section->getName(); }
 
 std::string TavrelScenarioNode::getName() const { return section->getName(); }

@@ -51,6 +51,10 @@ public:
     // "/sce/" and the id at the root; below it the parent's, "/" and the id.
     std::string getNodeId() const override;
 
+    // The section that it shows, of the file that the tree was built from. Its parameters stand in the order of this
+    // node's. Never null.
+    cfg::Section* getSection() const;
+
 private:
     cfg::Section* section; // not owned, never null
     ScenarioTemplateDb::ScenarioNode* parent;

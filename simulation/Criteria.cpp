@@ -621,6 +621,14 @@ Outcome Judge::Watched::OutcomeOfSignal(double begin, double end) const {
     return outcome;
 }
 
+std::string RuleNamed(const std::string& rule, const Names& names) {
+    // The words of a criterion about it, so that the refusals are the same.
+    Judge::Watched watched;
+    watched.criterion = ParseCriterion("fired(" + rule + ")");
+    watched.Resolve(names);
+    return watched.path;
+}
+
 Judge::Judge(std::vector<Criterion> all, const Names* names) {
     for (Criterion& criterion : all) {
         watched.push_back(std::make_unique<Watched>());

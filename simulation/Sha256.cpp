@@ -1,9 +1,12 @@
 #include <simulation/Sha256.h>
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <openssl/evp.h>
 #include <stdexcept>
+
+#include <Commons/WholeFile.h>
 
 namespace TavrelSimulation {
 
@@ -22,6 +25,11 @@ std::string Sha256(std::string_view bytes) {
 }
 
 std::string Sha256OfFile(const std::string& path) {
+    // A pipe would never end, and a file beyond any use would take too long.
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error) ||
+        std::filesystem::file_size(path, error) > Commons::kLargestFile || error)
+        return "";
     std::ifstream file(path, std::ios::binary);
     if (!file) return "";
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};

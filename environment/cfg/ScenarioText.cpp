@@ -93,6 +93,31 @@ void WrittenText::AddPlain(std::string_view source, std::size_t from, std::size_
     AddPiece(source.substr(begun, to - begun), begun, to, Form::Plain);
 }
 
+WrittenText WrittenText::Between(std::string_view source, std::size_t contentBegin, std::size_t contentEnd) {
+    WrittenText written;
+    written.begin = contentBegin;
+    written.end = contentEnd;
+    for (std::size_t at = written.begin; at < written.end;) {
+        if (source[at] != '<') {
+            const std::size_t end = std::min(source.find('<', at), written.end);
+            written.AddPlain(source, at, end);
+            at = end;
+        } else if (StandsAt(source, at, kCDataBegin)) {
+            const std::size_t begin = at + kCDataBegin.size();
+            const std::size_t end = std::min(source.find(kCDataEnd, begin), written.end);
+            written.AddPiece(source.substr(begin, end - begin), begin, end, Form::CData);
+            at = std::min(end + kCDataEnd.size(), written.end);
+        } else if (StandsAt(source, at, "<!--")) {
+            at = Behind(source, at + 4, "-->");
+        } else if (StandsAt(source, at, "<?")) {
+            at = Behind(source, at + 2, "?>");
+        } else {
+            break; // an element, which makes this no text
+        }
+    }
+    return written;
+}
+
 const WrittenText::Piece* WrittenText::PieceAt(std::size_t position) const {
     const auto behind = std::upper_bound(pieces.begin(), pieces.end(), position,
                                          [](std::size_t at, const Piece& piece) { return at < piece.textBegin; });
@@ -229,29 +254,7 @@ const ScenarioText::Attribute* ScenarioText::FindAttribute(const Element& elemen
 }
 
 WrittenText ScenarioText::TextOf(const Element& element) const {
-    const std::string_view source = bytes;
-    WrittenText written;
-    written.begin = element.contentBegin;
-    written.end = element.contentEnd;
-    for (std::size_t at = written.begin; at < written.end;) {
-        if (source[at] != '<') {
-            const std::size_t end = std::min(source.find('<', at), written.end);
-            written.AddPlain(source, at, end);
-            at = end;
-        } else if (StandsAt(source, at, kCDataBegin)) {
-            const std::size_t begin = at + kCDataBegin.size();
-            const std::size_t end = std::min(source.find(kCDataEnd, begin), written.end);
-            written.AddPiece(source.substr(begin, end - begin), begin, end, WrittenText::Form::CData);
-            at = std::min(end + kCDataEnd.size(), written.end);
-        } else if (StandsAt(source, at, "<!--")) {
-            at = Behind(source, at + 4, "-->");
-        } else if (StandsAt(source, at, "<?")) {
-            at = Behind(source, at + 2, "?>");
-        } else {
-            break; // an element, which makes this no text
-        }
-    }
-    return written;
+    return WrittenText::Between(bytes, element.contentBegin, element.contentEnd);
 }
 
 WrittenText ScenarioText::TextOf(const Attribute& attribute) const {

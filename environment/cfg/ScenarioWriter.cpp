@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <cfg/Scenario.h>
+#include <cfg/ScenarioText.h>
 
 #include "../Commons/Xml.h"
 #include "Document.h"
@@ -58,6 +59,72 @@ struct Edit {
     size_t end;
     std::string text;
 };
+
+// What replaces a part of a text.
+struct LineChange {
+    size_t begin;
+    size_t end;
+    std::string_view text;
+};
+
+std::vector<std::string_view> LinesOf(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const size_t length = std::min(text.find('\n'), text.size() - 1) + 1;
+        lines.push_back(text.substr(0, length));
+        text.remove_prefix(length);
+    }
+    return lines;
+}
+
+bool IsInsideCharacter(std::string_view text, size_t position) {
+    return position < text.size() && (static_cast<unsigned char>(text[position]) & 0xC0) == 0x80;
+}
+
+// What differs between two lines, in whole characters.
+LineChange Narrowed(size_t begin, std::string_view before, std::string_view after) {
+    const size_t shorter = std::min(before.size(), after.size());
+    size_t head = 0;
+    while (head < shorter && before[head] == after[head]) ++head;
+    while (head > 0 && (IsInsideCharacter(before, head) || IsInsideCharacter(after, head))) --head;
+    size_t tail = 0;
+    while (tail < shorter - head && before[before.size() - 1 - tail] == after[after.size() - 1 - tail]) ++tail;
+    while (tail > 0 && IsInsideCharacter(before, before.size() - tail)) --tail;
+    return {begin + head, begin + before.size() - tail, after.substr(head, after.size() - tail - head)};
+}
+
+// The changes from one text to the other, line by line: lines that were put in or taken out one at a time are seen as
+// that.
+std::vector<LineChange> LineChanges(std::string_view before, std::string_view after) {
+    const std::vector<std::string_view> former = LinesOf(before), lines = LinesOf(after);
+    std::vector<LineChange> changes;
+    const auto position = [&](size_t row) {
+        return row < former.size() ? static_cast<size_t>(former[row].data() - before.data()) : before.size();
+    };
+    size_t i = 0, j = 0;
+    while (i < former.size() || j < lines.size()) {
+        const size_t left = former.size() - i, wanted = lines.size() - j;
+        if (left > 0 && wanted > 0 && former[i] == lines[j]) {
+            ++i;
+            ++j;
+        } else if (wanted > left && (left == 0 || (wanted > 1 && former[i] == lines[j + 1]))) {
+            changes.push_back({position(i), position(i), lines[j++]});
+        } else if (left > wanted && (wanted == 0 || (left > 1 && former[i + 1] == lines[j]))) {
+            changes.push_back({position(i), position(i + 1), {}});
+            ++i;
+        } else {
+            changes.push_back(Narrowed(position(i), former[i], lines[j]));
+            ++i;
+            ++j;
+        }
+    }
+    return changes;
+}
+
+void ReplaceAll(std::string& text, std::string_view what, std::string_view by) {
+    for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
+        text.replace(at, what.size(), by);
+}
 
 // A section that the file does not hold yet. `line` is what begins each line at its level: a line end and blanks, or
 // nothing to write all in one line.
@@ -170,7 +237,7 @@ private:
             edits.push_back({slash, element.end, ">" + EscapedText(text) + "</" + *value.name + ">"});
         } else if (content.pieces.empty()) {
             edits.push_back({element.contentBegin, element.contentBegin, EscapedText(text)});
-        } else {
+        } else if (!ChangeLines(WrittenText::Between(source, element.contentBegin, element.contentEnd), text)) {
             // Comments between pieces of text stay; the whole new text stands where the first piece stood.
             const bool keepsCData =
                 content.isOneCData && text.find("]]>") == std::string::npos && text.find('\r') == std::string::npos;
@@ -179,6 +246,29 @@ private:
             for (size_t i = 1; i < content.pieces.size(); ++i)
                 edits.push_back({content.pieces[i].first, content.pieces[i].second, ""});
         }
+    }
+
+    // Writes only the lines that differ, and of these only what differs, so that all else of a script keeps its bytes.
+    // False, and no edit, where a change would touch more than characters.
+    bool ChangeLines(const WrittenText& written, const std::string& text) {
+        const size_t former = edits.size();
+        for (const LineChange& change : LineChanges(written.Text(), text)) {
+            const auto [begin, end] = written.InFile(change.begin, change.end);
+            const std::string_view replaced = std::string_view(source).substr(begin, end - begin);
+            std::string bytes;
+            const bool crosses = replaced.find("<!") != std::string_view::npos ||
+                                 replaced.find("<?") != std::string_view::npos ||
+                                 replaced.find("]]>") != std::string_view::npos;
+            if (!written.Write(change.text, change.begin, change.end, bytes) || crosses) {
+                edits.resize(former);
+                return false;
+            }
+            // A reader of scenario files leaves a carriage return as it is; where others stand, so does this.
+            if (written.Text().find("\r\n") != std::string::npos && source.find("\r\n") != std::string::npos)
+                ReplaceAll(bytes, "&#13;\n", "\r\n");
+            edits.push_back({begin, end, std::move(bytes)});
+        }
+        return true;
     }
 
     // Takes an element out with the line that it stands in.

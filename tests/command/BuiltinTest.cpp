@@ -442,13 +442,19 @@ TEST_F(BuiltinTest, TheTraceIsWrittenInTwoForms) {
     0.100  the scenario pauses
     0.100  the scenario stops
     0.100  end after 2 steps, 1 rule fired
+scores:
+  0: 0
+  1: 2
 )");
     const std::string version = run({"--version"}).out.substr(7, 5);
+    const std::string json = trace(script, "1", "json");
+    const std::string inputs = nlohmann::ordered_json::parse(json.substr(0, json.find('\n')))["inputs"].dump();
     EXPECT_EQ(
-        trace(script, "1", "json"),
+        json,
         R"json({"time":0.0,"event":"start","format":"tavrel-trace/1","tool":")json" + version +
             R"json(","scenario":")json" + start +
-            R"json(","script":"","until":1.0,"step":0.1,"seed":0,"values":{},"names":{"rules":["SCENARIO (1) / RULE (1)"],"tasks":["SCENARIO (1)","SCENARIO (1) / TASK (3)","SCENARIO (1) / EVALUATION (1)"],"variables":[["7","","1"]],"scores":[[0,0.0],[1,0.0]]},"inputs":[]}
+            R"json(","script":"","until":1.0,"step":0.1,"seed":0,"values":{},"names":{"rules":["SCENARIO (1) / RULE (1)"],"tasks":["SCENARIO (1)","SCENARIO (1) / TASK (3)","SCENARIO (1) / EVALUATION (1)"],"variables":[["7","","1"]],"scores":[[0,0.0],[1,0.0]]},"inputs":)json" +
+            inputs + R"json(}
 {"time":0.0,"event":"state","task":"SCENARIO (1)","from":-1,"to":3,"label":"Wait"}
 {"time":0.1,"event":"effect","name":"ATTACH_DRIVER","arguments":["2","Anna"]}
 {"time":0.1,"event":"rule","rule":"1","label":"","place":"SCENARIO (1)","value":true}

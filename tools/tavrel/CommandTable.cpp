@@ -27,6 +27,7 @@ const OptionRow kUnit     {"--unit", "UNIT", One, None, "", "unit of the values,
 const OptionRow kDefault  {"--default", "VALUE", One, None, "", "value to use if the user chooses none"};
 const OptionRow kRange    {"--range", "MIN:MAX", Many, None, "", "permitted numbers; give it again for a further range"};
 const OptionRow kLiteral  {"--literal", "TEXT", Many, None, "", "permitted text; give it again for a further one"};
+const OptionRow kSetScenario {"SCENARIO", "", One, Scenarios, "", "a scenario, as tree and list show it, or a file"};
 const OptionRow kScript   {"SCRIPT", "", One, Scenarios, "", "a scenario, as tree and list show it, or a file"};
 const OptionRow kScriptName {"--script", "NAME", One, None, "", "which script of the scenario (default the first whole one)"};
 const OptionRow kModel    {"--model", "FILE", One, Files, "", "root model for scripts, instead of that of the configuration"};
@@ -95,6 +96,16 @@ const std::vector<CommandRow>& Commands() {
          {},
          Runs::InOneChild, RunIds,
          {"tavrel ids overtaking.sce"}},
+
+        {"set", "set values in a scenario file",
+         "Writes values into a scenario file and touches nothing else in it: parameters, and the start values of script "
+         "variables. It says so when a value leaves what a declaration allows, and writes it all the same.",
+         {kSetScenario,
+          {"ASSIGNMENT", "", Many, None, "",
+           "NAME=VALUE; NAME is a parameter id, the name of a declaration, or #N, its position"}},
+         {{"--output", "FILE", One, Files, "", "write to FILE and leave the scenario as it is"}},
+         Runs::InOneChild, RunSet,
+         {"tavrel set overtaking.sce 'Truck speed=70 km/h' /sce/Scenario/duration=120"}},
 
         {"variadic list", "list the declarations of a scenario",
          "Lists the variadic parameters that a scenario declares: which parameter may be varied, and over which values.",
@@ -170,17 +181,38 @@ const std::vector<CommandRow>& Commands() {
         {"run", "run a scenario and tell what happens",
          "Runs a scenario of the installation, or a script file, over a time of its own, and tells which rules fired, which "
          "states were entered, and how variables and scores changed. What stands behind the calls of the script is a small "
-         "world of the command's own, in which vehicles are points on a road. The same run gives the same trace.",
+         "world of the command's own, in which vehicles are points on a road. The same run gives the same trace. Values that "
+         "are set hold for the run alone. Exits with 0 for a run that passed, 1 for one that failed, 2 for what was refused "
+         "before it began and 3 where there was no run.",
          {kScript},
          {kAll, kJobs, kScriptName,
           {"--from", "SECONDS", One, None, "", "time of the start (default 0)"},
           {"--until", "SECONDS", One, None, "", "time of the last step (default 60 after the start)"},
           {"--step", "SECONDS", One, None, "", "time between two steps (default 0.1)"},
+          {"--set", "NAME=VALUE", Many, None, "",
+           "run with that value of a parameter, which its declaration must allow; NAME is a parameter id, the name of a "
+           "declaration, or #N, its position"},
+          {"--set-file", "FILE", One, Files, "", "the same for an object of names and values in JSON; --set wins over it"},
+          {"--seed", "NUMBER", One, None, "", "seed of the random numbers, in the place of the scenario's own"},
+          {"--expect", "CRITERION", Many, None, "", "judge the run, such as by 'never fired(8)'"},
+          {"--explain", "RULE", One, None, "", "tell why that rule did or did not fire, in the place of the trace"},
           {"--trace", "FORM", One, Words, "text json", "form of the trace; json has one event per line"},
+          {"--output", "FILE", One, Files, "", "write the trace to FILE and show the summary alone"},
+          {"--quiet", "", Flag, None, "", "show the summary alone"},
           kModel},
          Runs::InOneChildWithoutLimitOfTime, RunRun,
-         {"tavrel run overtaking.sce --until 120", "tavrel run overtaking.sce --trace json > trace.json",
+         {"tavrel run overtaking.sce --until 120", "tavrel run overtaking.sce --trace json --output trace.json",
+          "tavrel run overtaking.sce --set 'Truck speed=70' --expect 'eventually[0,40] entered(TASK (3))'",
           "tavrel run --all --until 10"}},
+
+        {"judge", "judge a run by its trace",
+         "Reads a trace as 'run --trace json' writes it, or as anybody else does, and says which criteria hold in it and "
+         "by how much. Exits with 0 if all hold and 1 if one does not.",
+         {{"TRACE", "", One, Files, "", "a trace"}},
+         {{"--expect", "CRITERION", Many, None, "", "what to judge by, such as 'never fired(8)'"},
+          kJson},
+         Runs::InOneChild, RunJudge,
+         {"tavrel judge trace.json --expect 'always variable(\"Truck speed\") < 25'"}},
 
         {"graph", "draw the state machine of a script",
          "Writes the tasks, states and rules of a scenario or script as text for the program dot of Graphviz. An edge is a "

@@ -15,7 +15,8 @@ namespace tavrel {
 struct Context {
     const Arguments& arguments;
     Output& out;
-    int status = ExitClean; // of the faults told so far
+    int status = ExitClean;   // of the faults told so far
+    std::string verdict = ""; // of a run; empty where there is none
 
     // Tells a fault that does not end the work: the rest is still done, and the status remembers the gravest.
     void Tell(const Failure& failure) {

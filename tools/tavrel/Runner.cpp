@@ -5,8 +5,10 @@
 #include "Files.h"
 #include "Installation.h"
 #include "Progress.h"
+#include "commands/Commands.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 namespace tavrel {
@@ -57,6 +59,25 @@ int RunAndWrite(Context& context) {
     }
 }
 
+constexpr char kEndOfVerdict = '\n'; // in what a child answers, before what it prints
+
+// How many runs came to what.
+class Verdicts {
+public:
+    void Count(const std::string& verdict) { ++counts[verdict.empty() ? "error" : verdict]; }
+    std::string Text() const {
+        std::string text;
+        if (counts.size() == 1 && counts.count("error") != 0) return text; // each has had its sentence
+        for (const char* word : {"passed", "failed", "error", "skipped"})
+            if (const auto count = counts.find(word); count != counts.end())
+                text += fmt::format("{}{} {}", text.empty() ? "\n" : ", ", count->second, word);
+        return text.empty() ? text : text + "\n";
+    }
+
+private:
+    std::map<std::string, std::size_t> counts;
+};
+
 struct Chosen {
     std::string configuration;
     std::string path;
@@ -84,6 +105,7 @@ int RunForAll(Context& context) {
     const bool asArray = context.arguments.Has("--json");
     const bool asLines = context.arguments.Text("--trace") == "json";
     const char* separator = asArray ? "[\n" : "";
+    Verdicts verdicts;
     Progress progress(static_cast<double>(all.size()), "scenarios");
     ForEachInChildren(
         all.size(), context.Children(),
@@ -102,7 +124,7 @@ int RunForAll(Context& context) {
             }
             try {
                 const int status = RunToEnd(one);
-                return std::to_string(status) + context.out.TakeHeld();
+                return std::to_string(status) + one.verdict + kEndOfVerdict + context.out.TakeHeld();
             } catch (const Failure& wrongUsage) {
                 return std::to_string(ExitUsage) + wrongUsage.sentence;
             }
@@ -113,15 +135,19 @@ int RunForAll(Context& context) {
             const int status = answer[0] - '0';
             if (status == ExitUsage) throw Failure{ExitUsage, answer.substr(1)};
             context.status = std::max(context.status, status);
-            if (answer.size() == 1) return;
+            const std::size_t end = answer.find(kEndOfVerdict);
+            verdicts.Count(end == std::string::npos ? "" : answer.substr(1, end - 1));
+            if (end == std::string::npos || answer.size() == end + 1) return;
             context.out.Print(separator);
-            context.out.Print(std::string_view(answer).substr(1));
+            context.out.Print(std::string_view(answer).substr(end + 1));
             separator = asArray ? ",\n" : asLines ? "" : "\n";
         },
         [&](std::size_t item, const Death& death) {
             progress.Hide();
+            verdicts.Count("");
             context.Tell({ExitUnreadable, DeathSentence(all[item].file, death)});
         });
+    if (context.arguments.command->run == RunRun && !asLines) context.out.Print(verdicts.Text());
     if (asArray) context.out.Print(*separator == '[' ? "[]\n" : "]\n");
     context.out.Flush();
     return context.status;

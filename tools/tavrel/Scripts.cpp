@@ -2,6 +2,7 @@
 
 #include "ScenarioFile.h"
 
+#include <ScenarioTemplateDb/Exception.h>
 #include <cfg/CfgScenario.h>
 #include <lmkUtils/AssertAbort.h>
 #include <lmkUtils/EnvConfig.h>
@@ -100,9 +101,12 @@ void ReadOrFail(const std::string& path, ExitStatus status, const std::function<
     TellProblems(list, path);
 }
 
-LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened) {
+LoadedScript LoadFromTemplate(Context& context, const OpenedScenario& found,
+                              const std::function<void(Template&)>& prepare) {
+    auto opened = std::make_unique<Template>(found.configuration.name, found.scenario->getPath(), found.directory);
     const std::string wanted = context.arguments.Text("--script");
-    opened->getName(); // opens the file and its root model
+    OpenDespiteDeclarations(*opened);
+    if (prepare) prepare(*opened);
     std::vector<std::string> names;
     std::string refusal;
     for (const cfg::ScenarioScript* script : scriptsOf(opened->File())) {
@@ -116,6 +120,10 @@ LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened
         loaded.file = opened->getFilePath();
         loaded.number = names.size() - 1;
         loaded.title = fmt::format("{}, script {}", opened->getPath(), script->name);
+        loaded.path = opened->getPath();
+        loaded.script = script->name;
+        loaded.installation = EnvConfig::ourConfigCfgFile;
+        loaded.rootModel = RootModel::fileOf(found.configuration.name);
         try {
             loaded.root = ReadScriptText(script->text, row);
         } catch (...) {
@@ -133,6 +141,11 @@ LoadedScript LoadFromTemplate(Context& context, std::unique_ptr<Template> opened
                                             : ProblemSentence(list.problems.back(), loaded.title);
     }
     if (!refusal.empty()) throw Failure{ExitUnreadable, refusal};
+    if (names.empty() && context.arguments.Has("--all")) {
+        LoadedScript none;
+        none.title = none.path = opened->getPath();
+        return none;
+    }
     if (names.empty()) throw Failure{ExitUnreadable, opened->getPath() + " has no script"};
     throw Failure{ExitUnreadable, wanted.empty()
                                       ? fmt::format("no script of {} is a whole scenario; it has {}", opened->getPath(),
@@ -316,24 +329,36 @@ ScriptRows RowsOf(const LoadedScript& loaded) {
             [](std::uint32_t row) { return row; }};
 }
 
-LoadedScript LoadScript(Context& context, const std::string& operand) {
+void OpenDespiteDeclarations(Template& scenario) {
+    using ScenarioTemplateDb::Exception;
+    try {
+        scenario.getName();
+    } catch (Exception* declaration) { // everything else is thrown by value
+        const std::unique_ptr<Exception> owned(declaration);
+        Report(fmt::format("{}: a declaration leads nowhere: {}", scenario.getPath(), OneLine(owned->message)));
+    }
+}
+
+LoadedScript LoadScript(Context& context, const std::string& operand, const std::function<void(Template&)>& prepare) {
     const bool isScript =
         !context.arguments.Has("--all") && KindOfFile(operand) != FileKind::Scenario && IsFileOnDisk(context, operand);
-    if (!isScript) {
-        const OpenedScenario found = OpenScenario(context, operand);
-        return LoadFromTemplate(
-            context, std::make_unique<Template>(found.configuration.name, found.scenario->getPath(), found.directory));
-    }
+    if (!isScript) return LoadFromTemplate(context, OpenScenario(context, operand), prepare);
     const std::string reason = ReasonNotToOpen(operand);
     if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", operand, reason)};
     const Installation installation(context, InstallationFileFor(context, operand));
     const std::string configuration = ConfigurationFor(context, operand);
     EnvConfig::setConfig(configuration, false);
+    const std::string model =
+        context.arguments.Has("--model") ? context.arguments.Text("--model") : RootModel::fileOf(configuration);
     if (context.arguments.Has("--model"))
-        UseRootModelFile(context.arguments.Text("--model"));
+        UseRootModelFile(model);
     else
         UseRootModel(configuration);
-    return LoadFromDisk(operand);
+    LoadedScript loaded = LoadFromDisk(operand);
+    loaded.path = operand;
+    loaded.installation = installation.File();
+    loaded.rootModel = model;
+    return loaded;
 }
 
 } // namespace tavrel

@@ -11,6 +11,7 @@
 #include <cfg/ScenarioScript.h>
 #include <scenario/ItemModel.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -96,9 +97,13 @@ public:
 
 // A script that is to be run or drawn.
 struct LoadedScript {
-    std::string file;                 // on disk
     std::size_t number = 0;           // of the script among those of its scenario file
     std::string title;                // for messages: the file or scenario, and the script
+    std::string path;                 // of the scenario in the installation, or of the file
+    std::string script;               // its name; empty for a script from disk
+    std::string file;                 // that was read
+    std::string installation;         // whose file it is
+    std::string rootModel;            // the file of the root model
     std::unique_ptr<Template> opened; // null for a script from disk
     std::unique_ptr<TavrelScenarioTemplateDb::ScenarioTables> tables = // what the scenario borrows
         std::make_unique<TavrelScenarioTemplateDb::ScenarioTables>();
@@ -109,9 +114,16 @@ struct LoadedScript {
 // Where the items of a script stand in its file, as it is on disk now.
 ScriptRows RowsOf(const LoadedScript& loaded);
 
+// Opens the file and its root model. A declaration that leads nowhere, at which the library gives up, is told; all else
+// can be used.
+void OpenDespiteDeclarations(Template& scenario);
+
 // Reads what the operand names: a script on disk, or a script of a scenario (by path in the tree or on disk), the one
-// that --script names or else the first that is a whole scenario.
-LoadedScript LoadScript(Context& context, const std::string& operand);
+// that --script names or else the first that is a whole scenario. With --all a scenario without a script answers with
+// nothing but its path.
+// A scenario is handed to `prepare`, if there is one, before its script is read.
+LoadedScript LoadScript(Context& context, const std::string& operand,
+                        const std::function<void(Template&)>& prepare = {});
 
 } // namespace tavrel
 

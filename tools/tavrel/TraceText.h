@@ -2,13 +2,25 @@
 #define TAVREL_COMMAND_TRACETEXT_H
 
 #include <simulation/Events.h>
+#include <simulation/Explanation.h>
 
 #include <string>
+#include <vector>
 
 namespace tavrel {
 
 // An event as a line for people.
 std::string EventText(const TavrelSimulation::Event& event);
+
+// What a run came to, below its last event: rules that were never true, states that were never entered, scores, rules
+// of EVALUATION WARNING and ERROR that fired, and the criteria with the verdict where there are any.
+std::string SummaryText(const TavrelSimulation::RunEnd& end);
+
+// One line for each criterion.
+std::string OutcomesText(const std::vector<TavrelSimulation::Outcome>& outcomes);
+
+// Why a rule did or did not fire, for people or as one object of JSON.
+std::string ExplanationText(const TavrelSimulation::Explanation& explanation, bool asJson);
 
 } // namespace tavrel
 

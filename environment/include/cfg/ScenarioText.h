@@ -16,6 +16,10 @@ namespace cfg {
 // comments. All offsets are bytes, from 0.
 class TAVREL_ENVIRONMENT_API WrittenText {
 public:
+    // The content of an element of an XML text, from behind its start tag to before its end tag. What stands from the
+    // first element inside on is left out.
+    static WrittenText Between(std::string_view source, std::size_t contentBegin, std::size_t contentEnd);
+
     // The text as its reader gets it.
     const std::string& Text() const { return text; }
 

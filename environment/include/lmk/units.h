@@ -56,6 +56,10 @@ TAVREL_ENVIRONMENT_API t_unit toTUnit(const char* text);
 TAVREL_ENVIRONMENT_API double convToUnit(t_unit unit, double value);
 TAVREL_ENVIRONMENT_API double convToSI(t_unit unit, double value);
 
+// Whether numbers of one unit can be told in the other: both are lengths, or both speeds. No unit, percent and per
+// mille are one dimension. False for a number that is no unit.
+TAVREL_ENVIRONMENT_API bool sameDimension(t_unit unit, t_unit other);
+
 } // namespace lmk
 
 #endif

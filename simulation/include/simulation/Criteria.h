@@ -56,6 +56,9 @@ struct Criterion {
 // Throws CriterionError.
 TAVREL_SIMULATION_API Criterion ParseCriterion(const std::string& text);
 
+// The path of the rule that a text names as a criterion would. Throws CriterionError where there is none or several.
+TAVREL_SIMULATION_API std::string RuleNamed(const std::string& rule, const Names& names);
+
 // Judges a run by criteria, event by event, while it happens or from a trace.
 class TAVREL_SIMULATION_API Judge {
 public:
@@ -75,6 +78,7 @@ public:
     std::vector<Outcome> Outcomes() const;
 
 private:
+    friend TAVREL_SIMULATION_API std::string RuleNamed(const std::string& rule, const Names& names);
     struct Watched;
     struct Change;
 

@@ -19,6 +19,8 @@ int RunVariadicRemove(Context& context);
 int RunCheck(Context& context);
 int RunFormat(Context& context);
 int RunRun(Context& context);
+int RunJudge(Context& context);
+int RunSet(Context& context);
 int RunGraph(Context& context);
 int RunFind(Context& context);
 int RunDiff(Context& context);

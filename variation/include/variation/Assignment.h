@@ -7,7 +7,6 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -16,8 +15,10 @@
 
 namespace cfg {
 class CfgScenario;
-class VariadicParameter;
 } // namespace cfg
+namespace ScenarioTemplateDb {
+class ScenarioNode;
+}
 
 // Assignments: what of a scenario may be set, under which names, to which values, and the setting of it.
 namespace TavrelVariation {
@@ -77,13 +78,16 @@ struct TAVREL_VARIATION_API Target {
     std::vector<std::size_t> declarations;  // the indexes of those that name it
 };
 
-// A value that a target can take, in the target's own unit.
+// A value that a target can take.
 struct TAVREL_VARIATION_API Assignment {
     std::size_t target = 0; // its index in Settable::Targets()
     std::string id;         // its full id
-    // As an assignment to the id writes it: numbers without trailing zeros and in the target's unit, which is not
-    // written. Reading it again gives the same value.
+    // As an assignment to the id writes it, which gives the same value again: numbers without trailing zeros, with
+    // their unit where that is not the target's.
     std::string text;
+    double number = 0;                      // of an integer or real, in `unit`
+    lmk::t_unit unit = lmk::UNIT_UNDEFINED; // in which it was given
+    bool boolean = false;                   // of a boolean
 };
 
 // What a name means: a target, and the declaration by which it was named, if any.
@@ -101,8 +105,9 @@ enum class Ranges { Bind, AreTold };
 // of the file that stands elsewhere shows values as they are set, but the variables of a script, which it read before.
 class TAVREL_VARIATION_API Settable {
 public:
-    // Throws AssignmentError, with the reader's reason, for a script that cannot be read.
-    explicit Settable(cfg::CfgScenario& file);
+    // `root` is the root of the file's node tree, which need not outlive this; without one a tree is made, which throws
+    // what TavrelScenarioNode throws for a script that cannot be read.
+    explicit Settable(cfg::CfgScenario& file, ScenarioTemplateDb::ScenarioNode* root = nullptr);
     ~Settable();
     Settable(const Settable&) = delete;
     Settable& operator=(const Settable&) = delete;
@@ -142,8 +147,8 @@ private:
     std::unique_ptr<Parts> parts;
 };
 
-// A number of `from` as one of `to`, as near as doubles come, with what is left of a decimal fraction after that taken
-// away: 25 m/s are 90 km/h. Both units must be of one dimension.
+// A number of `from` as one of `to`, rounded to twelve digits, so that 25 m/s are 90 km/h and not a little less. Both
+// units must be of one dimension.
 TAVREL_VARIATION_API double Converted(double number, lmk::t_unit from, lmk::t_unit to);
 
 // Reads a list of assignments for one run: `second` wins over `first` by target, whatever the names. Throws

@@ -1,0 +1,125 @@
+#include "ScriptVariables.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include <scenario/ScenarioItem.h>
+
+namespace TavrelVariation {
+
+namespace {
+
+constexpr std::string_view kSeparators("\t\n\r\f\0", 5); // what ends a line for the reader, and the text
+
+// Keys of a variable that the writer puts before VALUE.
+constexpr const char* kBefore[] = {"IS_SELECTED", "IS_EXPANDED", "ISA_INDEX", "LABEL", "FILE", "TYPE"};
+
+bool StandsBeforeValue(const ScenarioTextStream& stream) {
+    std::string value;
+    return std::any_of(std::begin(kBefore), std::end(kBefore),
+                       [&](const char* key) { return ReadStringAttribute(stream, key, value); });
+}
+
+// The line end and the indentation right before `position`.
+std::string LineBeginBefore(const std::string& text, std::size_t position) {
+    std::size_t begin = position;
+    while (begin > 0 && kSeparators.find(text[begin - 1]) != std::string_view::npos) --begin;
+    const std::size_t feed = text.rfind('\n', position == 0 ? 0 : position - 1);
+    if (feed == std::string::npos || feed < begin) return text.substr(begin, position - begin);
+    return text.substr(feed > begin && text[feed - 1] == '\r' ? feed - 1 : feed,
+                       position - (feed > begin && text[feed - 1] == '\r' ? feed - 1 : feed));
+}
+
+std::size_t EndOfLine(const std::string& text, std::size_t position) {
+    return std::min(text.find_first_of(kSeparators, position), text.size());
+}
+
+class Scanner {
+public:
+    explicit Scanner(const std::string& script) : text(script), stream(script.c_str(), script.size() + 1) {}
+
+    std::vector<VariableInText> Scan() {
+        ScenarioItemKind kind = KindNone;
+        std::string name;
+        while (stream.cursor < stream.end && *stream.cursor != '\0') {
+            if (ReadHeader(stream, kind, name)) {
+                NextLine(stream);
+                if (stream.cursor >= stream.end || *stream.cursor != '{') continue;
+                NextLine(stream);
+                if (kind == KindVariable && IsOfScript())
+                    ScanVariable(name);
+                else
+                    open.push_back(kind);
+            } else {
+                if (*stream.cursor == '}' && !open.empty()) open.pop_back();
+                NextLine(stream);
+            }
+        }
+        return std::move(found);
+    }
+
+private:
+    std::size_t Position() const { return static_cast<std::size_t>(stream.cursor - text.c_str()); }
+
+    // What an include brings along belongs to it; nothing outside of a rule sees what is in it.
+    bool IsOfScript() const {
+        for (auto kind = open.rbegin(); kind != open.rend(); ++kind) {
+            if (*kind == KindRule || *kind == KindInclude) return false;
+            if (*kind == KindScenario || *kind == KindCriteria || *kind == KindEvaluation) return true;
+        }
+        return true;
+    }
+
+    // From behind the brace to the closing one.
+    void ScanVariable(const std::string& name) {
+        VariableInText variable;
+        variable.name = name;
+        // Without a line that stands before VALUE, it goes behind the brace.
+        std::size_t behind = text.rfind('{', Position()) + 1;
+        const std::size_t firstLine = Position();
+        std::string value;
+        bool any = false;
+        while (stream.cursor < stream.end && *stream.cursor != '\0' && *stream.cursor != '}') {
+            any = true;
+            if (ReadStringAttribute(stream, "VALUE", value)) {
+                // The first value counts; an empty one leaves the place to a later line.
+                if (variable.value.empty()) {
+                    variable.hasValueLine = true;
+                    variable.value = value;
+                    variable.valueBegin = Position() + std::string_view("VALUE=\"").size();
+                }
+            } else if (ReadStringAttribute(stream, "TYPE", value)) {
+                variable.type = value;
+            } else if (ReadStringAttribute(stream, "INTERACTIVE_TYPE", value)) {
+                variable.interactiveType = value;
+            }
+            if (StandsBeforeValue(stream)) behind = EndOfLine(text, Position());
+            NextLine(stream);
+        }
+        if (!variable.hasValueLine) {
+            variable.valueBegin = std::min(EndOfLine(text, behind), text.size());
+            variable.lineBegin = LineBeginBefore(text, any ? firstLine : Position());
+            if (!any) variable.lineBegin += '\t';
+        }
+        found.push_back(std::move(variable));
+        if (stream.cursor < stream.end && *stream.cursor == '}') NextLine(stream);
+    }
+
+    const std::string& text;
+    ScenarioTextStream stream;
+    std::vector<ScenarioItemKind> open; // the items around the cursor
+    std::vector<VariableInText> found;
+};
+
+} // namespace
+
+std::vector<VariableInText> VariablesIn(const std::string& script) { return Scanner(script).Scan(); }
+
+void PutValue(std::string& script, const VariableInText& variable, const std::string& value) {
+    if (variable.hasValueLine)
+        script.replace(variable.valueBegin, variable.value.size(), value);
+    else
+        script.insert(variable.valueBegin, variable.lineBegin + "VALUE=\"" + value + "\"");
+}
+
+} // namespace TavrelVariation
