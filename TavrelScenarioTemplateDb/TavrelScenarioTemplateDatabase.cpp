@@ -278,6 +278,7 @@ void TavrelScenarioTemplateDatabase::getScenarioPaths(const std::string& configu
 std::string TavrelScenarioTemplateDatabase::forEachScenario(const std::string& configuration,
                                                             std::size_t directoryIndex,
                                                             const ScenarioVisitor& visitor) const {
+    const lmkUtils::InstallationMoment moment;
     const std::string root = walkedRoot(getScenarioDirectory(configuration, directoryIndex));
     walkScenarios(root, visitor);
     return lmkUtils::EnvConfig::transformInGenericPath(root, false);
