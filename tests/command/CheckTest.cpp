@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -163,7 +165,39 @@ TEST_F(CheckTest, FormatRefusesWithTheRowAndTellsWhatIsLost) {
     const Result lossy = run({"format", config});
     EXPECT_EQ(lossy.status, 0);
     EXPECT_THAT(lossy.out, HasSubstr("UPDATE_DELAY=\"2\""));
-    EXPECT_EQ(lossy.err, "tavrel: " + config + ":3: this line is written otherwise: LABEL=\"Lost\"\n");
+    const std::string told = "tavrel: " + config + ":3: this line is lost: LABEL=\"Lost\"\n";
+    EXPECT_EQ(lossy.err, told);
+    const std::string whole = readFile(config);
+    const Result kept = run({"format", config, "--output", config});
+    EXPECT_EQ(kept.status, 1);
+    EXPECT_EQ(kept.err, told + "tavrel: " + config +
+                            " is not written: 1 of its lines would be lost; --force writes it all the same, another "
+                            "--output keeps it\n");
+    EXPECT_EQ(readFile(config), whole);
+    EXPECT_EQ(run({"format", config, "--output", installation.path() + "/copy.sc"}).status, 0);
+    EXPECT_EQ(run({"format", config, "--output", config, "--force"}).status, 0);
+    EXPECT_EQ(readFile(config), readFile(installation.path() + "/copy.sc"));
+}
+
+TEST_F(CheckTest, FormatWritesNothingThatCannotBeReadAgain) {
+    // A header without a name reads back only with a carriage return behind it.
+    const std::string text = "TYPEOF CONFIG\r{\n\tREQUEST_DELAY=\"1\"\n}\n";
+    const std::string file = installation.write("town/nameless.sc", text);
+    for (const std::string& target : {file, installation.path() + "/copy.sc"}) {
+        const Result refused = run({"format", file, "--output", target, "--force"});
+        EXPECT_EQ(refused.status, 1) << refused;
+        EXPECT_THAT(refused.err, HasSubstr("could not be read again"));
+    }
+    EXPECT_EQ(readFile(file), text);
+    EXPECT_FALSE(std::filesystem::exists(installation.path() + "/copy.sc"));
+
+    const std::string locked = installation.write("town/locked.sc", "TYPEOF CONFIG (c)\n{\n}\n");
+    std::filesystem::permissions(locked, std::filesystem::perms::owner_read);
+    CommandRunner user = run;
+    user.heedsPermissions = true;
+    const Result refused = user({"format", locked, "--output", locked});
+    EXPECT_EQ(refused.status, 3);
+    EXPECT_THAT(refused.err, testing::EndsWith("cannot write " + locked + ": no permission\n"));
 }
 
 } // namespace

@@ -170,10 +170,12 @@ const std::vector<CommandRow>& Commands() {
 
         {"format", "write a model or script in its usual form",
          "Reads a root model or script and writes it back in the form of the library's writer: order of attributes, "
-         "indentation, empty lines. Line ends stay as they are. A line that would be lost is told.",
+         "indentation, empty lines. Line ends stay as they are. A line that is lost is told, and then the file itself is only "
+         "written with --force. What could not be read again is never written.",
          {{"FILE", "", One, Files, "", "a root model, script or include"}},
          {{"--output", "FILE", One, Files, "", "write to FILE, which may be the same file, instead of the standard output"},
           {"--check", "", Flag, None, "", "write nothing; exit with 1 if the file has another form"},
+          {"--force", "", Flag, None, "", "write the file itself also where lines of it are lost"},
           kModel},
          Runs::InOneChild, RunFormat,
          {"tavrel format pause.sc --output pause.sc"}},

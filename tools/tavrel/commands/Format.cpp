@@ -1,10 +1,13 @@
+#include "../Saving.h"
 #include "../Scripts.h"
 #include "Commands.h"
 
 #include <lmkUtils/EnvConfig.h>
 
+#include <filesystem>
 #include <fstream>
 #include <map>
+#include <optional>
 #include <sstream>
 
 namespace tavrel {
@@ -43,16 +46,78 @@ std::vector<std::string> Lines(const std::string& text) {
     return lines;
 }
 
-// Tells each line that the items read but do not write, such as the label of a configuration.
-void TellLosses(const std::string& path, const std::string& before, const std::string& after) {
-    std::map<std::string, int> kept;
-    for (const std::string& line : Lines(after)) ++kept[line];
+// What a line is about: the key of an attribute, or TYPEOF for the header of an item. Empty for all other lines, and
+// for attributes that say what holds without them.
+std::string SubjectOf(const std::string& line) {
+    if (line.starts_with("TYPEOF")) return "TYPEOF";
+    const std::size_t sign = line.find('=');
+    if (sign == std::string::npos) return "";
+    const std::string value = line.substr(sign + 1);
+    const bool isDefault = value.starts_with("\"\"") || value == "\"0\"" || line == "MODIFIER=\"IS_TRUE\"";
+    return isDefault ? "" : line.substr(0, sign);
+}
+
+// Tells each line that the items read but do not write as it stands. Answers how many of them are lost, such as the
+// label of a configuration, and not only written in another form.
+int TellLosses(const std::string& path, const std::string& before, const std::string& after) {
+    std::map<std::string, int> kept, keptSubjects;
+    for (const std::string& line : Lines(after)) {
+        ++kept[line];
+        ++keptSubjects[SubjectOf(line)];
+    }
+    int lost = 0;
     std::size_t row = 0;
+    std::vector<std::pair<std::size_t, std::string>> others;
     for (const std::string& line : Lines(before)) {
         ++row;
-        if (!line.empty() && --kept[line] < 0)
-            Report(fmt::format("{}:{}: this line is written otherwise: {}", path, row, line));
+        if (line.empty()) continue;
+        if (--kept[line] >= 0)
+            --keptSubjects[SubjectOf(line)];
+        else
+            others.emplace_back(row, line);
     }
+    for (const auto& [otherRow, line] : others) {
+        const std::string subject = SubjectOf(line);
+        const bool isLost = !subject.empty() && --keptSubjects[subject] < 0;
+        lost += isLost ? 1 : 0;
+        Report(fmt::format("{}:{}: this line is {}: {}", path, otherRow, isLost ? "lost" : "written otherwise", line));
+    }
+    return lost;
+}
+
+// Whether the text can be read, and then written as it stands.
+bool ReadsBack(const std::string& text, bool carriageReturns) {
+    try {
+        ScenarioTextStream stream(text.c_str(), text.size() + 1);
+        ItemLoadContext observers{nullptr, nullptr};
+        const std::unique_ptr<ScenarioItem> root(ReadItem(stream, nullptr, &observers, false));
+        return root && Written(*root, carriageReturns) == text;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+// Puts the text where --output says. Nothing is replaced by what cannot be read again, and the file itself only by
+// what holds all of it, or with --force.
+void Save(Context& context, const std::string& path, const std::string& before, const std::string& after,
+          bool carriageReturns, int lost) {
+    const std::string target = context.arguments.Text("--output");
+    std::error_code error;
+    const bool isInput = std::filesystem::equivalent(path, target, error);
+    if (!ReadsBack(after, carriageReturns))
+        throw Failure{ExitFindings,
+                      fmt::format("{} is not written: the form that format writes could not be read again, "
+                                  "which the header of an item without a name can bring about",
+                                  target)};
+    if (isInput && lost > 0 && !context.arguments.Has("--force"))
+        throw Failure{ExitFindings,
+                      fmt::format("{} is not written: {} of its lines would be lost; --force writes it all "
+                                  "the same, another --output keeps it",
+                                  target, lost)};
+    if (!isInput) return SaveFile(target, after);
+    std::string reason;
+    if (!Commons::ReplaceFileWhole(target, before, after, reason))
+        throw Failure{ExitUnreadable, fmt::format("cannot write {}: {}", target, reason)};
 }
 
 void PrepareModel(Context& context, const std::string& path) {
@@ -71,16 +136,20 @@ int RunFormat(Context& context) {
     if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", path, reason)};
     if (KindOfFile(path) != FileKind::Model) PrepareModel(context, path);
 
-    const std::unique_ptr<ScenarioItem> root = ReadScriptFileOrFail(path, ExitFindings);
+    std::optional<EditLock> lock;
+    if (context.arguments.Has("--output")) lock.emplace(context.arguments.Text("--output"));
+    // First, so that a change between the two is noticed when the file is to be replaced.
     const std::string before = ReadBytes(path);
-    const std::string after = Written(*root, before.find("\r\n") != std::string::npos);
-    TellLosses(path, before, after);
+    const std::unique_ptr<ScenarioItem> root = ReadScriptFileOrFail(path, ExitFindings);
+    const bool carriageReturns = before.find("\r\n") != std::string::npos;
+    const std::string after = Written(*root, carriageReturns);
+    const int lost = TellLosses(path, before, after);
     if (context.arguments.Has("--check")) {
         if (after != before) Report(path + " is not in the form that format writes");
         return after == before ? ExitClean : ExitFindings;
     }
     if (context.arguments.Has("--output"))
-        SaveFile(context.arguments.Text("--output"), after);
+        Save(context, path, before, after, carriageReturns, lost);
     else
         context.out.Print(std::string_view(after));
     return context.status;
