@@ -13,6 +13,7 @@
 
 #include <unistd.h>
 
+#include <Commons/WholeFile.h>
 #include <lmkUtils/EnvConfig.h>
 
 namespace TavrelChecking {
@@ -23,7 +24,6 @@ namespace fs = std::filesystem;
 using lmkUtils::EnvConfig;
 
 constexpr const char* kFolder = "data/script/include";
-constexpr std::uintmax_t kLargestFile = std::uintmax_t(256) << 20;
 
 std::string Sentence(const std::error_code& error) {
     std::string words = error.message();
@@ -44,7 +44,7 @@ std::string ReasonNotToOpen(const std::string& path, bool& isTooLarge) {
     if (access(path.c_str(), R_OK) != 0) return Sentence({errno, std::generic_category()});
     const std::uintmax_t size = fs::file_size(path, error);
     if (error) return Sentence(error);
-    isTooLarge = size > kLargestFile;
+    isTooLarge = size > Commons::kLargestFile;
     if (isTooLarge) return "with " + std::to_string(size) + " bytes it is larger than any file that is read";
     return "";
 }
