@@ -144,6 +144,23 @@ void stepDeep(benchmark::State& state) {
 }
 BENCHMARK(stepDeep)->Arg(10)->Arg(1000)->Arg(100000);
 
+// So many states side by side, the last one active, and nothing to do in any of them.
+void stepStates(benchmark::State& state) {
+    TheHost();
+    const auto states = static_cast<std::int32_t>(state.range(0));
+    std::string text;
+    for (std::int32_t i = 0; i < states; ++i) text += Block("TASK (" + std::to_string(i) + ")", "");
+    const auto item = Read(Block("SCENARIO (0)", text));
+    auto& scenario = static_cast<Scenario&>(*item);
+    scenario.Init("", 0.0);
+    scenario.nextState = states - 1;
+    scenario.transitionPending = 1;
+    double time = 0.0;
+    for (auto _ : state) scenario.StepScenario(time += 0.02);
+    if (scenario.currentState != states - 1) state.SkipWithError("not in its last state");
+}
+BENCHMARK(stepStates)->Arg(10)->Arg(2000);
+
 // The two conversions that a condition of two literals cannot do without, each rule's own texts.
 void convertTwice(benchmark::State& state) {
     const auto rules = static_cast<std::size_t>(state.range(0));

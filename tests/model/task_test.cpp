@@ -111,11 +111,13 @@ TEST_F(TaskTest, TaskKindIsAStrictNumber) {
 
 TEST_F(TaskTest, StatesAreFoundByTheNumberOfTheirName) {
     Task task;
-    for (const char* name : {"3", "x", "7up", "3", "-5"}) AddNew<Task>(task, KindTask, name);
+    for (const char* name : {"3", "x", "7up", "3", "-5", "120", "12", "+4", "04", "99999999999"})
+        AddNew<Task>(task, KindTask, name);
     struct {
         std::int32_t number;
         std::ptrdiff_t index;
-    } rows[] = {{3, 0}, {0, 1}, {7, 2}, {-5, 4}, {-1, -1}, {99, -1}};
+    } rows[] = {{3, 0},  {0, 1},  {7, 2},   {-5, 4}, {-1, -1},       {99, -1},
+                {1, -1}, {12, 6}, {120, 5}, {4, 7},  {2147483647, 9}};
     for (const auto& row : rows) EXPECT_EQ(task.StateIndex(row.number), row.index) << row.number;
 
     task.stateNames[3] = "Start";

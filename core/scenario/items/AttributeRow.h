@@ -11,7 +11,6 @@
 #include <scenario/ScenarioItem.h>
 
 #include "text/Refusal.h"
-#include "text/ShortText.h"
 #include "text/TextFormat.h"
 
 // Keeps, for the listener, that the line at the cursor gives `key` a second value.
@@ -36,7 +35,7 @@ struct AttributeRow {
     template <auto Field, bool (*IsAllowed)(std::string_view)>
     static constexpr AttributeRow word(std::string_view key) {
         return {key, IsEmpty<Field>, [](Item& item, std::string_view value) {
-                    SetText(item.*Field, value);
+                    item.*Field = value;
                     return value.empty() || IsAllowed(value) || Refuse("\"", value, "\" is not a word known here");
                 }};
     }
@@ -67,7 +66,7 @@ private:
     }
     template <auto Field>
     static bool Store(Item& item, std::string_view value) {
-        SetText(item.*Field, value);
+        item.*Field = value;
         return true;
     }
 };

@@ -15,7 +15,6 @@
 #include "text/Log.h"
 #include "text/NumberText.h"
 #include "text/Refusal.h"
-#include "text/ShortText.h"
 
 namespace {
 
@@ -95,7 +94,7 @@ void SetDuration(Condition& condition, const std::string& text) {
 }
 
 bool TakeModifier(Condition& condition, std::string_view value) {
-    SetText(condition.modifier, value);
+    condition.modifier = value;
     // What the writer prints for a condition without one.
     if (value.empty() || FindModifier(value)) return true;
     if (!RefusalsAreTold()) return false;

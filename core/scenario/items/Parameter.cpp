@@ -16,7 +16,6 @@
 #include "text/Kinds.h"
 #include "text/NumberText.h"
 #include "text/Refusal.h"
-#include "text/ShortText.h"
 #include "text/TextFormat.h"
 
 namespace {
@@ -29,7 +28,7 @@ constexpr std::string_view kVariable = "VARIABLE";
 const Parameter& DefinitionOf(const Parameter& parameter) { return static_cast<const Parameter&>(*parameter.model); }
 
 bool Contains(const std::vector<std::string>& words, std::string_view word) {
-    return std::any_of(words.begin(), words.end(), [word](const std::string& known) { return SameText(known, word); });
+    return std::any_of(words.begin(), words.end(), [word](const std::string& known) { return known == word; });
 }
 
 bool IsTypeWord(std::string_view word) {
@@ -39,12 +38,12 @@ bool IsTypeWord(std::string_view word) {
 bool IsUsageWord(std::string_view word) { return word == "BY_VALUE" || word == "BY_ADDRESS"; }
 
 bool TakeType(Parameter& parameter, std::string_view value) {
-    SetText(parameter.type, value);
+    parameter.type = value;
     return IsTypeWord(value) || Refuse("TYPE \"", value, "\" is not among \"BOOL FLOAT INTEGER STRING VOID\"");
 }
 
 bool TakeUsage(Parameter& parameter, std::string_view value) {
-    SetText(parameter.usage, value);
+    parameter.usage = value;
     return IsUsageWord(value) || Refuse("USAGE \"", value, "\" is not among \"BY_VALUE BY_ADDRESS\"");
 }
 
@@ -60,7 +59,7 @@ bool TakeUsage(Parameter& parameter, std::string_view value) {
 }
 
 bool TakeEnumTab(Parameter& parameter, std::string_view value) {
-    SetText(parameter.enumTab, value);
+    parameter.enumTab = value;
     return parameter.FindEnumTab(parameter.enumTab) || RefuseUnknownEnumTab(parameter);
 }
 
@@ -79,13 +78,13 @@ bool TakeKindList(Parameter& parameter, std::string_view value) {
 }
 
 bool TakeMaxValue(Parameter& parameter, std::string_view value) {
-    SetText(parameter.maxValue, value);
+    parameter.maxValue = value;
     return parameter.minValue.empty() || NumberOf(parameter.maxValue) > NumberOf(parameter.minValue) ||
            Refuse("MAXVALUE \"", value, "\" is not above MINVALUE \"", parameter.minValue, "\"");
 }
 
 bool TakeKind(Parameter& parameter, std::string_view value) {
-    SetText(parameter.valueKind, value);
+    parameter.valueKind = value;
     if (value != kVariable) parameter.ownerFile.clear();
     const std::vector<std::string>& allowed = DefinitionOf(parameter).kindList;
     // Empty is what the writer prints for a definition without a default.
@@ -94,12 +93,12 @@ bool TakeKind(Parameter& parameter, std::string_view value) {
 }
 
 bool TakeValue(Parameter& parameter, std::string_view value) {
-    SetText(parameter.value, value);
+    parameter.value = value;
     return value.empty() || ValueKindOf(parameter.valueKind).accepts(parameter);
 }
 
 bool TakeOwnerFile(Parameter& parameter, std::string_view value) {
-    if (parameter.valueKind == kVariable) SetText(parameter.ownerFile, value);
+    if (parameter.valueKind == kVariable) parameter.ownerFile = value;
     return true;
 }
 

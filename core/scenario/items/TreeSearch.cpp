@@ -36,34 +36,12 @@ public:
     // By index, since the list moves when a level below makes it longer.
     ScenarioItem* At(std::size_t index) const { return list[first + index]; }
     void SortByLabel() {
-        labelled.clear();
-        for (std::size_t at = first; at < last; ++at) labelled.emplace_back(list[at]);
-        std::sort(labelled.begin(), labelled.end());
-        for (std::size_t at = first; at < last; ++at) list[at] = labelled[at - first].item;
+        const auto begin = list.begin() + static_cast<std::ptrdiff_t>(first);
+        std::sort(begin, list.end(), [](const ScenarioItem* a, const ScenarioItem* b) { return a->label < b->label; });
     }
 
 private:
-    // A child with the beginning of its label as a number, which decides nearly every comparison. So the items, which
-    // lie apart, are looked at once each.
-    struct Labelled {
-        explicit Labelled(ScenarioItem* child) : item(child) {
-            char text[2 * sizeof(std::uint64_t)] = {};
-            std::memcpy(text, item->label.data(), std::min(item->label.size(), sizeof text));
-            for (std::size_t at = 0; at < sizeof text; ++at)
-                begin[at / sizeof(std::uint64_t)] =
-                    begin[at / sizeof(std::uint64_t)] << 8 | static_cast<unsigned char>(text[at]);
-        }
-        bool operator<(const Labelled& other) const {
-            if (begin[0] != other.begin[0]) return begin[0] < other.begin[0];
-            if (begin[1] != other.begin[1]) return begin[1] < other.begin[1];
-            return item->label < other.item->label;
-        }
-        std::uint64_t begin[2] = {};
-        ScenarioItem* item;
-    };
-
     inline static std::vector<ScenarioItem*> list;
-    inline static std::vector<Labelled> labelled; // of one sort at a time
     std::size_t first;
     std::size_t last = 0;
 };

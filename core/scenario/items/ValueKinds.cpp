@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <iterator>
 
-#include "text/ShortText.h"
-
 namespace {
 
 using namespace valueKinds;
@@ -73,7 +71,7 @@ constexpr auto kFirstOfLetter = [] {
 const ValueKind* FindValueKind(std::string_view word) {
     if (word.empty() || word[0] < 'A' || word[0] > 'Z') return nullptr;
     for (std::size_t at = kFirstOfLetter[static_cast<std::size_t>(word[0] - 'A')]; at < std::size(kKinds); ++at)
-        if (SameText(kKinds[at].word, word)) return &kKinds[at];
+        if (kKinds[at].word == word) return &kKinds[at];
     return nullptr;
 }
 

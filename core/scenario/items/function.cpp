@@ -17,7 +17,6 @@
 #include "text/Kinds.h"
 #include "text/NumberText.h"
 #include "text/Refusal.h"
-#include "text/ShortText.h"
 #include "text/TextFormat.h"
 #include "text/TypeFit.h"
 
@@ -33,7 +32,7 @@ bool IsCall(const ScenarioItem* item) { return KindIsIn(item->kind, kCallable); 
 using Row = AttributeRow<Function>;
 
 bool TakeCode(Function& call, std::string_view value) {
-    SetText(call.code, value);
+    call.code = value;
     // An empty CODE, as the writer prints for none, leaves the number at "no implementation".
     if (!value.empty()) call.codeNumber = WholeNumberOf(call.code);
     return true;
@@ -41,7 +40,7 @@ bool TakeCode(Function& call, std::string_view value) {
 
 // Any word stays in the field, but only those that the map tool knows are taken.
 bool TakeWizard(Function& call, std::string_view value) {
-    SetText(call.wizard, value);
+    call.wizard = value;
     return value.empty() || value == "MAPTOOL" || value == "MAPTOOLRECT" ||
            Refuse("WIZARD \"", value, "\" is not among \"MAPTOOL MAPTOOLRECT\"");
 }
@@ -127,14 +126,6 @@ void CollectBelow(Call& call, std::uint32_t itemKind, std::vector<Item*>& out, i
 
 bool HoldsCall(const Parameter& parameter) { return parameter.functionValue != nullptr; }
 
-// At its end a call is compared with the parameters of its definition, which lie far apart in a large model.
-void FetchNextWanted(const Function& call) {
-    if (!call.model || call.model == &call || !IsCall(call.model)) return;
-    const std::vector<Parameter*>& wanted = static_cast<const Function&>(*call.model).parameters;
-    const std::size_t next = call.parameters.size();
-    if (next < wanted.size() && wanted[next]) __builtin_prefetch(&wanted[next]->name);
-}
-
 void Bind(Function& call, Parameter& parameter) {
     call.boundParameter = &parameter;
     parameter.SetFunction(&call);
@@ -169,7 +160,6 @@ void Function::DetachChildren() { parameters.clear(); }
 void Function::AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) {
     if (!child) AssertionFailed(kNullChild.source, kNullChild.line);
     if (!IsParameterKind(child)) return;
-    FetchNextWanted(*this);
     childStore::Place(this, parameters, child, reference, after, kNullChild);
 }
 
@@ -235,7 +225,7 @@ bool Function::OnLoadEnd() {
                       definition.parameters.size());
     if (model == this) return true;
     for (std::size_t i = 0; i < parameters.size(); ++i) {
-        if (SameText(parameters[i]->name, definition.parameters[i]->name)) continue;
+        if (parameters[i]->name == definition.parameters[i]->name) continue;
         if (definition.overloadable != "1")
             return Refuse("parameter ", i + 1, " of \"", name, "\" is \"", parameters[i]->name,
                           "\", its definition has \"", definition.parameters[i]->name, "\"");

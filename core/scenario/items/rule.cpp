@@ -13,7 +13,6 @@
 #include "text/Log.h"
 #include "text/NumberText.h"
 #include "text/Refusal.h"
-#include "text/ShortText.h"
 
 namespace {
 
@@ -24,7 +23,7 @@ bool IsEvaluationWord(std::string_view word) { return word == kNormal || word ==
 // The word stays stored, whether it is one or not. The empty text is what a rule is saved with that never met the end
 // of a load: it reads back as unset.
 bool TakeEvaluation(Rule& rule, std::string_view value) {
-    SetText(rule.evaluation, value);
+    rule.evaluation = value;
     return value.empty() || IsEvaluationWord(value) ||
            Refuse("EVALUATION \"", value, "\" is not among \"NORMAL WARNING ERROR\"");
 }

@@ -7,7 +7,6 @@
 #include "link/Lookup.h"
 #include "text/Assertion.h"
 #include "text/Refusal.h"
-#include "text/ShortText.h"
 
 Token* RootDefinitionOf(const Token& item) {
     Token* definition = item.model;
@@ -44,7 +43,7 @@ std::uint32_t DefinitionKindOf(const Token& item) {
 } // namespace
 
 void LinkModelIn(Token& item, std::string_view listName) {
-    if (item.parent && SameText(item.parent->name, listName)) {
+    if (item.parent && item.parent->name == listName) {
         item.SetModel(&item);
         return;
     }

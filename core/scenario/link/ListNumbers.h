@@ -9,8 +9,6 @@
 
 #include <scenario/DefinitionLists.h>
 
-#include "text/ShortText.h"
-
 // The numbers under which an index keeps the lists of definitions.
 
 inline constexpr std::size_t kListCount = std::size(kDefinitionLists);
@@ -39,7 +37,7 @@ inline constexpr auto kListOfKind = [] {
 }();
 inline std::size_t ListOf(std::string_view folderName, std::uint32_t kind) {
     const std::size_t list = kind < kListOfKind.size() ? kListOfKind[kind] : kListCount;
-    return list < kListCount && SameText(kListNames[list], folderName) ? list : kListCount;
+    return list < kListCount && kListNames[list] == folderName ? list : kListCount;
 }
 
 #endif

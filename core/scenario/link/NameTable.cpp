@@ -6,8 +6,6 @@
 
 #include <scenario/ScenarioItem.h>
 
-#include "text/ShortText.h"
-
 namespace {
 
 constexpr std::size_t kWord = sizeof(std::uint64_t);
@@ -78,7 +76,7 @@ std::size_t NameTable::PlaceOf(std::string_view name, const Key& key, std::uint3
     const auto isThere = [&](const Place& place) {
         if (place.hash != hash) return false;
         const Entry& entry = entries[place.entry - 1];
-        return entry.key == key && (key.size <= 2 * kWord || SameText(entry.named->name, name));
+        return entry.key == key && (key.size <= 2 * kWord || entry.named->name == name);
     };
     const std::size_t mask = places.size() - 1;
     std::size_t at = hash & mask;

@@ -4,8 +4,6 @@
 #include <cstddef>
 #include <iterator>
 
-#include "text/ShortText.h"
-
 namespace {
 
 struct KindRow {
@@ -65,7 +63,7 @@ ScenarioItemKind KindOfKeyword(std::string_view keyword) {
     const std::uint32_t first = kFirstOfLetter[static_cast<std::size_t>(keyword[0] - 'A')];
     if (first == 0) return KindNone;
     for (std::uint32_t kind = first; kind < std::size(kKinds); ++kind) {
-        if (SameText(kKinds[kind].keyword, keyword)) return static_cast<ScenarioItemKind>(kind);
+        if (kKinds[kind].keyword == keyword) return static_cast<ScenarioItemKind>(kind);
     }
     return KindNone;
 }

@@ -4,11 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <string>
 #include <string_view>
 
-// Whether two texts are equal. Names and words are short, and there are several for each line of a text, so the call of
-// the library costs more than the comparison.
+// Whether two texts are equal, for where that is asked at each evaluation of a short one: the call of the library would
+// cost more than the comparison.
 inline bool SameText(std::string_view a, std::string_view b) {
     const std::size_t size = a.size();
     if (size != b.size()) return false;
@@ -31,17 +30,6 @@ inline bool SameText(std::string_view a, std::string_view b) {
     for (std::size_t at = 0; at < size; ++at)
         if (a[at] != b[at]) return false;
     return true;
-}
-
-// Gives a field a text that is no part of it. The library's own assignment spends longer on that question than on the
-// few characters.
-inline void SetText(std::string& field, std::string_view text) {
-    if (text.size() > field.capacity()) {
-        field = std::string(text); // of just that size
-    } else {
-        field.clear();
-        field.append(text);
-    }
 }
 
 #endif

@@ -6,14 +6,10 @@
 #include <cstring>
 #include <ostream>
 
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
-
 #include "text/Assertion.h"
+#include "text/ByteGroup.h"
 #include "text/Kinds.h"
 #include "text/Refusal.h"
-#include "text/ShortText.h"
 #include "text/TextUnderWay.h"
 
 namespace {
@@ -28,28 +24,10 @@ constexpr std::size_t kJoinBufferSize = 1024;
 constexpr char kLastControl = ' ' - 1;
 bool IsControl(char c) { return static_cast<unsigned char>(c) <= static_cast<unsigned char>(kLastControl); }
 
-// Every byte of a text passes through the searches below, so they look at sixteen at once where the processor can, and
-// the step to the next line, which is most of them, at two times sixteen: with its indent, that is nearly every line.
-#ifdef __SSE2__
-constexpr std::ptrdiff_t kGroup = 16;
+// Every byte of a text passes through the searches below, so they look at sixteen at once, and the step to the next
+// line, which is most of them, at two times sixteen: with its indent, that is nearly every line.
+constexpr std::ptrdiff_t kGroup = ByteGroup::kSize;
 constexpr std::ptrdiff_t kTwoGroups = 2 * kGroup;
-
-__m128i GroupAt(const char* at) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at)); }
-
-// One bit for each byte of the group.
-unsigned BitsOf(__m128i bytes) { return static_cast<unsigned>(_mm_movemask_epi8(bytes)); }
-
-unsigned Equal(__m128i group, char c) { return BitsOf(_mm_cmpeq_epi8(group, _mm_set1_epi8(c))); }
-
-// Bytes that are at most `c`, unsigned.
-unsigned AtMost(__m128i group, char c) { return BitsOf(_mm_cmpeq_epi8(_mm_min_epu8(group, _mm_set1_epi8(c)), group)); }
-
-unsigned Separators(__m128i group) {
-    const __m128i fromTab = _mm_cmpgt_epi8(group, _mm_set1_epi8('\t' - 1));
-    const __m128i toReturn = _mm_cmplt_epi8(group, _mm_set1_epi8('\r' + 1));
-    const __m128i verticalTab = _mm_cmpeq_epi8(group, _mm_set1_epi8('\v'));
-    return BitsOf(_mm_andnot_si128(verticalTab, _mm_and_si128(fromTab, toReturn)));
-}
 
 // Hardly ever more than two, so there is nothing to win from counting faster.
 std::uint32_t CountBits(std::uint32_t bits) {
@@ -57,15 +35,12 @@ std::uint32_t CountBits(std::uint32_t bits) {
     for (; bits != 0; bits &= bits - 1) ++count;
     return count;
 }
-#endif
 
 // The first separator at or behind `at`, or `end`.
 const char* FindSeparator(const char* at, const char* end) {
-#ifdef __SSE2__
     for (; end - at >= kGroup; at += kGroup) {
-        if (const unsigned found = Separators(GroupAt(at))) return at + std::countr_zero(found);
+        if (const unsigned found = ByteGroup(at).Separators()) return at + std::countr_zero(found);
     }
-#endif
     while (at < end && !IsSeparator(*at)) ++at;
     return at;
 }
@@ -73,17 +48,15 @@ const char* FindSeparator(const char* at, const char* end) {
 void SkipSeparators(ScenarioTextStream& stream) {
     const char* at = stream.cursor;
     const char* const end = stream.end;
-#ifdef __SSE2__
     for (; end - at >= kGroup; at += kGroup) {
-        const __m128i group = GroupAt(at);
-        const int length = std::countr_one(Separators(group));
+        const ByteGroup group(at);
+        const int length = std::countr_one(group.Separators());
         const unsigned passed = (1U << length) - 1; // sixteen at most
-        stream.line += CountBits(Equal(group, '\n') & passed);
+        stream.line += CountBits(group.Equal('\n') & passed);
         if (length == kGroup) continue;
         stream.cursor = at + length;
         return;
     }
-#endif
     for (; at < end && IsSeparator(*at); ++at) {
         if (*at == '\n') ++stream.line;
     }
@@ -92,13 +65,11 @@ void SkipSeparators(ScenarioTextStream& stream) {
 
 // The first byte from `at` on that is one of the two or a NUL, or `end`.
 const char* FindEither(const char* at, const char* end, char one, char other) {
-#ifdef __SSE2__
     for (; end - at >= kGroup; at += kGroup) {
-        const __m128i group = GroupAt(at);
-        const unsigned found = Equal(group, one) | Equal(group, other) | Equal(group, '\0');
+        const ByteGroup group(at);
+        const unsigned found = group.Equal(one) | group.Equal(other) | group.Equal('\0');
         if (found) return at + std::countr_zero(found);
     }
-#endif
     while (at < end && *at != one && *at != other && *at != '\0') ++at;
     return at;
 }
@@ -140,23 +111,21 @@ ScenarioTextStream::ScenarioTextStream(const char* text, std::size_t length)
 }
 
 void NextLine(ScenarioTextStream& stream) {
-#ifdef __SSE2__
     const char* at = stream.cursor;
     for (; stream.end - at >= kTwoGroups; at += kTwoGroups) {
-        const __m128i low = GroupAt(at);
-        const __m128i high = GroupAt(at + kGroup);
-        const std::uint64_t separators = Separators(low) | (Separators(high) << kGroup);
+        const ByteGroup low(at);
+        const ByteGroup high(at + kGroup);
+        const std::uint64_t separators = low.Separators() | (high.Separators() << kGroup);
         if (separators == 0) continue;
         const int first = std::countr_zero(separators);
         const int behind = first + std::countr_one(separators >> first);
-        const unsigned feeds = Equal(low, '\n') | (Equal(high, '\n') << kGroup);
+        const unsigned feeds = low.Equal('\n') | (high.Equal('\n') << kGroup);
         stream.line += CountBits(static_cast<std::uint32_t>(feeds & ((std::uint64_t{1} << behind) - 1)));
         stream.cursor = at + behind;
         if (behind == kTwoGroups) SkipSeparators(stream);
         return;
     }
     stream.cursor = at;
-#endif
     stream.cursor = FindSeparator(stream.cursor, stream.end);
     SkipSeparators(stream);
 }
@@ -168,21 +137,20 @@ bool BeginsWithHeaderWord(const ScenarioTextStream& stream) {
     return left >= kHeaderWord.size() && std::memcmp(stream.cursor, kHeaderWord.data(), kHeaderWord.size()) == 0;
 }
 
-#ifdef __SSE2__
 // The header as it stands in nearly every text: short, with its blank and both brackets, and with no control character
 // in it. False says nothing.
 bool MatchPlainHeader(const ScenarioTextStream& stream, std::string_view& keyword, std::string_view& name) {
     const char* const word = stream.cursor + kHeaderWord.size();
     if (stream.end - word < 3 * kGroup) return false;
-    const unsigned ends = AtMost(GroupAt(word), ' ');
+    const unsigned ends = ByteGroup(word).AtMost(' ');
     if (ends == 0) return false;
     const char* const blank = word + std::countr_zero(ends);
     if (blank == word || *blank != ' ') return false;
     // Whatever stands in place of the bracket, and the first character of the name, are no end of it.
     const char* const first = blank + 2;
-    const __m128i group = GroupAt(first);
-    const unsigned controls = AtMost(group, kLastControl) | (IsControl(blank[1]) ? 1U : 0U);
-    const unsigned found = (Equal(group, ')') & ~1U) | controls;
+    const ByteGroup group(first);
+    const unsigned controls = group.AtMost(kLastControl) | (IsControl(blank[1]) ? 1U : 0U);
+    const unsigned found = (group.Equal(')') & ~1U) | controls;
     if (found == 0) return false;
     const char* const bracket = first + std::countr_zero(found);
     if (*bracket != ')' || (controls & 1) != 0) return false;
@@ -190,18 +158,16 @@ bool MatchPlainHeader(const ScenarioTextStream& stream, std::string_view& keywor
     name = std::string_view(first, static_cast<std::size_t>(bracket - first));
     return true;
 }
-#endif
 
 } // namespace
 
 void NextLineBehind(ScenarioTextStream& stream, const char* last) {
     stream.cursor = last;
-#ifdef __SSE2__
     const char* const at = last + 1;
     if (stream.end - at > kGroup) {
-        const __m128i group = GroupAt(at);
-        const unsigned feeds = Equal(group, '\n');
-        const unsigned ends = feeds | Equal(group, '\t');
+        const ByteGroup group(at);
+        const unsigned feeds = group.Equal('\n');
+        const unsigned ends = feeds | group.Equal('\t');
         const int behind = std::countr_one(ends);
         if (behind > 0 && behind < kGroup && !IsControl(at[behind])) {
             stream.line += CountBits(feeds & ((1U << behind) - 1));
@@ -209,18 +175,15 @@ void NextLineBehind(ScenarioTextStream& stream, const char* last) {
             return;
         }
     }
-#endif
     NextLine(stream);
 }
 
 bool MatchHeader(const ScenarioTextStream& stream, std::string_view& keyword, std::string_view& name) {
     if (!BeginsWithHeaderWord(stream)) return false;
-#ifdef __SSE2__
     if (MatchPlainHeader(stream, keyword, name)) {
         scannedLine = {stream.cursor, name.data() + name.size()};
         return true;
     }
-#endif
 
     // A lone line feed does not end the keyword: a header without a name needs a carriage return. The first character
     // is never the end.
@@ -251,7 +214,7 @@ bool ReadHeader(const ScenarioTextStream& stream, ScenarioItemKind& kind, std::s
     std::string_view nameText;
     if (!MatchHeader(stream, keywordText, nameText)) return false;
     kind = KindOfKeyword(keywordText);
-    SetText(name, nameText);
+    name = nameText;
     return true;
 }
 
@@ -267,11 +230,10 @@ bool MayHold(std::string_view value) {
 bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::string_view& value) {
     // The two characters behind the key are taken on trust, as long as they are there.
     const char* at = stream.cursor + keyLength;
-#ifdef __SSE2__
     // Nearly every value ends on its line, and then nothing up to the quote ends that.
     if (stream.end - at > kGroup && !IsControl(at[0]) && !IsControl(at[1])) {
         for (const char* group = at + 2; stream.end - group >= kGroup; group += kGroup) {
-            const unsigned found = Equal(GroupAt(group), '"') | AtMost(GroupAt(group), kLastControl);
+            const unsigned found = ByteGroup(group).Equal('"') | ByteGroup(group).AtMost(kLastControl);
             if (found == 0) continue;
             const char* const quote = group + std::countr_zero(found);
             if (*quote != '"') break;
@@ -280,7 +242,6 @@ bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::st
             return MayHold(value);
         }
     }
-#endif
     for (int skipped = 0; skipped < 2; ++skipped, ++at) {
         if (at >= stream.end || *at == '\0') return false;
     }
