@@ -6,13 +6,13 @@
 #include <support/InstallationBuilder.h>
 #include <support/ScriptText.h>
 
+#include <set>
+
 #include "CommandRunner.h"
 
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 const std::string kModel = ScriptText(R"(
     TYPEOF FOLDER (nuro)
@@ -55,81 +55,188 @@ protected:
     CommandRunner run;
 };
 
-TEST_F(CheckTest, TellsFileRowLineAndCause) {
+std::set<std::string> rulesIn(const Result& result) {
+    std::set<std::string> rules;
+    for (const auto& finding : result.json()) rules.insert(finding["rule"]);
+    return rules;
+}
+
+TEST_F(CheckTest, TextMarksThePlace) {
+    const std::string path = installation.write("town/data/script/include/a.sc", script("SetSpedd", "50"));
+    const Result result = run({"check", path});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out,
+              path + ":8:18: error: unknown action \"SetSpedd\", did you mean \"SetSpeed\" [TV2001 unknown-action]\n"
+                     "            TYPEOF ACTION (SetSpedd)\n"
+                     "                           ^^^^^^^^\n"
+                     "    in SCENARIO (1) / RULE (1)\n"
+                     "    help: Correct the name, or add the definition to the root model.\n"
+                     "1 error, 0 warnings, 0 notes\n");
     const std::string good = installation.scenario("town", "good.sce", scenarioWith(script("SetSpeed", "50")));
-    const std::string typo = installation.scenario("town", "typo.sce", scenarioWith(script("SetSpedd", "50")));
-    const std::string high = installation.scenario("town", "high.sce", scenarioWith(script("SetSpeed", "500")));
-    const std::string torn =
-        installation.scenario("town", "torn.sce", "<sce version=\"1\">\n<Scenario>\n<name>x</nam>");
-
-    EXPECT_EQ(run({"check", good}).status, 0);
     EXPECT_EQ(run({"check", good}).out, "");
-
-    const Result unknown = run({"check", typo, "--json"});
-    EXPECT_EQ(unknown.status, 1);
-    ASSERT_EQ(unknown.json().size(), 1U) << unknown;
-    EXPECT_EQ(unknown.json()[0]["script"], "main");
-    EXPECT_EQ(unknown.json()[0]["file"], typo);
-    EXPECT_THAT(unknown.json()[0]["cause"].get<std::string>(), HasSubstr("SetSpedd"));
-    EXPECT_THAT(unknown.json()[0]["cause"].get<std::string>(), HasSubstr("SetSpeed"));
-
-    const Result invalid = run({"check", high});
-    EXPECT_EQ(invalid.status, 1);
-    EXPECT_THAT(invalid.out,
-                HasSubstr("high.sce: script main: parameter \"SPEED\" with USER \"500\": the value is not of "
-                          "the type of its definition, or outside its limits\n"
-                          "    in SCENARIO (1) / RULE (1) / ACTION (SetSpeed)\n    shown as 500?\n"))
-        << invalid;
-
-    const Result broken = run({"check", torn});
-    EXPECT_EQ(broken.status, 1);
-    EXPECT_THAT(broken.out, HasSubstr(torn + ":3: ")) << broken;
+    EXPECT_EQ(run({"check", good}).status, 0);
 }
 
-TEST_F(CheckTest, AModelIsToldOnceForAllItsScenarios) {
-    installation.model("town", kModel + "x");
-    std::string bad = kModel;
-    bad.replace(bad.find("FLOAT"), 5, "DOUBLE");
-    const std::string model = installation.model("town", bad);
-    for (const char* name : {"a.sce", "b.sce", "c.sce"})
-        installation.scenario("town", name, scenarioWith(script("SetSpeed", "50")));
-    const Result result = run({"check", installation.file(), "--json"});
+TEST_F(CheckTest, ControlCharactersAreShownAndNotSent) {
+    const std::string path = installation.write("town/data/script/include/a.sc",
+                                                "TYPEOF SCENARIO (1)\n{\n\t\x1b[2J\xe2\x80\xae\xff here\n}\n");
+    const Result result = run({"check", path, "--select", "TV1001"});
+    EXPECT_THAT(result.out, HasSubstr("        \\x1b[2J\\u202e\\xff here\n        ^^^^")) << result;
+    EXPECT_EQ(result.out.find('\x1b'), std::string::npos);
+    for (const char* form : {"json", "jsonl", "sarif"})
+        EXPECT_TRUE(nlohmann::json::accept(run({"check", path, "--format", form, "--max-findings", "1"}).lines()[0]) ||
+                    nlohmann::json::accept(run({"check", path, "--format", form}).out))
+            << form;
+}
+
+TEST_F(CheckTest, JsonHasTheFormerMembersAndTheNewOnes) {
+    const std::string path = installation.scenario("town", "a.sce", scenarioWith(script("SetSpedd", "50")));
+    const auto findings = run({"check", path, "--json"}).json();
+    ASSERT_EQ(findings.size(), 1U);
+    const auto& finding = findings[0];
+    for (const char* member :
+         {"rule", "name", "severity", "file", "row", "column", "endRow", "endColumn", "script", "scriptRow", "place",
+          "message", "help", "line", "related", "fixes", "fingerprint", "cause", "display"})
+        EXPECT_TRUE(finding.contains(member)) << member;
+    EXPECT_EQ(finding["script"], "main");
+    EXPECT_EQ(finding["scriptRow"], 8);
+    EXPECT_EQ(finding["cause"], finding["message"]);
+    EXPECT_EQ(finding["fixes"][0]["edits"][0]["replacement"], "SetSpeed");
+    EXPECT_EQ(finding, nlohmann::json::parse(run({"check", path, "--format", "jsonl"}).lines()[0]));
+}
+
+TEST_F(CheckTest, MachinesGetTheSameBytesFromAnywhere) {
+    for (const char* name : {"a.sce", "deep/b.sce", "ü.sce"})
+        installation.scenario("town", name, scenarioWith(script("SetSpedd", "50")));
+    for (const char* form : {"json", "sarif", "junit", "github"}) {
+        run.folder = "/";
+        const std::vector<std::string> command{"check", installation.path(), "--format", form, "--jobs"};
+        const auto with = [&](std::vector<std::string> words, const std::string& jobs) {
+            words.push_back(jobs);
+            return words;
+        };
+        const Result one = run(with(command, "1"));
+        EXPECT_EQ(one.status, 1);
+        EXPECT_EQ(run(with(command, "4")).out, one.out) << form;
+        run.folder = installation.path() + "/town";
+        EXPECT_EQ(run({"check", "..", "--format", form}).out, one.out) << form;
+        run.environment["LC_ALL"] = "de_DE.UTF-8";
+        EXPECT_EQ(run({"check", "..", "--format", form}).out, one.out) << form;
+        EXPECT_EQ(one.err, "");
+    }
+}
+
+TEST_F(CheckTest, TheStatusFollowsTheOptions) {
+    const std::string wrong = installation.write("town/data/script/include/a.sc", script("SetSpedd", "50"));
+    const std::string doubtful = installation.write("town/data/script/include/b.sc", script("SetSpeed", "50") + "x\n");
+    const std::string none = installation.path() + "/none.sc";
+    const struct {
+        const char* why;
+        std::vector<std::string> arguments;
+        int status;
+    } rows[] = {
+        {"an error", {wrong}, 1},
+        {"a warning is none", {doubtful}, 0},
+        {"unless it is to be", {doubtful, "--fail-on", "warning"}, 1},
+        {"nor when notes are", {doubtful, "--fail-on", "note"}, 1},
+        {"nothing counts", {wrong, "--exit-zero"}, 0},
+        {"another rule", {wrong, "--select", "TV1,TV3"}, 0},
+        {"all but this one", {wrong, "--ignore", "TV2001"}, 0},
+        {"by its beginning", {wrong, "--ignore", "TV1", "--select", "TV20"}, 1},
+        {"not there", {none}, 3},
+        {"not there, and nothing counts", {none, wrong, "--exit-zero"}, 3},
+        {"no such rule", {wrong, "--select", "TV2O01"}, 2},
+        {"no number", {wrong, "--max-findings", "0"}, 2},
+        {"two forms", {wrong, "--json", "--format", "sarif"}, 2},
+        {"no baseline", {wrong, "--baseline", none}, 3},
+    };
+    for (const auto& row : rows) {
+        std::vector<std::string> command{"check"};
+        command.insert(command.end(), row.arguments.begin(), row.arguments.end());
+        EXPECT_EQ(run(command).status, row.status) << row.why;
+    }
+    EXPECT_THAT(run({"check", wrong, "--select", "TV2O01"}).err, HasSubstr("did you mean \"TV2001\""));
+    EXPECT_EQ(rulesIn(run({"check", none, "--json"})), std::set<std::string>{"TV6001"});
+}
+
+TEST_F(CheckTest, AnOperandIsAFileBeforeItIsAScenario) {
+    installation.scenario("town", "a.sce", scenarioWith(script("SetSpeed", "50")));
+    EXPECT_EQ(run({"check", "a.sce"}).status, 0);
+    installation.write("a.sce",
+                       readFile(installation.scenario("town", "b.sce", scenarioWith(script("SetSpedd", "50")))));
+    run.folder = installation.path();
+    const Result both = run({"check", "a.sce"});
+    EXPECT_EQ(both.status, 1);
+    EXPECT_THAT(both.err, HasSubstr("the file is meant"));
+    EXPECT_THAT(both.out, testing::StartsWith("a.sce:"));
+    const Result misspeltPath = run({"check", "c.sce"});
+    EXPECT_EQ(misspeltPath.status, 3);
+    EXPECT_THAT(misspeltPath.err, HasSubstr("did you mean"));
+    EXPECT_EQ(rulesIn(run({"check", "--json"})), (std::set<std::string>{"TV2001"})) << "without an operand";
+}
+
+TEST_F(CheckTest, ABaselineHoldsWhatIsKnown) {
+    const std::string path = installation.scenario("town", "a.sce", scenarioWith(script("SetSpedd", "50")));
+    const std::string baseline = installation.path() + "/baseline.json";
+    EXPECT_EQ(run({"check", path, "--write-baseline", baseline}).status, 0);
+    // Rows may change.
+    installation.scenario("town", "a.sce", "\n\n" + readFile(path));
+    const Result held = run({"check", path, "--baseline", baseline, "--json"});
+    EXPECT_EQ(held.status, 0) << held;
+    EXPECT_EQ(held.out, "[]\n");
+    installation.scenario("town", "b.sce", scenarioWith(script("SetSpedd", "50")));
+    const Result fresh = run({"check", installation.path(), "--baseline", baseline, "--json", "--ignore", "TV2013"});
+    EXPECT_EQ(fresh.status, 1);
+    ASSERT_EQ(fresh.json().size(), 1U) << fresh;
+    EXPECT_THAT(fresh.json()[0]["file"].get<std::string>(), testing::EndsWith("b.sce"));
+    installation.scenario("town", "a.sce", scenarioWith(script("SetSpeed", "50")));
+    const Result gone = run({"check", path, "--baseline", baseline});
+    EXPECT_EQ(gone.status, 0);
+    EXPECT_THAT(gone.err, HasSubstr("note: ")) << gone;
+    EXPECT_EQ(run({"check", path, "--write-baseline", baseline}).status, 0);
+    EXPECT_EQ(run({"check", path, "--baseline", baseline}).err, "");
+    const std::string other = installation.write("other.json", "{\"version\": 1, \"findings\": [{\"file\": 3}]}");
+    EXPECT_EQ(run({"check", path, "--baseline", other}).status, 3);
+}
+
+TEST_F(CheckTest, AFixTouchesItsSpanAndNothingElse) {
+    for (const std::string end : {"\n", "\r\n"})
+        for (const std::string mark : {"", "\xEF\xBB\xBF"}) {
+            const std::string head = mark +
+                                     "<sce version=\"1\"><!-- \xF0\x9F\x9A\x97 --><Scenario a='1'><name>x</name>" +
+                                     end + "<ScenarioScript><scriptName>s</scriptName><text><![CDATA[" + end;
+            const std::string tail = "]]></text></ScenarioScript></Scenario></sce>" + end;
+            const std::string path = installation.scenario("town", "a.sce", head + script("SetSpedd", "50") + tail);
+            const Result shown = run({"check", path, "--diff"});
+            EXPECT_THAT(shown.out, HasSubstr("-\t\tTYPEOF ACTION (SetSpedd)\n+\t\tTYPEOF ACTION (SetSpeed)\n"));
+            EXPECT_EQ(readFile(path), head + script("SetSpedd", "50") + tail) << "it only shows";
+            const Result fixed = run({"check", path, "--fix"});
+            EXPECT_EQ(fixed.status, 0) << fixed;
+            EXPECT_EQ(readFile(path), head + script("SetSpeed", "50") + tail);
+        }
+}
+
+TEST_F(CheckTest, AFixThatMakesANewErrorIsTakenBack) {
+    // What a value has to be shows only when its KIND is known.
+    std::string text = script("SetSpeed", "fast");
+    text.replace(text.find("USER"), 4, "USR");
+    const std::string path = installation.write("town/data/script/include/a.sc", text);
+    const Result result = run({"check", path, "--fix"});
     EXPECT_EQ(result.status, 1);
-    ASSERT_EQ(result.json().size(), 1U) << result;
-    EXPECT_EQ(result.json()[0]["file"], model);
-    EXPECT_EQ(result.json()[0]["row"], 10);
-    EXPECT_EQ(result.json()[0]["line"], "TYPE=\"DOUBLE\"");
+    EXPECT_THAT(result.err, HasSubstr("one fix would make a new error and is left out"));
+    EXPECT_EQ(readFile(path), text);
+    text.replace(text.find("fast"), 4, "50");
+    installation.write("town/data/script/include/a.sc", text);
+    EXPECT_EQ(run({"check", path, "--fix"}).status, 0);
+    EXPECT_EQ(readFile(path), script("SetSpeed", "50"));
 }
 
-TEST_F(CheckTest, AnInstallationIsCheckedWhole) {
-    installation.configuration("Empty", "1.0", {"nothing"});
-    installation.configuration("No version", "", {"town"});
-    installation.scenario("town", "good.sce", scenarioWith(script("SetSpeed", "50")));
-    const Result result = run({"check", installation.path()});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.out, HasSubstr("configuration \"Empty\" has no root model"));
-    EXPECT_THAT(result.out, HasSubstr("configuration \"Empty\": Data Path ["));
-    EXPECT_THAT(result.out, HasSubstr("configuration \"No version\": Unable to get version"));
-    const std::string noXml = installation.write("other.xml", "<tavrel>\n<configuration/>\n</tavrel>");
-    EXPECT_THAT(run({"check", noXml}).out, HasSubstr(noXml + ":2: "));
-}
-
-TEST_F(CheckTest, AScriptThatNeedsAMissingListIsASentence) {
-    std::string model = kModel;
-    model.replace(model.find("ACTION_LIST"), 11, "ACTIONS_OLD");
-    installation.model("town", model.substr(0, model.find("TYPEOF ACTION (SetSpeed)")) + "}\n}\n");
-    const std::string text = installation.write("town/data/script/include/a.sc", script("SetSpeed", "50"));
-    EXPECT_THAT(run({"check", installation.file()}).out, HasSubstr("nuro.mdl: the FOLDER (ACTION_LIST) is missing"));
-    const Result result = run({"check", text});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.out, HasSubstr("(assertion token:275): the root model lacks the folder of definitions"));
-}
-
-TEST_F(CheckTest, TheSampleIsClean) {
+TEST_F(CheckTest, TheSampleHasNothingAboveANote) {
     run.common.clear();
-    const Result result = run({"check", TAVREL_SAMPLE});
+    const Result result = run({"check", TAVREL_SAMPLE, "--json"});
     EXPECT_EQ(result.status, 0) << result;
-    EXPECT_THAT(result.out, IsEmpty());
+    for (const auto& finding : result.json()) EXPECT_EQ(finding["severity"], "note") << finding;
+    EXPECT_EQ(run({"check", "--json"}).json().size(), result.json().size()) << "without an operand it is in use";
 }
 
 TEST_F(CheckTest, FormatIsTheIdentityOnItsOwnTexts) {

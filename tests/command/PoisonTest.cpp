@@ -223,21 +223,14 @@ TEST_F(PoisonTest, CheckTellsEachAndFindsNothingInTheOthers) {
     EXPECT_THAT(result.err, HasSubstr(scripts + "huge.sc: with 1073741824 bytes"));
     EXPECT_THAT(result.err, HasSubstr(scripts + "pipe.sc: it is no regular file"));
     EXPECT_THAT(result.err, HasSubstr(scripts + "self.mdl: too many levels of symbolic links"));
-    std::string findings;
+    std::set<std::string> wrong;
     for (const auto& finding : result.json())
-        findings += finding["file"].get<std::string>() + ": " + finding["cause"].get<std::string>() + "\n";
-    ExpectTold(findings + result.err, Check);
-    // An author needs the place: the row that the reader had come to, or the item that was shown.
-    const auto placeIn = [&](const std::string& file) -> std::string {
-        for (const auto& finding : result.json())
-            if (finding["file"].get<std::string>().ends_with(file))
-                return finding["script"].dump() + " " + finding["row"].dump() + " " + finding["place"].dump();
-        return "not told";
-    };
-    EXPECT_EQ(placeIn("/z no radius.sce"), "\"main\" 7 \"\"");
-    EXPECT_EQ(placeIn("/z no entry.sce"), "\"main\" 0 \"SCENARIO (1) / RULE (1) / ACTION (Paint)\"");
-    EXPECT_EQ(placeIn("/token.sc"), "null 4 \"\"");
-    EXPECT_EQ((findings + result.err).find("good"), std::string::npos) << findings << result.err;
+        if (finding["severity"] == "error") wrong.insert(fs::path(finding["file"].get<std::string>()).filename());
+    for (const Poison& poison : Poisons())
+        for (const char* place : {"a ", "z "})
+            EXPECT_EQ(wrong.count(place + poison.file + ".sce") != 0, (poison.meets & Check) != 0) << poison.file;
+    EXPECT_EQ(wrong.count("token.sc"), 1U);
+    for (const std::string& path : good) EXPECT_EQ(wrong.count(path), 0U) << path;
 }
 
 TEST_F(PoisonTest, ShowAndRunTellEachAndDoTheOthers) {
@@ -313,7 +306,7 @@ TEST(PoisonRolesTest, EachIsToldWhateverItsRole) {
             put(place);
             CommandRunner run;
             run.common = {"--config", installation.file()};
-            const Result checked = run({"check", installation.file()});
+            const Result checked = run({"check", installation.file(), "--ignore", "TV20", "--fail-on", "warning"});
             EXPECT_NE(checked.status, 0);
             EXPECT_THAT(checked.out + checked.err, HasSubstr(name));
             EXPECT_THAT(checked.out + checked.err, testing::Not(HasSubstr("Village")));

@@ -158,15 +158,31 @@ const std::vector<CommandRow>& Commands() {
          {"tavrel uri --configuration City"}},
 
         {"check", "find what is wrong with scenarios, models and scripts",
-         "Looks at scenario files, root models, scripts and includes, at folders of them, and at whole installations, and "
-         "tells what is wrong with each: the file, the row, the line and the cause. Of a script that can be read it tells "
-         "every parameter, action and condition that is not valid. A file that ends the process that reads it, or takes "
-         "too long, is told by name, and the others are still looked at. Without --config, a file belongs to the "
-         "tavrel.xml in the nearest folder above it.",
-         {{"PATH", "", Many, Files, "", "a file, a folder, or an installation file"}},
-         {kJson, kModel},
+         "Looks at scenario files, root models, scripts and includes, at folders of them, at whole installations and at "
+         "scenarios of the installation, and tells everything that is wrong with each, with its place in the file, its rule and "
+         "its remedy; 'tavrel explain' tells what a rule means. A file that ends the process that reads it, or takes too long, is "
+         "told by name, and the others are still looked at. Without --config, a file belongs to the tavrel.xml in the nearest "
+         "folder above it. Without a PATH the installation in use is checked. The status is 1 if there is a finding of the "
+         "severity of --fail-on or above, and 3 if something could not be looked at.",
+         {{"PATH", "", Any, Scenarios, "", "a file, a folder, an installation file, or a scenario as list shows it"}},
+         {{"--format", "FORM", One, Words, "text json jsonl sarif junit github", "form of the findings (default text)"},
+          {"--json", "", Flag, None, "", "the same as --format json"},
+          {"--output", "FILE", One, Files, "", "write to FILE instead of the standard output"},
+          {"--select", "RULES", Many, None, "", "tell these rules alone: ids or beginnings of ids such as TV4, separated by commas"},
+          {"--ignore", "RULES", Many, None, "", "do not tell these rules"},
+          {"--fail-on", "SEVERITY", One, Words, "error warning note", "the mildest severity that makes the status 1 (default error)"},
+          {"--exit-zero", "", Flag, None, "", "the status is 0 whatever is found; what could not be looked at makes it 3 still"},
+          {"--max-findings", "N", One, None, "", "tell at most so many findings of each file (default 100)"},
+          kJobs,
+          {"--baseline", "FILE", One, Files, "", "neither tell nor count what this file holds"},
+          {"--write-baseline", "FILE", One, Files, "", "write what is found now into FILE, as the baseline of later calls"},
+          {"--fix", "", Flag, None, "", "make the changes that cannot be wrong"},
+          {"--unsafe-fixes", "", Flag, None, "", "make the changes that are likely, too"},
+          {"--diff", "", Flag, None, "", "only show what would be changed"},
+          kModel},
          Runs::OverItsOwnChildren, RunCheck,
-         {"tavrel check overtaking.sce", "tavrel check --json packs/city"}},
+         {"tavrel check overtaking.sce", "tavrel check --format sarif --output findings.sarif packs/city",
+          "tavrel check --select TV2,TV3 --fix pause.sc"}},
 
         {"format", "write a model or script in its usual form",
          "Reads a root model or script and writes it back in the form of the library's writer: order of attributes, "

@@ -1,410 +1,316 @@
-#include "../Describe.h"
+#include "../Files.h"
 #include "../Progress.h"
 #include "../Scripts.h"
+#include "../report/Baseline.h"
+#include "../report/Fixes.h"
+#include "../report/TextDiff.h"
 #include "Commands.h"
 
-#include <cfg/CfgScenario.h>
-#include <lmkUtils/ConfigurationError.h>
+#include <Commons/WholeFile.h>
 #include <lmkUtils/EnvConfig.h>
-#include <scenario/DefinitionLists.h>
-#include <scenario/Parameter.h>
-#include <scenario/WhyInvalid.h>
-#include <simulation/Trace.h>
+#include <scenario/NearestName.h>
 
 #include <algorithm>
-#include <charconv>
+#include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <set>
+#include <tuple>
 
 namespace tavrel {
 
 namespace {
 
-using lmkUtils::EnvConfig;
-using TavrelScenarioTemplateDb::TavrelScenarioTemplateDatabase;
+using TavrelChecking::Finding;
+using TavrelChecking::Job;
+using TavrelChecking::Options;
+using TavrelChecking::Result;
+using TavrelChecking::Rule;
+using TavrelChecking::Severity;
 namespace fs = std::filesystem;
 
-// One file to look at, in one configuration of one installation.
-struct Job {
-    std::string path;
-    FileKind kind;
-    std::string installation;
-    std::string configuration; // empty until the file is looked at: then it is looked for
+constexpr const char* kMoreFindings = "TV9002";
+// A baseline must see all findings, whatever is told of them.
+constexpr std::size_t kMostBehindBaseline = 10000;
+
+struct Form {
+    const char* word;
+    bool isForPeople;
+    std::string (*write)(const CheckReport&);
 };
-
-// What is wrong, in the form in which it travels from the child and in which --json shows it.
-Json Finding(const std::string& file, std::uint32_t row, const std::string& cause) {
-    return {{"file", file},   {"script", Json()}, {"row", row},    {"line", ""},
-            {"cause", cause}, {"place", ""},      {"display", ""}, {"severity", "error"}};
-}
-
-// A message that names the file itself, "Unable to load scenario FILE : FILE:row: reason": the rest of it is the cause.
-Json FindingOf(const std::string& message, const std::string& file) {
-    const std::size_t place = message.rfind(file + ":");
-    if (place == std::string::npos) return Finding(file, 0, message);
-    std::string cause = message.substr(place + file.size() + 1);
-    std::uint32_t row = 0;
-    const auto [end, error] = std::from_chars(cause.data(), cause.data() + cause.size(), row);
-    if (error == std::errc() && *end == ':') cause.erase(0, static_cast<std::size_t>(end - cause.data()) + 1);
-    return Finding(file, row, cause.substr(std::min(cause.find_first_not_of(' '), cause.size())));
-}
-
-Json FindingOf(const LoadProblem& problem, const std::string& file, const Json& script) {
-    Json finding = Finding(problem.file.empty() ? file : FileOf(problem), problem.row, OneLine(problem.cause));
-    if (problem.file.empty()) finding["script"] = script;
-    finding["line"] = OneLine(problem.line);
-    if (problem.isWarning) finding["severity"] = "warning";
-    return finding;
-}
-
-bool HasError(const Json& findings) {
-    return std::any_of(findings.begin(), findings.end(),
-                       [](const Json& finding) { return finding["severity"] == "error"; });
-}
-
-// Where an editor finds the item.
-std::string PlaceOf(const ScenarioItem& item) { return item.parent ? TavrelSimulation::PathOf(*item.parent) : ""; }
-
-// Whether the reader has already said that an include could not be had.
-bool IsTold(const Json& findings, const std::string& include) {
-    return std::any_of(findings.begin(), findings.end(), [&](const Json& finding) {
-        return finding["line"].get<std::string>().find("\"" + include + "\"") != std::string::npos;
-    });
-}
-
-// The invalid parameters and calls below `item`, in the order of the file. Without a scenario around them only those
-// count that no scenario could make valid.
-void AddInvalid(const ScenarioItem& item, bool whole, const Json& base, Json& findings) {
-    const bool reference = item.kind == KindInclude && item.IsIndexEntry();
-    const bool counts = reference || dynamic_cast<const Parameter*>(&item) || dynamic_cast<const Function*>(&item);
-    if (counts && (whole || !IsJudgedByScenario(item)) && !item.IsValid() &&
-        !(reference && IsTold(findings, item.fileName))) {
-        Json finding = base;
-        finding["cause"] = WhyInvalid(item);
-        finding["place"] = PlaceOf(item);
-        finding["display"] = OneLine(item.displayText);
-        findings.push_back(finding);
-    }
-    std::vector<ScenarioItem*> children;
-    item.GetChildren(children);
-    for (const ScenarioItem* child : children) AddInvalid(*child, whole, base, findings);
-}
-
-// The library takes a parameters file that it cannot read for an empty one. There need not be any.
-void AddUnreadableParameters(const ScenarioLib::Scenario& scenario, Json& findings) {
-    if (!scenario.generalParameters) return;
-    std::string path = scenario.generalParameters->resolvedPath;
-    std::replace(path.begin(), path.end(), '\\', '/');
-    std::error_code error;
-    if (path.empty() || fs::symlink_status(path, error).type() == fs::file_type::not_found) return;
-    const std::string reason = ReasonNotToOpen(path);
-    if (!reason.empty()) findings.push_back(Finding(path, 0, "the parameters file cannot be read: " + reason));
-}
-
-void CheckTree(ScenarioItem& root, cfg::CfgScenario* file, const Json& base, Json& findings) {
-    auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(&root);
-    TavrelScenarioTemplateDb::ScenarioTables tables;
-    if (scenario && file) tables.fill(*scenario, *file);
-    if (scenario) AddUnreadableParameters(*scenario, findings);
-    UpdateDisplayTexts(root);
-    AddInvalid(root, scenario && file, base, findings);
-}
-
-void CheckScript(const std::string& path, cfg::ScenarioScript& script, cfg::CfgScenario& file, Json& findings) {
-    const ScriptUnderWay working(script.name);
-    ProblemList list;
-    std::uint32_t row = 1;
-    std::string thrown;
-    std::unique_ptr<ScenarioItem> root;
-    try {
-        root = ReadScriptText(script.text, row);
-    } catch (...) {
-        thrown = CurrentFailure().sentence;
-    }
-    for (const LoadProblem& problem : list.problems) findings.push_back(FindingOf(problem, path, script.name));
-    Json base = Finding(path, 0, "");
-    base["script"] = script.name;
-    if (root) return CheckTree(*root, &file, base, findings);
-    if (HasError(findings)) return;
-    base["row"] = row;
-    base["cause"] = thrown.empty() ? "the text is refused here" : thrown;
-    findings.push_back(base);
-}
-
-// A template is opened as any host opens it, and then each of its scripts is read again, since the template keeps of a
-// script no more than its variables.
-Json CheckScenario(const Job& job) {
-    Json findings = Json::array();
-    const fs::path path(job.path);
-    const Template scenario(job.configuration, path.filename().string(), path.parent_path().string());
-    const auto addFailure = [&] {
-        const std::string cause = CurrentFailure().sentence;
-        if (!HasError(findings)) findings.push_back(FindingOf(cause, job.path));
-    };
-    scenarioRootModel = nullptr;
-    std::string opening;
-    {
-        ProblemList list; // of the root model
-        try {
-            scenario.getName();
-        } catch (...) {
-            opening = CurrentFailure().sentence;
-        }
-        for (const LoadProblem& problem : list.problems)
-            if (!problem.file.empty()) findings.push_back(FindingOf(problem, job.path, Json()));
-    }
-    if (scenarioRootModel)
-        for (cfg::ScenarioScript* script : TavrelScenarioTemplateDb::scriptsOf(scenario.File()))
-            CheckScript(job.path, *script, scenario.File(), findings);
-    if (!opening.empty()) {
-        if (!HasError(findings)) findings.push_back(FindingOf(opening, job.path));
-        return findings;
-    }
-    try {
-        scenario.getRootScenarioNode();
-    } catch (...) {
-        addFailure();
-    }
-    return findings;
-}
-
-Json CheckText(const Job& job) {
-    Json findings = Json::array();
-    ProblemList list;
-    std::unique_ptr<ScenarioItem> root;
-    std::string cause = "the text is refused";
-    try {
-        root = ReadScriptFile(job.path);
-    } catch (...) {
-        cause = CurrentFailure().sentence; // a number that does not convert
-    }
-    for (const LoadProblem& problem : list.problems) findings.push_back(FindingOf(problem, job.path, Json()));
-    if (!root) {
-        if (!HasError(findings)) findings.push_back(Finding(job.path, 0, cause));
-        return findings;
-    }
-    if (job.kind == FileKind::Script) {
-        CheckTree(*root, nullptr, Finding(job.path, 0, ""), findings);
-        return findings;
-    }
-    if (root->kind != KindFolder) findings.push_back(Finding(job.path, 1, "the top item of a root model is a FOLDER"));
-    for (const DefinitionList& wanted : kDefinitionLists) // a script that needs a missing one ends its reader
-        if (!root->FindItem(KindFolder, wanted.folder, ""))
-            findings.push_back(Finding(job.path, 0, fmt::format("the FOLDER ({}) is missing", wanted.folder)));
-    return findings;
-}
-
-// Looks at one file, in the child. What is in use in the process is put in place first, once for the files that share
-// it.
-class Examiner {
-public:
-    explicit Examiner(Context& userContext) : context(userContext) {}
-
-    Json Examine(Job job) {
-        const std::string reason = ReasonNotToOpen(job.path);
-        if (!reason.empty()) return {{"unreadable", fmt::format("{}: {}", job.path, reason)}};
-        if (job.installation.empty()) job.installation = InstallationFileFor(context, job.path);
-        if (job.installation != installation) {
-            EnvConfig::setTavrelConfigFilePath(job.installation);
-            installation = job.installation;
-            modelOf.clear();
-        }
-        if (job.configuration.empty()) job.configuration = ConfigurationFor(context, job.path);
-        if (job.configuration != EnvConfig::getCurrentConfiguration()) EnvConfig::setConfig(job.configuration, false);
-        if (job.kind == FileKind::Scenario) {
-            modelOf.clear();
-            return {{"findings", CheckScenario(job)}};
-        }
-        if (job.kind == FileKind::Model) {
-            scenarioRootModel = nullptr;
-            modelOf.clear();
-        } else {
-            PrepareModel(job.configuration);
-        }
-        return {{"findings", CheckText(job)}};
-    }
-
-private:
-    void PrepareModel(const std::string& configuration) {
-        if (!modelOf.empty() && modelOf == configuration) return;
-        if (context.arguments.Has("--model"))
-            UseRootModelFile(context.arguments.Text("--model"));
-        else
-            UseRootModel(configuration);
-        modelOf = configuration;
-    }
-
-    Context& context;
-    std::string installation; // in use
-    std::string modelOf;      // the configuration whose root model is in use
+// clang-format off
+constexpr Form kForms[] = {
+    {"json",   false, JsonForm},
+    {"jsonl",  false, JsonLinesForm},
+    {"sarif",  false, SarifForm},
+    {"junit",  false, JunitForm},
+    {"github", false, GithubForm},
 };
+// clang-format on
 
-// The files to look at, and what is found on the way to them.
-class JobList {
-public:
-    JobList(Context& userContext, std::function<void(Json)> addFinding)
-        : context(userContext), found(std::move(addFinding)) {}
+// Null for the text that people read.
+const Form* FormOf(const Arguments& arguments) {
+    const std::string word = arguments.Text("--format", arguments.Has("--json") ? "json" : "text");
+    if (arguments.Has("--json") && word != "json")
+        throw Failure{ExitUsage, "--json means --format json, and --format " + word + " says otherwise"};
+    for (const Form& form : kForms)
+        if (word == form.word) return &form;
+    return nullptr;
+}
 
-    void AddPath(const std::string& path) {
-        if (path.empty()) return context.Tell({ExitUnreadable, "an empty PATH is no file"});
-        std::error_code error;
-        if (fs::is_directory(path, error)) return AddFolder(path);
-        const FileKind kind = KindOfFile(path);
-        if (kind == FileKind::Installation) return AddInstallation(path);
-        Add({path, kind == FileKind::Unknown ? FileKind::Script : kind, "", ""});
-    }
-
-    const std::vector<Job>& Jobs() const { return jobs; }
-
-private:
-    // A scenario has to open in each configuration that lists it. A script that others include is looked at once, in
-    // the first configuration that has it: the others may have a root model for which it was not written.
-    void Add(const Job& job) {
-        const std::string key = Canonical(job.path) + "\n" + (job.kind == FileKind::Scenario ? job.configuration : "");
-        if (known.insert(key).second) jobs.push_back(job);
-    }
-
-    // Installations first: they know the configuration of each file below them.
-    void AddFolder(const std::string& folder) {
-        const std::vector<std::pair<std::string, FileKind>> files = FilesBelow(folder);
-        std::set<std::string> covered;
-        for (const auto& [path, kind] : files)
-            if (kind == FileKind::Installation) {
-                const std::size_t before = jobs.size();
-                AddInstallation(path);
-                for (std::size_t i = before; i < jobs.size(); ++i) covered.insert(Canonical(jobs[i].path));
+// Ids of rules or their beginnings, separated by commas.
+std::vector<std::string> RuleChoices(const Arguments& arguments, const std::string& option) {
+    std::vector<std::string> choices;
+    for (const std::string& list : arguments.Texts(option)) {
+        for (std::size_t begin = 0; begin <= list.size();) {
+            const std::size_t end = std::min(list.find(',', begin), list.size());
+            const std::string choice = list.substr(begin, end - begin);
+            begin = end + 1;
+            const std::vector<Rule>& rules = TavrelChecking::Rules();
+            const bool known = std::any_of(rules.begin(), rules.end(),
+                                           [&](const Rule& rule) { return TavrelChecking::IsChosen(rule, {choice}); });
+            if (!known) {
+                std::vector<std::string> ids;
+                for (const Rule& rule : rules) ids.emplace_back(rule.id);
+                throw Failure{ExitUsage, fmt::format("{}: no rule has the id \"{}\" or begins with it{}", option,
+                                                     choice, DidYouMean(choice, ids))};
             }
-        for (const auto& [path, kind] : files)
-            if (kind != FileKind::Installation && covered.count(Canonical(path)) == 0) Add({path, kind, "", ""});
-    }
-
-    void AddInstallation(const std::string& path) {
-        std::unique_ptr<Installation> installation;
-        try {
-            installation = std::make_unique<Installation>(context, path);
-        } catch (const lmkUtils::ConfigurationError& error) {
-            return found(Finding(path, 0, OneLine(error.what())));
-        }
-        if (EnvConfig::getConfigurationsList().empty()) found(Finding(path, 0, "it names no configuration"));
-        const TavrelScenarioTemplateDatabase database("", "*", "*");
-        for (const std::string& name : EnvConfig::getConfigurationsList()) {
-            if (context.arguments.Text("--configuration", name) != name) continue;
-            try {
-                AddConfiguration(*installation, path, {name, database.getConfigurationVersion(name)});
-            } catch (...) {
-                found(Finding(path, 0, fmt::format("configuration \"{}\": {}", name, CurrentFailure().sentence)));
-            }
+            choices.push_back(choice);
         }
     }
+    return choices;
+}
 
-    void AddConfiguration(Installation& installation, const std::string& file, const Configuration& configuration) {
-        const std::string& name = configuration.name;
-        const std::string model = TavrelScenarioTemplateDb::RootModel::fileOf(name);
-        if (model.empty())
-            found(Finding(file, 0, fmt::format("configuration \"{}\" has no root model", name)));
-        else
-            Add({model, FileKind::Model, file, name});
-        for (const std::string& folder : EnvConfig::getSeparatedPathForConfiguration(name, Include::kDirectory)) {
-            std::error_code error;
-            if (!fs::exists(folder, error)) continue; // a root need not have scripts
-            for (const auto& [script, kind] : FilesBelow(folder))
-                if (kind == FileKind::Script) Add({script, kind, file, name});
-        }
-        for (const ScenarioDirectory& directory : installation.Directories(configuration))
-            for (const auto* paths : {&directory.scenarios, &directory.noFiles})
-                for (const std::string& scenario : *paths)
-                    Add({directory.FileOf(scenario), FileKind::Scenario, file, name});
-    }
+std::size_t NumberAboveZero(const Arguments& arguments, const std::string& option, std::size_t fallback) {
+    int number = 0;
+    if (!arguments.Has(option)) return fallback;
+    if (!ReadNumber(arguments.Text(option), number) || number < 1)
+        throw Failure{ExitUsage,
+                      fmt::format("{} takes a whole number above 0, not \"{}\"", option, arguments.Text(option))};
+    return static_cast<std::size_t>(number);
+}
 
-    // All that has a kind, in the order of the paths.
-    std::vector<std::pair<std::string, FileKind>> FilesBelow(const std::string& folder) {
-        std::vector<std::pair<std::string, FileKind>> files;
-        const auto take = [&](const std::string& path) {
-            const FileKind kind = KindOfFile(path);
-            if (kind != FileKind::Unknown) files.emplace_back(path, kind);
-        };
-        Walk(folder, take, [&](const std::string& sentence) { context.Tell({ExitUnreadable, sentence}); });
-        std::sort(files.begin(), files.end());
-        return files;
-    }
+bool IsInstallationNamed(const Arguments& arguments) {
+    const char* fromEnvironment = std::getenv("TAVREL_CONFIG");
+    return arguments.Has("--config") || (fromEnvironment && *fromEnvironment);
+}
 
-    // A file has one path, however it was come by; what is no file has its own.
-    static std::string Canonical(const std::string& path) {
-        std::error_code error;
-        if (fs::is_regular_file(path, error)) return fs::weakly_canonical(path, error).string();
-        const fs::path plain = fs::absolute(path).lexically_normal();
-        return (fs::weakly_canonical(plain.parent_path(), error) / plain.filename()).string();
-    }
+Options OptionsOf(Context& context) {
+    const Arguments& arguments = context.arguments;
+    Options options;
+    options.mostFindings = NumberAboveZero(arguments, "--max-findings", options.mostFindings);
+    options.select = RuleChoices(arguments, "--select");
+    options.ignore = RuleChoices(arguments, "--ignore");
+    options.installation = InstallationFileInUse(arguments);
+    options.isInstallationFixed = IsInstallationNamed(arguments);
+    options.configuration = arguments.Text("--configuration");
+    options.modelFile = arguments.Text("--model");
+    options.jobs = static_cast<unsigned>(NumberAboveZero(arguments, "--jobs", 0));
+    options.seconds = context.Children().seconds;
+    return options;
+}
 
-    Context& context;
-    const std::function<void(Json)> found;
+Severity FailOn(const Arguments& arguments) {
+    const std::string word = arguments.Text("--fail-on", "error");
+    return word == "note" ? Severity::Note : word == "warning" ? Severity::Warning : Severity::Error;
+}
+
+// What the operands name: files and folders, and scenarios of the installation.
+std::vector<Job> JobsOf(Context& context, const Options& options, Result& found) {
     std::vector<Job> jobs;
-    std::set<std::string> known;
-};
+    const auto add = [&](const std::string& path) {
+        const std::vector<Job> more = TavrelChecking::JobsFor(path, options, found);
+        jobs.insert(jobs.end(), more.begin(), more.end());
+    };
+    std::vector<std::string> operands = context.arguments.Texts("PATH");
+    if (operands.empty()) add(options.installation);
+    for (const std::string& operand : operands) {
+        if (operand.empty()) throw Failure{ExitUsage, "an empty PATH is no file and no scenario"};
+        std::error_code error;
+        if (IsFileOnDisk(context, operand) || fs::is_directory(operand, error)) {
+            add(operand);
+            continue;
+        }
+        const std::vector<FoundScenario> scenarios = FindScenarios(context, operand);
+        for (const FoundScenario& scenario : scenarios)
+            jobs.push_back(
+                {scenario.file, TavrelChecking::FileKind::Scenario, options.installation, scenario.configuration});
+        if (!scenarios.empty()) continue;
+        const std::string near = NearestScenario(context, operand);
+        if (!near.empty())
+            Report(fmt::format("there is no file and no scenario \"{}\", did you mean \"{}\"", operand, near));
+        add(operand); // it is told as any file that cannot be opened
+    }
+    return jobs;
+}
 
-std::string FindingText(const Output& out, const Json& finding) {
-    const auto text = [&](const char* member) { return finding[member].get<std::string>(); };
-    const std::uint32_t row = finding["row"].get<std::uint32_t>();
-    const bool script = finding["script"].is_string();
-    std::string place = text("file");
-    if (script) place += text("script").empty() ? ": unnamed script" : fmt::format(": script {}", text("script"));
-    if (row > 0) place += script ? fmt::format(", row {}", row) : fmt::format(":{}", row);
-    std::string line =
-        fmt::format("{}: {}{}\n", out.Strong(place), text("severity") == "warning" ? "warning: " : "", text("cause"));
-    if (!text("line").empty()) line += fmt::format("    {}\n", text("line"));
-    if (!text("place").empty()) line += fmt::format("    in {}\n", text("place"));
-    if (!text("display").empty()) line += fmt::format("    shown as {}\n", text("display"));
-    return line;
+Result Checked(const std::vector<Job>& jobs, Options options) {
+    Progress progress(static_cast<double>(jobs.size()), "files");
+    options.progress = [&](std::size_t done) { progress.Reach(static_cast<double>(done)); };
+    return TavrelChecking::Check(jobs, options);
+}
+
+void Append(Result& to, const Result& more) {
+    to.findings.insert(to.findings.end(), more.findings.begin(), more.findings.end());
+    to.omissions.insert(to.omissions.end(), more.omissions.begin(), more.omissions.end());
+    to.files.insert(to.files.end(), more.files.begin(), more.files.end());
+}
+
+// The nearest folder above a file that holds `name`; empty if there is none.
+std::string FolderAbove(const fs::path& file, const char* name) {
+    std::error_code error;
+    for (fs::path folder = file; folder != folder.root_path();) {
+        folder = folder.parent_path();
+        if (fs::exists(folder / name, error)) return folder.generic_string();
+    }
+    return "";
+}
+
+// Where the paths of SARIF start: the folder under version control that holds what was looked at, else that of the
+// installation.
+std::string BaseFolder(const CheckReport& report, const Options& options) {
+    const fs::path first =
+        report.files.empty() ? AbsolutePath(options.installation) : AbsolutePath(report.files.front());
+    std::string folder = FolderAbove(first, ".git");
+    if (folder.empty() && !options.isInstallationFixed) folder = FolderAbove(first, "tavrel.xml");
+    if (folder.empty()) folder = fs::path(AbsolutePath(options.installation)).parent_path().generic_string();
+    return folder.empty() || folder.back() == '/' ? folder : folder + "/";
+}
+
+// At most so many findings of each file that the baseline does not hold, the gravest first; one note says that there
+// are more.
+void CutToMost(CheckReport& report, std::size_t most) {
+    std::map<std::string, std::vector<ToldFinding*>> files;
+    for (ToldFinding& told : report.findings)
+        if (!told.isHeld && std::string_view(told.finding.rule->id) != kMoreFindings)
+            files[told.finding.file].push_back(&told);
+    std::set<const ToldFinding*> dropped;
+    std::vector<ToldFinding> notes;
+    for (auto& [file, told] : files) {
+        if (told.size() <= most) continue;
+        std::stable_sort(told.begin(), told.end(), [](const ToldFinding* one, const ToldFinding* other) {
+            return one->finding.severity > other->finding.severity;
+        });
+        dropped.insert(told.begin() + static_cast<std::ptrdiff_t>(most), told.end());
+        Finding note;
+        note.rule = TavrelChecking::FindRule(kMoreFindings);
+        note.severity = note.rule->severity;
+        note.file = file;
+        note.message = fmt::format("{} more {} in this file", told.size() - most,
+                                   told.size() - most == 1 ? "finding is" : "findings are");
+        note.help = note.rule->remedy;
+        notes.push_back({note, fmt::format("{}:1", kMoreFindings), false});
+    }
+    if (notes.empty()) return;
+    std::vector<ToldFinding> left;
+    for (ToldFinding& told : report.findings)
+        if (dropped.count(&told) == 0) left.push_back(std::move(told));
+    for (ToldFinding& note : notes) {
+        const auto place = std::find_if(
+            left.begin(), left.end(), [&](const ToldFinding& told) { return told.finding.file >= note.finding.file; });
+        left.insert(place, std::move(note));
+    }
+    report.findings = std::move(left);
+}
+
+// Keeps what was there when the file was looked at from being lost, should someone else have saved meanwhile.
+void Save(const FixedFile& file) {
+    std::string reason;
+    if (!Commons::ReplaceFileWhole(file.path, file.before, file.after, reason))
+        throw Failure{ExitUnreadable, fmt::format("cannot write {}: {}", file.path, reason)};
+}
+
+// Makes the fixes and answers how many files they changed; with --diff they are only shown.
+std::size_t MakeFixes(Context& context, const std::vector<Job>& jobs, const Result& found, const Options& options) {
+    const bool shown = context.arguments.Has("--diff");
+    std::size_t fixes = 0, files = 0;
+    for (const FixedFile& file : FixFiles(jobs, found, options, context.arguments.Has("--unsafe-fixes"))) {
+        if (file.takenBack > 0)
+            Report(fmt::format("{}: {} would make a new error and {} left out", file.path,
+                               file.takenBack == 1 ? "one fix" : fmt::format("{} fixes", file.takenBack),
+                               file.takenBack == 1 ? "is" : "are"));
+        if (file.after == file.before) continue;
+        fixes += file.fixes;
+        ++files;
+        if (shown)
+            context.out.Print(UnifiedDiff(file.path, file.before, file.after));
+        else
+            Save(file);
+    }
+    if (!shown)
+        Report(fmt::format("{} {} made in {} {}", fixes, fixes == 1 ? "fix" : "fixes", files,
+                           files == 1 ? "file" : "files"));
+    return files;
+}
+
+int StatusOf(Context& context, const CheckReport& report) {
+    const bool omits =
+        !report.omissions.empty() || std::any_of(report.findings.begin(), report.findings.end(),
+                                                 [](const ToldFinding& told) { return TellsOfOmission(told.finding); });
+    const bool fails = std::any_of(report.findings.begin(), report.findings.end(), [&](const ToldFinding& told) {
+        return !told.isHeld && told.finding.severity >= report.failOn;
+    });
+    if (omits) return ExitUnreadable;
+    return std::max<int>(context.status, fails && !context.arguments.Has("--exit-zero") ? ExitFindings : ExitClean);
+}
+
+// The baseline that the options name, brought up to date if they ask for it.
+void ApplyBaseline(const Arguments& arguments, CheckReport& report) {
+    if (arguments.Has("--write-baseline")) {
+        Baseline baseline(arguments.Text("--write-baseline"));
+        baseline.Take(report);
+        baseline.Save();
+        baseline.Apply(report);
+    } else if (arguments.Has("--baseline")) {
+        Baseline baseline(arguments.Text("--baseline"));
+        baseline.Read();
+        baseline.Apply(report);
+    }
+    for (const std::string& note : report.notes) Report("note: " + note);
 }
 
 } // namespace
 
 int RunCheck(Context& context) {
-    const bool asJson = context.arguments.Has("--json");
-    Json all = Json::array();
-    std::set<std::string> told; // the faults of a root model come with each scenario that uses it
-    const auto found = [&](Json finding) {
-        if (!told.insert(finding.dump(-1, ' ', false, Json::error_handler_t::replace)).second) return;
-        if (context.status < ExitFindings) context.status = ExitFindings;
-        if (asJson)
-            all.push_back(std::move(finding));
-        else
-            context.out.Print(FindingText(context.out, finding));
-    };
-    JobList list(context, found);
-    for (const std::string& path : context.arguments.Texts("PATH")) list.AddPath(path);
-    const std::vector<Job>& jobs = list.Jobs();
+    const Arguments& arguments = context.arguments;
+    const Form* const form = FormOf(arguments);
+    Options options = OptionsOf(context);
+    const std::size_t most = options.mostFindings;
+    const bool hasBaseline = arguments.Has("--baseline") || arguments.Has("--write-baseline");
+    if (hasBaseline) options.mostFindings = std::max(most, kMostBehindBaseline);
 
-    Progress progress(static_cast<double>(jobs.size()), "files");
-    Examiner examiner(context);
-    EnvConfig::leaveConfig();
-    TavrelProcesses::ForEachInChildren(
-        jobs.size(), context.Children(),
-        [&](std::size_t item) {
-            try {
-                return DumpJsonLine(examiner.Examine(jobs[item]));
-            } catch (...) {
-                return DumpJsonLine({{"findings", {Finding(jobs[item].path, 0, CurrentFailure().sentence)}}});
-            }
-        },
-        [&](std::size_t item, const std::string& answer) {
-            const Json result = Json::parse(answer);
-            progress.Reach(static_cast<double>(item));
-            if (result.contains("unreadable")) {
-                progress.Hide();
-                context.Tell({ExitUnreadable, result["unreadable"].get<std::string>()});
-                return;
-            }
-            for (const Json& finding : result["findings"]) found(finding);
-        },
-        [&](std::size_t item, const TavrelProcesses::Death& death) {
-            Json finding = Finding(death.file.empty() ? jobs[item].path : death.file, death.row, death.cause);
-            if (!death.script.empty()) finding["script"] = death.script;
-            finding["place"] = death.place;
-            found(finding);
-        });
-    if (asJson) context.out.Print(DumpJson(all));
-    return context.status;
+    Result found;
+    const std::vector<Job> jobs = JobsOf(context, options, found);
+    const Result onTheWay = found;
+    Append(found, Checked(jobs, options));
+    if (arguments.Has("--fix") || arguments.Has("--unsafe-fixes") || arguments.Has("--diff")) {
+        const std::size_t changed = MakeFixes(context, jobs, found, options);
+        if (changed > 0 && !arguments.Has("--diff")) {
+            found = onTheWay;
+            Append(found, Checked(jobs, options));
+        }
+    }
+    CheckReport report = ReportOf(std::move(found), form != nullptr);
+    report.failOn = FailOn(arguments);
+    report.base = BaseFolder(report, options);
+    for (const Rule& rule : TavrelChecking::Rules())
+        if ((options.select.empty() || TavrelChecking::IsChosen(rule, options.select)) &&
+            !TavrelChecking::IsChosen(rule, options.ignore))
+            report.rules.push_back(&rule);
+    for (const TavrelChecking::Omission& omission : report.omissions)
+        Report(fmt::format("{}: {}", omission.file, omission.reason));
+    ApplyBaseline(arguments, report);
+    if (hasBaseline) CutToMost(report, most);
+    if (arguments.Has("--diff")) return StatusOf(context, report);
+
+    const bool toFile = arguments.Has("--output");
+    if (toFile) context.out.WithoutStyles();
+    const std::string text = form ? form->write(report) : TextForm(report, context.out);
+    if (toFile)
+        SaveFile(arguments.Text("--output"), text);
+    else
+        context.out.Print(std::string_view(text));
+    return StatusOf(context, report);
 }
 
 } // namespace tavrel
