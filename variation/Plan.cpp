@@ -12,6 +12,7 @@
 
 #include <nlohmann/json.hpp>
 #include <scenario/NearestName.h>
+#include <simulation/Criteria.h>
 
 #include <algorithm>
 #include <deque>
@@ -245,6 +246,13 @@ public:
         }
         MakeCandidates();
         CheckNumbers();
+        for (std::size_t i = 0; i < file.criteria.size(); ++i) {
+            try {
+                TavrelSimulation::ParseCriterion(file.criteria[i]);
+            } catch (const TavrelSimulation::CriterionError& refused) {
+                throw Refused("criteria/" + std::to_string(i), refused.what());
+            }
+        }
     }
 
     // For the coverage of a plan whose method takes no lists.
@@ -1009,8 +1017,8 @@ bool Plan::At(std::uint64_t number, Variant& variant) const {
     variant.number = number;
     variant.seed.reset();
     if (parts->file.repetitions > 1) {
-        // A permutation, so that no two of 2^31 - 1 numbers share a seed; not 0, which stands for none, and small enough
-        // for any integer of a scenario.
+        // A permutation, so that no two of 2^31 - 1 numbers share a seed; not 0, which stands for none, and small
+        // enough for any integer of a scenario.
         constexpr std::uint64_t kSeeds = (std::uint64_t{1} << 31) - 1;
         variant.seed = 1 + Permutation(kSeeds, parts->file.seed)(number % kSeeds);
     }
@@ -1115,7 +1123,8 @@ PlanCoverage Plan::Coverage(int strength, const NextValues& next, std::size_t mo
     }
 }
 
-std::string StarterPlan(const std::string& scenario, const std::string& configuration, const Settable& settable) {
+std::string StarterPlan(const std::string& scenario, const std::string& configuration, const Settable& settable,
+                        std::vector<std::string>* leftOut) {
     using Json = nlohmann::ordered_json;
     Json json;
     json["format"] = "tavrel-plan/1";
@@ -1152,9 +1161,11 @@ std::string StarterPlan(const std::string& scenario, const std::string& configur
         try {
             const Plan plan(trial, settable);
             const std::size_t target = settable.Find(name).target;
-            if (std::count(targets.begin(), targets.end(), target) != 0) continue;
+            if (std::count(targets.begin(), targets.end(), target) != 0)
+                throw Refused("parameters/" + name, "is the same parameter as one before");
             targets.push_back(target);
-        } catch (const Refused&) {
+        } catch (const Refused& refused) {
+            if (leftOut) leftOut->push_back(name + " is left out: " + refused.Reason());
             continue;
         }
         parameters[name] = entry;

@@ -32,6 +32,9 @@ const OptionRow kScript   {"SCRIPT", "", One, Scenarios, "", "a scenario, as tre
 const OptionRow kScriptName {"--script", "NAME", One, None, "", "which script of the scenario (default the first whole one)"};
 const OptionRow kModel    {"--model", "FILE", One, Files, "", "root model for scripts, instead of that of the configuration"};
 const OptionRow kJobs     {"--jobs", "N", One, None, "", "files that are looked at side by side (default as many as there are cores)"};
+const OptionRow kPlan     {"PLAN", "", One, Files, "", "a plan file"};
+const OptionRow kFromVariant {"--from", "N", One, None, "", "number of the first variant (default 0)"};
+const OptionRow kToVariant   {"--to", "N", One, None, "", "number of the last variant, which is included (default the last there is)"};
 const OptionRow kAll      {"--all", "", Flag, None, "", "all scenarios that list shows, in the place of one; give a file up after --timeout"};
 // clang-format on
 
@@ -302,6 +305,65 @@ const std::vector<CommandRow>& Commands() {
          Runs::Here, RunExplain,
          {"tavrel explain TV2001", "tavrel explain --format json"}},
 
+        {"vary plan", "write a plan to begin with",
+         "Writes a plan with all declarations of a scenario that have values to choose from. What a plan may hold is what "
+         "'vary schema' writes.",
+         {kScenario},
+         {},
+         Runs::InOneChild, RunVaryPlan,
+         {"tavrel vary plan overtaking.sce > plan.json"}},
+
+        {"vary count", "tell how many variants a plan has",
+         "Writes how many variants there are. A grid with constraints is counted up to ten million combinations; beyond "
+         "that an upper bound is told, and that it is one.",
+         {kPlan},
+         {kJson},
+         Runs::InOneChildWithoutLimitOfTime, RunVaryCount,
+         {"tavrel vary count plan.json"}},
+
+        {"vary list", "list the variants of a plan",
+         "Writes one variant per line: its number and the value of each parameter. In jsonl and csv parameters are named by "
+         "their full ids, and values are what an assignment takes.",
+         {kPlan},
+         {{"--format", "FORM", One, Words, "table jsonl csv", "form of the list (default table)"},
+          kFromVariant, kToVariant},
+         Runs::InOneChildWithoutLimitOfTime, RunVaryList,
+         {"tavrel vary list plan.json", "tavrel vary list plan.json --format jsonl --from 100 --to 199"}},
+
+        {"vary show", "show one variant of a plan",
+         "Shows the values of a variant with names and units, and beside them what the scenario has.",
+         {kPlan,
+          {"N", "", One, None, "", "number of a variant"}},
+         {kJson},
+         Runs::InOneChildWithoutLimitOfTime, RunVaryShow,
+         {"tavrel vary show plan.json 7"}},
+
+        {"vary write", "write the variants of a plan as scenario files",
+         "Writes a scenario file for each variant, named by its number, and variants.jsonl with what 'vary list --format "
+         "jsonl' writes of them. A file differs from the scenario in the values alone.",
+         {kPlan},
+         {{"--output", "FOLDER", One, Files, "", "folder to write to, made if it is not there; needed"},
+          kFromVariant, kToVariant},
+         Runs::InOneChildWithoutLimitOfTime, RunVaryWrite,
+         {"tavrel vary write plan.json --output variants"}},
+
+        {"vary coverage", "tell which combinations of values the variants cover",
+         "Counts the combinations of values of every few parameters that the constraints allow, and how many of them the "
+         "variants of the plan have, or those of a file; the first missing ones are told.",
+         {kPlan},
+         {{"--strength", "T", One, None, "", "of how many parameters, 1 to 6 (default that of a cover plan, else 2)"},
+          {"--runs", "FILE", One, Files, "", "count these variants: lines of JSON with \"values\""},
+          kJson},
+         Runs::InOneChildWithoutLimitOfTime, RunVaryCoverage,
+         {"tavrel vary coverage plan.json --strength 3"}},
+
+        {"vary schema", "write the JSON schema of a plan",
+         "Writes the JSON schema that a plan file follows.",
+         {},
+         {},
+         Runs::Here, RunVarySchema,
+         {"tavrel vary schema > plan.schema.json"}},
+
         {"completion", "write the completion for a shell",
          "Writes a script that teaches the shell the sub-commands, options and scenarios.",
          {{"SHELL", "", One, Words, "bash", "the shell"}},
@@ -349,6 +411,7 @@ const std::vector<const char*>& ExitStatusTexts() {
 
 const std::vector<GroupRow>& Groups() {
     static const std::vector<GroupRow> rows = {
+        {"vary", "make variants of a scenario by a plan"},
         {"variadic", "list and edit the declarations of parameters that may be varied"},
     };
     return rows;

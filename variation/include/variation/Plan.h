@@ -97,9 +97,10 @@ private:
     std::unique_ptr<Parts> parts;
 };
 
-// A plan to begin with: all declarations of the scenario that have values to choose from, as JSON.
+// A plan to begin with: all declarations of the scenario that have values to choose from, as JSON. `leftOut` receives a
+// sentence for each of the others, if it is not null.
 TAVREL_VARIATION_API std::string StarterPlan(const std::string& scenario, const std::string& configuration,
-                                             const Settable& settable);
+                                             const Settable& settable, std::vector<std::string>* leftOut = nullptr);
 
 } // namespace TavrelVariation
 

@@ -1,0 +1,94 @@
+#include "Plans.h"
+
+#include "Files.h"
+
+#include <ScenarioTemplateDb/Exception.h>
+#include <scenario/NearestName.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace tavrel {
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace TavrelVariation;
+
+std::string BytesOf(const std::string& path) {
+    const std::string reason = ReasonNotToOpen(path);
+    if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", path, reason)};
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// A declaration that leads nowhere is a matter of the plan that names it.
+void OpenWithDeclarations(Template& scenario) {
+    using ScenarioTemplateDb::Exception;
+    try {
+        scenario.getName();
+    } catch (Exception* declaration) { // everything else is thrown by value
+        const std::unique_ptr<Exception> owned(declaration);
+        Report(fmt::format("{}: a declaration leads nowhere: {}", scenario.getPath(), OneLine(owned->message)));
+    }
+}
+
+void MakeSettable(SettableScenario& scenario) {
+    scenario.opened = std::make_unique<Template>(scenario.configuration, scenario.path, scenario.directory);
+    OpenWithDeclarations(*scenario.opened);
+    scenario.settable = std::make_unique<Settable>(scenario.opened->File(), scenario.opened->getRootScenarioNode());
+}
+
+// The scenario as the operand of a sub-command: a file that stands beside the plan is named from there, so that it is
+// found from every working directory.
+std::string OperandOf(const PlanFile& file, const std::string& planPath) {
+    std::error_code error;
+    if (fs::path(file.scenario).is_absolute() || fs::exists(file.scenario, error)) return file.scenario;
+    const fs::path beside = fs::path(planPath).parent_path() / file.scenario;
+    return fs::exists(beside, error) ? beside.string() : file.scenario;
+}
+
+void CheckScript(const PlanFile& file, Template& scenario) {
+    if (!file.script) return;
+    std::vector<std::string> names;
+    for (const cfg::ScenarioScript* script : TavrelScenarioTemplateDb::scriptsOf(scenario.File())) {
+        if (script->name == *file.script) return;
+        names.push_back(script->name);
+    }
+    const std::string near = NearestName(*file.script, names);
+    throw Refused("script", fmt::format("the scenario has no script \"{}\"{}", *file.script,
+                                        near.empty() ? "" : ", did you mean " + near));
+}
+
+} // namespace
+
+SettableScenario SettableScenario::Again() const {
+    SettableScenario again{path, configuration, directory, nullptr, nullptr};
+    MakeSettable(again);
+    return again;
+}
+
+SettableScenario OpenSettable(Context& context, const std::string& operand, const std::string& configuration) {
+    Arguments arguments = context.arguments;
+    if (!configuration.empty()) arguments.values["--configuration"] = {configuration};
+    Context narrowed{arguments, context.out};
+    OpenedScenario found = OpenScenario(narrowed, operand);
+    SettableScenario scenario{found.scenario->getPath(), found.configuration.name, found.directory, nullptr, nullptr};
+    MakeSettable(scenario);
+    context.status = std::max(context.status, narrowed.status);
+    return scenario;
+}
+
+OpenedPlan OpenPlan(Context& context, const std::string& path) {
+    const std::string text = BytesOf(path);
+    return WithPlanRefusals(path, [&] {
+        const PlanFile file = PlanFile::Read(text);
+        SettableScenario scenario = OpenSettable(context, OperandOf(file, path), file.configuration.value_or(""));
+        CheckScript(file, *scenario.opened);
+        Plan plan(file, *scenario.settable);
+        return OpenedPlan{path, std::move(scenario), std::move(plan)};
+    });
+}
+
+} // namespace tavrel
