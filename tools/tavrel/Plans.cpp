@@ -2,7 +2,6 @@
 
 #include "Files.h"
 
-#include <ScenarioTemplateDb/Exception.h>
 #include <scenario/NearestName.h>
 
 #include <filesystem>
@@ -23,20 +22,9 @@ std::string BytesOf(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// A declaration that leads nowhere is a matter of the plan that names it.
-void OpenWithDeclarations(Template& scenario) {
-    using ScenarioTemplateDb::Exception;
-    try {
-        scenario.getName();
-    } catch (Exception* declaration) { // everything else is thrown by value
-        const std::unique_ptr<Exception> owned(declaration);
-        Report(fmt::format("{}: a declaration leads nowhere: {}", scenario.getPath(), OneLine(owned->message)));
-    }
-}
-
 void MakeSettable(SettableScenario& scenario) {
     scenario.opened = std::make_unique<Template>(scenario.configuration, scenario.path, scenario.directory);
-    OpenWithDeclarations(*scenario.opened);
+    OpenDespiteDeclarations(*scenario.opened);
     scenario.settable = std::make_unique<Settable>(scenario.opened->File(), scenario.opened->getRootScenarioNode());
 }
 
