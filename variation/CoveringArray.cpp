@@ -12,7 +12,7 @@ using Row = std::vector<int>;
 using Combination = std::vector<std::pair<std::size_t, int>>; // factors with levels, ascending
 
 constexpr std::uint64_t kMostCombinations = 20000000;
-constexpr double kMostGreedyWork = 3e9;       // look-ups of the first array
+constexpr double kMostGreedyWork = 3e9;        // look-ups of the first array
 constexpr double kTrialWork = 3e7;             // look-ups that several trials for each row of it may take
 constexpr std::uint64_t kStepsForEach = 20;    // steps of the search for each combination,
 constexpr std::uint64_t kLeastSteps = 20000;   // with at least so many,
