@@ -2,9 +2,8 @@
 
 #include <variation/Assignment.h>
 
-#include <algorithm>
 #include <array>
-#include <cstdio>
+#include <charconv>
 #include <cstring>
 #include <string>
 
@@ -12,12 +11,13 @@ namespace TavrelVariation {
 
 Decimal InUnit(const Decimal& number, lmk::t_unit from, lmk::t_unit to) {
     if (IsSameUnit(from, to)) return number;
-    std::array<char, 40> text;
-    std::snprintf(text.data(), text.size(), "%.14e", Converted(number.Number(), from, to));
-    std::string digits = text.data();
-    // The mantissa's zeros are no decimals of the number, and the locale of the process may write a comma.
-    std::replace(digits.begin(), digits.end(), ',', '.');
+    std::array<char, 40> text{};
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), Converted(number.Number(), from, to),
+                                       std::chars_format::scientific, 14);
+    std::string digits(text.data(), written.ptr);
+    // The mantissa's zeros are no decimals of the number.
     const std::size_t exponent = digits.find('e');
+    if (exponent == std::string::npos) throw NoDecimal("the number does not fit");
     std::size_t end = exponent;
     while (end > 0 && digits[end - 1] == '0') --end;
     return Decimal::Read(digits.erase(end, exponent - end));
