@@ -49,7 +49,24 @@ void Reconcile(const Verdict& verdict, const std::string& path, const std::vecto
                 finding.severity = Severity::Warning;
         }
     }
-    if (HasError(findings)) return;
+    if (HasError(findings) || verdict.IsFine()) return;
+    // A line that is read all the same, so it seemed, and over which the library stumbles.
+    Finding* nearest = nullptr;
+    for (Finding& finding : findings) {
+        if (finding.rule->severity != Severity::Error || finding.severity != Severity::Warning || finding.file != path)
+            continue;
+        const std::uint32_t row = finding.isInScript ? finding.scriptRow : finding.span.row;
+        if (!verdict.refusals.empty()) {
+            const Verdict::Refusal& refusal = verdict.refusals.front();
+            if (refusal.script == finding.script && row <= refusal.row) nearest = &finding;
+        } else if (verdict.invalid.front().way.starts_with(finding.place)) {
+            nearest = &finding;
+        }
+    }
+    if (nearest) {
+        nearest->severity = Severity::Error;
+        return;
+    }
     const auto treeOf = [&](const std::string& script) -> const ScriptTree* {
         for (const ScriptTree* tree : trees)
             if (tree->Source().ScriptName() == script) return tree;
@@ -77,21 +94,22 @@ void Reconcile(const Verdict& verdict, const std::string& path, const std::vecto
     for (const Verdict::Invalid& invalid : verdict.invalid) {
         const ScriptTree* tree = treeOf(invalid.script);
         if (!tree || !tree->Root()) continue;
-        std::vector<const Item*> pending{tree->Root()};
+        const Item* item = tree->Root();
+        std::vector<const Item*> pending{item};
         while (!pending.empty()) {
-            const Item* item = pending.back();
+            const Item* one = pending.back();
             pending.pop_back();
-            for (const auto& child : item->children) pending.push_back(child.get());
-            if (WayTo(item) != invalid.way && !pending.empty()) continue;
-            Fault fault;
-            fault.rule = IsParameter(item->kind) ? "TV3001" : "TV4012";
-            fault.begin = item->keywordBegin;
-            fault.end = item->headerEnd;
-            fault.item = item->parent;
-            fault.message = invalid.cause;
-            findings.push_back(FindingOf(fault, tree->Source()));
-            return;
+            for (const auto& child : one->children) pending.push_back(child.get());
+            if (WayTo(one) == invalid.way) item = one;
         }
+        Fault fault;
+        fault.rule = IsParameter(item->kind) ? "TV3001" : "TV4012";
+        fault.begin = item->keywordBegin;
+        fault.end = item->headerEnd;
+        fault.item = item->parent;
+        fault.message = invalid.cause;
+        findings.push_back(FindingOf(fault, tree->Source()));
+        return;
     }
 }
 

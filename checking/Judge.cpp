@@ -73,15 +73,15 @@ std::string WayOf(const ScenarioItem& item) {
     return item.parent ? WayOf(*item.parent) + " / " + way : way;
 }
 
-// The innermost invalid items; those around them are invalid for them alone.
+// The innermost invalid items; those around them are invalid for them alone. True if there is one, counted or not.
 bool AddInvalid(const ScenarioItem& item, bool isWhole, const std::string& script,
                 std::vector<Verdict::Invalid>& invalid) {
     std::vector<ScenarioItem*> children;
     item.GetChildren(children);
     bool hasInvalid = false;
     for (const ScenarioItem* child : children) hasInvalid = AddInvalid(*child, isWhole, script, invalid) || hasInvalid;
-    if (item.IsValid() || (!isWhole && IsJudgedByScenario(item))) return hasInvalid;
-    if (!hasInvalid) invalid.push_back({script, WayOf(item), WhyInvalid(item)});
+    if (item.IsValid() || hasInvalid) return hasInvalid;
+    if (isWhole || !IsJudgedByScenario(item)) invalid.push_back({script, WayOf(item), WhyInvalid(item)});
     return true;
 }
 

@@ -68,6 +68,7 @@ struct Row {
     std::size_t end;    // before the line end and the separators before it
     std::size_t blanks; // where leading blanks begin; `begin` if there are none
     unsigned indent;    // tabs
+    bool isSplit;       // something else stands before it on its line
 };
 
 // What stands in a row.
@@ -259,40 +260,81 @@ private:
         std::size_t at = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
         while (at < text.size()) {
             const std::size_t feed = std::min(text.find('\n', at), text.size());
-            Row row{};
-            std::size_t begin = at;
-            while (begin < feed && IsLineSeparator(text[begin])) {
-                if (text[begin] == '\t') ++row.indent;
-                ++begin;
-            }
-            row.blanks = begin;
-            while (begin < feed && (text[begin] == ' ' || IsLineSeparator(text[begin]))) ++begin;
-            row.begin = begin;
-            row.end = feed;
-            while (row.end > row.blanks && IsLineSeparator(text[row.end - 1])) --row.end;
-            if (row.begin > row.end) row.begin = row.end;
-            if (row.end > row.blanks) rows.push_back(row);
+            AddRows(at, feed, 0);
             at = feed + 1;
         }
     }
 
+    // For the reader a tab begins another line. Here that is so where what stands before it is no attribute and no
+    // header, which look at their tabs themselves.
+    void AddRows(std::size_t at, std::size_t feed, unsigned indent) {
+        Row row{};
+        row.indent = indent;
+        row.isSplit = indent > 0;
+        std::size_t begin = at;
+        while (begin < feed && IsLineSeparator(text[begin])) {
+            if (text[begin] == '\t') ++row.indent;
+            ++begin;
+        }
+        row.blanks = begin;
+        while (begin < feed && (text[begin] == ' ' || IsLineSeparator(text[begin]))) ++begin;
+        row.begin = begin;
+        row.end = feed;
+        while (row.end > row.blanks && IsLineSeparator(text[row.end - 1])) --row.end;
+        if (row.begin > row.end) row.begin = row.end;
+        if (row.end == row.blanks) return;
+        const std::size_t tab = text.find('\t', row.begin);
+        if (tab < row.end && row.begin < row.end) {
+            const Form form = FormOf(LineOf(row));
+            const std::size_t more = text.find_first_not_of("\t\r\f", tab);
+            const bool isLine = more < row.end && FormOf(text.substr(more, row.end - more)) != Form::Other;
+            if (isLine && form != Form::Attribute && form != Form::Header) {
+                const std::size_t end = row.end;
+                row.end = tab;
+                rows.push_back(row);
+                return AddRows(tab, end, row.indent + 1);
+            }
+        }
+        rows.push_back(row);
+    }
+
     std::string_view LineOf(const Row& row) const { return text.substr(row.begin, row.end - row.begin); }
 
-    // Whether headers and braces alone make a tree, so that indentation need not be asked.
-    bool StandsPlain() const {
-        std::size_t depth = 0;
+    // Whether headers and braces alone make a tree in which each item stands where one of its kind may, so that the
+    // indentation need not be asked.
+    bool StandsPlain() {
+        struct Level {
+            ScenarioItemKind kind;
+            bool isJunction;
+        };
+        std::vector<Level> levels;
         bool isHeader = false;
         bool isAtEnd = false;
         for (const Row& row : rows) {
             if (row.begin == row.end) continue;
-            const Form form = FormOf(LineOf(row));
+            const std::string_view line = LineOf(row);
+            const Form form = FormOf(line);
             if (isAtEnd) return FollowsIndent();
             if (isHeader != (form == Form::Open)) return false;
             isHeader = form == Form::Header;
-            if (form == Form::Open) ++depth;
-            if (form == Form::Close && (depth == 0 || --depth == 0)) isAtEnd = true;
+            if (isHeader) {
+                const Level level{KindIn(line), line.ends_with("(AND)") || line.ends_with("(OR)")};
+                const bool fits = levels.empty() || level.kind == KindNone ||
+                                  Accepts(levels.back().kind, false, levels.back().isJunction, level.kind);
+                if (!fits && IsIndented() && !FollowsIndent()) return false;
+                levels.push_back(level);
+            }
+            if (form != Form::Close) continue;
+            if (!levels.empty()) levels.pop_back();
+            isAtEnd = levels.empty();
         }
         return isAtEnd && !isHeader;
+    }
+
+    static ScenarioItemKind KindIn(std::string_view header) {
+        const std::size_t begin = std::min(header.find_first_not_of(" \t", kHeaderWord.size()), header.size());
+        const std::size_t end = std::min(header.find_first_of(" (\t", begin), header.size());
+        return KindFromKeyword(std::string(header.substr(begin, end - begin)));
     }
 
     // Whether each closing brace up to the end of the first item stands as deep as its header.
@@ -329,7 +371,7 @@ private:
 
     // Closes what the indentation of a line shows to have ended above it.
     void CloseAbove(const Row& row) {
-        if (isPlain || row.begin > row.blanks || !IsIndented()) return;
+        if (isPlain || row.begin > row.blanks || row.isSplit || !IsIndented()) return;
         while (open.size() > 1 && indents.back() >= row.indent) NotClosed(row.begin);
     }
 
@@ -342,25 +384,40 @@ private:
     void Take(std::size_t number) {
         const Row& row = rows[number];
         if (row.begin > row.blanks) {
-            Fault& fault =
-                Add("TV1009", row.blanks, row.begin, "a blank stands before the line; only tabs may stand there");
-            fault.fixTitle = "remove the blanks";
-            fault.fixBegin = row.blanks;
-            fault.fixEnd = row.begin;
+            AddBlanks(row.blanks, row.begin);
             if (row.begin == row.end) return;
         }
         const Form form = FormOf(LineOf(row));
+        if (form == Form::Other && TakeBrokenBrace(row)) return;
         if (awaitsBrace && form == Form::Other) return Unknown(row.begin, row.end);
         if (awaitsBrace && form != Form::Open) MissingBrace();
         if (form == Form::Open) return TakeOpen(row);
         if (form == Form::Close) return TakeClose(row);
         if (form == Form::Header) return TakeHeader(row);
-        CloseAbove(row);
-        if (!IsOpenNext(number)) return TakeLine(row.begin, row.end);
+        if (form == Form::Attribute) CloseAbove(row);
+        if (form == Form::Attribute || !IsOpenNext(number)) return TakeLine(row.begin, row.end);
         // It was meant for a header: what follows stands in an item of its own.
         Unknown(row.begin, row.end);
         Drop(row);
         awaitsBrace = true;
+    }
+
+    // A line that was a brace, with some sign before it: it is told, and counts as the brace.
+    bool TakeBrokenBrace(const Row& row) {
+        const std::string_view line = LineOf(row);
+        constexpr std::size_t kLongest = 3;
+        if (line.size() > kLongest || open.empty()) return false;
+        const bool isOpen = awaitsBrace && line.find('{') != std::string_view::npos;
+        const bool isClose = !awaitsBrace && line.find('}') != std::string_view::npos;
+        if (!isOpen && !isClose) return false;
+        Unknown(row.begin, row.end);
+        if (isOpen) {
+            awaitsBrace = false;
+        } else {
+            open.back()->closing = row.begin;
+            Close();
+        }
+        return true;
     }
 
     // An item whose header is lost. It counts as present, and so does what stands in it.
@@ -413,7 +470,8 @@ private:
         if (!awaitsBrace) {
             CloseAbove(row);
             Unknown(row.begin, row.begin + 1, "a brace without a header");
-            return Drop(row);
+            if (tree.root) Drop(row);
+            return;
         }
         awaitsBrace = false;
         Trailing(row.begin + 1, row.end);
@@ -422,15 +480,26 @@ private:
     // What stands behind a brace or a header is passed over by the reader up to the next tab.
     void Trailing(std::size_t begin, std::size_t end) {
         while (begin < end && text[begin] == ' ') ++begin;
-        if (begin == end) return;
         std::size_t stop = begin;
-        while (stop < end && text[stop] != '\t') ++stop;
+        while (stop < end && !IsLineSeparator(text[stop])) ++stop;
         std::size_t shown = stop;
         while (shown > begin && text[shown - 1] == ' ') --shown;
         if (shown > begin)
             Add("TV1013", begin, shown, "what stands here is passed over, and lost when the text is saved", true);
-        while (stop < end && (text[stop] == '\t' || text[stop] == ' ')) ++stop;
-        if (stop < end) TakeLine(stop, end);
+        // A tab begins another line.
+        while (stop < end && IsLineSeparator(text[stop])) ++stop;
+        if (stop == end) return;
+        std::size_t line = stop;
+        while (line < end && (text[line] == ' ' || IsLineSeparator(text[line]))) ++line;
+        if (line > stop) AddBlanks(stop, line);
+        if (line < end) TakeLine(line, end);
+    }
+
+    void AddBlanks(std::size_t begin, std::size_t end) {
+        Fault& fault = Add("TV1009", begin, end, "a blank stands before the line; only tabs may stand there");
+        fault.fixTitle = "remove the blanks";
+        fault.fixBegin = begin;
+        fault.fixEnd = end;
     }
 
     void TakeClose(const Row& row) {
@@ -438,8 +507,8 @@ private:
             Unknown(row.begin, row.begin + 1, "a closing brace without an item");
             return;
         }
-        if (!isPlain && IsIndented()) {
-            if (row.indent > indents.back() && row.begin == row.blanks) {
+        if (!isPlain && !row.isSplit && IsIndented()) {
+            if ((row.indent > indents.back() || EndsTooEarly(row)) && row.begin == row.blanks) {
                 Unknown(row.begin, row.begin + 1, "a closing brace without an item");
                 return;
             }
@@ -452,6 +521,19 @@ private:
         open.back()->closing = row.begin;
         Close();
         Trailing(row.begin + 1, row.end);
+    }
+
+    // Whether the brace would end the text from far within, and another one does so later.
+    bool EndsTooEarly(const Row& row) const {
+        if (open.size() < 3 || row.indent != indents.front()) return false;
+        bool isBehind = false;
+        for (const Row& other : rows) {
+            if (isBehind && other.begin < other.end && other.indent == row.indent &&
+                FormOf(LineOf(other)) == Form::Close)
+                return true;
+            isBehind = isBehind || other.begin == row.begin;
+        }
+        return false;
     }
 
     void NotClosed(std::size_t at) {
@@ -479,10 +561,7 @@ private:
 
     // Without indentation the kinds show what is not closed: an item that cannot stand here can stand further out.
     void CloseWhatTakesNone(const Row& row) {
-        const std::string_view line = LineOf(row);
-        const std::size_t begin = std::min(line.find_first_not_of(' ', kHeaderWord.size()), line.size());
-        const std::size_t end = std::min(line.find_first_of(" (\t", begin), line.size());
-        const ScenarioItemKind kind = KindFromKeyword(std::string(line.substr(begin, end - begin)));
+        const ScenarioItemKind kind = KindIn(LineOf(row));
         if (kind == KindNone) return;
         const auto takes = [&](const Item& item) {
             return Accepts(item.kind, item.IsIndexEntry(), IsJunction(item), kind);
@@ -526,6 +605,7 @@ private:
         item.depth = static_cast<unsigned>(open.size()) + 1;
 
         const char* what = nullptr; // is wrong with the header
+        bool endsEarly = false;
         std::size_t faultBegin = 0;
         std::size_t faultEnd = 0;
         std::string fix;
@@ -599,13 +679,21 @@ private:
             }
         }
 
+        // A tab ends the line, and what follows it is taken for the next one.
+        if (const std::size_t tab = line.substr(0, item.headerEnd - row.begin).find('\t', kHeaderWord.size());
+            tab != std::string_view::npos) {
+            isWrong("a tab stands in the header and ends it", tab, tab + 1, " ");
+            endsEarly = true;
+        }
+
         std::string seenWord;
         const bool isSeen = SeenHeader(row.begin, seenWord, item.seenName);
         if (!isSeen) item.seenName = item.name;
         item.isMalformed = what != nullptr;
         if (what) {
             // The reader goes on with another name, where names are free.
-            const bool isTaken = isSeen && KindFromKeyword(seenWord) == item.kind && item.kind != KindNone;
+            const bool isTaken =
+                isSeen && !endsEarly && KindFromKeyword(seenWord) == item.kind && item.kind != KindNone;
             Fault& fault = Add("TV1003", faultBegin, faultEnd, what, isTaken);
             fault.fixTitle = "write the header as it is read";
             fault.fixBegin = faultBegin;
@@ -624,7 +712,7 @@ private:
         Enter(std::move(made), row.indent);
         awaitsBrace = true;
         const std::size_t more = text.find_first_not_of(" \t", behind);
-        if (behind < row.end && more < row.end && text[more] != '{') Trailing(behind, row.end);
+        if (behind < row.end && (more >= row.end || text[more] != '{')) Trailing(behind, row.end);
     }
 
     void UnknownKind(const Item& item) {

@@ -174,7 +174,34 @@ std::vector<Fault> TextChecks::Run() {
     LookAtTop();
     Visit(*tree.Root());
     if (role == TextRole::Model) LookAtLists();
+    LookAtUnknownLines();
     return std::move(faults);
+}
+
+// A line that only begins with a key of its item is taken all the same: two signs are passed over, and all up to the
+// next quote is the value.
+void TextChecks::LookAtUnknownLines() {
+    const std::string_view text = tree.Source().View();
+    for (std::size_t at = 0; at < faults.size(); ++at) {
+        const Item* const item = faults[at].item;
+        if (std::string_view(faults[at].rule) != "TV1001" || !item || item->isDropped) continue;
+        const std::string_view line = text.substr(faults[at].begin, faults[at].end - faults[at].begin);
+        for (const Key& key : KeysOf(*item)) {
+            if (!line.starts_with(key.word)) continue;
+            if (key.opens == Key::WhileEmpty && !item->Value(key.word).empty() &&
+                item->Find(key.word)->keyBegin < faults[at].begin)
+                continue;
+            const std::size_t behind = std::min(faults[at].begin + key.word.size() + 2, text.size());
+            const std::size_t quote = text.find('"', behind);
+            if (quote == std::string_view::npos) break;
+            Attribute seen;
+            seen.key = key.word;
+            seen.keyBegin = faults[at].begin;
+            const bool isTaken = LookAtValue(*item, seen, text.substr(behind, quote - behind), false);
+            faults[at].isTaken = isTaken;
+            break;
+        }
+    }
 }
 
 // Where faults stand.
@@ -704,8 +731,18 @@ bool TextChecks::LookAtUserValue(const Item& item, const Attribute& attribute, s
         SuggestWord(fault, value, candidates);
         return false;
     }
-    if (key != "VALUE" || value.empty()) return true;
+    if (key != "VALUE") return true;
     const Attribute* kind = item.Find("KIND");
+    if (!isTold && kind && role != TextRole::Model) {
+        // What a line without its quote runs into is the name of nothing, and so is nothing.
+        static constexpr std::string_view kNamed[] = {"ENUM",    "FILE",   "TASK",  "VARIABLE",
+                                                      "TRIGGER", "DRIVER", "IMAGE", "SOUND"};
+        const bool isNamed = std::find(std::begin(kNamed), std::end(kNamed), kind->value) != std::end(kNamed);
+        if (isNamed && (value.empty() || value.find('\n') != std::string_view::npos)) return false;
+        const std::string_view wanted = TypeOf(item);
+        if (value.empty() && kind->value == "USER" && (wanted == "FLOAT" || wanted == "INTEGER")) return false;
+    }
+    if (value.empty()) return true;
     if (!kind || (kind->isBroken && isTold) || !Holds(kinds, kind->value)) return true;
     if (kind->value == "ENUM") {
         const std::string_view tabName = item.model->Value("ENUMTAB");

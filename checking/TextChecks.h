@@ -49,6 +49,7 @@ private:
     void LookAtCall(const Item& item);
     void LookAtChildren(const Item& item);
     void LookAtLists();
+    void LookAtUnknownLines();
     bool IsUnset(const Item& item, const Attribute& attribute) const;
     std::vector<Key> KeysOf(const Item& item) const;
     // The definition of that name that may be referred to at this place; sets `isLater` when there is one behind it.
