@@ -181,7 +181,7 @@ TEST_F(ListingTest, IsThatOfPocoWhateverIsInTheFolders) {
                     EXPECT_THAT(failure, testing::StartsWith("Invalid scenario template index"));
                 }
             }
-            // The first one of a path counts, and what fails behind it is never come to.
+            // The first one of a path counts, and what fails after it is never come to.
             for (const std::string& path : expected.paths) EXPECT_EQ(all.getScenarioDirectory(path), root);
             if (expected.failure.empty())
                 EXPECT_EQ(all.getScenarioDirectory("absent\\x.sce"), "");

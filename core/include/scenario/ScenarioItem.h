@@ -53,7 +53,7 @@ struct ItemLoadContext {
 // A node of a scenario script or of the root model: the base of all item classes. The base owns no children: each
 // concrete class stores its own and shows them through GetChildren, on which every walk here is written.
 // Flags are the file's text, and only "1" is true: `isSelected` is the text, IsSelected() the question.
-// Nothing here throws. A null child met in a walk, and any other broken expectation, ends the process by AssertAbort.
+// Nothing here throws. A null child seen in a walk, and any other broken expectation, ends the process by AssertAbort.
 class TAVREL_MODEL_API ScenarioItem : public ScenarioItemObservable {
 public:
     ScenarioItemKind kind = KindNone; // set by CreateItem
@@ -86,7 +86,7 @@ public:
     virtual void GetChildren(std::vector<ScenarioItem*>& out, std::uint32_t kindFilter = 0) const;
     // Forgets the children without destroying them: the caller owns them from now on.
     virtual void DetachChildren() = 0;
-    // Takes `child` over and becomes its parent. With a `reference` that is a child: directly behind it when `after`,
+    // Takes `child` over and becomes its parent. With a `reference` that is a child: directly after it when `after`,
     // else directly before it. Otherwise at the end when `after`, else at the front. Which kinds a class takes in is
     // its own business: a child that it ignores stays with the caller.
     virtual void AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) = 0;

@@ -169,14 +169,14 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemBeingRead* outer, ItemLo
 bool ReadContent(Load& load, ItemBeingRead& item, ItemLoadContext* context, bool headerOnly) {
     ScenarioTextStream& stream = load.text.stream;
     if (CharAt(stream) != '{') return ReportRefusal(stream, Cause::NoBrace, item.Get());
-    NextLineBehind(stream, stream.cursor);
+    NextLineFrom(stream, stream.cursor);
     ForgetRefusalCause();
     if (!item->OnLoadBegin()) return ReportRefusal(stream, Cause::ItemRefused, item.Get());
     for (;;) {
         ForgetRefusalCause();
         if (CharAt(stream) == '}') {
             if (!item->OnLoadEnd()) return ReportRefusal(stream, Cause::ItemIncomplete, item.Get());
-            NextLineBehind(stream, stream.cursor);
+            NextLineFrom(stream, stream.cursor);
             return true;
         }
         if (item->LoadAttribute(stream)) {
@@ -235,7 +235,7 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemBeingRead* outer, ItemLo
         return Outcome::PassedOver;
     }
     // Nothing outside a rule refers to what it holds.
-    if (kind == KindRule && load.emptiesRules) DestroyChildren(*item.Get(), load.letGo);
+    if (kind == KindRule && load.emptiesRules) DestroyChildren(*item.Get(), load.emptied);
     result = item.Keep();
     return Outcome::Read;
 }
