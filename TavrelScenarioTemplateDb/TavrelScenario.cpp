@@ -230,7 +230,7 @@ void TavrelScenario::loadCfgScenario() const {
         throw Exception("Unable to find scenario root model file '" + std::string(RootModel::kPath) +
                             "' for configuration " + place->configuration + " : check your Tavrel installation!",
                         ExceptionCodeGeneric);
-    if (RootModel::use(modelFile, &std::cout) != RootModel::Outcome::InUse)
+    if (RootModel::use(modelFile, &std::cout, place->configuration) != RootModel::Outcome::InUse)
         throw Exception("Unable to get initialize scenario root model " + modelFile, ExceptionCodeGeneric);
 
     std::vector<cfg::Section*> sections;

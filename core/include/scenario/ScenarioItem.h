@@ -187,6 +187,9 @@ public:
 // With `headerOnly` the top item reads its first attributes and comes back without children and without OnLoadEnd.
 // boost::bad_lexical_cast from the numbers of a variable passes through; nothing leaks then.
 TAVREL_MODEL_API ScenarioItem* LoadScenarioFile(const char* path, std::ostream* log, bool headerOnly);
+// The same for a file whose bytes the caller has read, so that he knows what the result was made from.
+TAVREL_MODEL_API ScenarioItem* LoadScenarioFileText(const char* path, const std::string& text, std::ostream* log,
+                                                    bool headerOnly);
 // Reads one item at the cursor. With a `parent` the new item is added at its end, and the parent owns it; without one
 // the caller does. Null when the text does not parse: the row of the failing line is `stream.line`, no message is
 // written, and the parent is as it was. Null also when the parent accepts the kind but ignores the item; a warning on
