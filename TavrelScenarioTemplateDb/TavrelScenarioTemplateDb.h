@@ -10,7 +10,6 @@
 #include <TavrelScenarioTemplateDb/ScriptNode.h>
 #include <TavrelScenarioTemplateDb/ScriptVariableParameter.h>
 #include <TavrelScenarioTemplateDb/SectionValues.h>
-#include <TavrelScenarioTemplateDb/ShareRootModels.h>
 #include <TavrelScenarioTemplateDb/SharedStateGuard.h>
 #include <TavrelScenarioTemplateDb/TavrelConfigurationDirectory.h>
 #include <TavrelScenarioTemplateDb/TavrelConfigurationRootDirectory.h>

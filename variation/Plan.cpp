@@ -991,6 +991,10 @@ Plan& Plan::operator=(Plan&&) noexcept = default;
 
 const PlanFile& Plan::File() const { return parts->file; }
 const std::vector<PlannedParameter>& Plan::Parameters() const { return parts->parameters; }
+const NumberDomain* Plan::DomainOf(std::size_t parameter) const {
+    const Parts::Bound& bound = parts->bound[parameter];
+    return bound.domain && !bound.domain->IsEmpty() ? &*bound.domain : nullptr;
+}
 
 VariantCount Plan::Count() const {
     const std::uint64_t repetitions = parts->file.repetitions;

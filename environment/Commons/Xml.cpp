@@ -88,14 +88,14 @@ XmlBuffer::~XmlBuffer() {
 }
 
 char* XmlBuffer::Take(size_t size) {
-    if (size + kRoomAfter <= spare.capacity) {
+    if (size + kRoomBehind <= spare.capacity) {
         bytes = std::move(spare.bytes);
         capacity = std::exchange(spare.capacity, 0);
     } else {
-        bytes = std::make_unique_for_overwrite<char[]>(size + kRoomAfter);
-        capacity = size + kRoomAfter;
+        bytes = std::make_unique_for_overwrite<char[]>(size + kRoomBehind);
+        capacity = size + kRoomBehind;
     }
-    std::memset(bytes.get() + size, 0, kRoomAfter);
+    std::memset(bytes.get() + size, 0, kRoomBehind);
     return bytes.get();
 }
 

@@ -32,6 +32,7 @@ const OptionRow kScript   {"SCRIPT", "", One, Scenarios, "", "a scenario, as tre
 const OptionRow kScriptName {"--script", "NAME", One, None, "", "which script of the scenario (default the first whole one)"};
 const OptionRow kModel    {"--model", "FILE", One, Files, "", "root model for scripts, instead of that of the configuration"};
 const OptionRow kJobs     {"--jobs", "N", One, None, "", "files that are looked at side by side (default as many as there are cores)"};
+const OptionRow kCampaign {"DIR", "", One, Files, "", "folder of a campaign"};
 const OptionRow kPlan     {"PLAN", "", One, Files, "", "a plan file"};
 const OptionRow kFromVariant {"--from", "N", One, None, "", "number of the first variant (default 0)"};
 const OptionRow kToVariant   {"--to", "N", One, None, "", "number of the last variant, which is included (default the last there is)"};
@@ -305,6 +306,56 @@ const std::vector<CommandRow>& Commands() {
          Runs::Here, RunExplain,
          {"tavrel explain TV2001", "tavrel explain --format json"}},
 
+        {"campaign init", "begin a campaign: a folder in which all variants of a plan are run",
+         "Freezes a plan, with what it is made from, in the folder DIR. The same plan again changes nothing.",
+         {{"PLAN", "", One, Files, "", "a plan file"}},
+         {{"--output", "DIR", One, Files, "", "folder of the campaign, made if it is not there; needed"}},
+         Runs::OverItsOwnChildren, RunCampaignInit,
+         {"tavrel campaign init plan.json --output night"}},
+
+        {"campaign run", "run the variants of a campaign that are not finished",
+         "Runs each variant in a process of its own, judges it, and keeps the result in DIR/runs. Passed, failed and skipped "
+         "runs are not run again without --retry. Any number of these commands may work in one folder, on any number of "
+         "machines that see it; they share the work. Exit status 3 tells that some runs could not be had yet.",
+         {kCampaign},
+         {{"--shard", "I/N", One, None, "", "the variants whose number leaves the rest I when divided by N; auto: the part that "
+           "Slurm, Kubernetes or GNU parallel gave this process"},
+          kJobs,
+          {"--retry", "WHICH", One, Words, "failed all", "also run again what failed, or everything"},
+          {"--command", "TEXT", One, None, "", "run an external simulator: a program with arguments, in which {scenario}, "
+           "{trace}, {number} and {folder} are filled in"},
+          {"--traces", "WHICH", One, Words, "all failed none", "which traces are kept in DIR/traces (default all)"},
+          {"--memory", "MB", One, None, "", "memory that a run may take (default 4096)"}},
+         Runs::OverItsOwnChildren, RunCampaignRun,
+         {"tavrel campaign run night", "tavrel campaign run night --shard 0/4 --traces failed",
+          "tavrel campaign run night --command 'mysim {scenario} --log {trace}'"}},
+
+        {"campaign status", "tell how far a campaign is",
+         "Writes how many variants have which verdict, which are missing, and how fast they are run.",
+         {kCampaign},
+         {kJson},
+         Runs::OverItsOwnChildren, RunCampaignStatus,
+         {"tavrel campaign status night"}},
+
+        {"campaign merge", "write the results of a campaign",
+         "Writes results.jsonl, results.csv, junit.xml and report.html from the finished runs. The same runs give the same "
+         "bytes, wherever and in whatever order they were made.",
+         {kCampaign},
+         {{"--output", "DIR", One, Files, "", "folder to write to (default that of the campaign)"}},
+         Runs::OverItsOwnChildren, RunCampaignMerge,
+         {"tavrel campaign merge night --output results"}},
+
+        {"campaign bisect", "look for the limit between passed and failed along one parameter",
+         "Runs the ends of the parameter's range and some values between them, and halves the bracket between the first two "
+         "that differ until it is small enough. The other parameters have their defaults. Exit status 1 tells that the ends "
+         "do not differ.",
+         {{"PLAN", "", One, Files, "", "a plan file"}},
+         {{"--parameter", "NAME", One, None, "", "name or full id of a parameter of the plan; needed"},
+          {"--tolerance", "X", One, None, "", "largest width of the bracket, in the unit of the parameter; needed"},
+          {"--probes", "N", One, None, "", "values between the ends that are run first (default 4)"},
+          kJson},
+         Runs::OverItsOwnChildren, RunCampaignBisect,
+         {"tavrel campaign bisect plan.json --parameter 'Truck speed' --tolerance 0.5"}},
         {"vary plan", "write a plan to begin with",
          "Writes a plan with all declarations of a scenario that have values to choose from. What a plan may hold is what "
          "'vary schema' writes.",
@@ -411,6 +462,7 @@ const std::vector<const char*>& ExitStatusTexts() {
 
 const std::vector<GroupRow>& Groups() {
     static const std::vector<GroupRow> rows = {
+        {"campaign", "run all variants of a plan and judge them"},
         {"vary", "make variants of a scenario by a plan"},
         {"variadic", "list and edit the declarations of parameters that may be varied"},
     };

@@ -2,6 +2,7 @@
 
 #include "Files.h"
 
+#include <lmkUtils/EnvConfig.h>
 #include <scenario/NearestName.h>
 
 #include <filesystem>
@@ -28,15 +29,6 @@ void MakeSettable(SettableScenario& scenario) {
     scenario.settable = std::make_unique<Settable>(scenario.opened->File(), scenario.opened->getRootScenarioNode());
 }
 
-// The scenario as the operand of a sub-command: a file that stands beside the plan is named from there, so that it is
-// found from every working directory.
-std::string OperandOf(const PlanFile& file, const std::string& planPath) {
-    std::error_code error;
-    if (fs::path(file.scenario).is_absolute() || fs::exists(file.scenario, error)) return file.scenario;
-    const fs::path beside = fs::path(planPath).parent_path() / file.scenario;
-    return fs::exists(beside, error) ? beside.string() : file.scenario;
-}
-
 void CheckScript(const PlanFile& file, Template& scenario) {
     if (!file.script) return;
     std::vector<std::string> names;
@@ -51,8 +43,16 @@ void CheckScript(const PlanFile& file, Template& scenario) {
 
 } // namespace
 
+// A file that stands beside the plan is named from there, and every file by its whole path.
+std::string OperandOf(const PlanFile& file, const std::string& planPath) {
+    std::error_code error;
+    if (fs::exists(file.scenario, error)) return fs::absolute(file.scenario).string();
+    const fs::path beside = fs::path(planPath).parent_path() / file.scenario;
+    return fs::exists(beside, error) ? fs::absolute(beside).string() : file.scenario;
+}
+
 SettableScenario SettableScenario::Again() const {
-    SettableScenario again{path, configuration, directory, nullptr, nullptr};
+    SettableScenario again{path, configuration, directory, installation, nullptr, nullptr};
     MakeSettable(again);
     return again;
 }
@@ -62,16 +62,26 @@ SettableScenario OpenSettable(Context& context, const std::string& operand, cons
     if (!configuration.empty()) arguments.values["--configuration"] = {configuration};
     Context narrowed{arguments, context.out};
     OpenedScenario found = OpenScenario(narrowed, operand);
-    SettableScenario scenario{found.scenario->getPath(), found.configuration.name, found.directory, nullptr, nullptr};
+    SettableScenario scenario{found.scenario->getPath(),
+                              found.configuration.name,
+                              found.directory,
+                              lmkUtils::EnvConfig::ourConfigCfgFile,
+                              nullptr,
+                              nullptr};
     MakeSettable(scenario);
     context.status = std::max(context.status, narrowed.status);
     return scenario;
 }
 
-OpenedPlan OpenPlan(Context& context, const std::string& path) {
+PlanFile ReadPlanFile(const std::string& path) {
     const std::string text = BytesOf(path);
+    return WithPlanRefusals(path, [&] { return PlanFile::Read(text); });
+}
+
+OpenedPlan OpenPlan(Context& context, const std::string& path) { return OpenPlan(context, ReadPlanFile(path), path); }
+
+OpenedPlan OpenPlan(Context& context, const PlanFile& file, const std::string& path) {
     return WithPlanRefusals(path, [&] {
-        const PlanFile file = PlanFile::Read(text);
         SettableScenario scenario = OpenSettable(context, OperandOf(file, path), file.configuration.value_or(""));
         CheckScript(file, *scenario.opened);
         Plan plan(file, *scenario.settable);

@@ -18,7 +18,8 @@ namespace tavrel {
 struct SettableScenario {
     std::string path; // of the scenario in the installation, or of the file
     std::string configuration;
-    std::string directory; // where `path` stands
+    std::string directory;    // where `path` stands
+    std::string installation; // its file
     std::unique_ptr<Template> opened;
     std::unique_ptr<TavrelVariation::Settable> settable;
 
@@ -40,6 +41,12 @@ struct OpenedPlan {
 // sub-commands could name. What the plan refuses ends as a Failure of wrong usage that begins with the path of the
 // plan.
 OpenedPlan OpenPlan(Context& context, const std::string& path);
+// The two steps of it.
+TavrelVariation::PlanFile ReadPlanFile(const std::string& path);
+OpenedPlan OpenPlan(Context& context, const TavrelVariation::PlanFile& file, const std::string& path);
+
+// What the plan calls its scenario, as it is found from every working directory.
+std::string OperandOf(const TavrelVariation::PlanFile& file, const std::string& planPath);
 
 // Runs `work` on a plan; what it refuses ends likewise.
 template <typename Work>

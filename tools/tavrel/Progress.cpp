@@ -21,7 +21,7 @@ constexpr const char* kClearLine = "\r\x1b[K";
 } // namespace
 
 Progress::Progress(double goalNumber, std::string unitText)
-    : goal(goalNumber), unit(std::move(unitText)), wanted(kOnTerminal), next(Clock::now() + kFirst) {}
+    : goal(goalNumber), unit(std::move(unitText)), wanted(kOnTerminal), start(Clock::now()), next(start + kFirst) {}
 
 Progress::~Progress() { Hide(); }
 
@@ -29,8 +29,16 @@ void Progress::Reach(double done) {
     if (!wanted || Clock::now() < next) return;
     next = Clock::now() + kThen;
     shown = true;
-    const std::string line = fmt::format("{}{:.0f} of {:.0f} {}", kClearLine, done, goal, unit);
+    std::string line = fmt::format("{}{:.0f} of {:.0f} {}", kClearLine, done, goal, unit);
+    const double rate = done / std::chrono::duration<double>(Clock::now() - start).count();
+    if (rate > 0) line += fmt::format(", {:.3g} a second, {:.0f} s left", rate, (goal - done) / rate);
     std::fwrite(line.data(), 1, line.size(), stderr);
+    std::fflush(stderr);
+}
+
+void Progress::Wipe() {
+    if (!kOnTerminal) return;
+    std::fputs(kClearLine, stderr);
     std::fflush(stderr);
 }
 

@@ -6,8 +6,8 @@
 
 namespace tavrel {
 
-// How far a long job is, on the standard error stream, if that is a terminal and the job lasts longer than a second.
-// The line goes away with the object.
+// How far a long job is, how fast, and how long it will take, on the standard error stream, if that is a terminal and
+// the job lasts longer than a second. The line goes away with the object.
 class Progress {
 public:
     // `unit` stands behind the numbers: "files".
@@ -19,12 +19,15 @@ public:
     void Reach(double done);
     // Makes room for another line on the terminal.
     void Hide();
+    // The same for what a process showed that was ended.
+    static void Wipe();
 
 private:
     const double goal;
     const std::string unit;
     const bool wanted;
     bool shown = false;
+    const std::chrono::steady_clock::time_point start;
     std::chrono::steady_clock::time_point next; // when to write again
 };
 

@@ -37,6 +37,11 @@ int RunVaryCoverage(Context& context);
 int RunVarySchema(Context& context);
 int RunFetch(Context& context);
 int RunUri(Context& context);
+int RunCampaignInit(Context& context);
+int RunCampaignRun(Context& context);
+int RunCampaignStatus(Context& context);
+int RunCampaignMerge(Context& context);
+int RunCampaignBisect(Context& context);
 int RunCompletion(Context& context);
 int RunMan(Context& context);
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <variation/Assignment.h>
+#include <variation/Domain.h>
 #include <variation/Export.h>
 #include <variation/PlanFile.h>
 #include <variation/Value.h>
@@ -63,6 +64,8 @@ public:
 
     const PlanFile& File() const;
     const std::vector<PlannedParameter>& Parameters() const;
+    // The numbers that the plan takes a parameter's values from; null for texts, booleans and a list of values.
+    const NumberDomain* DomainOf(std::size_t parameter) const;
 
     // Counts, where constraints leave gaps, up to 10^7 candidates. Throws Refused where `random` or `sobol` find too
     // few variants that the constraints allow.

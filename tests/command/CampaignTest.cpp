@@ -1,0 +1,284 @@
+// Campaigns as a test manager works with them: begun, run in whatever parts and with whatever accidents, and merged.
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <set>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "CommandRunner.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Json = nlohmann::json;
+
+constexpr const char* kResults[] = {"results.jsonl", "results.csv", "junit.xml", "report.html"};
+
+class CampaignTest : public testing::Test {
+protected:
+    CampaignTest() {
+        std::string pattern = (fs::temp_directory_path() / "campaign-XXXXXX").string();
+        folder = mkdtemp(pattern.data());
+        run.common = {"--config", sample.file()};
+        run.folder = folder;
+        plan = {{"format", "tavrel-plan/1"},
+                {"scenario", "motorway/Emergency braking.sce"},
+                {"configuration", "Highway"},
+                {"run", {{"until", 20}}},
+                {"seed", 7},
+                {"method", {{"name", "random"}, {"count", 24}}},
+                {"parameters", {{"Gap", Json::object()}, {"Deceleration", Json::object()}}},
+                {"criteria", {"always variable(\"Shortest headway\") >= 0.8"}}};
+    }
+    ~CampaignTest() override { fs::remove_all(folder); }
+
+    void begin(const std::string& campaign) {
+        std::ofstream(folder + "/plan.json") << plan.dump();
+        const Result result = run({"campaign", "init", "plan.json", "--output", campaign});
+        ASSERT_EQ(result.status, 0) << result;
+    }
+    // The merged files of a campaign, one behind the other.
+    std::string merged(const std::string& campaign) {
+        run({"campaign", "merge", campaign, "--output", campaign + "-results"});
+        std::string bytes;
+        for (const char* name : kResults) bytes += readFile(folder + "/" + campaign + "-results/" + name);
+        return bytes;
+    }
+    Json record(const std::string& campaign, const std::string& number) {
+        return Json::parse(readFile(folder + "/" + campaign + "/runs/" + number + ".json"));
+    }
+
+    // The command as a process that can be killed.
+    pid_t start(const std::vector<std::string>& arguments) const {
+        const pid_t child = fork();
+        if (child != 0) return child;
+        std::vector<std::string> all = arguments;
+        all.insert(all.end(), run.common.begin(), run.common.end());
+        std::vector<char*> words{const_cast<char*>(TAVREL_COMMAND)};
+        for (std::string& word : all) words.push_back(word.data());
+        words.push_back(nullptr);
+        if (chdir(folder.c_str()) != 0 || !freopen("/dev/null", "w", stdout) || !freopen("/dev/null", "w", stderr))
+            _exit(9);
+        execv(TAVREL_COMMAND, words.data());
+        _exit(9);
+    }
+
+    SampleCopy sample;
+    std::string folder;
+    CommandRunner run;
+    Json plan;
+};
+
+TEST_F(CampaignTest, TheResultsAreTheSameWhateverTheWayToThem) {
+    begin("whole");
+    Result result = run({"campaign", "run", "whole", "--jobs", "1"});
+    EXPECT_EQ(result.status, 1) << result;
+    EXPECT_THAT(result.out, HasSubstr("24 variants: "));
+    const std::string whole = merged("whole");
+    EXPECT_GT(whole.size(), 10'000U);
+
+    begin("shards");
+    for (const char* shard : {"4/5", "0/5", "3/5", "1/5", "2/5"})
+        run({"campaign", "run", "shards", "--jobs", "2", "--shard", shard, "--traces", "none"});
+    EXPECT_EQ(merged("shards"), whole);
+
+    begin("killed");
+    std::mt19937 random(1);
+    for (int kill = 0; kill < 12; ++kill) {
+        const pid_t first = start({"campaign", "run", "killed", "--jobs", "2"});
+        const pid_t second = start({"campaign", "run", "killed", "--jobs", "1", "--shard", "1/2"});
+        std::this_thread::sleep_for(std::chrono::milliseconds(20 + random() % 200));
+        ::kill(first, kill % 3 == 0 ? SIGTERM : SIGKILL);
+        ::kill(second, SIGKILL);
+        waitpid(first, nullptr, 0);
+        waitpid(second, nullptr, 0);
+    }
+    result = run({"campaign", "run", "killed"});
+    EXPECT_EQ(result.status, 1) << result;
+    EXPECT_EQ(merged("killed"), whole);
+    for (const auto& entry : fs::recursive_directory_iterator(folder + "/killed"))
+        EXPECT_EQ(entry.path().string().find("under-way"), std::string::npos) << "left behind: " << entry.path();
+}
+
+TEST_F(CampaignTest, TwoCommandsInOneFolderShareTheWork) {
+    begin("shared");
+    const pid_t other = start({"campaign", "run", "shared", "--jobs", "1"});
+    EXPECT_EQ(run({"campaign", "run", "shared", "--jobs", "1"}).status, 1);
+    int status = 0;
+    waitpid(other, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    std::multiset<std::uint64_t> told;
+    for (const auto& log : fs::directory_iterator(folder + "/shared/log")) {
+        std::ifstream file(log.path());
+        for (std::string line; std::getline(file, line);) told.insert(Json::parse(line)["number"].get<std::uint64_t>());
+    }
+    EXPECT_EQ(told.size(), 24U) << "each number was run once";
+    EXPECT_EQ(std::set<std::uint64_t>(told.begin(), told.end()).size(), 24U);
+}
+
+TEST_F(CampaignTest, ARunCanBeRepeatedByItsValues) {
+    plan["repetitions"] = 2;
+    begin("repeat");
+    run({"campaign", "run", "repeat"});
+    const Json kept = record("repeat", "000005");
+    std::ofstream(folder + "/values.json") << kept["values"].dump();
+    const Result again = run({"run", "motorway/Emergency braking.sce", "--configuration", "Highway", "--until", "20",
+                              "--trace", "json", "--seed", std::to_string(kept["seed"].get<std::uint32_t>()),
+                              "--set-file", "values.json", "--expect", plan["criteria"][0].get<std::string>()});
+    EXPECT_EQ(again.out, readFile(folder + "/repeat/traces/000005.jsonl"));
+    EXPECT_EQ(kept["events"], again.lines().size());
+}
+
+TEST_F(CampaignTest, WhatWasNotHadIsRunAgainAndWhatWasIsNot) {
+    plan["method"]["count"] = 3;
+    plan.erase("criteria");
+    begin("verdicts");
+    const auto runWith = [&](const std::string& command, const std::vector<std::string>& more = {}) {
+        std::vector<std::string> arguments{"campaign", "run", "verdicts", "--command", command};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return run(arguments).status;
+    };
+    EXPECT_EQ(runWith("sh -c 'sleep 60 & sleep 60'", {"--timeout", "1"}), 3);
+    EXPECT_EQ(record("verdicts", "000000")["verdict"], "timeout");
+    EXPECT_EQ(runWith("sh -c 'kill -SEGV $$'"), 3);
+    EXPECT_EQ(record("verdicts", "000001")["verdict"], "killed");
+    EXPECT_EQ(runWith("sh -c '[ {number} -ne 1 ]'"), 1);
+    EXPECT_EQ(record("verdicts", "000001")["verdict"], "failed");
+    EXPECT_EQ(record("verdicts", "000002")["verdict"], "passed");
+    EXPECT_EQ(runWith("false"), 1) << "nothing is left to run";
+    EXPECT_EQ(record("verdicts", "000002")["verdict"], "passed");
+    EXPECT_EQ(runWith("true", {"--retry", "failed"}), 0);
+    EXPECT_EQ(runWith("false", {"--retry", "all"}), 1);
+    for (const char* refused : {"no-such-simulator", "true {scenari}", "true 'open", ""})
+        EXPECT_EQ(runWith(refused), 2) << refused;
+    const Result status = run({"campaign", "status", "verdicts", "--json"});
+    EXPECT_EQ(status.json()["verdicts"]["failed"], 3);
+    EXPECT_THAT(status.json()["missing"], ElementsAre());
+}
+
+TEST_F(CampaignTest, AnExternalSimulatorIsJudgedByItsTrace) {
+    plan["method"]["count"] = 4;
+    begin("external");
+    const std::string simulator =
+        std::string(TAVREL_HOSTS) + "/example-simulate '" + sample.file() + "' Highway {scenario} {trace}";
+    const Result result = run({"campaign", "run", "external", "--command", simulator});
+    EXPECT_EQ(result.status, 1) << result;
+    for (const char* number : {"000000", "000001", "000002", "000003"}) {
+        const Json kept = record("external", number);
+        EXPECT_TRUE(kept["criteria"][0]["margin"].is_number()) << kept;
+        EXPECT_GT(kept["events"], 2) << kept;
+    }
+    EXPECT_EQ(run({"campaign", "run", "external", "--retry", "all", "--command", "true"}).status, 3);
+    EXPECT_EQ(record("external", "000000")["message"], "it left no trace");
+}
+
+TEST_F(CampaignTest, AnotherPlanAndChangedInputsAreRefused) {
+    begin("frozen");
+    plan["seed"] = 8;
+    std::ofstream(folder + "/other.json") << plan.dump();
+    Result result = run({"campaign", "init", "other.json", "--output", "frozen"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.err, HasSubstr("its plan is another one"));
+    EXPECT_EQ(run({"campaign", "init", "plan.json", "--output", "frozen"}).status, 0)
+        << "the same plan changes nothing";
+
+    run({"campaign", "run", "frozen", "--shard", "0/3"});
+    const Result edit = run({"set", "motorway/Emergency braking.sce", "--configuration", "Highway", "Gap=44"});
+    ASSERT_EQ(edit.status, 0) << edit;
+    result = run({"campaign", "run", "frozen", "--shard", "1/3"});
+    EXPECT_EQ(result.status, 2) << result;
+    EXPECT_THAT(result.err, HasSubstr("Emergency braking.sce has changed since the campaign began"));
+
+    EXPECT_EQ(run({"campaign", "merge", "frozen"}).status, 3) << "some are missing";
+    EXPECT_THAT(readFile(folder + "/frozen/junit.xml"), HasSubstr("this variant was not run"));
+    EXPECT_EQ(run({"campaign", "run", "nowhere"}).status, 2);
+}
+
+TEST_F(CampaignTest, EnginesTellTheirPart) {
+    plan["method"]["count"] = 6;
+    begin("engines");
+    struct {
+        std::map<std::string, std::string> environment;
+        int status;
+        std::size_t finished; // afterwards
+    } const cases[] = {
+        {{{"SLURM_ARRAY_TASK_ID", "12"},
+          {"SLURM_ARRAY_TASK_MIN", "10"},
+          {"SLURM_ARRAY_TASK_STEP", "2"},
+          {"SLURM_ARRAY_TASK_COUNT", "3"}},
+         0,
+         2},
+        {{{"SLURM_ARRAY_TASK_ID", "16"},
+          {"SLURM_ARRAY_TASK_MIN", "10"},
+          {"SLURM_ARRAY_TASK_STEP", "2"},
+          {"SLURM_ARRAY_TASK_COUNT", "3"}},
+         2,
+         2},
+        {{{"JOB_COMPLETION_INDEX", "0"}, {"TAVREL_SHARDS", "3"}}, 0, 4},
+        {{{"JOB_COMPLETION_INDEX", "0"}}, 2, 4},
+        {{{"PARALLEL_SEQ", "3"}, {"TAVREL_SHARDS", "3"}}, 0, 6},
+        {{{"PARALLEL_SEQ", "4"}, {"TAVREL_SHARDS", "3"}}, 2, 6},
+        {{}, 2, 6},
+    };
+    for (const auto& [environment, status, finished] : cases) {
+        run.environment = environment;
+        // Which verdicts they have is not the matter here.
+        const Result result = run({"campaign", "run", "engines", "--shard", "auto"});
+        EXPECT_EQ(result.status == 1 ? 0 : result.status, status) << result;
+        run.environment = {};
+        EXPECT_EQ(run({"campaign", "status", "engines", "--json"}).json()["finished"], finished) << result;
+    }
+    for (const char* shard : {"3/3", "1", "a/b", "-1/3", "0/0"})
+        EXPECT_EQ(run({"campaign", "run", "engines", "--shard", shard}).status, 2) << shard;
+}
+
+TEST_F(CampaignTest, AFolderThatCannotBeWrittenToIsTold) {
+    begin("closed");
+    run.heedsPermissions = true;
+    for (const char* below : {"/closed/runs", "/closed"})
+        fs::permissions(folder + below, fs::perms::owner_read | fs::perms::owner_exec);
+    const Result result = run({"campaign", "run", "closed"});
+    EXPECT_EQ(result.status, 3) << result;
+    EXPECT_THAT(result.err, HasSubstr("Permission denied"));
+    for (const char* below : {"/closed", "/closed/runs"}) fs::permissions(folder + below, fs::perms::owner_all);
+}
+
+TEST_F(CampaignTest, BisectionNarrowsTheFirstLimit) {
+    plan["criteria"] = {"eventually[0,20] entered(TASK (3))"};
+    std::ofstream(folder + "/plan.json") << plan.dump();
+    Result result =
+        run({"campaign", "bisect", "plan.json", "--parameter", "Deceleration", "--tolerance", "0.01", "--json"});
+    ASSERT_EQ(result.status, 0) << result;
+    const Json found = result.json();
+    const double low = std::stod(found["low"]["value"].get<std::string>()),
+                 high = std::stod(found["high"]["value"].get<std::string>());
+    EXPECT_LE(high - low, 0.01 + 1e-9);
+    EXPECT_EQ(found["low"]["verdict"], "failed");
+    EXPECT_EQ(found["high"]["verdict"], "passed");
+    EXPECT_LE(found["runs"], 13) << "2 + 4 + ceil(log2(6 / (5 * 0.01)))";
+    // The limit is where it was found to be.
+    for (const auto& [value, status] : {std::pair{found["low"]["value"], 1}, std::pair{found["high"]["value"], 0}})
+        EXPECT_EQ(run({"run", "motorway/Emergency braking.sce", "--configuration", "Highway", "--until", "20", "--set",
+                       "Deceleration=" + value.get<std::string>(), "--expect", "eventually[0,20] entered(TASK (3))"})
+                      .status,
+                  status);
+    plan["criteria"] = {"never fired(10)"};
+    std::ofstream(folder + "/plan.json") << plan.dump();
+    EXPECT_EQ(run({"campaign", "bisect", "plan.json", "--parameter", "Deceleration", "--tolerance", "0.01"}).status, 1);
+    for (const std::vector<const char*>& refused :
+         {std::vector{"Deceleration", "0.0001"}, {"Dezeleration", "1"}, {"Gap", "x"}})
+        EXPECT_EQ(run({"campaign", "bisect", "plan.json", "--parameter", refused[0], "--tolerance", refused[1]}).status,
+                  2)
+            << refused[0];
+}
+
+} // namespace

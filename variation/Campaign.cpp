@@ -1,0 +1,145 @@
+#include <variation/Campaign.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <utility>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include "CampaignFolder.h"
+#include "CampaignJson.h"
+#include <variation/Refused.h>
+
+namespace TavrelVariation {
+
+namespace fs = std::filesystem;
+using TavrelSimulation::Verdict;
+
+std::uint64_t CampaignCounts::Finished() const {
+    std::uint64_t all = 0;
+    for (const auto& [verdict, count] : verdicts) all += count;
+    return all;
+}
+
+std::uint64_t CampaignCounts::Open() const {
+    return Of(Verdict::Error) + Of(Verdict::Timeout) + Of(Verdict::Killed) + missing.size();
+}
+
+Campaign Campaign::Begin(const CampaignSetup& setup, const std::string& folder) {
+    const FrozenCampaign frozen = Freeze(setup);
+    const CampaignFolder files(folder);
+    const std::string file = files.File("campaign.json");
+    std::error_code error;
+    if (fs::exists(file, error)) {
+        const FrozenCampaign present = FrozenCampaign::Read(file);
+        if (const std::string difference = DifferenceOf(present, frozen); !difference.empty())
+            throw CampaignError(fmt::format("{} holds another campaign: {}", folder, difference));
+        return Open(folder);
+    }
+    fs::create_directories(folder, error);
+    if (error) throw CampaignFileError(fmt::format("{}: {}", folder, error.message()));
+    files.MakeFolders();
+    WriteFlushed(files.FileBeside(".", 0), file, frozen.Text());
+    return Open(folder);
+}
+
+Campaign Campaign::Open(const std::string& folder) {
+    FrozenCampaign frozen = FrozenCampaign::Read(CampaignFolder(folder).File("campaign.json"));
+    Campaign campaign;
+    campaign.folder = folder;
+    campaign.installation = std::move(frozen.installation);
+    campaign.planFile = std::move(frozen.plan);
+    campaign.sheet = std::move(frozen.sheet);
+    campaign.inputs = std::move(frozen.inputs);
+    campaign.numbers = std::move(frozen.numbers);
+    return campaign;
+}
+
+void Campaign::HoldAgainst(const std::vector<TavrelSimulation::Input>& now) const {
+    if (const std::string difference = DifferenceOf(inputs, now); !difference.empty())
+        throw CampaignError(fmt::format("{}: {}; begin a new campaign for it", folder, difference));
+}
+
+CampaignCounts Campaign::CountOf(const std::map<std::uint64_t, Verdict>& verdicts, const Shard& shard) const {
+    CampaignCounts counts;
+    for (const std::uint64_t number : numbers) {
+        if (!shard.Has(number)) continue;
+        const auto found = verdicts.find(number);
+        if (found == verdicts.end())
+            counts.missing.push_back(number);
+        else
+            ++counts.verdicts[found->second];
+    }
+    return counts;
+}
+
+CampaignCounts Campaign::Count(const Shard& shard) const { return CountOf(CampaignFolder(folder).Verdicts(), shard); }
+
+Campaign::Speed Campaign::MeanSpeed() const {
+    // The work that came last is that of the log that was written last.
+    std::error_code error;
+    std::string newest;
+    fs::file_time_type time;
+    for (fs::directory_iterator entry(CampaignFolder(folder).File("log"), error), end; !error && entry != end;
+         entry.increment(error)) {
+        const auto written = entry->last_write_time(error);
+        if (!error && (newest.empty() || written > time)) {
+            newest = entry->path().string();
+            time = written;
+        }
+    }
+    Speed speed;
+    double seconds = 0, first = 0, last = 0;
+    std::size_t runs = 0;
+    std::ifstream log(newest);
+    for (std::string line; std::getline(log, line);) {
+        const auto json = nlohmann::json::parse(line, nullptr, false);
+        if (!json.is_object() || !json.contains("seconds") || !json.contains("sinceStart")) continue;
+        if (!json["seconds"].is_number() || !json["sinceStart"].is_number()) continue;
+        const double at = json["sinceStart"].get<double>();
+        // A later call of the same process number begins its time anew.
+        if (runs == 0 || at < last) {
+            runs = 0;
+            seconds = 0;
+            first = at - json["seconds"].get<double>();
+        }
+        last = at;
+        seconds += json["seconds"].get<double>();
+        ++runs;
+    }
+    if (runs == 0) return speed;
+    speed.secondsPerRun = seconds / static_cast<double>(runs);
+    if (last > first) speed.runsPerSecond = static_cast<double>(runs) / (last - first);
+    return speed;
+}
+
+CampaignCounts Campaign::Merge(const std::string& output) const {
+    const CampaignFolder files(folder);
+    std::vector<RunRecord> records = files.Records();
+    // What is no number of this campaign does not count.
+    std::erase_if(records, [&](const RunRecord& record) {
+        return !std::binary_search(numbers.begin(), numbers.end(), record.number);
+    });
+    std::map<std::uint64_t, Verdict> verdicts;
+    for (const RunRecord& record : records) verdicts.emplace_hint(verdicts.end(), record.number, record.verdict);
+    CampaignCounts counts = CountOf(verdicts, {});
+    std::error_code error;
+    fs::create_directories(output, error);
+    if (error) throw CampaignFileError(fmt::format("{}: {}", output, error.message()));
+    const CampaignFolder target(output);
+    const auto write = [&](const char* name, const std::string& text) {
+        WriteFlushed(target.FileBeside(".", 0), target.File(name), text);
+    };
+    write("results.jsonl", ResultsJsonl(records));
+    write("results.csv", ResultsCsv(sheet, records));
+    write("junit.xml", ResultsJunit(sheet, records, counts.missing));
+    write("report.html", ResultsHtml(sheet, records, counts.missing));
+    return counts;
+}
+
+} // namespace TavrelVariation

@@ -1,0 +1,202 @@
+#include "CampaignFolder.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fmt/format.h>
+#include <variation/CampaignError.h>
+
+namespace TavrelVariation {
+
+namespace {
+
+namespace fs = std::filesystem;
+using TavrelSimulation::Verdict;
+
+constexpr std::string_view kBeside = ".under-way";
+
+[[noreturn]] void Fail(const std::string& file, int error) {
+    throw CampaignFileError(fmt::format("{}: {}", file, std::strerror(error)));
+}
+
+class OpenFile {
+public:
+    OpenFile(const std::string& path, int flags) : descriptor(open(path.c_str(), flags | O_CLOEXEC, 0666)) {}
+    ~OpenFile() {
+        if (descriptor >= 0) close(descriptor);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    int Get() const { return descriptor; }
+    // Closes it; false if that told of a failed write.
+    bool Close() { return close(std::exchange(descriptor, -1)) == 0; }
+
+private:
+    int descriptor;
+};
+
+// At most `most` bytes of a file; none if it cannot be read.
+std::optional<std::string> BytesOf(const std::string& path, std::size_t most) {
+    const OpenFile file(path, O_RDONLY);
+    if (file.Get() < 0) return std::nullopt;
+    std::string bytes;
+    char part[4096];
+    while (bytes.size() < most) {
+        const ssize_t count = read(file.Get(), part, std::min(sizeof part, most - bytes.size()));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::nullopt;
+        if (count == 0) break;
+        bytes.append(part, static_cast<std::size_t>(count));
+    }
+    return bytes;
+}
+
+bool WriteAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return false;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+// The number at the beginning of a file name, where `ending` and nothing else follows.
+std::optional<std::uint64_t> NumberOfName(std::string_view name, std::string_view ending) {
+    std::uint64_t number = 0;
+    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
+    if (error != std::errc() || name.substr(static_cast<std::size_t>(end - name.data())) != ending) return std::nullopt;
+    return number;
+}
+
+// A folder that vanishes, or was never made, holds nothing.
+template <typename Take>
+void ForEachName(const std::string& folder, const Take& take) {
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+        take(entry->path().filename().string());
+    if (error && error != std::errc::no_such_file_or_directory) Fail(folder, error.value());
+}
+
+struct flock LockOf(std::uint64_t number, short type) {
+    struct flock lock;
+    std::memset(&lock, 0, sizeof lock); // of a lock of an open file, the process must be 0
+    lock.l_type = type;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = static_cast<off_t>(number);
+    lock.l_len = 1;
+    return lock;
+}
+
+} // namespace
+
+std::string CampaignFolder::NumberedFile(const char* below, std::uint64_t number, const char* ending) const {
+    return fmt::format("{}/{}/{:06}{}", folder, below, number, ending);
+}
+
+std::string CampaignFolder::FileBeside(const std::string& of, std::uint64_t number) const {
+    char host[256] = "";
+    gethostname(host, sizeof host - 1);
+    return fmt::format("{}/{}/{:06}.{}-{}{}", folder, of, number, host, getpid(), kBeside);
+}
+
+void CampaignFolder::MakeFolders() const {
+    for (const char* name : {"runs", "traces", "log"}) {
+        std::error_code error;
+        fs::create_directories(File(name), error);
+        if (error) Fail(File(name), error.value());
+    }
+}
+
+std::map<std::uint64_t, Verdict> CampaignFolder::Verdicts() const {
+    std::map<std::uint64_t, Verdict> verdicts;
+    std::vector<std::uint64_t> numbers;
+    ForEachName(File("runs"), [&](const std::string& name) {
+        if (const auto number = NumberOfName(name, ".json")) numbers.push_back(*number);
+    });
+    std::sort(numbers.begin(), numbers.end());
+    for (const std::uint64_t number : numbers)
+        if (const auto verdict = VerdictOf(number)) verdicts.emplace_hint(verdicts.end(), number, *verdict);
+    return verdicts;
+}
+
+std::optional<Verdict> CampaignFolder::VerdictOf(std::uint64_t number) const {
+    const auto beginning = BytesOf(RunFile(number), 256);
+    return beginning ? VerdictInside(*beginning) : std::nullopt;
+}
+
+std::vector<RunRecord> CampaignFolder::Records() const {
+    std::vector<std::uint64_t> numbers;
+    ForEachName(File("runs"), [&](const std::string& name) {
+        if (const auto number = NumberOfName(name, ".json")) numbers.push_back(*number);
+    });
+    std::sort(numbers.begin(), numbers.end());
+    std::vector<RunRecord> records;
+    records.reserve(numbers.size());
+    for (const std::uint64_t number : numbers) {
+        const auto bytes = BytesOf(RunFile(number), std::size_t{64} << 20);
+        auto record = bytes ? RecordOf(*bytes) : std::nullopt;
+        if (record && record->number == number) records.push_back(*std::move(record));
+    }
+    return records;
+}
+
+void CampaignFolder::Write(const RunRecord& record) const {
+    WriteFlushed(FileBeside("runs", record.number), RunFile(record.number), JsonOf(record) + "\n");
+}
+
+void CampaignFolder::RemoveLeftovers(const std::function<bool(std::uint64_t)>& isFree) const {
+    for (const char* below : {"runs", "traces", "work"})
+        ForEachName(File(below), [&](const std::string& name) {
+            if (name.size() <= kBeside.size() || name.substr(name.size() - kBeside.size()) != kBeside) return;
+            std::uint64_t number = 0;
+            const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
+            std::error_code ignored;
+            if (error == std::errc() && isFree(number)) fs::remove_all(File(below) + "/" + name, ignored);
+        });
+}
+
+Claims::Claims(const CampaignFolder& folder)
+    : descriptor(open(folder.File("claims").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666)) {
+    if (descriptor < 0) Fail(folder.File("claims"), errno);
+}
+
+Claims::~Claims() { close(descriptor); }
+
+bool Claims::Take(std::uint64_t number) {
+    struct flock lock = LockOf(number, F_WRLCK);
+    if (fcntl(descriptor, F_OFD_SETLK, &lock) == 0) return true;
+    if (errno == EAGAIN || errno == EACCES) return false;
+    Fail("claims", errno);
+}
+
+void Claims::Await(std::uint64_t number) {
+    struct flock lock = LockOf(number, F_WRLCK);
+    while (fcntl(descriptor, F_OFD_SETLKW, &lock) != 0)
+        if (errno != EINTR) Fail("claims", errno);
+}
+
+void Claims::Release(std::uint64_t number) {
+    struct flock lock = LockOf(number, F_UNLCK);
+    fcntl(descriptor, F_OFD_SETLK, &lock);
+}
+
+void WriteFlushed(const std::string& beside, const std::string& file, std::string_view bytes) {
+    OpenFile out(beside, O_WRONLY | O_CREAT | O_TRUNC);
+    int failure = out.Get() < 0 ? errno : 0;
+    if (failure == 0 && (!WriteAll(out.Get(), bytes) || fdatasync(out.Get()) != 0)) failure = errno;
+    if (out.Get() >= 0 && !out.Close() && failure == 0) failure = errno;
+    if (failure == 0 && rename(beside.c_str(), file.c_str()) != 0) failure = errno;
+    if (failure == 0) return;
+    unlink(beside.c_str());
+    Fail(file, failure);
+}
+
+} // namespace TavrelVariation

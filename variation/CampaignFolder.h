@@ -1,0 +1,83 @@
+#ifndef TAVREL_VARIATION_CAMPAIGNFOLDER_H
+#define TAVREL_VARIATION_CAMPAIGNFOLDER_H
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <simulation/Verdict.h>
+#include <variation/RunRecord.h>
+
+namespace TavrelVariation {
+
+// The files of a campaign:
+//
+//     campaign.json         what is run, frozen
+//     runs/000007.json      a finished run; what is there is finished
+//     traces/000007.jsonl   its trace, if traces are kept
+//     log/HOST-PID.jsonl    what differs between two runs of the same variant: how long each took, and where
+//     claims                locks, a byte for each number
+//
+// Everything is written beside its place and moved there, so that nothing is ever half there. Failures are
+// CampaignError.
+class CampaignFolder {
+public:
+    explicit CampaignFolder(std::string path) : folder(std::move(path)) {}
+
+    const std::string& Path() const { return folder; }
+    std::string File(const std::string& name) const { return folder + "/" + name; }
+    std::string RunFile(std::uint64_t number) const { return NumberedFile("runs", number, ".json"); }
+    std::string TraceFile(std::uint64_t number) const { return NumberedFile("traces", number, ".jsonl"); }
+    // A file of this process beside those of the folder `of`; whoever cleans up knows it by its name.
+    std::string FileBeside(const std::string& of, std::uint64_t number) const;
+
+    // Makes the folders that a run writes to.
+    void MakeFolders() const;
+    // The verdict of each number that has a run. A file that holds no record, as after a loss of power, is none.
+    std::map<std::uint64_t, TavrelSimulation::Verdict> Verdicts() const;
+    std::optional<TavrelSimulation::Verdict> VerdictOf(std::uint64_t number) const;
+    // All records, sorted by number.
+    std::vector<RunRecord> Records() const;
+    // Writes the record, flushes it and moves it to its place.
+    void Write(const RunRecord& record) const;
+    // Removes what processes that were killed have left beside their files. `isFree` answers whether nobody is at work
+    // on a number.
+    void RemoveLeftovers(const std::function<bool(std::uint64_t)>& isFree) const;
+
+private:
+    std::string NumberedFile(const char* below, std::uint64_t number, const char* ending) const;
+
+    std::string folder;
+};
+
+// The right to work on numbers of a campaign, against all processes of all machines that see the folder. The locks end
+// with the process, however that ends.
+class Claims {
+public:
+    // Throws CampaignError if the folder cannot be written to.
+    explicit Claims(const CampaignFolder& folder);
+    ~Claims();
+    Claims(const Claims&) = delete;
+    Claims& operator=(const Claims&) = delete;
+
+    // False if somebody else works on the number.
+    bool Take(std::uint64_t number);
+    // Waits until nobody works on the number, and takes it.
+    void Await(std::uint64_t number);
+    void Release(std::uint64_t number);
+
+private:
+    int descriptor;
+};
+
+// Writes a file beside its place, flushes it and moves it there. Throws CampaignError, and leaves nothing then.
+void WriteFlushed(const std::string& beside, const std::string& file, std::string_view bytes);
+
+} // namespace TavrelVariation
+
+#endif

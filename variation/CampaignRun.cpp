@@ -1,0 +1,508 @@
+// The work on a campaign: which process runs which number, and what becomes of a run that ends its process.
+//
+// This process only waits. It has one child, the manager, which can be ended at any moment, and then takes all others
+// along. The manager's children, the workers, go from number to number; each run is in a process of its own below
+// them, so that nothing of it is left for the next.
+#include <variation/Campaign.h>
+#include <variation/RunAlone.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <fstream>
+#include <new>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+#include <processes/ChildProcess.h>
+
+#include "CampaignFolder.h"
+
+namespace TavrelVariation {
+
+namespace {
+
+using Clock = std::chrono::steady_clock; // another clock may be set while a campaign runs
+using TavrelSimulation::Verdict;
+
+constexpr std::size_t kBatch = 100'000; // numbers that are given to the workers at once
+constexpr int kMostLooks = 2'000;       // at a lock of a run that is about to end
+constexpr auto kPause = std::chrono::milliseconds(1);
+constexpr int kRunDone = 0, kRunBroken = 1; // how the process of one run leaves
+
+double SecondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
+
+bool IsWanted(std::optional<Verdict> verdict, Retry retry) {
+    if (!verdict || retry == Retry::All) return true;
+    if (*verdict == Verdict::Passed || *verdict == Verdict::Skipped) return false;
+    return *verdict != Verdict::Failed || retry == Retry::Failed;
+}
+
+// What a worker answers for a number.
+struct Answer {
+    enum class Kind : char { Done = 'd', Busy = 'b', Elsewhere = 'e', FileError = 'f' };
+    Kind kind = Kind::Done;
+    Verdict verdict = Verdict::Error;
+    double seconds = 0;
+    std::string sentence;
+
+    std::string Text() const {
+        return fmt::format("{} {} {} {}", static_cast<char>(kind), WordOf(verdict), seconds, sentence);
+    }
+    static Answer Of(const std::string& text) {
+        Answer answer;
+        answer.kind = static_cast<Kind>(text[0]);
+        const std::size_t word = 2, number = text.find(' ', word) + 1, sentence = text.find(' ', number) + 1;
+        answer.verdict = VerdictOfWord(text.substr(word, number - 1 - word)).value_or(Verdict::Error);
+        answer.seconds = std::stod(text.substr(number, sentence - 1 - number));
+        answer.sentence = text.substr(sentence);
+        return answer;
+    }
+};
+
+Verdict VerdictOf(const TavrelProcesses::Death& death) {
+    switch (death.kind) {
+    case TavrelProcesses::DeathKind::OutOfTime:
+        return Verdict::Timeout;
+    case TavrelProcesses::DeathKind::Exception:
+        return Verdict::Error;
+    default:
+        return Verdict::Killed;
+    }
+}
+
+std::string MessageOf(const TavrelProcesses::Death& death, double seconds) {
+    switch (death.kind) {
+    case TavrelProcesses::DeathKind::Assertion:
+        return fmt::format("it broke an expectation of the library (assertion {})", death.assertion);
+    case TavrelProcesses::DeathKind::OutOfTime:
+        return fmt::format("it took longer than {} seconds", seconds);
+    case TavrelProcesses::DeathKind::OutOfMemory:
+        return "there is not enough memory for it";
+    case TavrelProcesses::DeathKind::NoAnswer:
+        return "it ended its process";
+    default:
+        return death.cause;
+    }
+}
+
+TavrelProcesses::ChildSettings SettingsOf(const CampaignOptions& options) {
+    TavrelProcesses::ChildSettings settings;
+    settings.seconds = options.seconds;
+    settings.memory = options.memory;
+    settings.jobs = options.jobs;
+    settings.quiet = true;
+    return settings;
+}
+
+// Runs it; what is thrown becomes the record of a run that could not be had.
+RunRecord RecordOfRun(const RunVariant& run, const Variant& variant, const std::string& trace) {
+    RunRecord record;
+    try {
+        record = run(variant, trace);
+    } catch (const CampaignFileError&) {
+        throw;
+    } catch (const std::bad_alloc&) {
+        record.verdict = Verdict::Killed;
+        record.message = "there is not enough memory for it";
+    } catch (const std::exception& error) {
+        record.verdict = Verdict::Error;
+        record.message = error.what();
+    }
+    return record;
+}
+
+// What the plan says of the run.
+void Complete(RunRecord& record, const Variant& variant, const Plan& plan) {
+    record.number = variant.number;
+    if (variant.seed) record.seed = static_cast<std::uint32_t>(*variant.seed);
+    record.values.clear();
+    for (const AssignmentText& value : plan.Assignments(variant)) record.values.emplace_back(value.name, value.value);
+}
+
+// What differs between two runs of the same variant, a line for each.
+class Log {
+public:
+    explicit Log(const CampaignFolder& folder) {
+        char name[256] = "";
+        gethostname(name, sizeof name - 1);
+        host = name;
+        stream.open(folder.File(fmt::format("log/{}-{}.jsonl", host, getpid())), std::ios::app | std::ios::binary);
+    }
+    void Tell(std::uint64_t number, const Answer& answer, double sinceStart) {
+        const nlohmann::ordered_json line = {{"number", number},
+                                             {"verdict", WordOf(answer.verdict)},
+                                             {"seconds", answer.seconds},
+                                             {"sinceStart", sinceStart},
+                                             {"host", host},
+                                             {"worker", getpid()}};
+        stream << line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+    }
+
+private:
+    std::string host;
+    std::ofstream stream;
+};
+
+// The process of one run. It writes the trace and the record, and answers by its status.
+class RunOfOne {
+public:
+    RunOfOne(const CampaignFolder& files, const CampaignOptions& campaignOptions, const Plan& campaignPlan,
+             const RunVariant& runVariant)
+        : folder(files), options(campaignOptions), plan(campaignPlan), run(runVariant) {}
+
+    // Throws CampaignFileError.
+    Verdict Work(std::uint64_t number) const {
+        Variant variant;
+        if (!plan.At(number, variant)) throw CampaignError(fmt::format("the plan has no variant {}", number));
+        const std::string trace = options.traces == Traces::None ? "" : folder.FileBeside("traces", number);
+        RunRecord record;
+        try {
+            record = RecordOfRun(run, variant, trace);
+        } catch (const CampaignFileError&) {
+            if (!trace.empty()) unlink(trace.c_str());
+            throw;
+        }
+        Complete(record, variant, plan);
+        KeepTrace(record, trace);
+        folder.Write(record);
+        return record.verdict;
+    }
+
+private:
+    // The trace is in its place before the record says that the run is finished.
+    void KeepTrace(const RunRecord& record, const std::string& trace) const {
+        const std::string file = folder.TraceFile(record.number);
+        const bool keep =
+            options.traces == Traces::All || (options.traces == Traces::Failed && record.verdict != Verdict::Passed);
+        if (!trace.empty() && keep && access(trace.c_str(), F_OK) == 0) {
+            if (rename(trace.c_str(), file.c_str()) == 0) return;
+            throw CampaignFileError(fmt::format("{}: {}", file, std::strerror(errno)));
+        }
+        if (!trace.empty()) unlink(trace.c_str());
+        unlink(file.c_str()); // of a former run of this number
+    }
+
+    const CampaignFolder& folder;
+    const CampaignOptions& options;
+    const Plan& plan;
+    const RunVariant& run;
+};
+
+// A child that ends with the process that made it. `body` answers with the status to leave with.
+template <typename Body>
+pid_t Fork(const Body& body) {
+    const pid_t parent = getpid();
+    const pid_t child = fork();
+    if (child < 0) throw CampaignFileError(fmt::format("no process can be made: {}", std::strerror(errno)));
+    if (child > 0) return child;
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(1);
+    _exit(body());
+}
+
+int Await(pid_t child) {
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    return status;
+}
+
+void WriteAll(int descriptor, const std::string& text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const ssize_t count = write(descriptor, text.data() + at, text.size() - at);
+        if (count < 0 && errno != EINTR) return;
+        if (count > 0) at += static_cast<std::size_t>(count);
+    }
+}
+
+std::string ReadAll(int descriptor) {
+    std::string text;
+    char part[512];
+    for (ssize_t count = 0; (count = read(descriptor, part, sizeof part)) != 0;) {
+        if (count < 0 && errno != EINTR) break;
+        if (count > 0) text.append(part, static_cast<std::size_t>(count));
+    }
+    return text;
+}
+
+// Two ends of a pipe that no other program inherits.
+struct Pipe {
+    int ends[2] = {-1, -1};
+
+    Pipe() {
+        if (pipe2(ends, O_CLOEXEC) != 0)
+            throw CampaignFileError(fmt::format("no pipe can be made: {}", std::strerror(errno)));
+    }
+    ~Pipe() {
+        CloseRead();
+        CloseWrite();
+    }
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+    void CloseRead() { CloseEnd(0); }
+    void CloseWrite() { CloseEnd(1); }
+
+private:
+    void CloseEnd(int which) {
+        if (ends[which] >= 0) close(std::exchange(ends[which], -1));
+    }
+};
+
+// The manager.
+class Work {
+public:
+    Work(const CampaignFolder& files, const Plan& campaignPlan, const CampaignOptions& campaignOptions,
+         const RunVariant& runVariant, const CampaignProgress& onProgress)
+        : folder(files), plan(campaignPlan), options(campaignOptions), one(folder, options, plan, runVariant),
+          progress(onProgress), log(folder) {}
+
+    // Throws CampaignFileError.
+    void Through(std::vector<std::uint64_t> numbers) {
+        all = numbers.size();
+        Tell();
+        while (!numbers.empty()) {
+            std::vector<std::uint64_t> busy;
+            for (std::size_t from = 0; from < numbers.size(); from += kBatch) {
+                const auto first = numbers.begin() + static_cast<std::ptrdiff_t>(from);
+                const auto last =
+                    numbers.begin() + static_cast<std::ptrdiff_t>(std::min(numbers.size(), from + kBatch));
+                RunBatch({first, last}, busy);
+            }
+            // What others are at is theirs, unless they fail to bring it to its end.
+            Claims claims(folder);
+            for (const std::uint64_t number : busy) {
+                claims.Await(number);
+                claims.Release(number);
+            }
+            numbers = std::move(busy);
+            second = true;
+        }
+    }
+
+private:
+    void RunBatch(const std::vector<std::uint64_t>& numbers, std::vector<std::uint64_t>& busy) {
+        TavrelProcesses::ForEachInChildren(
+            numbers.size(), SettingsOf(options), [&](std::size_t item) { return WorkOn(numbers[item]).Text(); },
+            [&](std::size_t item, const std::string& text) {
+                const Answer answer = Answer::Of(text);
+                if (answer.kind == Answer::Kind::FileError) throw CampaignFileError(answer.sentence);
+                if (answer.kind == Answer::Kind::Busy) return busy.push_back(numbers[item]);
+                if (answer.kind == Answer::Kind::Done) log.Tell(numbers[item], answer, SecondsSince(start));
+                ++done;
+                Tell();
+            },
+            [&](std::size_t item, const TavrelProcesses::Death& death) { Bury(numbers[item], death, busy); });
+    }
+
+    // In a worker.
+    Answer WorkOn(std::uint64_t number) {
+        Answer answer;
+        try {
+            Claims claims(folder);
+            if (!claims.Take(number)) {
+                answer.kind = Answer::Kind::Busy;
+                return answer;
+            }
+            // Somebody else may have finished it since this command looked, and asked for no more than this one does.
+            if (const auto verdict = folder.VerdictOf(number);
+                verdict && (second || options.retry == Retry::Open) && !IsWanted(verdict, Retry::Open)) {
+                answer.kind = Answer::Kind::Elsewhere;
+                answer.verdict = *verdict;
+                return answer;
+            }
+            return RunInItsProcess(number);
+        } catch (const CampaignFileError& error) {
+            answer.kind = Answer::Kind::FileError;
+            answer.sentence = error.what();
+            return answer;
+        }
+    }
+
+    Answer RunInItsProcess(std::uint64_t number) {
+        const Clock::time_point begin = Clock::now();
+        Pipe pipe;
+        const pid_t child = Fork([&] {
+            try {
+                WriteAll(pipe.ends[1], WordOf(one.Work(number)));
+                return kRunDone;
+            } catch (const std::exception& error) {
+                WriteAll(pipe.ends[1], error.what());
+                return kRunBroken;
+            }
+        });
+        pipe.CloseWrite();
+        Answer answer;
+        answer.sentence = ReadAll(pipe.ends[0]);
+        const int status = Await(child);
+        answer.seconds = SecondsSince(begin);
+        // The worker dies as its run died, which is how the manager learns of such things.
+        if (WIFSIGNALED(status)) {
+            signal(WTERMSIG(status), SIG_DFL);
+            raise(WTERMSIG(status));
+        }
+        if (!WIFEXITED(status) || WEXITSTATUS(status) != kRunDone) {
+            answer.kind =
+                WIFEXITED(status) && WEXITSTATUS(status) == kRunBroken ? Answer::Kind::FileError : Answer::Kind::Done;
+            if (answer.kind == Answer::Kind::Done) _exit(WEXITSTATUS(status)); // the run ended the process by itself
+            return answer;
+        }
+        answer.verdict = VerdictOfWord(answer.sentence).value_or(Verdict::Error);
+        answer.sentence.clear();
+        return answer;
+    }
+
+    // A run that ended its worker.
+    void Bury(std::uint64_t number, const TavrelProcesses::Death& death, std::vector<std::uint64_t>& busy) {
+        // The run may take a moment to follow its worker, and holds the lock until then.
+        Claims claims(folder);
+        bool taken = claims.Take(number);
+        for (int look = 0; !taken && look < kMostLooks; ++look) {
+            std::this_thread::sleep_for(kPause);
+            taken = claims.Take(number);
+        }
+        if (!taken) return busy.push_back(number);
+        Variant variant;
+        RunRecord record;
+        if (!plan.At(number, variant)) return;
+        Complete(record, variant, plan);
+        record.verdict = VerdictOf(death);
+        record.message = MessageOf(death, options.seconds);
+        folder.RemoveLeftovers([&](std::uint64_t left) { return left == number; });
+        unlink(folder.TraceFile(number).c_str());
+        folder.Write(record);
+        Answer answer;
+        answer.verdict = record.verdict;
+        log.Tell(number, answer, SecondsSince(start));
+        ++done;
+        Tell();
+    }
+
+    void Tell() {
+        if (progress) progress(done, all);
+    }
+
+    const CampaignFolder& folder;
+    const Plan& plan;
+    const CampaignOptions& options;
+    const RunOfOne one;
+    const CampaignProgress& progress;
+    const Clock::time_point start = Clock::now();
+    Log log;
+    std::uint64_t done = 0, all = 0;
+    bool second = false; // the numbers that others were at
+};
+
+// While it lives, SIGINT and SIGTERM end the manager, and this process goes on.
+class EndsTheManager {
+public:
+    explicit EndsTheManager(pid_t child) {
+        manager = child;
+        interrupted = 0;
+        struct sigaction action;
+        std::memset(&action, 0, sizeof action);
+        action.sa_handler = [](int) {
+            interrupted = 1;
+            kill(manager, SIGKILL);
+        };
+        sigaction(SIGINT, &action, &formerInterrupt);
+        sigaction(SIGTERM, &action, &formerTerminate);
+    }
+    ~EndsTheManager() {
+        sigaction(SIGINT, &formerInterrupt, nullptr);
+        sigaction(SIGTERM, &formerTerminate, nullptr);
+    }
+    EndsTheManager(const EndsTheManager&) = delete;
+    EndsTheManager& operator=(const EndsTheManager&) = delete;
+
+    bool WasAsked() const { return interrupted != 0; }
+
+private:
+    static inline volatile pid_t manager = 0;
+    static inline volatile std::sig_atomic_t interrupted = 0;
+    struct sigaction formerInterrupt, formerTerminate;
+};
+
+} // namespace
+
+RunRecord RunAlone(const Plan& plan, const Variant& variant, const CampaignOptions& options, const RunVariant& run) {
+    RunRecord record;
+    TavrelProcesses::ForEachInChildren(
+        1, SettingsOf(options), [&](std::size_t) { return JsonOf(RecordOfRun(run, variant, "")); },
+        [&](std::size_t, const std::string& json) { record = RecordOf(json).value_or(RunRecord()); },
+        [&](std::size_t, const TavrelProcesses::Death& death) {
+            record.verdict = VerdictOf(death);
+            record.message = MessageOf(death, options.seconds);
+        });
+    Complete(record, variant, plan);
+    return record;
+}
+
+bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVariant& run,
+                   const CampaignProgress& progress) const {
+    const CampaignFolder files(folder);
+    files.MakeFolders();
+    std::vector<std::uint64_t> wanted;
+    {
+        const std::map<std::uint64_t, Verdict> verdicts = files.Verdicts();
+        for (const std::uint64_t number : numbers) {
+            if (!options.shard.Has(number)) continue;
+            const auto found = verdicts.find(number);
+            if (IsWanted(found == verdicts.end() ? std::nullopt : std::optional(found->second), options.retry))
+                wanted.push_back(number);
+        }
+    }
+    Claims claims(files);
+    const auto removeLeftovers = [&] {
+        files.RemoveLeftovers([&](std::uint64_t number) {
+            if (!options.shard.Has(number) || !claims.Take(number)) return false;
+            claims.Release(number);
+            return true;
+        });
+    };
+    removeLeftovers();
+    if (wanted.empty()) return true;
+
+    Pipe failure;
+    // Nothing may come between the birth of the manager and the handler that knows it.
+    sigset_t asked, before;
+    sigemptyset(&asked);
+    sigaddset(&asked, SIGINT);
+    sigaddset(&asked, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &asked, &before);
+    const pid_t manager = Fork([&] {
+        signal(SIGINT, SIG_IGN); // of a terminal: this process's parent decides
+        signal(SIGTERM, SIG_DFL);
+        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+        try {
+            Work(files, plan, options, run, progress).Through(wanted);
+            return 0;
+        } catch (const std::exception& error) {
+            WriteAll(failure.ends[1], error.what());
+            return 1;
+        }
+    });
+    const EndsTheManager handler(manager);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    failure.CloseWrite();
+    const std::string sentence = ReadAll(failure.ends[0]);
+    const int status = Await(manager);
+    if (handler.WasAsked()) {
+        removeLeftovers();
+        return false;
+    }
+    if (WIFSIGNALED(status))
+        throw CampaignFileError(fmt::format("the work was ended ({})", strsignal(WTERMSIG(status))));
+    if (WEXITSTATUS(status) != 0) throw CampaignFileError(sentence);
+    return true;
+}
+
+} // namespace TavrelVariation

@@ -1,0 +1,365 @@
+#include <variation/Simulator.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <poll.h>
+#include <string_view>
+#include <sys/prctl.h>
+#include <sys/signalfd.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+
+#include <fmt/format.h>
+#include <simulation/Sha256.h>
+#include <variation/CampaignError.h>
+#include <variation/Refused.h>
+
+#include "CampaignFolder.h"
+
+namespace TavrelVariation {
+
+namespace {
+
+namespace fs = std::filesystem;
+using TavrelSimulation::Verdict;
+
+constexpr const char* kPlace = "command";
+constexpr int kMostLooks = 5000;    // for processes to end
+constexpr useconds_t kPause = 1000; // microseconds between two looks
+
+std::vector<std::string> WordsOf(const std::string& command) {
+    std::vector<std::string> words;
+    std::string word;
+    bool inWord = false;
+    char quote = '\0';
+    for (std::size_t at = 0; at < command.size(); ++at) {
+        const char letter = command[at];
+        if (letter == '\\' && quote != '\'' && at + 1 < command.size()) {
+            word += command[++at];
+            inWord = true;
+        } else if (quote != '\0') {
+            if (letter == quote)
+                quote = '\0';
+            else
+                word += letter;
+        } else if (letter == '"' || letter == '\'') {
+            quote = letter;
+            inWord = true;
+        } else if (letter == ' ' || letter == '\t' || letter == '\n') {
+            if (inWord) words.push_back(std::exchange(word, {}));
+            inWord = false;
+        } else {
+            word += letter;
+            inWord = true;
+        }
+    }
+    if (quote != '\0') throw Refused(kPlace, fmt::format("a quote {} is not closed", quote));
+    if (inWord) words.push_back(word);
+    if (words.empty()) throw Refused(kPlace, "it names no program");
+    return words;
+}
+
+// Fills in what stands in braces. Throws Refused for a name that is not known.
+template <typename ValueOf>
+std::string Filled(const std::string& word, const ValueOf& valueOf) {
+    std::string filled;
+    for (std::size_t at = 0; at < word.size(); ++at) {
+        const std::string_view pair = std::string_view(word).substr(at, 2);
+        if (pair == "{{" || pair == "}}") {
+            filled += word[at++];
+        } else if (word[at] == '{') {
+            const std::size_t end = word.find('}', at);
+            if (end == std::string::npos) throw Refused(kPlace, "a brace is not closed in " + word);
+            filled += valueOf(word.substr(at + 1, end - at - 1));
+            at = end;
+        } else {
+            filled += word[at];
+        }
+    }
+    return filled;
+}
+
+bool IsThere(const std::string& program) {
+    if (program.find('/') != std::string::npos) return access(program.c_str(), X_OK) == 0;
+    const char* path = std::getenv("PATH");
+    const std::string folders = path ? path : "/usr/bin:/bin";
+    for (std::size_t begin = 0; begin <= folders.size();) {
+        const std::size_t end = std::min(folders.find(':', begin), folders.size());
+        const std::string folder = folders.substr(begin, end - begin);
+        if (access(((folder.empty() ? "." : folder) + "/" + program).c_str(), X_OK) == 0) return true;
+        begin = end + 1;
+    }
+    return false;
+}
+
+// All processes that were left to this one.
+std::vector<pid_t> OwnChildren() {
+    std::vector<pid_t> children;
+    std::ifstream list(fmt::format("/proc/self/task/{}/children", getpid()));
+    for (pid_t child = 0; list >> child;) children.push_back(child);
+    return children;
+}
+
+// Ends the program, what it started, and what that started: those of its group at once, and whoever left the group once
+// its parent is gone, since this process then is the parent.
+void EndAll(pid_t program) {
+    kill(-program, SIGKILL);
+    kill(program, SIGKILL);
+    // What the system cannot end, as in a wait for a dead disk, is not waited for.
+    for (int look = 0; look < kMostLooks; ++look) {
+        for (const pid_t child : OwnChildren()) {
+            kill(-child, SIGKILL);
+            kill(child, SIGKILL);
+        }
+        const pid_t gone = waitpid(-1, nullptr, WNOHANG);
+        if (gone < 0 && errno == ECHILD) return;
+        if (gone == 0) usleep(kPause);
+    }
+}
+
+[[noreturn]] void BecomeProgram(const std::vector<std::string>& words, const std::string& output) {
+    setpgid(0, 0);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    for (const int number : {SIGINT, SIGTERM, SIGPIPE, SIGCHLD}) signal(number, SIG_DFL);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    const int in = open("/dev/null", O_RDONLY);
+    int out = open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    if (out < 0) out = open("/dev/null", O_WRONLY);
+    dup2(in, STDIN_FILENO);
+    dup2(out, STDOUT_FILENO);
+    dup2(out, STDERR_FILENO);
+    std::vector<char*> arguments;
+    for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
+    arguments.push_back(nullptr);
+    execvp(arguments[0], arguments.data());
+    _exit(127);
+}
+
+// Between a run and its program stands this process. It outlives the run just long enough to end the program and all
+// that it started, however the run itself comes to its end.
+[[noreturn]] void Supervise(const std::vector<std::string>& words, const std::string& output, int fromRun, int toRun) {
+    // Nothing else of the run may outlive it here: the lock on its number is one of the files.
+    constexpr int kFrom = 3, kTo = 4;
+    const int kept = fcntl(toRun, F_DUPFD, kTo + 1);
+    dup2(fromRun, kFrom);
+    dup2(kept, kTo);
+    close_range(kTo + 1, ~0U, 0);
+    fcntl(kFrom, F_SETFD, FD_CLOEXEC);
+    fcntl(kTo, F_SETFD, FD_CLOEXEC);
+    fromRun = kFrom;
+    toRun = kTo;
+    prctl(PR_SET_CHILD_SUBREAPER, 1);
+    setsid(); // no key of a terminal ends it
+    for (const int number : {SIGINT, SIGTERM}) signal(number, SIG_IGN);
+    signal(SIGCHLD, SIG_DFL);
+    sigset_t ends;
+    sigemptyset(&ends);
+    sigaddset(&ends, SIGCHLD);
+    sigprocmask(SIG_BLOCK, &ends, nullptr);
+    const int told = signalfd(-1, &ends, SFD_CLOEXEC);
+    const pid_t program = fork();
+    if (program == 0) BecomeProgram(words, output);
+    if (program < 0 || told < 0) _exit(1);
+    setpgid(program, program);
+    int status = 0;
+    bool ended = false;
+    while (!ended) {
+        pollfd waited[] = {{fromRun, 0, 0}, {told, POLLIN, 0}};
+        if (poll(waited, 2, -1) < 0 && errno != EINTR) break;
+        if ((waited[0].revents & (POLLHUP | POLLERR)) != 0) break; // the run is gone
+        signalfd_siginfo information;
+        if ((waited[1].revents & POLLIN) != 0 && read(told, &information, sizeof information) < 0) break;
+        // Others than the program may have been left to this process.
+        for (pid_t gone = 0; (gone = waitpid(-1, &status, WNOHANG)) > 0;)
+            if (gone == program) {
+                ended = true;
+                break;
+            }
+    }
+    EndAll(program);
+    if (ended && write(toRun, &status, sizeof status) != static_cast<ssize_t>(sizeof status)) _exit(1);
+    _exit(0);
+}
+
+// Runs the program to its end; its status as waitpid tells it.
+int RunProgram(const std::vector<std::string>& words, const std::string& output) {
+    int toSupervisor[2], fromSupervisor[2];
+    if (pipe2(toSupervisor, O_CLOEXEC) != 0)
+        throw CampaignFileError(fmt::format("no pipe can be made: {}", std::strerror(errno)));
+    if (pipe2(fromSupervisor, O_CLOEXEC) != 0) {
+        close(toSupervisor[0]);
+        close(toSupervisor[1]);
+        throw CampaignFileError(fmt::format("no pipe can be made: {}", std::strerror(errno)));
+    }
+    const pid_t supervisor = fork();
+    if (supervisor == 0) {
+        close(toSupervisor[1]);
+        close(fromSupervisor[0]);
+        Supervise(words, output, toSupervisor[0], fromSupervisor[1]);
+    }
+    const int failure = errno;
+    close(toSupervisor[0]);
+    close(fromSupervisor[1]);
+    int status = 0;
+    ssize_t count = -1;
+    if (supervisor > 0) {
+        while ((count = read(fromSupervisor[0], &status, sizeof status)) < 0 && errno == EINTR) {
+        }
+        while (waitpid(supervisor, nullptr, 0) < 0 && errno == EINTR) {
+        }
+    }
+    close(toSupervisor[1]);
+    close(fromSupervisor[0]);
+    if (supervisor < 0) throw CampaignFileError(fmt::format("no process can be made: {}", std::strerror(failure)));
+    if (count != static_cast<ssize_t>(sizeof status)) throw CampaignFileError("the simulator could not be watched");
+    return status;
+}
+
+// What a trace says; a sentence for one that cannot be read.
+struct Judged {
+    std::vector<TavrelSimulation::Outcome> outcomes;
+    std::size_t events = 0;
+    std::string fault;
+};
+
+Judged JudgeTrace(const std::string& file, const std::vector<TavrelSimulation::Criterion>& criteria) {
+    Judged judged;
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        judged.fault = "it left no trace";
+        return judged;
+    }
+    std::unique_ptr<TavrelSimulation::Judge> judge;
+    std::string line;
+    try {
+        for (std::size_t row = 1; std::getline(stream, line); ++row) {
+            if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
+            std::optional<TavrelSimulation::Event> event;
+            try {
+                event = TavrelSimulation::EventOf(line);
+            } catch (const TavrelSimulation::TraceError& error) {
+                judged.fault = fmt::format("row {} of its trace: {}", row, error.what());
+                return judged;
+            }
+            ++judged.events;
+            if (!judge) {
+                const auto* start = event ? std::get_if<TavrelSimulation::RunStart>(&event->what) : nullptr;
+                judge = std::make_unique<TavrelSimulation::Judge>(criteria,
+                                                                  start && start->names ? &*start->names : nullptr);
+            }
+            if (event) judge->Hear(*event);
+        }
+        if (!judge) judge = std::make_unique<TavrelSimulation::Judge>(criteria, nullptr);
+        judged.outcomes = judge->Outcomes();
+    } catch (const TavrelSimulation::CriterionError& error) {
+        judged.fault = error.what();
+    }
+    return judged;
+}
+
+} // namespace
+
+Simulator::Simulator(const std::string& command) : words(WordsOf(command)) {
+    ArgumentsFor({}); // the words in braces
+    if (!IsThere(words.front())) throw Refused(kPlace, "there is no program " + words.front());
+}
+
+std::vector<std::string> Simulator::ArgumentsFor(const Job& job) const {
+    std::vector<std::string> arguments;
+    for (const std::string& word : words)
+        arguments.push_back(Filled(word, [&](const std::string& name) -> std::string {
+            if (name == "scenario") return job.scenario;
+            if (name == "trace") return job.trace;
+            if (name == "number") return std::to_string(job.number);
+            if (name == "folder") return job.folder;
+            throw Refused(kPlace, "{" + name + "} is none of {scenario}, {trace}, {number} and {folder}");
+        }));
+    return arguments;
+}
+
+RunRecord Simulator::Run(const Job& job, const std::vector<TavrelSimulation::Criterion>& criteria,
+                         const std::string& output) const {
+    const int status = RunProgram(ArgumentsFor(job), output);
+    RunRecord record;
+    const Judged judged = JudgeTrace(job.trace, criteria);
+    record.events = judged.events;
+    record.trace = TavrelSimulation::Sha256OfFile(job.trace);
+    if (WIFSIGNALED(status)) {
+        record.verdict = Verdict::Killed;
+        record.message = fmt::format("the simulator was ended by a signal ({})", strsignal(WTERMSIG(status)));
+        return record;
+    }
+    const int left = WEXITSTATUS(status);
+    if (criteria.empty()) {
+        record.verdict = left == 0 ? Verdict::Passed : Verdict::Failed;
+        if (left != 0) record.message = fmt::format("the simulator ended with status {}", left);
+        return record;
+    }
+    if (left != 0 || !judged.fault.empty()) {
+        record.verdict = Verdict::Error;
+        record.message = left != 0 ? fmt::format("the simulator ended with status {}", left) : judged.fault;
+        return record;
+    }
+    record.criteria = judged.outcomes;
+    record.verdict = TavrelSimulation::VerdictOf(record.criteria);
+    return record;
+}
+
+namespace {
+
+// A folder that goes away with this object.
+class WorkFolder {
+public:
+    explicit WorkFolder(std::string folder) : path(std::move(folder)) {
+        std::error_code error;
+        fs::remove_all(path, error);
+        fs::create_directories(path, error);
+        if (error) throw CampaignFileError(fmt::format("{}: {}", path, error.message()));
+    }
+    ~WorkFolder() {
+        std::error_code ignored;
+        fs::remove_all(path, ignored);
+    }
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+
+    const std::string path;
+};
+
+} // namespace
+
+RunVariant RunWith(const Simulator& simulator, VariantRunner& runner, const Plan& plan,
+                   const std::vector<TavrelSimulation::Criterion>& criteria, const std::string& campaignFolder) {
+    return
+        [&simulator, &runner, &plan, &criteria, campaignFolder](const Variant& variant, const std::string& traceFile) {
+            const CampaignFolder files(campaignFolder);
+            // Not every simulator works in the folder of the command.
+            const WorkFolder folder(fs::absolute(files.FileBeside("work", variant.number)).string());
+            Simulator::Job job;
+            job.number = variant.number;
+            job.folder = folder.path;
+            job.scenario = fmt::format("{}/{:06}.sce", folder.path, variant.number);
+            job.trace = folder.path + "/trace.jsonl";
+            runner.Save(plan.Assignments(variant), job.scenario);
+            const std::string output = folder.path + "/output.txt";
+            RunRecord record = simulator.Run(job, criteria, output);
+            std::error_code error;
+            if (record.verdict != Verdict::Passed && record.verdict != Verdict::Failed)
+                fs::copy_file(output, files.File(fmt::format("log/{:06}.txt", variant.number)),
+                              fs::copy_options::overwrite_existing, error);
+            if (!traceFile.empty() && fs::exists(job.trace, error)) fs::rename(job.trace, traceFile, error);
+            return record;
+        };
+}
+
+} // namespace TavrelVariation
