@@ -2,15 +2,17 @@
 
 #include <algorithm>
 
+#include <scenario/DefinitionLists.h>
+
 namespace TavrelChecking {
 
 // clang-format off
 const std::array<ListRow, kListCount> kListRows = {{
-    {"PARAMETER_LIST", KindParameter, "TV2004", "parameter"},
-    {"FUNCTION_LIST",  KindFunction,  "TV2003", "function"},
-    {"ACTION_LIST",    KindAction,    "TV2001", "action"},
-    {"CONDITION_LIST", KindCondition, "TV2002", "condition"},
-    {"ENUMTAB_LIST",   KindEnumTab,   "TV2007", "enumeration"},
+    {DefinitionListOf(KindParameter),  KindParameter, "TV2004", "parameter"},
+    {DefinitionListOf(KindFunction),   KindFunction,  "TV2003", "function"},
+    {DefinitionListOf(KindAction),     KindAction,    "TV2001", "action"},
+    {DefinitionListOf(KindCondition),  KindCondition, "TV2002", "condition"},
+    {DefinitionListOf(KindEnumTab),    KindEnumTab,   "TV2007", "enumeration"},
 }};
 // clang-format on
 

@@ -7,9 +7,9 @@ namespace {
 constexpr std::size_t kHighestCode = 1000000; // a table beyond it would be a slip in the root model
 
 // The definition in the root model, complete with a CODE.
-std::size_t CodeOf(const char* list, std::uint32_t kind, const char* word, const std::string& name) {
+std::size_t CodeOf(ScenarioItemKind kind, const char* word, const std::string& name) {
     if (!scenarioRootModel) throw UnknownCall("no root model is in use, so no " + std::string(word) + " has a CODE");
-    const ScenarioItem* folder = scenarioRootModel->FindItem(KindFolder, list, "");
+    const ScenarioItem* folder = scenarioRootModel->FindItem(KindFolder, DefinitionListOf(kind), "");
     auto* definition = folder ? dynamic_cast<const Function*>(folder->FindItem(kind, name, std::string())) : nullptr;
     if (!definition) {
         std::vector<std::string> known;
@@ -37,15 +37,15 @@ void Put(std::vector<Entry>& table, std::size_t code, Body body) {
 } // namespace
 
 void ProvideAction(const std::string& name, std::function<void(const Call&)> body) {
-    Put(ActionTable(), CodeOf("ACTION_LIST", KindAction, "action", name), std::move(body));
+    Put(ActionTable(), CodeOf(KindAction, "action", name), std::move(body));
 }
 
 void ProvideCondition(const std::string& name, std::function<bool(const Call&)> body) {
-    Put(ConditionTable(), CodeOf("CONDITION_LIST", KindCondition, "condition", name), std::move(body));
+    Put(ConditionTable(), CodeOf(KindCondition, "condition", name), std::move(body));
 }
 
 void ProvideFunction(const std::string& name, std::function<float(const Call&)> body) {
-    Put(FunctionTable(), CodeOf("FUNCTION_LIST", KindFunction, "function", name), std::move(body));
+    Put(FunctionTable(), CodeOf(KindFunction, "function", name), std::move(body));
 }
 
 } // namespace TavrelSimulation

@@ -104,7 +104,7 @@ struct Explainer::Watched {
         // A reference says nothing; what it refers to does.
         const std::vector<Parameter*>& parameters = conditions[part]->parameters;
         for (std::size_t i = 0; i < parameters.size() && i < arguments.size(); ++i) {
-            if (arguments[i].tag != 3 || parameters[i]->valueKind != "VARIABLE") continue;
+            if (arguments[i].tag != TagString || parameters[i]->valueKind != "VARIABLE") continue;
             const auto* definition = dynamic_cast<const Parameter*>(parameters[i]->model);
             const Variable* variable =
                 definition && definition->usage == "BY_ADDRESS" ? ReferencedVariable(i) : nullptr;
@@ -117,7 +117,7 @@ struct Explainer::Watched {
         if (!asked[part]) return texts;
         for (std::size_t i = 0; i < conditions[part]->parameters.size() && i < values[part].size(); ++i) {
             const ParameterValue& value = values[part][i];
-            texts.push_back(value.tag == 1 ? NumberText(value.number) : ArgumentText(value));
+            texts.push_back(value.tag == TagFloat ? NumberText(value.number) : ArgumentText(value));
         }
         return texts;
     }
@@ -137,7 +137,7 @@ struct Explainer::Watched {
         const Condition& condition = *conditions[part];
         const bool compares = std::any_of(std::begin(kComparisons), std::end(kComparisons),
                                           [&](const char* name) { return condition.name == name; });
-        if (!compares || !asked[part] || values[part][0].tag == 3 || values[part][1].tag == 3) return;
+        if (!compares || !asked[part] || values[part][0].tag == TagString || values[part][1].tag == TagString) return;
         const double distance = std::abs(static_cast<double>(values[part][0].number) - values[part][1].number);
         std::optional<double>& nearest = explanation.parts[part].nearest;
         if (!nearest || distance < *nearest) nearest = distance;

@@ -37,16 +37,6 @@ using TavrelScenarioTemplateDb::scriptsOf;
 namespace fs = std::filesystem;
 
 constexpr const char* kInstallationFile = "tavrel.xml";
-const std::string kByteOrderMark = "\xEF\xBB\xBF"; // before XML
-constexpr std::size_t kSniffed = 2048;             // bytes from which the kind of a file shows
-
-std::string FirstBytes(const std::string& path) {
-    std::string bytes(kSniffed, '\0');
-    std::ifstream file(path, std::ios::binary);
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
-    return bytes;
-}
 
 // What is being done, for the message of a process that an assertion ends.
 std::string scriptUnderWay;
@@ -65,8 +55,6 @@ private:
     Value& place;
     Value former;
 };
-
-bool BeginsWith(const std::string& text, const std::string& start) { return text.rfind(start, 0) == 0; }
 
 // Both paths absolute, with links resolved.
 bool LiesIn(const fs::path& file, const std::string& folder) {
@@ -204,22 +192,6 @@ void UpdateDisplayTexts(ScenarioItem& item) {
     item.GetChildren(children);
     for (ScenarioItem* child : children) UpdateDisplayTexts(*child);
     item.UpdateDisplayText();
-}
-
-FileKind KindOfFile(const std::string& path) {
-    const std::string extension = fs::path(path).extension().string();
-    if (extension == ".sce") return FileKind::Scenario;
-    if (extension == ".mdl") return FileKind::Model;
-    const FileKind byName = extension == ".sc" ? FileKind::Script : FileKind::Unknown;
-    std::error_code error;
-    if (!fs::is_regular_file(path, error)) return byName;
-    std::string start = FirstBytes(path);
-    if (BeginsWith(start, kByteOrderMark)) start.erase(0, kByteOrderMark.size());
-    start.erase(0, std::min(start.find_first_not_of("\t\n\f\r"), start.size()));
-    if (BeginsWith(start, "TYPEOF FOLDER")) return FileKind::Model;
-    if (BeginsWith(start, "TYPEOF ")) return FileKind::Script;
-    if (BeginsWith(start, "<") && start.find("<tavrel") != std::string::npos) return FileKind::Installation;
-    return byName;
 }
 
 std::string InstallationFileFor(const Context& context, const std::string& path) {

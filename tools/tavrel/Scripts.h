@@ -9,6 +9,7 @@
 #include <TavrelScenarioTemplateDb/ScenarioScripts.h>
 #include <TavrelScenarioTemplateDb/ScenarioTables.h>
 #include <cfg/ScenarioScript.h>
+#include <checking/Check.h>
 #include <scenario/ItemModel.h>
 
 #include <functional>
@@ -25,9 +26,8 @@ namespace tavrel {
 
 // Files on disk that the item model reads, with what they need around them.
 
-// What a file holds, by its name and its first bytes. A file that is none of these is Unknown.
-enum class FileKind { Scenario, Model, Script, Installation, Unknown };
-FileKind KindOfFile(const std::string& path);
+using TavrelChecking::FileKind;
+using TavrelChecking::KindOfFile;
 
 // The installation that a file on disk belongs to: the one that the command line or TAVREL_CONFIG names, else the
 // nearest "tavrel.xml" in the folders above the file, else the sample.

@@ -4,6 +4,7 @@
 #include "Commands.h"
 
 #include <lmkUtils/EnvConfig.h>
+#include <scenario/DefinitionLists.h>
 #include <scenario/Parameter.h>
 #include <scenario/function.h>
 
@@ -18,7 +19,10 @@ struct WordList {
     const char* kind;
 };
 constexpr WordList kLists[] = {
-    {"CONDITION_LIST", "condition"}, {"ACTION_LIST", "action"}, {"FUNCTION_LIST", "function"}};
+    {DefinitionListOf(KindCondition), "condition"},
+    {DefinitionListOf(KindAction), "action"},
+    {DefinitionListOf(KindFunction), "function"},
+};
 
 // The definition at the end of the chain: a call's parameter in the model is itself an instance.
 const Parameter& DefinitionOf(const Parameter& parameter) {
