@@ -2,7 +2,8 @@
 find_program(TAVREL_DOXYGEN doxygen)
 if(TAVREL_DOXYGEN)
   set(TAVREL_REFERENCE_INPUT "")
-  foreach(folder ScenarioTemplateDb TavrelScenarioTemplateDb core/include environment/include)
+  foreach(folder ScenarioTemplateDb TavrelScenarioTemplateDb core/include environment/include checking/include
+      simulation/include variation/include)
     string(APPEND TAVREL_REFERENCE_INPUT " ${PROJECT_SOURCE_DIR}/${folder}")
   endforeach()
   configure_file(${PROJECT_SOURCE_DIR}/docs/Doxyfile.in ${PROJECT_BINARY_DIR}/Doxyfile @ONLY)

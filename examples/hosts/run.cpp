@@ -36,7 +36,7 @@ void provide(std::vector<Entry>& table, std::size_t code, Entry entry) {
     table[code] = std::move(entry);
 }
 
-// An argument is text for a text or a reference, else a number. A reference is the variable's number and its file.
+// An argument is text for a text, else a number. What a reference refers to is asked of the call.
 void registerCalls(World& world) {
     provide<FunctionEntry>(FunctionTable(), 31,
                            [&](const ParameterValues&) { return static_cast<float>(world.speed); });
@@ -53,10 +53,8 @@ void registerCalls(World& world) {
         parent.transitionPending = 1;
     });
     provide<ActionEntry>(ActionTable(), 8, [&](const ParameterValues&) { world.scenario->stopped = 1; });
-    provide<ActionEntry>(ActionTable(), 10, [&](const ParameterValues& arguments) { // set a variable
-        const std::string number = arguments[0].text.substr(0, arguments[0].text.find(' '));
-        auto* variable = dynamic_cast<Variable*>(world.scenario->FindItem(KindVariable, number, ""));
-        if (variable) variable->value = std::to_string(arguments[1].number);
+    provide<ActionEntry>(ActionTable(), 10, [](const ParameterValues& arguments) { // set a variable
+        if (Variable* variable = ReferencedVariable(0)) variable->value = std::to_string(arguments[1].number);
     });
     provide<ActionEntry>(ActionTable(), 32, [&](const ParameterValues& arguments) {
         world.deceleration = static_cast<double>(arguments[1].number);
