@@ -8,6 +8,7 @@
 #include <map>
 #include <queue>
 #include <string_view>
+#include <unordered_map>
 
 #include <TavrelScenarioTemplateDb/ScriptNode.h>
 #include <TavrelScenarioTemplateDb/TavrelScenario.h>
@@ -252,28 +253,29 @@ struct Settable::Parts {
     std::vector<Target> targets;
     std::vector<Place> places;
     std::vector<Declaration> declarations;
-    std::map<std::string, std::vector<std::size_t>> byId; // normal id to targets
-    std::map<std::string, std::string> others;            // normal id to the reason of what cannot be set
+    // Ids as the tree forms them to targets, and to the reason of what cannot be set.
+    std::unordered_map<std::string, std::vector<std::size_t>> byId;
+    std::unordered_map<std::string, std::string> others;
     std::map<cfg::ScenarioScript*, std::vector<VariableInText>> variables;
 
     void Add(Target target, Place place) {
-        byId[Normal(target.id)].push_back(targets.size());
+        byId[target.id].push_back(targets.size());
         targets.push_back(std::move(target));
         places.push_back(std::move(place));
     }
 
-    void Walk(ScenarioNode& node) {
-        if (auto* script = dynamic_cast<ScriptNode*>(&node)) return WalkScript(*script);
+    // `place` is the id of the node.
+    void Walk(ScenarioNode& node, const std::string& place) {
+        if (auto* script = dynamic_cast<ScriptNode*>(&node)) return WalkScript(*script, place);
         auto* sectionNode = dynamic_cast<TavrelScenarioNode*>(&node);
         if (!sectionNode) return;
         cfg::Section& section = *sectionNode->getSection();
-        const std::string place = node.getNodeId();
         for (auto parameter = section.beginParameter(); parameter != section.endParameter(); ++parameter) {
             Target target;
             target.id = place + "/" + parameter.getCName();
             const std::optional<ValueType> type = TypeOf(parameter.getType());
             if (!type) {
-                others[Normal(target.id)] = parameter.getType() == cfg::t_ParameterTypeVector ? "a vector" : "a list";
+                others[target.id] = parameter.getType() == cfg::t_ParameterTypeVector ? "a vector" : "a list";
                 continue;
             }
             target.type = *type;
@@ -283,37 +285,35 @@ struct Settable::Parts {
         }
         std::vector<ScenarioNode*> children;
         node.getChildren(children);
-        for (ScenarioNode* child : children) Walk(*child);
+        for (ScenarioNode* child : children) Walk(*child, place + "/" + child->getId());
     }
 
     // The node says which variables there are and under which ids, the text where they stand.
-    void WalkScript(ScriptNode& node) {
+    void WalkScript(ScriptNode& node, const std::string& place) {
         cfg::ScenarioScript* script = node.getScript();
         std::vector<VariableInText>& found = variables[script] = VariablesIn(script->text);
-        std::map<std::string, std::size_t> byNumber;
-        std::map<std::string, std::size_t> times;
+        std::unordered_map<std::string, std::size_t> byNumber;
         for (std::size_t index = 0; index < found.size(); ++index) {
             std::int64_t number = 0;
             const std::string id = ReadInteger(found[index].name, number)
                                        ? std::to_string(static_cast<std::uint64_t>(number))
                                        : found[index].name;
             byNumber.emplace(id, index);
-            ++times[id];
         }
         std::vector<ScenarioTemplateDb::ScenarioParameter*> parameters;
         node.getParameters(parameters);
         for (const ScenarioTemplateDb::ScenarioParameter* parameter : parameters) {
             Target target;
-            target.id = parameter->getParameterId();
-            target.isVariable = true;
             // "Variable[name=12]/value"
             const std::string step = parameter->getId();
+            target.id = place + "/" + step;
+            target.isVariable = true;
             const std::size_t equals = step.find('=');
             const std::string number = step.substr(equals + 1, step.find(']') - equals - 1);
             const auto known = byNumber.find(number);
             const std::optional<ValueType> type = known == byNumber.end() ? std::nullopt : TypeOf(found[known->second]);
             if (!type) {
-                others[Normal(target.id)] = "of a type that nobody knows";
+                others[target.id] = "of a type that nobody knows";
                 continue;
             }
             target.type = *type;
@@ -329,22 +329,26 @@ struct Settable::Parts {
             if (!variadic) continue;
             declarations.push_back(DeclarationOf(*variadic, declarations.size()));
             Declaration& declaration = declarations.back();
-            const auto found = byId.find(Normal(declaration.parameterId));
+            const auto found = byId.find(Spelled(declaration.parameterId));
             if (found == byId.end()) continue;
             declaration.targets = found->second.size();
             for (const std::size_t target : found->second) targets[target].declarations.push_back(declaration.index);
         }
     }
 
+    // The id as the tree forms it.
+    std::string Spelled(const std::string& id) const { return byId.count(id) != 0 ? id : Normal(id); }
+
     // The one target of an id that `subject` has.
     std::size_t TargetOf(const std::string& id, const std::string& subject) const {
-        const auto found = byId.find(Normal(id));
+        const std::string spelled = Spelled(id);
+        const auto found = byId.find(spelled);
         if (found != byId.end()) {
             if (found->second.size() == 1) return found->second.front();
             throw AssignmentError(subject + " leads to " + std::to_string(found->second.size()) +
                                   " places, so it is not known which of them is meant");
         }
-        const auto other = others.find(Normal(id));
+        const auto other = others.find(spelled);
         if (other != others.end()) throw AssignmentError(subject + " is " + other->second + ", which cannot be set");
         std::vector<std::string> known;
         for (const Target& target : targets) known.push_back(target.id);
@@ -398,7 +402,7 @@ Settable::Settable(cfg::CfgScenario& file, ScenarioNode* root) : parts(std::make
         own = std::make_unique<TavrelScenarioNode>(file.getRootSection(), nullptr);
         root = own.get();
     }
-    parts->Walk(*root);
+    parts->Walk(*root, root->getNodeId());
     parts->ReadDeclarations(file);
 }
 
