@@ -9,7 +9,7 @@
 using namespace TavrelSimulation;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    Input input(data, size);
+    ::Input input(data, size);
     const std::string text = input.NextPart();
     std::vector<Event> events;
     std::istringstream lines(input.Rest());
