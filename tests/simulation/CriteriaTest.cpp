@@ -121,7 +121,9 @@ TEST(CriteriaTest, HoldAndHaveAMargin) {
         const Outcome outcome = judged(row.criterion);
         EXPECT_EQ(outcome.holds, row.holds) << row.criterion;
         EXPECT_EQ(outcome.margin.has_value(), row.margin.has_value()) << row.criterion;
-        if (outcome.margin && row.margin) EXPECT_NEAR(*outcome.margin, *row.margin, 1e-9) << row.criterion;
+        if (outcome.margin && row.margin) {
+            EXPECT_NEAR(*outcome.margin, *row.margin, 1e-9) << row.criterion;
+        }
     }
 }
 
