@@ -1,6 +1,7 @@
 #include "text/Assertion.h"
 
 #include <new>
+#include <string>
 
 #include <lmkUtils/AssertAbort.h>
 
@@ -9,11 +10,12 @@
 
 namespace {
 
-void Tell(const char* source, int line, const char* cause) {
+void Tell(const char* source, int line, std::string_view cause) {
     if (!RefusalsAreTold()) return;
     try {
         const std::string label = std::string(source) + ":" + std::to_string(line);
-        TellFatalProblem(cause ? cause : "the text breaks an expectation of the library, " + label, label);
+        TellFatalProblem(cause.empty() ? "the text breaks an expectation of the library, " + label : std::string(cause),
+                         label);
     } catch (const std::bad_alloc&) {
         // The label comes out all the same.
     }
@@ -22,11 +24,11 @@ void Tell(const char* source, int line, const char* cause) {
 } // namespace
 
 void AssertionFailed(const char* source, int line) {
-    Tell(source, line, nullptr);
+    Tell(source, line, {});
     AssertAbort(source, line);
 }
 
-void AssertionFailed(const char* source, int line, const std::string& cause) {
-    Tell(source, line, cause.c_str());
+void AssertionFailed(const char* source, int line, std::string_view cause) {
+    Tell(source, line, cause);
     AssertAbort(source, line);
 }
