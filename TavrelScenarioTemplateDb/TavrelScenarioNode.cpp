@@ -1,5 +1,9 @@
 #include <TavrelScenarioTemplateDb/TavrelScenarioNode.h>
 
+#include <charconv>
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include <ScenarioTemplateDb/Exception.h>
@@ -29,6 +33,19 @@ bool isPlainSection(std::string_view name) {
     return name != "Vehicle" && name != "Driver" && name != "ScenarioScript" && !isHiddenSection(name);
 }
 
+// The number in the id of a vehicle or driver, "Vehicle[id/@ScenarioTreeValue=3]"; none in any other text, nor in one
+// that spells its number in another way than ids do.
+std::optional<std::int32_t> numberOfId(std::string_view id, std::string_view word) {
+    constexpr std::string_view kBegin = "[id/@ScenarioTreeValue=";
+    if (!id.starts_with(word) || !id.substr(word.size()).starts_with(kBegin) || !id.ends_with(']')) return std::nullopt;
+    id.remove_prefix(word.size() + kBegin.size());
+    id.remove_suffix(1);
+    std::int32_t number = 0;
+    std::from_chars(id.data(), id.data() + id.size(), number);
+    if (std::to_string(number) != id) return std::nullopt;
+    return number;
+}
+
 } // namespace
 
 TavrelScenarioNode::TavrelScenarioNode(cfg::Section* nodeSection, ScenarioNode* parentNode)
@@ -43,14 +60,17 @@ TavrelScenarioNode::TavrelScenarioNode(cfg::Section* nodeSection, ScenarioNode* 
             if (isPlainSection(subSection->getName()))
                 children.push_back(std::make_unique<TavrelScenarioNode>(subSection, this));
         }
+        vehiclesBegin = children.size();
         std::vector<cfg::Section*> vehicles;
         section->getSubSections(cfg::Vehicle::sectionName(), vehicles);
         for (cfg::Section* vehicle : vehicles)
             children.push_back(std::make_unique<VehicleNode>(dynamic_cast<cfg::Vehicle*>(vehicle), this));
+        driversBegin = children.size();
         std::vector<cfg::Section*> drivers;
         section->getSubSections(cfg::Driver::sectionName(), drivers);
         for (cfg::Section* driver : drivers)
             children.push_back(std::make_unique<DriverNode>(dynamic_cast<cfg::Driver*>(driver), this));
+        scriptsBegin = children.size();
         std::vector<cfg::Section*> scripts;
         section->getSubSections(cfg::ScenarioScript::sectionName(), scripts);
         for (cfg::Section* entry : scripts) {
@@ -82,8 +102,29 @@ std::size_t TavrelScenarioNode::getIndex() const { return parent ? parent->getCh
 std::size_t TavrelScenarioNode::getChildNumber() const { return children.size(); }
 
 ScenarioNode* TavrelScenarioNode::getChild(const std::string& id) const {
-    for (const auto& child : children)
-        if (child->getId() == id) return child.get();
+    // A scenario has thousands of vehicles and drivers. To compare the number that each has now does without the texts
+    // of all their ids.
+    const auto numbered = [&](std::size_t begin, std::size_t end, auto number) -> ScenarioNode* {
+        for (std::size_t index = begin; index < end; ++index)
+            if (number(static_cast<const TavrelScenarioNode&>(*children[index]).section)) return children[index].get();
+        return nullptr;
+    };
+    const auto named = [&](std::size_t begin, std::size_t end) -> ScenarioNode* {
+        for (std::size_t index = begin; index < end; ++index)
+            if (children[index]->getId() == id) return children[index].get();
+        return nullptr;
+    };
+    ScenarioNode* child = named(0, vehiclesBegin);
+    if (const auto wanted = numberOfId(id, "Vehicle"); wanted && !child)
+        child = numbered(vehiclesBegin, driversBegin, [wanted](const cfg::Section* vehicle) {
+            return static_cast<const cfg::Vehicle*>(vehicle)->id == *wanted;
+        });
+    if (const auto wanted = numberOfId(id, "Driver"); wanted && !child)
+        child = numbered(driversBegin, scriptsBegin, [wanted](const cfg::Section* driver) {
+            return static_cast<const cfg::Driver*>(driver)->id == *wanted;
+        });
+    if (!child) child = named(scriptsBegin, children.size());
+    if (child) return child;
     throw new Exception("No child element with id=" + id + " in scenario element : " + getName(), ExceptionCodeGeneric);
 }
 

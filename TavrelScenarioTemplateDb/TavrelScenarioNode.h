@@ -58,7 +58,11 @@ public:
 private:
     cfg::Section* section; // not owned, never null
     ScenarioTemplateDb::ScenarioNode* parent;
+    // Sections, then a VehicleNode for each vehicle, a DriverNode for each driver, and scripts.
     std::vector<std::unique_ptr<ScenarioTemplateDb::ScenarioNode>> children;
+    std::size_t vehiclesBegin = 0;
+    std::size_t driversBegin = 0;
+    std::size_t scriptsBegin = 0;
     // Destroyed before the children. Its size is set once, so that a parameter keeps its address; mutable because a
     // node hands its parameters out of const operations.
     mutable std::vector<TavrelScenarioParameter> parameters;

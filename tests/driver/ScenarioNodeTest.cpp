@@ -61,6 +61,29 @@ TEST_F(ScenarioNodeTest, ChildrenComeByTheirSortNotInTheOrderOfTheFile) {
     EXPECT_EQ(node.getIndex(), 0U);
 }
 
+// The number is compared, but the text must be that of the id.
+TEST_F(ScenarioNodeTest, AVehicleIsFoundByTheIdThatItHasNow) {
+    cfg::Vehicle* first = addVehicle(root, 3, 7, "Truck");
+    addVehicle(root, 3, 7, "Bus");
+    cfg::Vehicle* last = addVehicle(root, std::numeric_limits<std::int32_t>::min(), 7, "Tram");
+    addDriver(root, 9, "Anna", "D1");
+    const TavrelScenarioNode node(root, nullptr);
+    const auto child = [&](const std::string& id) { return node.getChild(id); };
+    EXPECT_EQ(child("Vehicle[id/@ScenarioTreeValue=3]"), node.getChild(std::size_t(0))) << "of two the first";
+    EXPECT_EQ(child("Vehicle[id/@ScenarioTreeValue=-2147483648]"), node.getChild(std::size_t(2)));
+    first->id = 9;
+    last->id = 0;
+    EXPECT_EQ(child("Vehicle[id/@ScenarioTreeValue=3]"), node.getChild(std::size_t(1)));
+    EXPECT_EQ(child("Vehicle[id/@ScenarioTreeValue=9]"), node.getChild(std::size_t(0)));
+    EXPECT_EQ(child("Driver[id/@ScenarioTreeValue=9]"), node.getChild(std::size_t(3)));
+    for (const char* number : {"03", "+3", " 3", "3 ", "3x", "-0", "00", "", "9999999999", "-2147483648"})
+        EXPECT_EQ(failureOf([&] { child("Vehicle[id/@ScenarioTreeValue=" + std::string(number) + "]"); }).form,
+                  Failure::ByPointer)
+            << number;
+    EXPECT_EQ(failureOf([&] { child("Vehicle[id/@ScenarioTreeValue=3"); }).form, Failure::ByPointer);
+    EXPECT_EQ(failureOf([&] { child("Driver[id/@ScenarioTreeValue=3]"); }).form, Failure::ByPointer);
+}
+
 TEST_F(ScenarioNodeTest, VehiclesAndDriversReadTheirSectionsAtEachCall) {
     cfg::Vehicle* vehicle = addVehicle(root, 3, 7, "Truck");
     cfg::Driver* driver = addDriver(root, 7, "Anna", "D1");

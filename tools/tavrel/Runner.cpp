@@ -105,6 +105,7 @@ int RunForAll(Context& context) {
     const bool asArray = context.arguments.Has("--json");
     const bool asLines = context.arguments.Text("--trace") == "json";
     const char* separator = asArray ? "[\n" : "";
+    const TavrelScenarioTemplateDb::ShareRootModels sharing; // nothing here changes a root model
     Verdicts verdicts;
     Progress progress(static_cast<double>(all.size()), "scenarios");
     ForEachInChildren(
