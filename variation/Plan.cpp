@@ -101,7 +101,9 @@ struct Plan::Parts {
     std::optional<Sobol> sobol;
     std::vector<std::uint64_t> scrambling; // key of each factor
     std::vector<Permutation> permutations; // of each factor
+    std::vector<std::uint64_t> bases;      // of a grid: how many levels each factor has
     std::uint64_t candidates = 0;          // in the method's own order
+    std::uint64_t numbersEnd = 0;          // all numbers are below
     bool gaps = false;                     // constraints may leave candidates out
 
     // `random` and `sobol` with constraints: of the candidates below `looked`, `found` are variants.
@@ -162,9 +164,12 @@ void Plan::Parts::Candidate(std::uint64_t index, std::vector<Value>& values) con
     }
     case MethodKind::Grid:
         for (std::size_t f = factors.size(); f-- > 0;) {
-            const std::uint64_t count = factors[f].LevelCount();
-            Put(f, factors[f].Level(index % count), values);
-            index /= count;
+            // Division takes most of the time, and that of small numbers much less.
+            const std::uint64_t rest = (index | bases[f]) >> 32 == 0
+                                           ? static_cast<std::uint32_t>(index) / static_cast<std::uint32_t>(bases[f])
+                                           : index / bases[f];
+            Put(f, factors[f].Level(static_cast<std::size_t>(index - rest * bases[f])), values);
+            index = rest;
         }
         return;
     case MethodKind::List:
@@ -307,12 +312,21 @@ private:
                 for (std::size_t j = 0; j < members.size(); ++j)
                     factor.levels.push_back(Read(parts.bound[members[j]], NamedAs(members[j]), set.rows[r][j],
                                                  place + "/rows/" + std::to_string(r) + "/" + std::to_string(j)));
-            for (std::size_t r = 1; r < factor.LevelCount(); ++r)
-                for (std::size_t earlier = 0; earlier < r; ++earlier)
-                    if (std::equal(factor.Level(r), factor.Level(r) + members.size(), factor.Level(earlier)))
-                        throw Refused(place + "/rows/" + std::to_string(r),
-                                      "is the same as row " + std::to_string(earlier));
+            // A row that comes twice counts once, but where the rows are the variants.
+            if (file.method.kind != MethodKind::List) DropDoubles(factor);
         }
+    }
+
+    static void DropDoubles(Factor& factor) {
+        Factor kept;
+        kept.parameters = factor.parameters;
+        for (std::size_t r = 0; r < factor.LevelCount(); ++r) {
+            bool known = false;
+            for (std::size_t k = 0; k < kept.LevelCount() && !known; ++k)
+                known = std::equal(factor.Level(r), factor.Level(r) + factor.Width(), kept.Level(k));
+            if (!known) kept.levels.insert(kept.levels.end(), factor.Level(r), factor.Level(r) + factor.Width());
+        }
+        factor.levels = std::move(kept.levels);
     }
 
     void AddFactor(const std::vector<std::size_t>& parameters) {
@@ -796,7 +810,10 @@ private:
             break;
         case MethodKind::Grid:
             parts.candidates = 1;
-            for (const Factor& factor : parts.factors) parts.candidates = Times(parts.candidates, factor.LevelCount());
+            for (const Factor& factor : parts.factors) {
+                parts.bases.push_back(factor.LevelCount());
+                parts.candidates = Times(parts.candidates, factor.LevelCount());
+            }
             break;
         case MethodKind::List:
             parts.candidates = parts.rows.size();
@@ -983,6 +1000,7 @@ void Plan::Builder::MakeCovering() {
 Plan::Plan(const PlanFile& file, const Settable& settable) : parts(std::make_unique<Parts>()) {
     parts->file = file;
     Builder(*parts, settable).Build();
+    parts->numbersEnd = Times(parts->Bases(), file.repetitions);
 }
 
 Plan::~Plan() = default;
@@ -1014,10 +1032,10 @@ VariantCount Plan::Count() const {
     return {(written + count) * repetitions, true};
 }
 
-std::uint64_t Plan::End() const { return Times(parts->Bases(), parts->file.repetitions); }
+std::uint64_t Plan::End() const { return parts->numbersEnd; }
 
 bool Plan::At(std::uint64_t number, Variant& variant) const {
-    const std::uint64_t base = number / parts->file.repetitions;
+    const std::uint64_t base = parts->file.repetitions == 1 ? number : number / parts->file.repetitions;
     variant.number = number;
     variant.seed.reset();
     if (parts->file.repetitions > 1) {
@@ -1033,7 +1051,8 @@ bool Plan::At(std::uint64_t number, Variant& variant) const {
 
 bool Plan::NextFrom(std::uint64_t number, Variant& variant) const {
     const std::uint64_t repetitions = parts->file.repetitions;
-    for (; number < End(); number = (number / repetitions + 1) * repetitions) {
+    // What does not exist does not in any of its repetitions.
+    for (; number < parts->numbersEnd; number = (number / repetitions + 1) * repetitions) {
         if (At(number, variant)) return true;
         if (parts->CountsFound() && parts->found >= parts->file.method.count &&
             number / repetitions >= parts->written.size() + parts->looked)
