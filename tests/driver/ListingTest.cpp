@@ -163,7 +163,7 @@ TEST_F(ListingTest, IsThatOfPocoWhateverIsInTheFolders) {
             const HeedsPermissions heeds;
             const Listing expected = ListedByPoco(root);
             ASSERT_EQ(Listed(all), expected);
-            failed += expected.failure.empty() ? 0 : 1;
+            failed += expected.failure.empty() ? 0U : 1U;
             most = std::max(most, expected.paths.size());
 
             std::vector<std::shared_ptr<Scenario>> scenarios{nullptr};
