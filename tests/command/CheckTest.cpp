@@ -307,4 +307,61 @@ TEST_F(CheckTest, FormatWritesNothingThatCannotBeReadAgain) {
     EXPECT_THAT(refused.err, testing::EndsWith("cannot write " + locked + ": no permission\n"));
 }
 
+TEST_F(CheckTest, FormatWritesTheScriptsOfAScenarioInTheirPlaces) {
+    const std::string untidy = script("SetSpeed", "50"); // without the empty lines
+    installation.write("town/data/script/include/a.sc", untidy);
+    const std::string tidy = run({"format", installation.path() + "/town/data/script/include/a.sc"}).out;
+    ASSERT_NE(tidy, untidy);
+    const std::string item = tidy.substr(tidy.find("TYPEOF"), tidy.rfind('}') + 1 - tidy.find("TYPEOF"));
+    const auto replaced = [](std::string text, const std::string& from, const std::string& to) {
+        for (std::size_t i = 0; (i = text.find(from, i)) != std::string::npos; i += to.size())
+            text.replace(i, from.size(), to);
+        return text;
+    };
+    const std::string head =
+        "\xEF\xBB\xBF<sce version='1'><!-- <text> -->\r\n<Scenario a = \"&#65;\"><ScenarioScript><text>";
+    const std::string tail =
+        "\n\t</text></ScenarioScript>\n<ScenarioScript><scriptType>other</scriptType><text>TYPEOF</text>"
+        "</ScenarioScript></Scenario>\n</sce>\n\n";
+    const struct {
+        const char* why;
+        std::string before, after;
+    } rows[] = {
+        {"plain", untidy, item},
+        {"in CDATA", "<![CDATA[\n" + untidy + "]]>", "<![CDATA[\n" + item + "\n]]>"},
+        {"by references", replaced(untidy, "L", "&#76;"), item},
+        {"with carriage returns", replaced(untidy, "\n", "&#13;\n"), replaced(item, "\n", "&#13;\n")},
+    };
+    for (const auto& row : rows) {
+        const std::string path = installation.scenario("town", "a.sce", head + row.before + tail);
+        EXPECT_EQ(run({"format", "--check", path}).status, 1) << row.why;
+        EXPECT_EQ(run({"format", path, "--in-place"}).status, 0) << row.why;
+        std::string after = readFile(path);
+        ASSERT_TRUE(after.starts_with(head) && after.ends_with(tail)) << row.why << after;
+        after = after.substr(head.size(), after.size() - head.size() - tail.size());
+        while (after.ends_with("\n") || after.ends_with("&#13;"))
+            after.erase(after.size() - (after.back() == '\n' ? 1 : 5));
+        EXPECT_EQ(after, row.after) << row.why;
+        EXPECT_EQ(run({"format", "--check", path}).status, 0) << row.why;
+    }
+}
+
+TEST_F(CheckTest, FormatOfAFolderLeavesWhatItWouldSpoil) {
+    const std::string good = installation.write("town/data/script/include/good.sc", script("SetSpeed", "50"));
+    const std::string bad = installation.write("town/data/script/include/bad.sc", script("SetSpedd", "50"));
+    const std::string model = kModel;
+    std::string returning = model;
+    returning.insert(returning.find("\tTYPEOF CONDITION (ALWAYS)"),
+                     "\tTYPEOF CONDITION (IS)\n\t{\n\tCODE=\"7\"\n\tTYPEOF RETURN "
+                     "(SPEED)\n\t{\n\tKIND=\"USER\"\n\tVALUE=\"1\"\n\t}\n\t}\n");
+    const std::string path = installation.model("town", returning);
+    const Result result = run({"format", installation.path()});
+    EXPECT_EQ(result.status, 1) << result;
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(run({"format", "--check", good}).status, 0);
+    EXPECT_EQ(readFile(bad), script("SetSpedd", "50"));
+    EXPECT_EQ(readFile(path), returning) << "a RETURN would come back as a PARAMETER";
+    EXPECT_EQ(run({"format", good, bad, "--output", path}).status, 2);
+}
+
 } // namespace

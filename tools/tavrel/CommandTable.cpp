@@ -188,17 +188,20 @@ const std::vector<CommandRow>& Commands() {
          {"tavrel check overtaking.sce", "tavrel check --format sarif --output findings.sarif packs/city",
           "tavrel check --select TV2,TV3 --fix pause.sc"}},
 
-        {"format", "write a model or script in its usual form",
-         "Reads a root model or script and writes it back in the form of the library's writer: order of attributes, "
-         "indentation, empty lines. Line ends stay as they are. A line that is lost is told, and then the file itself is only "
-         "written with --force. What could not be read again is never written.",
-         {{"FILE", "", One, Files, "", "a root model, script or include"}},
+        {"format", "write models and scripts in their usual form",
+         "Reads root models, scripts and includes, and the scripts inside scenario files, and writes them back in the form of "
+         "the library's writer: order of attributes, indentation, empty lines. Line ends stay as they are, and so does all that "
+         "stands around a script in a scenario file. One file is written to the standard output; several, and those below a "
+         "folder, are written in their places. A line that is lost is told, and then the file itself is only written with "
+         "--force. What could not be read again is never written.",
+         {{"PATH", "", Many, Files, "", "a root model, script, include or scenario file, or a folder of them"}},
          {{"--output", "FILE", One, Files, "", "write to FILE, which may be the same file, instead of the standard output"},
-          {"--check", "", Flag, None, "", "write nothing; exit with 1 if the file has another form"},
+          {"--in-place", "", Flag, None, "", "write the one file in its place"},
+          {"--check", "", Flag, None, "", "write nothing; exit with 1 if a file has another form"},
           {"--force", "", Flag, None, "", "write the file itself also where lines of it are lost"},
-          kModel},
-         Runs::InOneChild, RunFormat,
-         {"tavrel format pause.sc --output pause.sc"}},
+          kJobs, kModel},
+         Runs::OverItsOwnChildren, RunFormat,
+         {"tavrel format pause.sc --output pause.sc", "tavrel format --check packs/city"}},
 
         {"run", "run a scenario and tell what happens",
          "Runs a scenario of the installation, or a script file, over a time of its own, and tells which rules fired, which "

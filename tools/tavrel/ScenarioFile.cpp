@@ -144,25 +144,19 @@ std::vector<FileDeclaration> ScenarioFile::Declarations() const {
     return declarations;
 }
 
-void ScenarioFile::AddScripts(const Element& element, std::vector<FileScript>& out) const {
-    for (const std::size_t index : element.children) {
-        const Element& child = text->Elements()[index];
-        if (child.name != "ScenarioScript") {
-            AddScripts(child, out);
-            continue;
-        }
-        const Element* script = text->Child(child, "text");
-        const std::string type = TextBelow(child, "scriptType");
-        // Scripts of other kinds are not for the item model.
-        if (!script || script->hasElements() || !(type.empty() || type == "nuro")) continue;
-        FileScript found{TextBelow(child, "scriptName"), text->TextOf(*script)};
-        if (!found.text.Text().empty()) out.push_back(std::move(found));
-    }
-}
-
-std::vector<FileScript> ScenarioFile::Scripts() const {
+std::vector<FileScript> ScriptsIn(const cfg::ScenarioText& text) {
     std::vector<FileScript> scripts;
-    AddScripts(*Root(), scripts);
+    for (const cfg::ScenarioText::Element& element : text.Elements()) {
+        if (element.name != "ScenarioScript") continue;
+        const auto textOf = [&](const char* name) {
+            const auto* child = text.Child(element, name);
+            return child && !child->hasElements() ? text.TextOf(*child) : cfg::WrittenText();
+        };
+        const std::string type = textOf("scriptType").Text();
+        if (!type.empty() && type != "nuro") continue; // scripts of other kinds are not for the item model
+        FileScript script{textOf("scriptName").Text(), textOf("text")};
+        if (!script.text.Text().empty()) scripts.push_back(std::move(script));
+    }
     return scripts;
 }
 

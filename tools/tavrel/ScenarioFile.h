@@ -39,6 +39,9 @@ struct FileScript {
     cfg::WrittenText text;
 };
 
+// The scripts of a scenario file that the item model reads, in the order of the file, vehicles' scripts included.
+std::vector<FileScript> ScriptsIn(const cfg::ScenarioText& text);
+
 class ScenarioFile {
 public:
     // Fails with a Failure of ExitUnreadable for a file that the library does not load.
@@ -51,8 +54,7 @@ public:
     // In the order of the file; without the variables of scripts.
     std::vector<FileParameter> Parameters() const;
     std::vector<FileDeclaration> Declarations() const;
-    // Those that the item model reads, vehicles' scripts included.
-    std::vector<FileScript> Scripts() const;
+    std::vector<FileScript> Scripts() const { return ScriptsIn(*text); }
     // The rows of the file in which the rows of a script begin; the first row of the script has the index 0.
     std::vector<std::uint32_t> RowsOf(const FileScript& script) const;
 
@@ -64,7 +66,6 @@ private:
     std::string ValueOf(const Element& parent, const char* name) const;
     std::string IdOf(const Element& element, const std::string& parentId) const;
     void AddParameters(const Element& element, const std::string& id, std::vector<FileParameter>& out) const;
-    void AddScripts(const Element& element, std::vector<FileScript>& out) const;
     std::string DomainOf(const Element& declaration) const;
     std::uint32_t RowAt(std::size_t position) const { return places->PlaceOf(position).row; }
 
