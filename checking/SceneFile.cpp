@@ -374,12 +374,16 @@ void SceneFile::LookAtElement(const Element& section, std::string_view sectionNa
 
 std::optional<SceneFile::Target> SceneFile::FindVariable(const Script& script, const std::string& step) const {
     const Item* top = script.tree->Root();
-    if (!top) return std::nullopt;
+    Target lost; // in a text that cannot be looked at, or behind a header that is lost
+    lost.isKnown = false;
+    if (!top) return lost;
+    bool hasLost = false;
     std::vector<const Item*> pending{top};
     while (!pending.empty()) {
         const Item* item = pending.back();
         pending.pop_back();
         if (item->kind == KindInclude) continue;
+        hasLost = hasLost || IsLostVariable(*item);
         if (item->kind == KindVariable) {
             const auto number = LongNumberOf(item->name);
             if (number && "Variable[name=" + std::to_string(static_cast<std::uint64_t>(*number)) + "]/value" == step) {
@@ -399,6 +403,7 @@ std::optional<SceneFile::Target> SceneFile::FindVariable(const Script& script, c
         for (auto child = item->children.rbegin(); child != item->children.rend(); ++child)
             pending.push_back(child->get());
     }
+    if (hasLost) return lost;
     return std::nullopt;
 }
 
@@ -501,9 +506,9 @@ std::vector<Finding> SceneFile::DeclarationFindings() const {
             typed = found.front();
             break;
         }
-        if (target && type && *type != target->type)
+        if (target && target->isKnown && type && *type != target->type)
             tell("TV5006", what + " is of type " + wordOf(*type) + ", its parameter of type " + wordOf(target->type));
-        if (target && !declaration.unit.empty()) {
+        if (target && target->isKnown && !declaration.unit.empty()) {
             const lmk::t_unit unit = lmk::toTUnit(declaration.unit.c_str());
             const int wanted = DimensionOf(target->unit);
             if (unit == lmk::UNIT_UNDEFINED)

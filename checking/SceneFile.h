@@ -52,6 +52,7 @@ private:
     struct Target {
         enum Type { Boolean, Integer, Real, Literal };
         Type type = Literal;
+        bool isKnown = true; // otherwise nothing more can be said of it
         lmk::t_unit unit = lmk::UNIT_UNDEFINED;
         const Item* variable = nullptr;
         const Script* script = nullptr;

@@ -116,6 +116,12 @@ std::string WayTo(const Item* item) {
 
 bool IsJunction(const Item& item) { return item.kind == KindCondition && (item.name == "AND" || item.name == "OR"); }
 
+bool IsLostVariable(const Item& item) {
+    if (!item.isMalformed || !item.name.empty()) return false;
+    if (item.kind == KindVariable) return true;
+    return item.kind == KindNone && (item.Find("INTERACTIVE_TYPE") || item.Find("TYPE") || item.Find("CATEGORY"));
+}
+
 bool Accepts(ScenarioItemKind parent, bool isIndexEntry, bool isJunction, ScenarioItemKind child) {
     const auto isOneOf = [child](std::initializer_list<ScenarioItemKind> kinds) {
         return std::find(kinds.begin(), kinds.end(), child) != kinds.end();
@@ -433,6 +439,12 @@ private:
             made->kind = KindFromKeyword(std::string(line.substr(at, end - at)));
             if (made->kind != KindNone) made->keyword = line.substr(at, end - at);
             at = end + 1;
+        }
+        const std::size_t opening = line.find('(');
+        const std::size_t closing = line.find(')', std::min(opening, line.size()));
+        if (made->kind != KindNone && closing != std::string_view::npos) {
+            made->name = made->seenName = line.substr(opening + 1, closing - opening - 1);
+            made->nameBegin = row.begin + opening + 1;
         }
         Enter(std::move(made), row.indent);
     }

@@ -128,6 +128,8 @@ std::string ConversionHelp(std::string_view text);
 // Whether a parent of the kind takes in children of the other one. `isJunction` for AND and OR.
 bool Accepts(ScenarioItemKind parent, bool isIndexEntry, bool isJunction, ScenarioItemKind child);
 bool IsJunction(const Item& item);
+// Whether it is a variable whose number is lost with its header: it may be any that is looked for.
+bool IsLostVariable(const Item& item);
 
 } // namespace TavrelChecking
 

@@ -119,6 +119,7 @@ void TreeChecks::Enter(const Item& item, const Mount* mount) {
         while (outermost && outermost->outer) outermost = outermost->outer;
         variables.push_back({&item, outermost ? outermost->file : std::string()});
     }
+    if (IsLostVariable(item)) hasLostVariable = true;
     if (item.kind == KindTask) tasks.insert(item.name);
     if (item.kind == KindEvaluation) {
         for (const Attribute& attribute : item.attributes)
@@ -322,7 +323,7 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
         }
     if (!variable) {
         // What a file that could not be had holds counts as present.
-        if (missingFiles.count(scope) == 0)
+        if (missingFiles.count(scope) == 0 && !hasLostVariable)
             AtValue("TV3004", use, "VALUE",
                     "there is no VARIABLE (" + std::string(value) + ")" +
                         (owner.empty() ? "" : " in " + Quoted(owner)));

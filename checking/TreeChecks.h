@@ -87,6 +87,7 @@ private:
     std::set<int> scores;
     std::set<std::string> files;        // of includes, as they are written
     std::set<std::string> missingFiles; // what they hold still counts as present
+    bool hasLostVariable = false;       // one whose number is not known
     std::vector<Use> uses;
 };
 
