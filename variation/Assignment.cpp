@@ -585,9 +585,9 @@ void Settable::Apply(const std::vector<Assignment>& assignments) {
                                       : target.type == ValueType::Literal ? assignment.text
                                       : asGiven                           ? assignment.text
                                                                           : NumberText(si);
-            PutValue(place.script->text, parts->VariableOf(place), value);
-            // What stands behind it has moved.
-            parts->variables[place.script] = VariablesIn(place.script->text);
+            std::vector<VariableInText>& variables = parts->variables[place.script];
+            const auto index = static_cast<std::size_t>(&parts->VariableOf(place) - variables.data());
+            PutValue(place.script->text, variables, index, value);
             continue;
         }
         switch (target.type) {

@@ -15,9 +15,8 @@ constexpr std::string_view kSeparators("\t\n\r\f\0", 5); // what ends a line for
 constexpr const char* kBefore[] = {"IS_SELECTED", "IS_EXPANDED", "ISA_INDEX", "LABEL", "FILE", "TYPE"};
 
 bool StandsBeforeValue(const ScenarioTextStream& stream) {
-    std::string value;
-    return std::any_of(std::begin(kBefore), std::end(kBefore),
-                       [&](const char* key) { return ReadStringAttribute(stream, key, value); });
+    const std::string_view rest(stream.cursor, static_cast<std::size_t>(stream.end - stream.cursor));
+    return std::any_of(std::begin(kBefore), std::end(kBefore), [&](const char* key) { return rest.starts_with(key); });
 }
 
 // The line end and the indentation right before `position`.
@@ -93,7 +92,7 @@ private:
             } else if (ReadStringAttribute(stream, "INTERACTIVE_TYPE", value)) {
                 variable.interactiveType = value;
             }
-            if (StandsBeforeValue(stream)) behind = EndOfLine(text, Position());
+            if (!variable.hasValueLine && StandsBeforeValue(stream)) behind = EndOfLine(text, Position());
             NextLine(stream);
         }
         if (!variable.hasValueLine) {
@@ -115,11 +114,22 @@ private:
 
 std::vector<VariableInText> VariablesIn(const std::string& script) { return Scanner(script).Scan(); }
 
-void PutValue(std::string& script, const VariableInText& variable, const std::string& value) {
-    if (variable.hasValueLine)
-        script.replace(variable.valueBegin, variable.value.size(), value);
-    else
-        script.insert(variable.valueBegin, variable.lineBegin + "VALUE=\"" + value + "\"");
+void PutValue(std::string& script, std::vector<VariableInText>& variables, std::size_t index,
+              const std::string& value) {
+    VariableInText& variable = variables[index];
+    const std::size_t former = script.size(), place = variable.valueBegin;
+    if (variable.hasValueLine) {
+        script.replace(place, variable.value.size(), value);
+    } else {
+        const std::string line = variable.lineBegin + "VALUE=\"";
+        script.insert(place, line + value + "\"");
+        variable.valueBegin += line.size();
+        variable.hasValueLine = true;
+    }
+    variable.value = value;
+    // What stands behind it has moved.
+    for (std::size_t i = 0; i < variables.size(); ++i)
+        if (i != index && variables[i].valueBegin > place) variables[i].valueBegin += script.size() - former;
 }
 
 } // namespace TavrelVariation

@@ -22,8 +22,8 @@ struct VariableInText {
 // order of the text.
 std::vector<VariableInText> VariablesIn(const std::string& script);
 
-// Puts a value into the text.
-void PutValue(std::string& script, const VariableInText& variable, const std::string& value);
+// Puts a value into the text for the variable of that index, and keeps the places of all of them right.
+void PutValue(std::string& script, std::vector<VariableInText>& variables, std::size_t index, const std::string& value);
 
 } // namespace TavrelVariation
 
