@@ -25,8 +25,9 @@ public:
     };
     // Reads the file anew and makes it `scenarioRootModel`. It is never freed, since scripts may point into it. While
     // it is being read there is no root model, so that it links within itself; the one before is back unless the new
-    // one is in use. `log` may be null. What the reading throws passes through.
-    static Outcome use(const std::string& file, std::ostream* log);
+    // one is in use. `log` may be null. What the reading throws passes through. While models are shared, the tree in
+    // use may be kept instead, as ShareRootModels says; `configuration` is the one that the model is read for.
+    static Outcome use(const std::string& file, std::ostream* log, const std::string& configuration = std::string());
 };
 
 } // namespace TavrelScenarioTemplateDb

@@ -40,7 +40,7 @@ public:
     bool isBoolean() const override;
 
     std::string getLiteralValue() const override;
-    // The number at the beginning of the value, behind blanks; what follows it is ignored. Throw Exception*
+    // The number at the beginning of the value, after blanks; what follows it is ignored. Throw Exception*
     // (ExceptionCodeParameterType) when there is none, std::out_of_range when it does not fit.
     std::int64_t getIntegerValue() const override;
     double getRealValue() const override;

@@ -8,7 +8,7 @@ namespace TavrelScenarioTemplateDb {
 
 namespace {
 
-// The parameter of that name, or the position behind the last one.
+// The parameter of that name, or the position after the last one.
 cfg::Section::ParameterIterator find(cfg::Section& section, const std::string& name) {
     auto parameter = section.beginParameter();
     while (parameter != section.endParameter() && parameter.getCName() != name) ++parameter;

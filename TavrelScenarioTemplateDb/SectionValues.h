@@ -11,7 +11,7 @@ class Section;
 
 namespace TavrelScenarioTemplateDb {
 
-// The number that a text begins with, behind blanks and signs of plus; 0 for none. Independent of the locale.
+// The number that a text begins with, after blanks and signs of plus; 0 for none. Independent of the locale.
 TAVREL_DRIVER_API double leadingNumber(const std::string& text);
 
 // The parameter of that name as a number in the stored unit: a boolean as 0 or 1, a text by its leading number.

@@ -13,7 +13,7 @@ namespace TavrelScenarioTemplateDb {
 //
 // A host opens and browses templates within such an object when something else is at work in the same process: a
 // scenario that runs, a second driver, or a program that writes its own results to the standard output, where the
-// library tells what it meets in a root model and in includes. Objects nest, and end in the reverse order.
+// library tells what it finds in a root model and in includes. Objects nest, and end in the reverse order.
 class TAVREL_DRIVER_API SharedStateGuard {
 public:
     // What the library writes to std::cout while this object lives goes to `messages`, which must live as long; null

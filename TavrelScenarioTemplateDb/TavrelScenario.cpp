@@ -230,7 +230,7 @@ void TavrelScenario::loadCfgScenario() const {
         throw Exception("Unable to find scenario root model file '" + std::string(RootModel::kPath) +
                             "' for configuration " + place->configuration + " : check your Tavrel installation!",
                         ExceptionCodeGeneric);
-    if (RootModel::use(modelFile, &std::cout) != RootModel::Outcome::InUse)
+    if (RootModel::use(modelFile, &std::cout, place->configuration) != RootModel::Outcome::InUse)
         throw Exception("Unable to get initialize scenario root model " + modelFile, ExceptionCodeGeneric);
 
     std::vector<cfg::Section*> sections;
@@ -251,7 +251,7 @@ cfg::CfgScenario* TavrelScenario::getCfgScenarioSection() const {
 }
 
 // Steps end at a "/", but not at one inside brackets: a vehicle's step holds one, and a script's variable has one
-// behind its bracket. The positions of the next bracket and slash are kept from step to step, so that an id of any
+// after its bracket. The positions of the next bracket and slash are kept from step to step, so that an id of any
 // length takes linear time.
 void TavrelScenario::splitId(const std::string& id, std::queue<std::string>& pieces) {
     constexpr std::size_t kNone = std::string::npos;
@@ -278,7 +278,7 @@ void TavrelScenario::splitId(const std::string& id, std::queue<std::string>& pie
                 pieces.emplace(rest); // an open bracket, or the last plain step
                 return;
             }
-            // The first bracket that closes counts, wherever it stands; the sign behind it is taken for a slash.
+            // The first bracket that closes counts, wherever it stands; the sign after it is taken for a slash.
             end = closing + 1;
             next = closing + 2;
         }

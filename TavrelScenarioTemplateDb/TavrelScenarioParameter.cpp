@@ -24,7 +24,7 @@ constexpr int kInteger = 1;
 constexpr int kReal = 2;
 constexpr int kString = 6;
 
-// Toward zero. A unit of a small enough measure takes a number beyond 64 bits, which a conversion must not meet: the
+// Toward zero. A unit of a small enough measure takes a number beyond 64 bits, which a conversion must not come to: the
 // result is then the nearest number that there is.
 std::int64_t truncated(double value) {
     constexpr double kBeyond = 9223372036854775808.0; // 2^63, the first one that does not fit

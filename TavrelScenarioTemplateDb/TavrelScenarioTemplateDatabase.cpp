@@ -185,7 +185,7 @@ std::pair<std::string, std::string> TavrelScenarioTemplateDatabase::getScenarioP
     std::string path;
     const auto found = [&](std::string_view folder, std::string_view name) {
         if (number++ == scenarioIndex) path = internal::relativePath(folder, name);
-        return true; // what fails behind it is told as well
+        return true; // what fails after it is told as well
     };
     std::string root = forEachScenario(configuration, directoryIndex, {[&] { number = 0; }, found});
     // The message shows the scenario's index as the directory's, too. Hosts know it in this form.

@@ -10,6 +10,7 @@
 #include <TavrelScenarioTemplateDb/ScriptNode.h>
 #include <TavrelScenarioTemplateDb/ScriptVariableParameter.h>
 #include <TavrelScenarioTemplateDb/SectionValues.h>
+#include <TavrelScenarioTemplateDb/ShareRootModels.h>
 #include <TavrelScenarioTemplateDb/SharedStateGuard.h>
 #include <TavrelScenarioTemplateDb/TavrelConfigurationDirectory.h>
 #include <TavrelScenarioTemplateDb/TavrelConfigurationRootDirectory.h>

@@ -107,7 +107,7 @@ Host& TheHost() {
 void Step(benchmark::State& state, Scenario& scenario, std::size_t rules) {
     scenario.Init("", 0.0);
     double time = 0.0;
-    // To enter the state, to make what is made once, and to meet each branch.
+    // To enter the state, to make what is made once, and to take each branch.
     for (int i = 0; i < 4; ++i) scenario.StepScenario(time += 0.02);
     const std::uint64_t before = allocationsSoFar();
     scenario.StepScenario(time += 0.02);

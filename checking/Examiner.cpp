@@ -39,6 +39,24 @@ bool LiesIn(const fs::path& file, const std::string& folder) {
     return !error && !relative.empty() && *relative.begin() != "..";
 }
 
+// Names that are not found because their bytes are no UTF-8 follow from the encoding of their file, which is told.
+void DropWhatFollowsFromEncoding(std::vector<Finding>& findings) {
+    for (std::size_t at = 0; at < findings.size(); ++at) {
+        if (std::string_view(findings[at].rule->id) != "TV1017") continue;
+        const std::string file = findings[at].file;
+        bool isError = false;
+        const auto follows = [&](const Finding& finding) {
+            const bool is = finding.file == file && FindOtherEncoding(finding.message) != std::string_view::npos;
+            isError = isError || (is && finding.severity == Severity::Error);
+            return is;
+        };
+        std::erase_if(findings, follows);
+        for (Finding& finding : findings)
+            if (isError && finding.file == file && std::string_view(finding.rule->id) == "TV1017")
+                finding.severity = Severity::Error;
+    }
+}
+
 // What the library has against the file beyond what was found. It is the judge: what it takes is no error.
 void Reconcile(const Verdict& verdict, const std::string& path, const std::vector<const ScriptTree*>& trees,
                std::vector<Finding>& findings) {
@@ -202,6 +220,7 @@ Examined Examiner::Examine(const Job& givenJob, const std::string* text, bool is
         ExamineScript(job, std::move(bytes), isJudged, examined);
         break;
     }
+    DropWhatFollowsFromEncoding(examined.findings);
     return examined;
 }
 

@@ -2,6 +2,7 @@
 #include "TreeChecks.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -30,6 +31,8 @@ struct Transition {
 struct Flow {
     std::vector<Transition> transitions;
     std::set<std::string_view> states;
+    std::map<std::string_view, std::vector<const Item*>> owners; // of the transitions, by their states
+    std::set<const Item*> lost;                                  // owners of transitions that lead nowhere
     std::vector<Fault> faults;
 
     Fault& AtHeader(const char* rule, const Item& item, std::string message) {
@@ -82,10 +85,11 @@ struct Flow {
         if (task.kind == KindEvaluation) return;
         bool isFirst = true;
         const Item* before = nullptr;
+        std::set<std::string_view> taken;
         for (const auto& state : task.children) {
             if (state->kind != KindTask) continue;
             // A second one of a number is told as that.
-            const bool isRepeated = &*state != FirstOf(task, *state);
+            const bool isRepeated = !taken.insert(state->name).second;
             const bool isEntered =
                 isFirst || state->isDropped || state->isMisplaced || state->isMalformed || state->name.empty() ||
                 isRepeated || std::any_of(transitions.begin(), transitions.end(), [&](const Transition& transition) {
@@ -97,10 +101,10 @@ struct Flow {
         }
     }
 
-    static const Item* FirstOf(const Item& parent, const Item& item) {
-        for (const auto& child : parent.children)
-            if (child->kind == item.kind && child->name == item.name) return child.get();
-        return &item;
+    bool IsEntered(std::string_view state, const Item& task) const {
+        const auto named = owners.find(state);
+        return named != owners.end() && std::any_of(named->second.begin(), named->second.end(),
+                                                    [&](const Item* owner) { return IsWithin(owner, task); });
     }
 
     void LookAtNumbers(const Item& parent) {
@@ -194,7 +198,9 @@ std::vector<Fault> FlowFaults(const ScriptTree& tree) {
     flow.Gather(*tree.Root(), nullptr);
     std::set<const Item*> told;
     for (const Transition& transition : flow.transitions) {
+        flow.owners[transition.state].push_back(transition.owner);
         if (Flow::Leads(transition)) continue;
+        flow.lost.insert(transition.owner);
         // A state that is nowhere is an unknown task.
         if (!flow.states.count(transition.state) || !told.insert(transition.action).second) continue;
         flow.AtHeader("TV4002", *transition.action,

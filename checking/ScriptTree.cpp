@@ -868,6 +868,35 @@ private:
     void Finish() {
         if (awaitsBrace) MissingBrace();
         while (!open.empty()) NotClosed(text.size());
+        // A brace too many may just end the text earlier than its author thinks.
+        if (isPlain || !ReadsByBraces()) return;
+        for (Fault& fault : tree.faults)
+            if (std::string_view(fault.rule) == "TV1001" && fault.begin < text.size() && text[fault.begin] == '}')
+                fault.isTaken = true;
+    }
+
+    // Whether the braces as they stand, too many or too few, make a tree that the reader takes.
+    bool ReadsByBraces() const {
+        std::vector<ScenarioItemKind> levels;
+        bool isHeader = false;
+        for (const Row& row : rows) {
+            if (row.begin == row.end) return false;
+            const std::string_view line = LineOf(row);
+            const Form form = FormOf(line);
+            if (isHeader != (form == Form::Open) || form == Form::Other) return false;
+            isHeader = form == Form::Header;
+            if (isHeader) {
+                const ScenarioItemKind kind = KindIn(line);
+                const bool isJunction = false;
+                if (!levels.empty() && !Accepts(levels.back(), false, isJunction, kind)) return false;
+                levels.push_back(kind);
+            }
+            if (form != Form::Close) continue;
+            if (levels.empty()) return false;
+            levels.pop_back();
+            if (levels.empty()) return true;
+        }
+        return false;
     }
 
     ScriptTree& tree;

@@ -54,7 +54,7 @@ if(TAVREL_COVERAGE)
 endif()
 
 # tavrel_test(NAME <name> SOURCES <file>... [LIBRARIES <target>...])
-# One program of GoogleTest cases; it runs as one test, so that cases meet the process state of those before them.
+# One program of GoogleTest cases; it runs as one test, so that cases find the process state of those before them.
 function(tavrel_test)
   cmake_parse_arguments(PARSE_ARGV 0 test "" "NAME" "SOURCES;LIBRARIES")
   add_executable(${test_NAME} ${test_SOURCES})

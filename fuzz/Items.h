@@ -18,13 +18,13 @@ Folders* SampleRootModel();
 // From now on, until the next reset, the include "fuzz.inc" has this text.
 void OfferInclude(const std::string& text);
 
-// A tree and all below it: a settings item lets go of its children when it dies, so these are taken out before.
+// A tree and all below it: a settings item forgets its children when it dies, so these are taken out before.
 struct TreeDeleter {
     void operator()(ScenarioItem* item) const;
 };
 using Tree = std::unique_ptr<ScenarioItem, TreeDeleter>;
 
-// Reads `text` from memory that ends right behind its NUL. Null if it is refused, or if a number of a variable is none.
+// Reads `text` from memory that ends right after its NUL. Null if it is refused, or if a number of a variable is none.
 Tree ReadScript(const std::string& text, bool headerOnly = false);
 
 std::string Saved(ScenarioItem& item);

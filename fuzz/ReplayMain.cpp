@@ -1,5 +1,5 @@
 // Runs a target over files and folders of files, in the order of their names: the ordinary test of what was found. With
-// --assertions it lists the fatal assertions that the inputs met.
+// --assertions it lists the fatal assertions that the inputs reached.
 
 #include <algorithm>
 #include <cstdio>
@@ -28,7 +28,7 @@ namespace {
 
 [[maybe_unused]] std::size_t AssertionsMet() {
     std::size_t sum = 0;
-    for (const auto& [site, count] : MetAssertions()) sum += count;
+    for (const auto& [site, count] : ReachedAssertions()) sum += count;
     return sum;
 }
 
@@ -36,7 +36,7 @@ void Run(const std::string& bytes) {
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }
 
-// What an assertion interrupts is not freed, so only inputs that meet none are held to account for their memory.
+// What an assertion interrupts is not freed, so only inputs that reach none are held to account for their memory.
 void Replay(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
@@ -71,7 +71,7 @@ int main(int count, char** arguments) {
     std::sort(paths.begin(), paths.end());
     for (const std::string& path : paths) Replay(path);
     if (list) {
-        for (const auto& [site, met] : MetAssertions()) std::printf("%s %zu\n", site.c_str(), met);
+        for (const auto& [site, times] : ReachedAssertions()) std::printf("%s %zu\n", site.c_str(), times);
     }
     std::fprintf(stderr, "%zu inputs\n", paths.size());
     return paths.empty() ? 1 : 0;

@@ -14,7 +14,7 @@
 
 namespace {
 
-std::map<std::string, std::size_t> metAssertions;
+std::map<std::string, std::size_t> reachedAssertions;
 
 // A site "source:line" a line, "#" begins a remark.
 std::set<std::string> ReadNamedAssertions() {
@@ -36,7 +36,7 @@ std::set<std::string> ReadNamedAssertions() {
     static const std::set<std::string> named = ReadNamedAssertions();
     const std::string site = std::string(source) + ":" + std::to_string(line);
     Demand(named.count(site) == 1, "the assertion is a named one", site);
-    ++metAssertions[site];
+    ++reachedAssertions[site];
     throw Asserted();
 }
 
@@ -44,7 +44,7 @@ std::set<std::string> ReadNamedAssertions() {
 // Each process writes to a folder of its own.
 [[gnu::visibility("default")]] pid_t getpid() noexcept { return 10000; }
 
-const std::map<std::string, std::size_t>& MetAssertions() { return metAssertions; }
+const std::map<std::string, std::size_t>& ReachedAssertions() { return reachedAssertions; }
 
 void Demand(bool holds, const char* sentence) { Demand(holds, sentence, ""); }
 

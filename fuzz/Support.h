@@ -14,10 +14,10 @@
 // in assertions.txt ends the process after all, as every other fault does.
 struct Asserted {};
 
-// How often each assertion was met so far, by "source:line".
-const std::map<std::string, std::size_t>& MetAssertions();
+// How often each assertion was reached so far, by "source:line".
+const std::map<std::string, std::size_t>& ReachedAssertions();
 
-// Runs `body` up to an assertion, if it meets one: then false.
+// Runs `body` up to an assertion, if it reaches one: then false.
 template <class Body>
 bool Outlives(Body&& body) {
     try {

@@ -68,7 +68,7 @@ void walkByPoco(const std::string& root, const ScenarioVisitor& visitor) {
             }
             if (isFolder) folders.push_back(path);
             if (!isFile || !path.ends_with(kScenarioSuffix)) continue;
-            // From behind the root's slash on.
+            // From after the root's slash on.
             const std::string_view below = std::string_view(path).substr(std::min(root.size() + 1, name));
             const std::size_t length = below.size() - (path.size() - name);
             if (!visitor.found(below.substr(0, length), below.substr(length))) return;

@@ -16,7 +16,7 @@
 #include "Files.h"
 #include "Utf8.h"
 
-// The property reader at hand drops comments on a change and cuts blanks off a text, so the form is read here.
+// The property reader of Poco drops comments on a change and cuts blanks off a text, so the form is read here.
 namespace Commons {
 
 namespace {
@@ -24,7 +24,7 @@ namespace {
 // One line of meaning: an entry, which may extend over several lines of the file, or a comment or empty line.
 struct Line {
     size_t begin;
-    size_t end; // behind the line feed
+    size_t end; // after the line feed
     bool isEntry = false;
     std::string key;
     std::string text;
@@ -111,7 +111,7 @@ private:
         }
     }
 
-    // Four hexadecimal digits behind "\u"; two such escapes make one character beyond the first 65,536.
+    // Four hexadecimal digits after "\u"; two such escapes make one character beyond the first 65,536.
     void TakeCodePoint(std::string& out) {
         char32_t point = TakeHexadecimal();
         if (point >= 0xD800 && point < 0xDC00 && content.compare(at, 2, "\\u") == 0) {

@@ -25,10 +25,10 @@ std::size_t TextPlaces::CharacterLength(std::string_view text, std::size_t posit
 
 TextPlaces::Place TextPlaces::PlaceOf(std::size_t position) const {
     position = std::min(position, text.size());
-    const auto behind = std::upper_bound(starts.begin() + 1, starts.end(), position);
+    const auto after = std::upper_bound(starts.begin() + 1, starts.end(), position);
     Place place;
-    place.row = static_cast<std::uint32_t>(behind - starts.begin());
-    for (std::size_t at = behind[-1]; at < position; at += CharacterLength(text, at)) ++place.column;
+    place.row = static_cast<std::uint32_t>(after - starts.begin());
+    for (std::size_t at = after[-1]; at < position; at += CharacterLength(text, at)) ++place.column;
     return place;
 }
 

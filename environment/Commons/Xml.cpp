@@ -88,14 +88,14 @@ XmlBuffer::~XmlBuffer() {
 }
 
 char* XmlBuffer::Take(size_t size) {
-    if (size + kRoomBehind <= spare.capacity) {
+    if (size + kRoomAfter <= spare.capacity) {
         bytes = std::move(spare.bytes);
         capacity = std::exchange(spare.capacity, 0);
     } else {
-        bytes = std::make_unique_for_overwrite<char[]>(size + kRoomBehind);
-        capacity = size + kRoomBehind;
+        bytes = std::make_unique_for_overwrite<char[]>(size + kRoomAfter);
+        capacity = size + kRoomAfter;
     }
-    std::memset(bytes.get() + size, 0, kRoomBehind);
+    std::memset(bytes.get() + size, 0, kRoomAfter);
     return bytes.get();
 }
 

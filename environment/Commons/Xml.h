@@ -33,7 +33,7 @@ public:
     XmlBuffer& operator=(const XmlBuffer&) = delete;
 
     // So many zeros follow the bytes that were asked for.
-    static constexpr size_t kRoomBehind = 32;
+    static constexpr size_t kRoomAfter = 32;
     char* Take(size_t size);
     const char* get() const { return bytes.get(); }
 
@@ -71,7 +71,7 @@ private:
 // Whether a name of a parsed document is that word. Nothing is called, and nothing searched for the end of the name.
 template <size_t Size>
 bool NameIs(const char* name, const char (&word)[Size]) {
-    static_assert(Size <= XmlBuffer::kRoomBehind);
+    static_assert(Size <= XmlBuffer::kRoomAfter);
     return *name != '\0' && std::memcmp(name, word, Size) == 0; // an empty name stands outside the buffer
 }
 

@@ -39,7 +39,7 @@ struct Name {
     std::string text;
     const SectionClass* sectionClass;           // what an element of that name is, if it is a section
     std::vector<const std::string*> declared{}; // names of the values of that class, once there is such a section
-    Name* likelyNext = nullptr;                 // the name that came behind it last time
+    Name* likelyNext = nullptr;                 // the name that came after it last time
     std::string unitText{};                     // the unit that an element of that name had last time
     lmk::t_unit unit = lmk::UNIT_UNDEFINED;
 };

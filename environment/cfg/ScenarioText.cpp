@@ -22,22 +22,22 @@ bool StandsAt(std::string_view source, std::size_t position, std::string_view te
     return source.substr(std::min(position, source.size()), text.size()) == text;
 }
 
-std::size_t Behind(std::string_view source, std::size_t position, std::string_view text) {
+std::size_t After(std::string_view source, std::size_t position, std::string_view text) {
     const std::size_t found = source.find(text, position);
     return found == std::string_view::npos ? source.size() : found + text.size();
 }
 
-// Behind a document type that begins at `position`: its own brackets nest, and quotes hide them.
-std::size_t BehindDocumentType(std::string_view source, std::size_t position) {
+// After a document type that begins at `position`: its own brackets nest, and quotes hide them.
+std::size_t AfterDocumentType(std::string_view source, std::size_t position) {
     std::size_t depth = 0;
     while (position < source.size()) {
         const char c = source[position];
         if (StandsAt(source, position, "<!--")) {
-            position = Behind(source, position, "-->");
+            position = After(source, position, "-->");
             continue;
         }
         ++position;
-        if (c == '"' || c == '\'') position = Behind(source, position, std::string_view(&c, 1));
+        if (c == '"' || c == '\'') position = After(source, position, std::string_view(&c, 1));
         if (c == '<') ++depth;
         if (c == '>' && --depth == 0) break;
     }
@@ -108,9 +108,9 @@ WrittenText WrittenText::Between(std::string_view source, std::size_t contentBeg
             written.AddPiece(source.substr(begin, end - begin), begin, end, Form::CData);
             at = std::min(end + kCDataEnd.size(), written.end);
         } else if (StandsAt(source, at, "<!--")) {
-            at = Behind(source, at + 4, "-->");
+            at = After(source, at + 4, "-->");
         } else if (StandsAt(source, at, "<?")) {
-            at = Behind(source, at + 2, "?>");
+            at = After(source, at + 2, "?>");
         } else {
             break; // an element, which makes this no text
         }
@@ -119,16 +119,16 @@ WrittenText WrittenText::Between(std::string_view source, std::size_t contentBeg
 }
 
 const WrittenText::Piece* WrittenText::PieceAt(std::size_t position) const {
-    const auto behind = std::upper_bound(pieces.begin(), pieces.end(), position,
-                                         [](std::size_t at, const Piece& piece) { return at < piece.textBegin; });
-    return behind == pieces.begin() ? nullptr : &behind[-1];
+    const auto after = std::upper_bound(pieces.begin(), pieces.end(), position,
+                                        [](std::size_t at, const Piece& piece) { return at < piece.textBegin; });
+    return after == pieces.begin() ? nullptr : &after[-1];
 }
 
 std::pair<std::size_t, std::size_t> WrittenText::InFile(std::size_t textBegin, std::size_t textEnd) const {
     if (pieces.empty()) return {begin, begin};
     textEnd = std::min(textEnd, text.size());
     textBegin = std::min(textBegin, textEnd);
-    // An empty part at the end lies behind the last character, inside of its section.
+    // An empty part at the end lies after the last character, inside of its section.
     const bool isAtEnd = textBegin == text.size();
     const Piece& first = *PieceAt(isAtEnd ? text.size() - 1 : textBegin);
     std::size_t from = first.fileBegin;
@@ -186,18 +186,18 @@ void ScenarioText::FindElements() {
     std::size_t at = 0;
     while ((at = source.find('<', at)) != std::string_view::npos) {
         if (StandsAt(source, at, "<!--")) {
-            at = Behind(source, at + 4, "-->");
+            at = After(source, at + 4, "-->");
         } else if (StandsAt(source, at, kCDataBegin)) {
-            at = Behind(source, at + kCDataBegin.size(), kCDataEnd);
+            at = After(source, at + kCDataBegin.size(), kCDataEnd);
         } else if (StandsAt(source, at, "<?")) {
-            at = Behind(source, at + 2, "?>");
+            at = After(source, at + 2, "?>");
         } else if (StandsAt(source, at, "<!")) {
             const std::size_t begin = at;
-            at = BehindDocumentType(source, at);
+            at = AfterDocumentType(source, at);
             documentType = {begin, at};
         } else if (StandsAt(source, at, "</")) {
             const std::size_t endTag = at;
-            at = Behind(source, at, ">");
+            at = After(source, at, ">");
             if (open.empty()) continue;
             elements[open.back()].contentEnd = endTag;
             elements[open.back()].end = at;

@@ -136,9 +136,9 @@ public:
         const std::string name = section.getName();
         const std::string inner = line.empty() ? line : line + std::string(step);
         out += "<" + name;
-        const size_t behindName = out.size();
+        const size_t afterName = out.size();
         out += ">";
-        const size_t behindTag = out.size();
+        const size_t afterTag = out.size();
         for (Value* value = Access::ParametersOf(section); value; value = value->next) {
             out += inner;
             WriteParameter(*value);
@@ -151,8 +151,8 @@ public:
             out += inner;
             Write(*subSection, inner);
         }
-        if (out.size() == behindTag)
-            out.replace(behindName, 1, "/>");
+        if (out.size() == afterTag)
+            out.replace(afterName, 1, "/>");
         else
             out += line + "</" + name + ">";
     }
@@ -290,7 +290,7 @@ private:
         return false;
     }
 
-    // Puts in what is missing from a section of the file: values behind the one declared before them, sections last.
+    // Puts in what is missing from a section of the file: values after the one declared before them, sections last.
     void Complete(Section& section, const std::vector<Section*>& added, std::string_view step) {
         const ElementExtent element = FindElement(source, Access::PlaceOf(section));
         const std::string line = LineOfChildren(element, step);

@@ -16,28 +16,28 @@ bool StandsAt(std::string_view source, size_t position, std::string_view text) {
     return source.substr(std::min(position, source.size()), text.size()) == text;
 }
 
-// Behind the next occurrence of `text`, else the end.
-size_t Behind(std::string_view source, size_t position, std::string_view text) {
+// After the next occurrence of `text`, else the end.
+size_t After(std::string_view source, size_t position, std::string_view text) {
     const size_t found = source.find(text, position);
     return found == std::string_view::npos ? source.size() : found + text.size();
 }
 
-// Behind the ">" of the tag in which `position` stands, outside of quotes.
-size_t BehindTag(std::string_view source, size_t position) {
+// After the ">" of the tag in which `position` stands, outside of quotes.
+size_t AfterTag(std::string_view source, size_t position) {
     while (position < source.size() && source[position] != '>') {
         const char c = source[position++];
-        if (c == '"' || c == '\'') position = Behind(source, position, std::string_view(&c, 1));
+        if (c == '"' || c == '\'') position = After(source, position, std::string_view(&c, 1));
     }
     return std::min(position + 1, source.size());
 }
 
-bool IsEmptyTag(std::string_view source, size_t behindTag) { return behindTag >= 2 && source[behindTag - 2] == '/'; }
+bool IsEmptyTag(std::string_view source, size_t afterTag) { return afterTag >= 2 && source[afterTag - 2] == '/'; }
 
-// Behind a comment, a CDATA section or an instruction that begins at `position`; `position` if none does.
-size_t BehindMarkup(std::string_view source, size_t position) {
-    if (StandsAt(source, position, "<!--")) return Behind(source, position + 4, "-->");
-    if (StandsAt(source, position, kCDataBegin)) return Behind(source, position + kCDataBegin.size(), kCDataEnd);
-    if (StandsAt(source, position, "<?")) return Behind(source, position + 2, "?>");
+// After a comment, a CDATA section or an instruction that begins at `position`; `position` if none does.
+size_t AfterMarkup(std::string_view source, size_t position) {
+    if (StandsAt(source, position, "<!--")) return After(source, position + 4, "-->");
+    if (StandsAt(source, position, kCDataBegin)) return After(source, position + kCDataBegin.size(), kCDataEnd);
+    if (StandsAt(source, position, "<?")) return After(source, position + 2, "?>");
     return position;
 }
 
@@ -45,13 +45,13 @@ size_t BehindMarkup(std::string_view source, size_t position) {
 size_t FindEndTag(std::string_view source, size_t position) {
     size_t open = 1;
     while ((position = source.find('<', position)) != std::string_view::npos) {
-        if (const size_t behind = BehindMarkup(source, position); behind != position) {
-            position = behind;
+        if (const size_t after = AfterMarkup(source, position); after != position) {
+            position = after;
         } else if (StandsAt(source, position, "</")) {
             if (--open == 0) return position;
-            position = BehindTag(source, position);
+            position = AfterTag(source, position);
         } else {
-            position = BehindTag(source, position);
+            position = AfterTag(source, position);
             if (!IsEmptyTag(source, position)) ++open;
         }
     }
@@ -94,36 +94,36 @@ std::string AttributeText(std::string_view source, size_t position) {
 }
 
 ElementExtent FindElement(std::string_view source, size_t name) {
-    const size_t behindTag = BehindTag(source, name);
-    if (IsEmptyTag(source, behindTag)) return {name - 1, behindTag, behindTag, behindTag, true};
-    const size_t endTag = FindEndTag(source, behindTag);
-    return {name - 1, behindTag, endTag, BehindTag(source, endTag), false};
+    const size_t afterTag = AfterTag(source, name);
+    if (IsEmptyTag(source, afterTag)) return {name - 1, afterTag, afterTag, afterTag, true};
+    const size_t endTag = FindEndTag(source, afterTag);
+    return {name - 1, afterTag, endTag, AfterTag(source, endTag), false};
 }
 
 size_t FindElementEnd(std::string_view source, size_t position) {
-    const size_t behindTag = BehindTag(source, position);
-    return IsEmptyTag(source, behindTag) ? behindTag : BehindTag(source, FindEndTag(source, behindTag));
+    const size_t afterTag = AfterTag(source, position);
+    return IsEmptyTag(source, afterTag) ? afterTag : AfterTag(source, FindEndTag(source, afterTag));
 }
 
 bool HoldsPlainText(std::string_view source, size_t name) {
-    const size_t begin = BehindTag(source, name);
+    const size_t begin = AfterTag(source, name);
     return !IsEmptyTag(source, begin) && StandsAt(source, source.find('<', begin), "</");
 }
 
 ElementText ReadElementText(std::string_view source, size_t name) {
     ElementText content;
-    size_t position = BehindTag(source, name);
+    size_t position = AfterTag(source, name);
     if (IsEmptyTag(source, position)) return content;
     const size_t begin = position;
     bool lastIsCData = false;
     while (position < source.size() && !StandsAt(source, position, "</")) {
-        const size_t behind = BehindMarkup(source, position);
-        if (behind == position && source[position] == '<') {
+        const size_t after = AfterMarkup(source, position);
+        if (after == position && source[position] == '<') {
             content.hasElements = true;
             return content;
         }
         lastIsCData = StandsAt(source, position, kCDataBegin);
-        if (behind == position) {
+        if (after == position) {
             const size_t end = std::min(source.find('<', position), source.size());
             content.text += Resolved(source.substr(position, end - position));
             content.pieces.emplace_back(position, end);
@@ -132,10 +132,10 @@ ElementText ReadElementText(std::string_view source, size_t name) {
         }
         if (lastIsCData) {
             const size_t textBegin = position + kCDataBegin.size();
-            content.text += source.substr(textBegin, behind - kCDataEnd.size() - textBegin);
-            content.pieces.emplace_back(position, behind);
+            content.text += source.substr(textBegin, after - kCDataEnd.size() - textBegin);
+            content.pieces.emplace_back(position, after);
         }
-        position = behind;
+        position = after;
     }
     content.isOneCData =
         lastIsCData && content.pieces.size() == 1 && content.pieces.front() == std::pair(begin, position);

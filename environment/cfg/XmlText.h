@@ -13,7 +13,7 @@ namespace cfg::detail {
 
 bool IsXmlName(std::string_view name);
 
-// The value of an attribute whose text begins at `position`, behind the quote, with references resolved.
+// The value of an attribute whose text begins at `position`, after the quote, with references resolved.
 std::string AttributeText(std::string_view source, size_t position);
 // Where that text ends, at the closing quote.
 size_t AttributeEnd(std::string_view source, size_t position);
@@ -21,9 +21,9 @@ size_t AttributeEnd(std::string_view source, size_t position);
 // Where an element stands.
 struct ElementExtent {
     size_t begin;        // at "<"
-    size_t contentBegin; // behind ">"
+    size_t contentBegin; // after ">"
     size_t contentEnd;   // at "</"; as contentBegin for an empty-element tag
-    size_t end;          // behind the last ">"
+    size_t end;          // after the last ">"
     bool isEmptyTag;     // "<a/>"
 };
 

@@ -24,7 +24,7 @@ const std::string kEnd = "\xEE\x80\x81";
 struct Plant {
     const char* rule;
     Severity severity;
-    const char* find;        // in the text of a rule; empty to put `replacement` behind the rule
+    const char* find;        // in the text of a rule; empty to put `replacement` after the rule
     const char* replacement; // with "@<" and ">@" around the place
 };
 

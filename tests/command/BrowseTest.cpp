@@ -46,7 +46,7 @@ TEST_F(BrowseTest, TreeShowsEveryLevelSorted) {
     EXPECT_EQ(result.status, 0);
 }
 
-TEST_F(BrowseTest, ListWritesConfigurationPathAndNameAndGoesOnBehindABadFile) {
+TEST_F(BrowseTest, ListWritesConfigurationPathAndNameAndGoesOnAfterABadFile) {
     installation.scenario("town", "a.sce", namedScenario("One"));
     installation.scenario("town", "bad.sce", "<sce version=\"1\"><Scenario>");
     installation.scenario("town", "c.sce", namedScenario("Three"));
@@ -79,18 +79,18 @@ TEST_F(BrowseTest, ABadConfigurationOrLinkHidesNoOther) {
 }
 
 TEST_F(BrowseTest, AScriptThatEndsTheReaderIsASentence) {
-    installation.scenario("town", "poison.sce", SectionText("Scenario").script("main", "TYPEOF TOKEN (t)\n{\n}\n"));
+    installation.scenario("town", "fatal.sce", SectionText("Scenario").script("main", "TYPEOF TOKEN (t)\n{\n}\n"));
     const std::string cause = ": it broke an expectation of the library (assertion ScenarioItem:122): a block is of a "
                               "kind that has no items\n";
     const auto expectTold = [&](const std::string& place) {
         for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
                  {"show"}, {"ids"}, {"get"}, {"run"}, {"graph"}, {"show", "--all"}, {"run", "--all"}}) {
             std::vector<std::string> arguments = command;
-            if (command.size() == 1) arguments.emplace_back("poison.sce");
+            if (command.size() == 1) arguments.emplace_back("fatal.sce");
             if (command[0] == "get") arguments.emplace_back("/sce/Scenario/speed");
             const Result result = run(arguments);
             EXPECT_EQ(result.status, 3) << command[0];
-            EXPECT_THAT(result.err, EndsWith("poison.sce: " + place + cause)) << command[0];
+            EXPECT_THAT(result.err, EndsWith("fatal.sce: " + place + cause)) << command[0];
             EXPECT_EQ(result.out, "");
         }
     };

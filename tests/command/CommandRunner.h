@@ -22,7 +22,7 @@ std::ostream& operator<<(std::ostream& out, const Result& result);
 // Runs the built command as a process of its own, as a shell would.
 class CommandRunner {
 public:
-    // Every run gets these options behind its own.
+    // Every run gets these options after its own.
     std::vector<std::string> common;
     std::map<std::string, std::string> environment; // beside that of the test
     std::string folder;                             // to run in; empty for that of the test

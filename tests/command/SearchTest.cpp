@@ -87,7 +87,7 @@ protected:
         run.common = {"--config", installation.file()};
     }
 
-    // The script in CDATA begins behind a line of its own.
+    // The script in CDATA begins after a line of its own.
     static std::string scenario(const std::string& name, const std::string& speed, const std::string& unit) {
         return "<sce version=\"1\">\n<Scenario>\n<name>" + name + "</name>\n<limit type=\"real\" unit=\"" + unit +
                "\" verboseName=\"Allowed\" ScenarioTreeValue=\"" + speed +

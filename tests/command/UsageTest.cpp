@@ -73,7 +73,7 @@ TEST(UsageTest, HelpManualAndCompletionNameTheSame) {
 TEST(UsageTest, TheCompletionOffersCommandsOptionsAndScenarios) {
     const CommandRunner run;
     const auto complete = [&](const std::string& line) {
-        // What bash does at the tab key behind `line`.
+        // What bash does at the tab key after `line`.
         const std::string script =
             "source <(" TAVREL_COMMAND " completion bash)\nCOMP_WORDS=(" TAVREL_COMMAND " " + line +
             ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_tavrel\nprintf '%s\\n' \"${COMPREPLY[@]}\"";

@@ -19,7 +19,7 @@ def without_comments(source):
 
 
 def end_of(source, at):
-    """Behind the bracket that closes the one at `at`."""
+    """After the bracket that closes the one at `at`."""
     depth = 0
     while at < len(source):
         literal = LITERAL.match(source, at)

@@ -295,7 +295,7 @@ TEST_F(DatabaseTest, WhatCannotBeReadEndsTheListing) {
               byValue(16, "Cannot list scenarios : File not found: " + broken));
     ASSERT_EQ(paths.size(), 1U) << "what came before stays";
     EXPECT_EQ(paths[0].second, "a.sce");
-    EXPECT_EQ(all.getScenarioDirectory("a.sce"), scenarios("city").string()) << "found before the link is met";
+    EXPECT_EQ(all.getScenarioDirectory("a.sce"), scenarios("city").string()) << "found before the link is reached";
     EXPECT_THROW(all.getScenarioDirectory("b.sce"), Poco::Exception) << "not translated here";
 
     fs::remove(broken);

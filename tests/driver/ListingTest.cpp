@@ -152,7 +152,7 @@ TEST_F(ListingTest, IsThatOfPocoWhateverIsInTheFolders) {
     installation.write("elsewhere/deeper/one more.sce", "x");
     const fs::perms kRights[] = {fs::perms::none, fs::perms::owner_read, fs::perms::owner_exec};
     std::size_t failed = 0, most = 0;
-    for (int tree = 0; tree < 400; ++tree) {
+    for (int tree = 0; tree < 250; ++tree) {
         SCOPED_TRACE(tree);
         files.clear();
         folders.clear();
@@ -168,7 +168,7 @@ TEST_F(ListingTest, IsThatOfPocoWhateverIsInTheFolders) {
 
             std::vector<std::shared_ptr<Scenario>> scenarios{nullptr};
             EXPECT_EQ(failureOf([&] { directory.getScenarios(scenarios); }).message, expected.failure);
-            EXPECT_EQ(scenarios.size(), expected.failure.empty() ? expected.paths.size() : 1);
+            EXPECT_EQ(scenarios.size(), expected.failure.empty() ? expected.paths.size() : 1U);
             for (const std::size_t index : {std::size_t(0), expected.paths.size() / 2, expected.paths.size()}) {
                 std::string path, found;
                 const std::string failure = failureOf([&] { path = directory.getScenario(index)->getPath(); }).message;
@@ -181,7 +181,7 @@ TEST_F(ListingTest, IsThatOfPocoWhateverIsInTheFolders) {
                     EXPECT_THAT(failure, testing::StartsWith("Invalid scenario template index"));
                 }
             }
-            // The first one of a path counts, and what fails behind it is never come to.
+            // The first one of a path counts, and what fails after it is never come to.
             for (const std::string& path : expected.paths) EXPECT_EQ(all.getScenarioDirectory(path), root);
             if (expected.failure.empty())
                 EXPECT_EQ(all.getScenarioDirectory("absent\\x.sce"), "");
@@ -192,7 +192,7 @@ TEST_F(ListingTest, IsThatOfPocoWhateverIsInTheFolders) {
         fs::remove_all(root);
         fs::create_directory(root);
     }
-    EXPECT_GT(failed, 40U);
+    EXPECT_GT(failed, 30U);
     EXPECT_GT(most, 20U);
 }
 

@@ -67,7 +67,9 @@ TEST(ScenarioTextTest, FollowsEachCharacterToTheBytesItIsWrittenWith) {
             std::string expected = script.Text();
             expected.replace(at, length, "<&\">");
             EXPECT_EQ(ScriptOf(ScenarioText(changed)).Text(), expected) << "at " << at;
-            if (length > 0) EXPECT_EQ(script.InText(begin), at);
+            if (length > 0) {
+                EXPECT_EQ(script.InText(begin), at);
+            }
         }
     }
 }

@@ -52,7 +52,7 @@ TEST_F(ActionTest, BothBranchesFindTheirDefinitionAmongTheActions) {
     EXPECT_EQ(world.cause, "unknown action \"drvie\", did you mean \"drive\"");
 }
 
-TEST_F(ActionTest, ValidOnlyBehindWhatARuleTests) {
+TEST_F(ActionTest, ValidOnlyAfterWhatARuleTests) {
     Action action;
     action.kind = KindAction;
     const auto isValid = [&] {

@@ -451,7 +451,7 @@ TEST_F(FunctionTest, ChildrenAreTheParameters) {
     EXPECT_EQ(other->parent, nullptr);
     EXPECT_EQ(NamesOf(*call, KindParameter), "a b c ");
     EXPECT_EQ(NamesOf(*call, KindFunction), "");
-    // A child that belongs elsewhere by now is let go of.
+    // A child that belongs elsewhere by now is forgotten.
     std::unique_ptr<ScenarioItem> moved(added);
     added->parent = nullptr;
     call->RemoveChild(added);

@@ -73,7 +73,7 @@ TEST_F(RunningScenarioTest, ATransitionTakesAStepOfItsOwn) {
     EXPECT_EQ(scenario->currentState, 2);
 }
 
-TEST_F(RunningScenarioTest, TheEndStopsTheRulesBehind) {
+TEST_F(RunningScenarioTest, TheEndStopsTheRulesAfterIt) {
     const auto scenario =
         ReadScenario(host, RuleText(1, "", "SAY 1") + RuleText(2, "AFTER 1", "END") + RuleText(3, "", "SAY 3") +
                                Block("TASK (1)", RuleText(11, "", "SAY 11")));
@@ -221,7 +221,7 @@ TEST_F(RunningScenarioTest, ATreeMayChangeWhileItRuns) {
     bool isDone = false;
     host.deeds[1] = [&] {
         if (std::exchange(isDone, true)) return;
-        // A rule behind the one that runs goes, a new one comes: it is stepped at once.
+        // A rule after the one that runs goes, a new one comes: it is stepped at once.
         scenario->RemoveChild(scenario->rules.back());
         std::unique_ptr<ScenarioItem> rule = host.Read(RuleText(3, "", "SAY 3"));
         static_cast<Rule&>(*rule).Init("", host.now);

@@ -174,8 +174,8 @@ TEST(Lines, EndAtTheFirstSeparator) {
     EXPECT_EQ(stream.cursor, stream.end);
 }
 
-// The reader looks at many bytes at once where there are so many: a text that it has to read alike with this behind it.
-const std::string kLineBehind = "\n" + std::string(70, 'x');
+// The reader looks at many bytes at once where there are so many: a text that it has to read alike with this after it.
+const std::string kLineAfter = "\n" + std::string(70, 'x');
 
 TEST(Headers, AreReadAsLenientlyAsEver) {
     const std::string name511(511, 'n');
@@ -196,15 +196,15 @@ TEST(Headers, AreReadAsLenientlyAsEver) {
         {"the first bracket of () is part of the name", "TYPEOF TASK () b) c)", true, KindTask, ") b"},
         {"even a control character", "TYPEOF TASK \x01) b) c)", true, KindTask, ") b"},
         {"a tab does not end the word", "TYPEOF TASK\tS (a)", true, KindNone, "a"},
-        {"text behind the name", "TYPEOF TASK (a) and more", true, KindTask, "a"},
+        {"text after the name", "TYPEOF TASK (a) and more", true, KindTask, "a"},
         {"an unknown word", "TYPEOF TASKS (a)", true, KindNone, "a"},
         {"the first character of the word is never its end", "TYPEOF  TASK (a)", true, KindNone, "a"},
         {"two blanks are not one", "TYPEOF\tTASK (a)", false, KindNone, ""},
         {"small letters", "Typeof TASK (a)", false, KindNone, ""},
         {"no closing bracket", "TYPEOF TASK (a", false, KindNone, ""},
-        {"nothing behind the bracket", "TYPEOF TASK (", false, KindNone, ""},
-        {"nothing behind the blank", "TYPEOF TASK ", false, KindNone, ""},
-        {"nothing behind the word", "TYPEOF TASK", false, KindNone, ""},
+        {"nothing after the bracket", "TYPEOF TASK (", false, KindNone, ""},
+        {"nothing after the blank", "TYPEOF TASK ", false, KindNone, ""},
+        {"nothing after the word", "TYPEOF TASK", false, KindNone, ""},
         {"nothing", "TYPEOF ", false, KindNone, ""},
         {"a NUL ends the search", std::string("TYPEOF TASK (a\0b)", 17), false, KindNone, ""},
         {"the longest name", "TYPEOF TASK (" + name511 + ")", true, KindTask, name511},
@@ -213,18 +213,18 @@ TEST(Headers, AreReadAsLenientlyAsEver) {
         {"one longer", "TYPEOF W" + word255 + " (a)", false, KindNone, ""},
     };
     for (const auto& row : rows) {
-        for (const std::string& behind : {std::string(), kLineBehind}) {
-            // A buffer of its own size, so that a checker sees a read behind it.
-            const std::string text = row.text + behind;
+        for (const std::string& after : {std::string(), kLineAfter}) {
+            // A buffer of its own size, so that a checker sees a read after it.
+            const std::string text = row.text + after;
             const std::vector<char> bytes(text.begin(), text.end());
             ScenarioTextStream stream(bytes.data(), bytes.size());
             ScenarioItemKind kind = KindNone;
             std::string name;
-            EXPECT_EQ(ReadHeader(stream, kind, name), row.readable) << Why(row) << behind;
+            EXPECT_EQ(ReadHeader(stream, kind, name), row.readable) << Why(row) << after;
             EXPECT_EQ(stream.cursor, stream.begin) << Why(row);
             if (!row.readable) continue;
-            EXPECT_EQ(kind, row.kind) << Why(row) << behind;
-            EXPECT_EQ(name, row.name) << Why(row) << behind;
+            EXPECT_EQ(kind, row.kind) << Why(row) << after;
+            EXPECT_EQ(name, row.name) << Why(row) << after;
         }
     }
 }
@@ -240,22 +240,22 @@ TEST(Attributes, AreMatchedByPrefix) {
         {"empty", "FILE=\"\"", "FILE", ""},
         {"a longer key is taken for a shorter one", "FILEDIR=\"x\"", "FILE", "R="},
         {"a shorter key is not", "FILE=\"x\"", "FILEDIR", nullptr},
-        {"whatever stands behind the key", "FILE x\"", "FILE", ""},
+        {"whatever stands after the key", "FILE x\"", "FILE", ""},
         {"separators within a value", "FILE=\"a\n\tb\"", "FILE", "a\n\tb"},
         {"no closing quote", "FILE=\"x", "FILE", nullptr},
-        {"nothing behind the key", "FILE", "FILE", nullptr},
-        {"one character behind the key", "FILE=", "FILE", nullptr},
+        {"nothing after the key", "FILE", "FILE", nullptr},
+        {"one character after the key", "FILE=", "FILE", nullptr},
         {"a blank before the key", " FILE=\"x\"", "FILE", nullptr},
         {"a NUL in the value", std::string("FILE=\"a\0b\"", 10), "FILE", nullptr},
     };
     for (const auto& row : rows) {
-        for (const std::string& behind : {std::string(), kLineBehind}) {
-            const std::string text = row.text + behind;
+        for (const std::string& after : {std::string(), kLineAfter}) {
+            const std::string text = row.text + after;
             const std::vector<char> bytes(text.begin(), text.end());
             ScenarioTextStream stream(bytes.data(), bytes.size());
             std::string value = "untouched";
-            EXPECT_EQ(ReadStringAttribute(stream, row.key, value), row.value != nullptr) << Why(row) << behind;
-            EXPECT_EQ(value, row.value ? row.value : "untouched") << Why(row) << behind;
+            EXPECT_EQ(ReadStringAttribute(stream, row.key, value), row.value != nullptr) << Why(row) << after;
+            EXPECT_EQ(value, row.value ? row.value : "untouched") << Why(row) << after;
             EXPECT_EQ(stream.cursor, stream.begin) << Why(row);
         }
     }
@@ -295,7 +295,7 @@ TEST(Reader, RefusesWithTheRowOfTheCursorAndTheCause) {
         {"no closing quote", "TYPEOF FOLDER (a)\n{\nLABEL=\"x\n}\n", 3, "the value of LABEL has no closing quote"},
         {"a tab in a value", "TYPEOF FOLDER (a)\n{\nLABEL=\"x\ty\"\n}\n", 3,
          "the line is neither an attribute of FOLDER (a) nor the header of an item"},
-        {"a line end behind a key", "TYPEOF FOLDER (a)\n{\nLABEL\n\"x\"\n}\n" + kLineBehind, 4,
+        {"a line end after a key", "TYPEOF FOLDER (a)\n{\nLABEL\n\"x\"\n}\n" + kLineAfter, 4,
          "the line is neither an attribute of FOLDER (a) nor the header of an item"},
         {"a NUL", std::string("TYPEOF FOLDER (a)\n{\n\0\n}\n", 24), 3, "a NUL character stands in the text"},
         {"a word that has no place here", "TYPEOF ENUMTAB (a)\n{\n\n\nTYPEOF VARIABLE (1)\n{\n\nVALUE=\"\"\n}\n}\n", 8,
@@ -317,7 +317,7 @@ TEST(Reader, RefusesWithTheRowOfTheCursorAndTheCause) {
 }
 
 TEST(Reader, KnowsNothingOfATextThatStoodInTheSamePlace) {
-    std::string text = "TYPEOF FOLDER (a name)\n{\n}\n" + kLineBehind;
+    std::string text = "TYPEOF FOLDER (a name)\n{\n}\n" + kLineAfter;
     const auto read = [&] {
         ScenarioTextStream stream(text.c_str(), text.size());
         return OwnedItem(LoadScenarioText(stream, nullptr, nullptr, nullptr, false));
@@ -338,13 +338,13 @@ TEST(Reader, TakesMoreThanTheWriterWrites) {
         {"lone carriage returns", "TYPEOF FOLDER (a)\r{\rLABEL=\"x\"\r}\r",
          "\nTYPEOF FOLDER (a)\n{\n\tLABEL=\"x\"\n}\n"},
         {"no line end at the end", "TYPEOF FOLDER (a)\n{\n}", "\nTYPEOF FOLDER (a)\n{\n\tLABEL=\"\"\n}\n"},
-        {"text behind brackets, braces and quotes", "TYPEOF FOLDER (a) z\n{ z\nLABEL=\"x\" z\n} z\n",
+        {"text after brackets, braces and quotes", "TYPEOF FOLDER (a) z\n{ z\nLABEL=\"x\" z\n} z\n",
          "\nTYPEOF FOLDER (a)\n{\n\tLABEL=\"x\"\n}\n"},
         {"a whole item on one line of tabs", "TYPEOF FOLDER (a)\t{\tLABEL=\"x\"\t}",
          "\nTYPEOF FOLDER (a)\n{\n\tLABEL=\"x\"\n}\n"},
         {"an empty value leaves the key open", "TYPEOF FOLDER (a)\n{\nLABEL=\"\"\nLABEL=\"x\"\n}",
          "\nTYPEOF FOLDER (a)\n{\n\tLABEL=\"x\"\n}\n"},
-        {"attributes behind children", "TYPEOF FOLDER (a)\n{\nTYPEOF FOLDER (b)\n{\n}\nLABEL=\"x\"\n}",
+        {"attributes after children", "TYPEOF FOLDER (a)\n{\nTYPEOF FOLDER (b)\n{\n}\nLABEL=\"x\"\n}",
          "\nTYPEOF FOLDER (a)\n{\n\tLABEL=\"x\"\n\n\tTYPEOF FOLDER (b)\n\t{\n\t\tLABEL=\"\"\n\t}\n}\n"},
         {"what follows the top item", "TYPEOF FOLDER (a)\n{\n}\n}}}}", "\nTYPEOF FOLDER (a)\n{\n\tLABEL=\"\"\n}\n"},
     };
@@ -396,7 +396,7 @@ TEST(Reader, FindsLinesOfAnyLengthAndCountsThem) {
     }
 }
 
-TEST(Reader, LeavesTheCursorBehindTheItem) {
+TEST(Reader, LeavesTheCursorAfterTheItem) {
     const std::string text = "TYPEOF FOLDER (a)\n{\n}\n\nTYPEOF FOLDER (b)\n{\n}\n";
     ScenarioTextStream stream(text.c_str(), text.size());
     const OwnedItem first(LoadScenarioText(stream, nullptr, nullptr, nullptr, false));

@@ -37,7 +37,7 @@ inline std::string SavedText(ScenarioItem& item) {
     return out.str();
 }
 
-// The children of a kind by their names, one blank behind each.
+// The children of a kind by their names, one blank after each.
 inline std::string NamesOf(const ScenarioItem& item, std::uint32_t kind = 0) {
     std::vector<ScenarioItem*> children;
     item.GetChildren(children, kind);

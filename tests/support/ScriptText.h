@@ -24,7 +24,7 @@ inline std::string ScriptText(std::string_view raw, LineEnd lineEnd = LineEnd::F
         lines.push_back(raw.substr(begin, end - begin));
         begin = end + 1;
     }
-    // What stands before the first line break and behind the last one is the frame of the literal.
+    // What stands before the first line break and after the last one is the frame of the literal.
     if (lines.size() > 1 && lines.front().find_first_not_of(' ') == kNone) lines.erase(lines.begin());
     if (!lines.empty() && lines.back().find_first_not_of(' ') == kNone) lines.pop_back();
 

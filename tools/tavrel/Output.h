@@ -19,7 +19,7 @@ struct LogLine {
 
 enum class Colour { Red, Yellow, Cyan };
 
-// The results of the command. The library writes what it meets in a root model to the standard output, by design; so
+// The results of the command. The library writes what it finds in a root model to the standard output, by design; so
 // this object takes the real standard output for itself and leaves the process one whose lines are kept apart.
 // There is one object, which lives as long as `main`.
 class Output {

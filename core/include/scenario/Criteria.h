@@ -44,7 +44,7 @@ public:
     // The position of `category` in Categories(), where it is entered if it is new.
     std::size_t RegisterCategory();
 
-    // Every category met in this process, without repeats, in order of first use; the empty one is the first.
+    // Every category seen in this process, without repeats, in order of first use; the empty one is the first.
     static std::vector<std::string>& Categories();
 };
 

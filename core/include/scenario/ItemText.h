@@ -49,7 +49,7 @@ TAVREL_MODEL_API const char* KindKeyword(std::uint32_t kind);
 TAVREL_MODEL_API ScenarioItemKind KindFromKeyword(const std::string& keyword);
 
 // The reader's place in a text. The text ends with a NUL, belongs to the caller and must outlive the stream. The reader
-// never looks behind `end` nor, within a value, behind a NUL.
+// never looks after `end` nor, within a value, after a NUL.
 class TAVREL_MODEL_API ScenarioTextStream {
 public:
     const char* begin;
@@ -64,7 +64,7 @@ public:
 // Reads "TYPEOF KEYWORD (name)" at the cursor without moving it. True with KindNone for an unknown keyword. A keyword
 // of 256 characters and a name of 512 are too long.
 TAVREL_MODEL_API bool ReadHeader(const ScenarioTextStream& stream, ScenarioItemKind& kind, std::string& name);
-// Reads the value when the line at the cursor begins with `key`; nothing is checked behind the key, so a class with
+// Reads the value when the line at the cursor begins with `key`; nothing is checked after the key, so a class with
 // keys of which one begins the other must mind their order. Does not move the cursor.
 TAVREL_MODEL_API bool ReadStringAttribute(const ScenarioTextStream& stream, const char* key, std::string& value);
 // Moves to the next line: the rest of this one is whatever stands before the next tab or line end.
@@ -73,7 +73,7 @@ TAVREL_MODEL_API void NextLine(ScenarioTextStream& stream);
 // the text with `scenarioDepth` still above 0.
 TAVREL_MODEL_API void SkipBlock(ScenarioTextStream& stream);
 
-// What a failed read puts on the log behind its severity: "SOURCE - row R:", a line feed and the failing line.
+// What a failed read puts on the log after its severity: "SOURCE - row R:", a line feed and the failing line.
 TAVREL_MODEL_API std::string LoadFailureText(const std::string& source, const ScenarioTextStream& stream);
 
 TAVREL_MODEL_API void WriteHeader(std::ostream& out, std::uint32_t kind, const std::string& name);
@@ -91,7 +91,7 @@ TAVREL_MODEL_API void JoinWords(const std::vector<std::string>& words, char* buf
 // Paths are stored with backslashes. Every "/" becomes "\" but one at the very front, and runs of backslashes become
 // one, but for a double one at the front.
 TAVREL_MODEL_API void NormalizePath(std::string& path);
-// What stands behind the last separator of either form; null gives the empty text.
+// What stands after the last separator of either form; null gives the empty text.
 TAVREL_MODEL_API std::string FileNameOf(const char* path);
 TAVREL_MODEL_API std::string FileNameOf(const std::string& path);
 // Replaces `directory` by the path of `file` under it in the data path of the current configuration, or by what the

@@ -53,7 +53,7 @@ struct ItemLoadContext {
 // A node of a scenario script or of the root model: the base of all item classes. The base owns no children: each
 // concrete class stores its own and shows them through GetChildren, on which every walk here is written.
 // Flags are the file's text, and only "1" is true: `isSelected` is the text, IsSelected() the question.
-// Nothing here throws. A null child met in a walk, and any other broken expectation, ends the process by AssertAbort.
+// Nothing here throws. A null child seen in a walk, and any other broken expectation, ends the process by AssertAbort.
 class TAVREL_MODEL_API ScenarioItem : public ScenarioItemObservable {
 public:
     ScenarioItemKind kind = KindNone; // set by CreateItem
@@ -86,7 +86,7 @@ public:
     virtual void GetChildren(std::vector<ScenarioItem*>& out, std::uint32_t kindFilter = 0) const;
     // Forgets the children without destroying them: the caller owns them from now on.
     virtual void DetachChildren() = 0;
-    // Takes `child` over and becomes its parent. With a `reference` that is a child: directly behind it when `after`,
+    // Takes `child` over and becomes its parent. With a `reference` that is a child: directly after it when `after`,
     // else directly before it. Otherwise at the end when `after`, else at the front. Which kinds a class takes in is
     // its own business: a child that it ignores stays with the caller.
     virtual void AddChild(ScenarioItem* child, ScenarioItem* reference, bool after) = 0;
@@ -187,6 +187,9 @@ public:
 // With `headerOnly` the top item reads its first attributes and comes back without children and without OnLoadEnd.
 // boost::bad_lexical_cast from the numbers of a variable passes through; nothing leaks then.
 TAVREL_MODEL_API ScenarioItem* LoadScenarioFile(const char* path, std::ostream* log, bool headerOnly);
+// The same for a file whose bytes the caller has read, so that he knows what the result was made from.
+TAVREL_MODEL_API ScenarioItem* LoadScenarioFileText(const char* path, const std::string& text, std::ostream* log,
+                                                    bool headerOnly);
 // Reads one item at the cursor. With a `parent` the new item is added at its end, and the parent owns it; without one
 // the caller does. Null when the text does not parse: the row of the failing line is `stream.line`, no message is
 // written, and the parent is as it was. Null also when the parent accepts the kind but ignores the item; a warning on

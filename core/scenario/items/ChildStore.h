@@ -39,7 +39,7 @@ typename std::vector<Item*>::iterator Find(std::vector<Item*>& store, const Scen
     return std::find_if(store.begin(), store.end(), [child](const Item* held) { return held == child; });
 }
 
-// Directly before or behind `reference` if it is here; otherwise at the end when `after`, else at the front.
+// Directly before or after `reference` if it is here; otherwise at the end when `after`, else at the front.
 template <class Item>
 void Place(ScenarioItem* owner, std::vector<Item*>& store, ScenarioItem* child, const ScenarioItem* reference,
            bool after, NullChildSite site = kAnyStore) {

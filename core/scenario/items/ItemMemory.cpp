@@ -57,7 +57,7 @@ struct Slab {
 };
 constexpr std::size_t kFirstSlot = (sizeof(Slab) + kSlotUnit - 1) / kSlotUnit * kSlotUnit;
 
-// Stands behind the header of the first slab of its memory, which has that much less room.
+// Stands after the header of the first slab of its memory, which has that much less room.
 struct Region {
     Region* next; // among the regions with an empty slab
     Region* previous;

@@ -7,7 +7,7 @@
 // set in any case, so that it can look around.
 bool OfferChild(ScenarioItem& parent, ScenarioItem* child);
 
-// Takes `child` out of `parent` and destroys it, also where RemoveChild of the parent only lets go of it.
+// Takes `child` out of `parent` and destroys it, also where RemoveChild of the parent only forgets it.
 [[gnu::cold]] void TakeBackAndDestroy(ScenarioItem& parent, ScenarioItem* child);
 
 // Each item tells its end here.

@@ -55,7 +55,7 @@ void FillDefault(std::string& field, const char* value) {
 
 Config::Config(ScenarioItem* parentItem) : ScenarioItem(parentItem) {}
 
-// Lets go of the children without destroying them: they may have been handed to somebody else.
+// Forgets the children without destroying them: they may have been handed to somebody else.
 Config::~Config() = default;
 
 void Config::GetChildren(std::vector<ScenarioItem*>& out, std::uint32_t kindFilter) const {

@@ -20,7 +20,7 @@ constexpr const char* kNormal = "NORMAL";
 
 bool IsEvaluationWord(std::string_view word) { return word == kNormal || word == "WARNING" || word == "ERROR"; }
 
-// The word stays stored, whether it is one or not. The empty text is what a rule is saved with that never met the end
+// The word stays stored, whether it is one or not. The empty text is what a rule is saved with that never saw the end
 // of a load: it reads back as unset.
 bool TakeEvaluation(Rule& rule, std::string_view value) {
     rule.evaluation = value;

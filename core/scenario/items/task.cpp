@@ -51,7 +51,7 @@ std::int32_t StrictWholeNumber(const std::string& text) {
 }
 
 // The way down through the states of a step. Kept between steps, so that stepping allocates nothing once it has been
-// at its deepest; a step within a step, made by an action, goes on behind the way of the outer one.
+// at its deepest; a step within a step, made by an action, goes on after the way of the outer one.
 class WayDown {
 public:
     WayDown() : base(way.size()) {}
@@ -313,18 +313,18 @@ void Task::InitDownward(Task* task, const std::string& path, double time, bool a
     };
     // The start of a level starts everything below it, so the starts that follow repeat it. Once one has left no trace
     // the others are spared, as they would take the square of the depth.
-    bool isSettled = false;
+    bool isDone = false;
     while (!task->subTasks.empty() && task->subTasks.front()) {
         const std::int32_t first = task->FirstState();
-        if (!isSettled) {
+        if (!isDone) {
             task->currentState = first;
             task->transitionPending = 1;
-            isSettled = init(task);
+            isDone = init(task);
         }
         task->nextState = first;
         task = task->subTasks.front();
     }
-    if (!isSettled) init(task);
+    if (!isDone) init(task);
 }
 
 void Task::Step(double time, ScenarioLib::Scenario* scenario, bool countStep) {

@@ -35,7 +35,7 @@ template <class Target>
     throw boost::bad_lexical_cast(typeid(std::string), typeid(Target));
 }
 
-// Behind the digits that stand at `at`.
+// After the digits that stand at `at`.
 const char* SkipDigits(const char* at, const char* end) {
     while (at < end && *at >= '0' && *at <= '9') ++at;
     return at;

@@ -169,14 +169,14 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemBeingRead* outer, ItemLo
 bool ReadContent(Load& load, ItemBeingRead& item, ItemLoadContext* context, bool headerOnly) {
     ScenarioTextStream& stream = load.text.stream;
     if (CharAt(stream) != '{') return ReportRefusal(stream, Cause::NoBrace, item.Get());
-    NextLineBehind(stream, stream.cursor);
+    NextLineFrom(stream, stream.cursor);
     ForgetRefusalCause();
     if (!item->OnLoadBegin()) return ReportRefusal(stream, Cause::ItemRefused, item.Get());
     for (;;) {
         ForgetRefusalCause();
         if (CharAt(stream) == '}') {
             if (!item->OnLoadEnd()) return ReportRefusal(stream, Cause::ItemIncomplete, item.Get());
-            NextLineBehind(stream, stream.cursor);
+            NextLineFrom(stream, stream.cursor);
             return true;
         }
         if (item->LoadAttribute(stream)) {
@@ -235,7 +235,7 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemBeingRead* outer, ItemLo
         return Outcome::PassedOver;
     }
     // Nothing outside a rule refers to what it holds.
-    if (kind == KindRule && load.emptiesRules) DestroyChildren(*item.Get(), load.letGo);
+    if (kind == KindRule && load.emptiesRules) DestroyChildren(*item.Get(), load.emptied);
     result = item.Keep();
     return Outcome::Read;
 }
@@ -272,6 +272,20 @@ ScenarioItem* LoadScenarioVariables(ScenarioTextStream& stream, ItemLoadContext*
     return Read(load, nullptr, context, false);
 }
 
+// `text` ends in a NUL that counts for `size`, unless the file is empty.
+static ScenarioItem* LoadFileText(const char* path, const char* text, std::size_t size, bool headerOnly) {
+    if (size == 0) {
+        LogMessage(LogSeverity::Warning, std::string("File ") + path + " is empty.");
+        TellUnreadableFile("the file is empty");
+        return nullptr;
+    }
+    ScenarioTextStream stream(text, size);
+    ItemLoadContext context{nullptr, nullptr};
+    ScenarioItem* item = ReadItem(stream, nullptr, &context, headerOnly);
+    if (!item) LogMessage(LogSeverity::Error, LoadFailureText(path, stream));
+    return item;
+}
+
 ScenarioItem* LoadScenarioFile(const char* path, std::ostream* log, bool headerOnly) {
     if (!path) AssertionFailed(kSource, 466);
     scenarioLog = log;
@@ -288,15 +302,12 @@ ScenarioItem* LoadScenarioFile(const char* path, std::ostream* log, bool headerO
     } catch (const std::bad_alloc&) {
         AssertionFailed(kSource, 487, "there is not enough memory for the file");
     }
-    if (bytes.empty()) {
-        LogMessage(LogSeverity::Warning, std::string("File ") + path + " is empty.");
-        TellUnreadableFile("the file is empty");
-        return nullptr;
-    }
+    return LoadFileText(path, reinterpret_cast<const char*>(bytes.data()), bytes.size(), headerOnly);
+}
 
-    ScenarioTextStream stream(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    ItemLoadContext context{nullptr, nullptr};
-    ScenarioItem* item = ReadItem(stream, nullptr, &context, headerOnly);
-    if (!item) LogMessage(LogSeverity::Error, LoadFailureText(path, stream));
-    return item;
+ScenarioItem* LoadScenarioFileText(const char* path, const std::string& text, std::ostream* log, bool headerOnly) {
+    if (!path) AssertionFailed(kSource, 466);
+    scenarioLog = log;
+    const LoadSource source(path);
+    return LoadFileText(path, text.c_str(), text.empty() ? 0 : text.size() + 1, headerOnly);
 }

@@ -18,7 +18,7 @@ constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 constexpr bool IsHexDigit(char c) { return IsDigit(c) || ((c | 0x20) >= 'a' && (c | 0x20) <= 'f'); }
 
-// The first character behind blanks and one sign. Every text ends with a NUL, which is none of these.
+// The first character after blanks and one sign. Every text ends with a NUL, which is none of these.
 const char* SkipSign(const char* at) {
     while (IsSpace(*at)) ++at;
     if (*at == '+' || *at == '-') ++at;

@@ -5,7 +5,7 @@
 #include <string>
 
 // Items keep numbers as text and convert them at each use. These conversions read as the C functions do whose
-// leniency authors rely on (blanks before, anything behind, 0 for no number), but under every locale alike, and
+// leniency authors rely on (blanks before, anything after, 0 for no number), but under every locale alike, and
 // with an answer for numbers out of range.
 
 // As `atof`: the number that the text begins with, 0.0 if there is none. Takes hexadecimal, "inf" and "nan".

@@ -36,7 +36,7 @@ std::uint32_t CountBits(std::uint32_t bits) {
     return count;
 }
 
-// The first separator at or behind `at`, or `end`.
+// The first separator at or after `at`, or `end`.
 const char* FindSeparator(const char* at, const char* end) {
     for (; end - at >= kGroup; at += kGroup) {
         if (const unsigned found = ByteGroup(at).Separators()) return at + std::countr_zero(found);
@@ -118,11 +118,11 @@ void NextLine(ScenarioTextStream& stream) {
         const std::uint64_t separators = low.Separators() | (high.Separators() << kGroup);
         if (separators == 0) continue;
         const int first = std::countr_zero(separators);
-        const int behind = first + std::countr_one(separators >> first);
+        const int next = first + std::countr_one(separators >> first);
         const unsigned feeds = low.Equal('\n') | (high.Equal('\n') << kGroup);
-        stream.line += CountBits(static_cast<std::uint32_t>(feeds & ((std::uint64_t{1} << behind) - 1)));
-        stream.cursor = at + behind;
-        if (behind == kTwoGroups) SkipSeparators(stream);
+        stream.line += CountBits(static_cast<std::uint32_t>(feeds & ((std::uint64_t{1} << next) - 1)));
+        stream.cursor = at + next;
+        if (next == kTwoGroups) SkipSeparators(stream);
         return;
     }
     stream.cursor = at;
@@ -161,17 +161,17 @@ bool MatchPlainHeader(const ScenarioTextStream& stream, std::string_view& keywor
 
 } // namespace
 
-void NextLineBehind(ScenarioTextStream& stream, const char* last) {
+void NextLineFrom(ScenarioTextStream& stream, const char* last) {
     stream.cursor = last;
     const char* const at = last + 1;
     if (stream.end - at > kGroup) {
         const ByteGroup group(at);
         const unsigned feeds = group.Equal('\n');
         const unsigned ends = feeds | group.Equal('\t');
-        const int behind = std::countr_one(ends);
-        if (behind > 0 && behind < kGroup && !IsControl(at[behind])) {
-            stream.line += CountBits(feeds & ((1U << behind) - 1));
-            stream.cursor = at + behind;
+        const int next = std::countr_one(ends);
+        if (next > 0 && next < kGroup && !IsControl(at[next])) {
+            stream.line += CountBits(feeds & ((1U << next) - 1));
+            stream.cursor = at + next;
             return;
         }
     }
@@ -228,7 +228,7 @@ bool MayHold(std::string_view value) {
 } // namespace
 
 bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::string_view& value) {
-    // The two characters behind the key are taken on trust, as long as they are there.
+    // The two characters after the key are taken on trust, as long as they are there.
     const char* at = stream.cursor + keyLength;
     // Nearly every value ends on its line, and then nothing up to the quote ends that.
     if (stream.end - at > kGroup && !IsControl(at[0]) && !IsControl(at[1])) {

@@ -26,7 +26,7 @@ bool MatchHeader(const ScenarioTextStream& stream, std::string_view& keyword, st
 // The key, when the line has the form of an attribute.
 std::optional<std::string_view> KeyOf(std::string_view line);
 
-// What stands in the quotes behind a key of that length, without a copy: the value lies in the text of the stream.
+// What stands in the quotes after a key of that length, without a copy: the value lies in the text of the stream.
 bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::string_view& value);
 
 // What the last look at a line has shown: from `cursor` up to and including `last` nothing ends the line. Good while
@@ -38,11 +38,11 @@ struct ScannedLine {
 inline ScannedLine scannedLine;
 
 // As NextLine, for a cursor whose line is known to go on up to `last`.
-void NextLineBehind(ScenarioTextStream& stream, const char* last);
+void NextLineFrom(ScenarioTextStream& stream, const char* last);
 // As NextLine, without a second look at what was read already.
 inline void NextLineAfterReading(ScenarioTextStream& stream) {
     if (scannedLine.cursor == stream.cursor)
-        NextLineBehind(stream, scannedLine.last);
+        NextLineFrom(stream, scannedLine.last);
     else
         NextLine(stream);
 }

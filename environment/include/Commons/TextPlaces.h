@@ -12,7 +12,7 @@ namespace Commons {
 
 // Rows and columns of the bytes of a text, as an editor shows them: both from 1. Rows are parted by line feeds. Columns
 // count code points; a byte order mark at the beginning of the text has no column, and each byte that is no UTF-8 has
-// one of its own. Positions are byte offsets; one behind the end counts as the end.
+// one of its own. Positions are byte offsets; one after the end counts as the end.
 class TAVREL_ENVIRONMENT_API TextPlaces {
 public:
     struct Place {
@@ -25,7 +25,7 @@ public:
     explicit TextPlaces(std::string_view text);
 
     Place PlaceOf(std::size_t position) const;
-    // The byte of that place; the end of the line for a column behind it, and of the text for a row behind it.
+    // The byte of that place; the end of the line for a column after it, and of the text for a row after it.
     std::size_t PositionOf(const Place& place) const;
     // The row without its line end (a carriage return before the line feed belongs to that) and without a byte order
     // mark; empty for a row that is not there.

@@ -16,14 +16,14 @@ namespace cfg {
 // comments. All offsets are bytes, from 0.
 class TAVREL_ENVIRONMENT_API WrittenText {
 public:
-    // The content of an element of an XML text, from behind its start tag to before its end tag. What stands from the
+    // The content of an element of an XML text, from after its start tag to before its end tag. What stands from the
     // first element inside on is left out.
     static WrittenText Between(std::string_view source, std::size_t contentBegin, std::size_t contentEnd);
 
     // The text as its reader gets it.
     const std::string& Text() const { return text; }
 
-    // Where it begins and ends in the file: behind the start tag and before the end tag, or between the quotes.
+    // Where it begins and ends in the file: after the start tag and before the end tag, or between the quotes.
     std::size_t Begin() const { return begin; }
     std::size_t End() const { return end; }
 
@@ -68,15 +68,15 @@ public:
     struct Attribute {
         std::string_view name;
         std::size_t nameBegin;
-        std::size_t valueBegin; // behind the quote
+        std::size_t valueBegin; // after the quote
         std::size_t valueEnd;   // at the closing one
     };
     struct Element {
         std::string_view name;
         std::size_t begin;        // at "<"
-        std::size_t contentBegin; // behind ">"
+        std::size_t contentBegin; // after ">"
         std::size_t contentEnd;   // at "</"; as contentBegin for an empty-element tag
-        std::size_t end;          // behind the last ">"
+        std::size_t end;          // after the last ">"
         std::size_t parent;       // index, kNone at the top
         std::vector<std::size_t> children;
         std::vector<Attribute> attributes;
@@ -101,7 +101,7 @@ public:
     bool IsXml() const { return isXml; }
     // In the order of the file; the first one is the top. Empty for what is no XML.
     const std::vector<Element>& Elements() const { return elements; }
-    // Where a document type stands, from "<!" to behind ">"; two times kNone if there is none.
+    // Where a document type stands, from "<!" to after ">"; two times kNone if there is none.
     std::pair<std::size_t, std::size_t> DocumentType() const { return documentType; }
 
     // The first child of that name, null if there is none.

@@ -30,7 +30,7 @@ public:
     using t_ParameterType = cfg::t_ParameterType;
 
     // A position in the parameter list. Copies are independent and stay on their parameter, for as long as the section
-    // lives. The position behind the last parameter must not be read or moved.
+    // lives. The position after the last parameter must not be read or moved.
     class TAVREL_ENVIRONMENT_API ParameterIterator {
     public:
         ParameterIterator() = default;
@@ -61,7 +61,7 @@ public:
         friend class Section;
         explicit ParameterIterator(detail::Value* position) : value(position) {}
 
-        detail::Value* value = nullptr; // null behind the last parameter
+        detail::Value* value = nullptr; // null after the last parameter
     };
 
     virtual ~Section();
@@ -94,7 +94,7 @@ public:
     ParameterIterator beginParameter();
     ParameterIterator endParameter();
 
-    // Adds a section behind the others, of the class that belongs to the name. Null, and no change, for a name that no
+    // Adds a section after the others, of the class that belongs to the name. Null, and no change, for a name that no
     // element can bear or that is a text field of this section.
     virtual Section* createSubSection(const char* name);
     // Takes a direct sub-section out of the tree; anything else is left alone. The section stays allocated, with

@@ -54,13 +54,13 @@ std::string Scenario(const std::string& script) {
     return SectionText("Scenario").text("name", "One").script("main", script).file();
 }
 
-// Which commands meet the poison of a file.
-enum Meets : unsigned { List = 1, Check = 2, Show = 4, Runs = 8, All = 15 };
+// Which commands come to the fault of a file.
+enum Reach : unsigned { List = 1, Check = 2, Show = 4, Runs = 8, All = 15 };
 
-struct Poison {
+struct FatalFile {
     std::string file; // in the folder of the scenarios
     std::string cause;
-    unsigned meets = All;
+    unsigned reach = All;
     std::function<void(const std::string& path)> put;
 };
 
@@ -88,8 +88,8 @@ std::string Nested(std::size_t depth) {
     return text + "</Scenario></sce>";
 }
 
-const std::vector<Poison>& Poisons() {
-    static const std::vector<Poison> rows = {
+const std::vector<FatalFile>& FatalFiles() {
+    static const std::vector<FatalFile> rows = {
         {"token", "assertion ScenarioItem:122", Check | Show | Runs, Script("TYPEOF TOKEN (t)\n{\n}\n")},
         {"nested token", "assertion ScenarioItem:122", Check | Show | Runs,
          Script("TYPEOF SCENARIO (1)\n{\n\tTYPEOF HISTORY (t)\n\t{\n\t}\n}\n")},
@@ -154,9 +154,9 @@ private:
 
 constexpr std::size_t kGoodFiles = 600;
 
-class PoisonTest : public testing::Test {
+class FatalFileTest : public testing::Test {
 protected:
-    PoisonTest() {
+    FatalFileTest() {
         installation.configuration("Town", "1.0", {"town"});
         installation.model("town", kModel);
         run.common = {"--config", installation.file()};
@@ -167,9 +167,9 @@ protected:
             good.insert("good " + std::to_string(i) + ".sce");
             Script(kGood)(folder + "/good " + std::to_string(i) + ".sce");
         }
-        for (const Poison& poison : Poisons())
-            for (const char* place : {"a ", "z "}) // before the good files and behind them
-                poison.put(folder + "/" + place + poison.file + ".sce");
+        for (const FatalFile& fatal : FatalFiles())
+            for (const char* place : {"a ", "z "}) // before the good files and after them
+                fatal.put(folder + "/" + place + fatal.file + ".sce");
     }
 
     // One more file goes while the command is at work on the others.
@@ -183,16 +183,16 @@ protected:
         return result;
     }
 
-    // What the command wrote has a line for each poison that it meets, with its name and cause.
-    static void ExpectTold(const std::string& text, Meets command) {
-        for (const Poison& poison : Poisons())
+    // What the command wrote has a line for each fatal file that it reads, with its name and cause.
+    static void ExpectTold(const std::string& text, Reach command) {
+        for (const FatalFile& fatal : FatalFiles())
             for (const char* place : {"a ", "z "}) {
-                if (!(poison.meets & command)) continue;
-                const std::string name = place + poison.file + ".sce";
+                if (!(fatal.reach & command)) continue;
+                const std::string name = place + fatal.file + ".sce";
                 bool told = false;
                 for (std::size_t at = 0; !told && (at = text.find(name, at)) != std::string::npos; ++at)
-                    told = text.substr(at, text.find('\n', at) - at).find(poison.cause) != std::string::npos;
-                EXPECT_TRUE(told) << name << ": " << poison.cause;
+                    told = text.substr(at, text.find('\n', at) - at).find(fatal.cause) != std::string::npos;
+                EXPECT_TRUE(told) << name << ": " << fatal.cause;
             }
     }
 
@@ -202,7 +202,7 @@ protected:
     std::set<std::string> good;
 };
 
-TEST_F(PoisonTest, ListTellsEachAndNamesTheOthers) {
+TEST_F(FatalFileTest, ListTellsEachAndNamesTheOthers) {
     const Result result = RunWhileOneVanishes({"list", "--json"});
     ExpectTold(result.err, List);
     std::set<std::string> done;
@@ -211,7 +211,7 @@ TEST_F(PoisonTest, ListTellsEachAndNamesTheOthers) {
     for (const std::string& path : good) EXPECT_EQ(done.count(path), 1U) << path;
 }
 
-TEST_F(PoisonTest, CheckTellsEachAndFindsNothingInTheOthers) {
+TEST_F(FatalFileTest, CheckTellsEachAndFindsNothingInTheOthers) {
     const std::string scripts = installation.path() + "/town/data/script/include/";
     fs::create_directories(scripts);
     Zeros(std::uintmax_t(1) << 30)(scripts + "huge.sc");
@@ -233,7 +233,7 @@ TEST_F(PoisonTest, CheckTellsEachAndFindsNothingInTheOthers) {
     for (const std::string& path : good) EXPECT_EQ(wrong.count(path), 0U) << path;
 }
 
-TEST_F(PoisonTest, ShowAndRunTellEachAndDoTheOthers) {
+TEST_F(FatalFileTest, ShowAndRunTellEachAndDoTheOthers) {
     const Result shown = RunWhileOneVanishes({"show", "--all", "--json"});
     ExpectTold(shown.err, Show);
     std::set<std::string> done;
@@ -252,7 +252,7 @@ TEST_F(PoisonTest, ShowAndRunTellEachAndDoTheOthers) {
     for (const std::string& path : good) EXPECT_EQ(done.count(path), 1U) << path;
 }
 
-TEST_F(PoisonTest, AnyNumberOfJobsGivesTheSame) {
+TEST_F(FatalFileTest, AnyNumberOfJobsGivesTheSame) {
     const std::vector<std::string> commands[] = {{"list"}, {"show", "--all"}, {"run", "--all", "--until", "0.1"}};
     for (std::vector<std::string> command : commands) {
         command.insert(command.end(), {"--jobs", "1"});
@@ -267,7 +267,7 @@ TEST_F(PoisonTest, AnyNumberOfJobsGivesTheSame) {
 
 // What stands in the place of a root model, an include, an evaluation or a parameters file is told by its name, and
 // does not hold up those who do without it.
-TEST(PoisonRolesTest, EachIsToldWhateverItsRole) {
+TEST(FatalRolesTest, EachIsToldWhateverItsRole) {
     const std::pair<const char*, const char*> roles[] = {
         {"data/tools/nuro/nuro.mdl", "nuro.mdl"},
         {"data/script/include/i.sc", "i.sc"},
@@ -284,14 +284,14 @@ TEST(PoisonRolesTest, EachIsToldWhateverItsRole) {
     )");
     std::string model = kModel; // whole, so that nothing else is told
     model.insert(model.rfind('}'), "\tTYPEOF FOLDER (FUNCTION_LIST)\n\t{\n\t}\n");
-    const std::pair<const char*, std::function<void(const std::string&)>> poisons[] = {
+    const std::pair<const char*, std::function<void(const std::string&)>> fatals[] = {
         {"huge", Zeros(std::uintmax_t(1) << 30)},
         {"pipe", [](const std::string& path) { mkfifo(path.c_str(), 0600); }},
         {"folder", [](const std::string& path) { fs::create_directory(path); }},
         {"device", LinkTo("/dev/zero")},
     };
     for (const auto& [role, name] : roles)
-        for (const auto& [why, put] : poisons) {
+        for (const auto& [why, put] : fatals) {
             SCOPED_TRACE(std::string(name) + ", " + why);
             InstallationBuilder installation;
             for (const char* town : {"Town", "Village"}) {
@@ -326,7 +326,7 @@ TEST(PoisonRolesTest, EachIsToldWhateverItsRole) {
 }
 
 // Fuzzing found these, or began with them. Some are whole; all are answered.
-TEST_F(PoisonTest, EveryFuzzedFileIsAnswered) {
+TEST_F(FatalFileTest, EveryFuzzedFileIsAnswered) {
     std::set<std::string> files;
     for (const char* inputs : {TAVREL_FUZZ_CORPUS, TAVREL_FUZZ_LEARNT}) {
         for (const auto& entry : fs::recursive_directory_iterator(inputs)) {
