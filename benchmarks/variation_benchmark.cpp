@@ -1,16 +1,15 @@
 // Variants of plans: the n-th of many, lists of them beside the text that they are, and covering arrays.
 
-#include <cfg/CfgScenario.h>
-#include <variation/CoveringArray.h>
-#include <variation/Plan.h>
-
-#include <benchmark/benchmark.h>
-
 #include <filesystem>
 #include <fstream>
 #include <memory>
 
 #include <unistd.h>
+
+#include <benchmark/benchmark.h>
+#include <cfg/CfgScenario.h>
+#include <variation/CoveringArray.h>
+#include <variation/Plan.h>
 
 namespace {
 

@@ -1,7 +1,5 @@
 #include "Includes.h"
 
-#include "TreeChecks.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
@@ -15,6 +13,8 @@
 
 #include <Commons/WholeFile.h>
 #include <lmkUtils/EnvConfig.h>
+
+#include "TreeChecks.h"
 
 namespace TavrelChecking {
 

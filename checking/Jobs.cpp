@@ -1,6 +1,4 @@
 // Which files a path stands for, and what is wrong on the way to them.
-#include <checking/Check.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -10,6 +8,7 @@
 
 #include <Commons/System.h>
 #include <TavrelScenarioTemplateDb/RootModel.h>
+#include <checking/Check.h>
 #include <lmkUtils/ConfigurationError.h>
 #include <lmkUtils/EnvConfig.h>
 #include <scenario/include.h>

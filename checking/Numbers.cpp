@@ -1,5 +1,3 @@
-#include "TextChecks.h"
-
 #include <algorithm>
 #include <charconv>
 #include <clocale>
@@ -8,6 +6,8 @@
 #include <limits>
 
 #include <locale.h>
+
+#include "TextChecks.h"
 
 namespace TavrelChecking {
 

@@ -522,7 +522,7 @@ void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, con
     const std::string what = TitleOf(item) + " has no attribute " + std::string(attribute.key);
     Fault& fault = AtKey("TV1011", item, attribute, what + DidYouMean(attribute.key, candidates));
     SuggestWord(fault, attribute.key, candidates);
-    // A key that begins with a known one is taken for it, with what stands behind the next two signs as its value.
+    // A key that begins with a known one is taken for it, with what stands after the next two signs as its value.
     for (const Key& key : keys) {
         if (!attribute.key.starts_with(key.word)) continue;
         if (key.opens == Key::WhileEmpty && HasName(given, key.word) && !item.Value(key.word).empty()) continue;
@@ -792,7 +792,7 @@ bool TextChecks::LookAtUserValue(const Item& item, const Attribute& attribute, s
     return false;
 }
 
-// An attribute behind one that has to follow it.
+// An attribute after one that has to follow it.
 void TextChecks::LookAtOrder(const Item& item) {
     const auto follows = [&](std::string_view later, std::string_view earlier) -> Fault* {
         const Attribute* behind = item.Find(later);

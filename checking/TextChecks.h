@@ -52,7 +52,7 @@ private:
     void LookAtUnknownLines();
     bool IsUnset(const Item& item, const Attribute& attribute) const;
     std::vector<Key> KeysOf(const Item& item) const;
-    // The definition of that name that may be referred to at this place; sets `isLater` when there is one behind it.
+    // The definition of that name that may be referred to at this place; sets `isLater` when there is one after it.
     const Item* Definition(std::size_t list, std::string_view name, const Item& from, bool& isLater) const;
 
     const ScriptTree& tree;

@@ -1,17 +1,18 @@
 #include "Child.h"
 
-#include <fmt/format.h>
-
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <fmt/format.h>
 
 namespace TavrelProcesses {
 
@@ -146,7 +147,7 @@ bool Child::HasEnded() const {
 }
 
 bool Child::Receive(std::string& answered, std::string& complained) {
-    const bool ended = HasEnded(); // asked first, so that what is read behind it is all there is
+    const bool ended = HasEnded(); // asked first, so that what is read after it is all there is
     const std::size_t most = ended ? std::string::npos : kMostAtOnce; // a busy child fills a pipe as fast as it empties
     TakeFrom(answers, answered, most);
     TakeFrom(errors, complained, most);

@@ -1,13 +1,14 @@
 #ifndef PROCESSES_CHILD_H
 #define PROCESSES_CHILD_H
 
-#include <processes/ChildProcess.h>
-
 #include <functional>
-#include <poll.h>
 #include <string>
-#include <sys/types.h>
 #include <vector>
+
+#include <poll.h>
+#include <sys/types.h>
+
+#include <processes/ChildProcess.h>
 
 namespace TavrelProcesses {
 

@@ -1,8 +1,3 @@
-#include "Child.h"
-#include "Death.h"
-
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
@@ -19,11 +14,17 @@
 #include <new>
 #include <optional>
 #include <random>
+#include <thread>
+#include <utility>
+
 #include <sched.h>
 #include <sys/mman.h>
-#include <thread>
 #include <unistd.h>
-#include <utility>
+
+#include <fmt/format.h>
+
+#include "Child.h"
+#include "Death.h"
 
 namespace TavrelProcesses {
 

@@ -1,11 +1,11 @@
 #include "Death.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
+
+#include <fmt/format.h>
 
 namespace TavrelProcesses {
 

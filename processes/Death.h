@@ -1,11 +1,11 @@
 #ifndef PROCESSES_DEATH_H
 #define PROCESSES_DEATH_H
 
-#include <processes/ChildProcess.h>
-
 #include <functional>
 #include <string>
 #include <string_view>
+
+#include <processes/ChildProcess.h>
 
 namespace TavrelProcesses {
 
@@ -34,7 +34,7 @@ private:
     std::string line;
 };
 
-// Reads what DieOfAssertion writes behind its mark; that of the library itself has nothing behind the assertion.
+// Reads what DieOfAssertion writes after its mark; that of the library itself has nothing after the assertion.
 Death DeathOfAssertion(const std::string& line);
 
 } // namespace TavrelProcesses

@@ -1,11 +1,10 @@
-#include <simulation/World.h>
-
-#include <TavrelScenarioTemplateDb/SectionValues.h>
-#include <lmkUtils/EnvConfig.h>
-
 #include <cmath>
 #include <fstream>
 #include <sstream>
+
+#include <TavrelScenarioTemplateDb/SectionValues.h>
+#include <lmkUtils/EnvConfig.h>
+#include <simulation/World.h>
 
 namespace TavrelSimulation {
 

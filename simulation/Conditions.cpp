@@ -1,6 +1,6 @@
-#include <simulation/World.h>
-
 #include <cmath>
+
+#include <simulation/World.h>
 
 namespace TavrelSimulation {
 

@@ -25,7 +25,7 @@ Json JsonOf(const Names& names) {
             {"scores", std::move(scores)}};
 }
 
-// Adds the members of each kind of event behind "time" and "event".
+// Adds the members of each kind of event after "time" and "event".
 struct MemberWriter {
     Json& json;
 

@@ -1,8 +1,7 @@
-#include <simulation/World.h>
+#include <cmath>
 
 #include <TavrelScenarioTemplateDb/SectionValues.h>
-
-#include <cmath>
+#include <simulation/World.h>
 
 namespace TavrelSimulation {
 

@@ -1,13 +1,13 @@
 #include <simulation/Scene.h>
 
+#include <algorithm>
+#include <cmath>
+
 #include <TavrelScenarioTemplateDb/SectionValues.h>
 #include <cfg/CfgScenario.h>
 #include <cfg/Driver.h>
 #include <cfg/Section.h>
 #include <cfg/Vehicle.h>
-
-#include <algorithm>
-#include <cmath>
 
 namespace TavrelSimulation {
 

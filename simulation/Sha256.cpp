@@ -3,10 +3,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <openssl/evp.h>
 #include <stdexcept>
 
 #include <Commons/WholeFile.h>
+#include <openssl/evp.h>
 
 namespace TavrelSimulation {
 

@@ -10,10 +10,10 @@
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
+#include <variation/Refused.h>
 
 #include "CampaignFolder.h"
 #include "CampaignJson.h"
-#include <variation/Refused.h>
 
 namespace TavrelVariation {
 

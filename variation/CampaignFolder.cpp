@@ -4,8 +4,9 @@
 #include <cerrno>
 #include <charconv>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
+
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

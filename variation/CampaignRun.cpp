@@ -3,26 +3,26 @@
 // This process only waits. It has one child, the manager, which can be ended at any moment, and then takes all others
 // along. The manager's children, the workers, go from number to number; each run is in a process of its own below
 // them, so that nothing of it is left for the next.
-#include <variation/Campaign.h>
-#include <variation/RunAlone.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstring>
-#include <fcntl.h>
 #include <fstream>
 #include <new>
+#include <thread>
+#include <utility>
+
+#include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
-#include <utility>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 #include <processes/ChildProcess.h>
+#include <variation/Campaign.h>
+#include <variation/RunAlone.h>
 
 #include "CampaignFolder.h"
 

@@ -1,12 +1,12 @@
 #include <variation/Constraint.h>
 
-#include "Units.h"
-
-#include <variation/Refused.h>
-
 #include <algorithm>
 #include <cctype>
 #include <set>
+
+#include <variation/Refused.h>
+
+#include "Units.h"
 
 namespace TavrelVariation {
 

@@ -1,11 +1,11 @@
 #include <variation/Decimal.h>
 
-#include <boost/multiprecision/cpp_int.hpp>
-
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
+
+#include <boost/multiprecision/cpp_int.hpp>
 
 namespace TavrelVariation {
 

@@ -1,12 +1,12 @@
 #include <variation/Distribution.h>
 
-#include <boost/math/distributions/normal.hpp>
-#include <boost/math/special_functions/gamma.hpp>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <stdexcept>
+
+#include <boost/math/distributions/normal.hpp>
+#include <boost/math/special_functions/gamma.hpp>
 
 namespace TavrelVariation {
 

@@ -1,15 +1,14 @@
 #include <variation/PlanFile.h>
 
-#include <variation/Refused.h>
-
-#include <nlohmann/json.hpp>
-#include <scenario/NearestName.h>
-
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
 #include <limits>
 #include <set>
+
+#include <nlohmann/json.hpp>
+#include <scenario/NearestName.h>
+#include <variation/Refused.h>
 
 namespace TavrelVariation {
 

@@ -1,7 +1,5 @@
 // The page that shows a campaign to people. Everything it needs stands in it, so that it can be mailed, printed and
 // kept.
-#include <variation/Results.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -12,6 +10,7 @@
 #include <utility>
 
 #include <fmt/format.h>
+#include <variation/Results.h>
 
 #include "XmlEscape.h"
 

@@ -1,8 +1,8 @@
-#include <variation/CoveringArray.h>
-
 #include <algorithm>
 #include <map>
 #include <numeric>
+
+#include <variation/CoveringArray.h>
 
 namespace TavrelVariation {
 

@@ -4,18 +4,19 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <optional>
-#include <poll.h>
 #include <string_view>
+#include <utility>
+
+#include <fcntl.h>
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/signalfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#include <utility>
 
 #include <fmt/format.h>
 #include <simulation/Sha256.h>

@@ -1,9 +1,9 @@
 #include <variation/Sobol.h>
 
-#include <boost/random/sobol.hpp>
-
 #include <bit>
 #include <stdexcept>
+
+#include <boost/random/sobol.hpp>
 
 namespace TavrelVariation {
 
@@ -16,7 +16,7 @@ Sobol::Sobol(std::size_t dimensions) {
     if (dimensions == 0) return;
     directions.resize(dimensions * kBits);
     // The Gray code of 2^(bit + 1) - 1 is 2^bit, so that point is the direction number of the bit itself. The engine
-    // begins behind the zero point, which is put back here by counting one less.
+    // begins after the zero point, which is put back here by counting one less.
     boost::random::sobol engine(dimensions);
     for (std::size_t bit = 0; bit < kBits; ++bit) {
         const std::uint64_t before = bit + 1 < kBits ? (std::uint64_t{1} << (bit + 1)) - 2 : ~std::uint64_t{0} - 1;

@@ -1,11 +1,11 @@
 #include "Units.h"
 
-#include <variation/Assignment.h>
-
 #include <array>
 #include <charconv>
 #include <cstring>
 #include <string>
+
+#include <variation/Assignment.h>
 
 namespace TavrelVariation {
 

@@ -1,11 +1,11 @@
 // A text as constraints on two numbers and a text: it is read or refused with its place, and what it says with some
 // values open does not change when they are known.
 
-#include <variation/Constraint.h>
-#include <variation/Refused.h>
-
 #include <deque>
 #include <stdexcept>
+
+#include <variation/Constraint.h>
+#include <variation/Refused.h>
 
 #include "../Support.h"
 

@@ -1,15 +1,14 @@
 // Each rule has an example in examples/faults, which shows that rule and nothing else.
-#include <checking/Check.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
+
+#include <checking/Check.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,13 +1,13 @@
 // The table of rules, and the page that is made from it.
 #include <checking/Rules.h>
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <set>
 #include <string>
+
+#include <gtest/gtest.h>
 
 namespace {
 

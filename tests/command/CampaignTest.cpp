@@ -5,8 +5,9 @@
 #include <fstream>
 #include <random>
 #include <set>
-#include <sys/wait.h>
 #include <thread>
+
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <gmock/gmock.h>

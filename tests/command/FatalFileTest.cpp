@@ -5,14 +5,13 @@
 #include <set>
 #include <thread>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
+#include <poll.h>
 #include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <poll.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <support/InstallationBuilder.h>
 #include <support/ScriptText.h>
 

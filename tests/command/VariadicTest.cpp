@@ -5,7 +5,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <support/InstallationBuilder.h>
 
 #include "CommandRunner.h"

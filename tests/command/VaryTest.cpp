@@ -1,16 +1,16 @@
 // The sub-commands of vary: plans, and the variants that they make.
 
-#include "CommandRunner.h"
-
-#include <gmock/gmock.h>
-#include <nlohmann/json.hpp>
-
 #include <filesystem>
 #include <fstream>
 #include <set>
 #include <sstream>
 
 #include <unistd.h>
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include "CommandRunner.h"
 
 namespace {
 

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <environment/Environment.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <support/InstallationBuilder.h>
 
 namespace {

@@ -1,3 +1,5 @@
+#include <lmkUtils/EnvConfig.h>
+
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -6,12 +8,11 @@
 #include <string>
 #include <vector>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <lmkUtils/ConfigurationError.h>
-#include <lmkUtils/EnvConfig.h>
 #include <lmkUtils/paths.h>
 #include <support/InstallationBuilder.h>
 

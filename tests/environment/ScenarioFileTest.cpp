@@ -11,13 +11,13 @@
 #include <string>
 #include <vector>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <environment/Environment.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <support/InstallationBuilder.h>
 
 namespace {

@@ -1,3 +1,5 @@
+#include <Commons/WholeFile.h>
+
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -13,9 +15,7 @@
 #include <vector>
 
 #include <fcntl.h>
-#include <gmock/gmock.h>
 #include <grp.h>
-#include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -23,7 +23,8 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include <Commons/WholeFile.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <support/InstallationBuilder.h>
 
 namespace {

@@ -6,8 +6,9 @@
 #include <filesystem>
 #include <string>
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
+
+#include <gtest/gtest.h>
 
 namespace {
 

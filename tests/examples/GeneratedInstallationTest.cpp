@@ -8,10 +8,9 @@
 #include <string>
 #include <vector>
 
+#include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
-
-#include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
 #include <support/InstallationBuilder.h>
 
 #include "GenerateInstallation.h"

@@ -11,13 +11,12 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
 #include <cfg/CfgScenario.h>
 #include <cfg/Driver.h>
 #include <cfg/ScenarioScript.h>
 #include <cfg/Vehicle.h>
+#include <gtest/gtest.h>
 #include <lmkUtils/EnvConfig.h>
 #include <scenario/ItemModel.h>
 #include <support/FailureOf.h>

@@ -1,3 +1,5 @@
+#include "Faults.h"
+
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -16,15 +18,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <gtest/gtest.h>
-
 #include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
 #include <environment/Environment.h>
+#include <gtest/gtest.h>
 #include <lmkUtils/AssertAbort.h>
 #include <scenario/ItemModel.h>
 #include <support/InstallationBuilder.h>
-
-#include "Faults.h"
 
 namespace {
 

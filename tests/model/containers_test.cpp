@@ -1,8 +1,7 @@
 // Folders, enumeration tabs, groups, programs and settings.
-#include <scenario/ItemModel.h>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <scenario/ItemModel.h>
 #include <support/ModelText.h>
 
 namespace {

@@ -1,4 +1,5 @@
 #include <cstring>
+
 #include <sys/stat.h>
 
 #include <Commons/ConfigFile.h>

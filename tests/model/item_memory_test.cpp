@@ -8,7 +8,6 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-
 #include <scenario/ItemModel.h>
 
 namespace {

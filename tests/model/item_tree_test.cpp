@@ -1,11 +1,10 @@
 // The item base on its own: kinds, stores, searches, clones, labels, paths.
-#include <scenario/ItemModel.h>
-
 #include <functional>
 #include <typeinfo>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <scenario/ItemModel.h>
 #include <support/DataPath.h>
 #include <support/ModelText.h>
 

@@ -1,7 +1,6 @@
 #include <span>
 
 #include <gtest/gtest.h>
-
 #include <support/DataPath.h>
 #include <support/ScriptWorld.h>
 

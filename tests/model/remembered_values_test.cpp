@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <charconv>
 #include <chrono>
@@ -8,6 +6,7 @@
 #include <iterator>
 #include <random>
 
+#include <gtest/gtest.h>
 #include <support/ScriptWorld.h>
 
 namespace {

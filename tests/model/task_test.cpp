@@ -1,6 +1,6 @@
-#include <support/RunningHost.h>
-
 #include <random>
+
+#include <support/RunningHost.h>
 
 namespace {
 

@@ -1,6 +1,4 @@
 // Definitions and instances: the link by name, model and user attributes, validity, unique names.
-#include <scenario/ItemModel.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
@@ -14,6 +12,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <scenario/ItemModel.h>
 #include <support/ModelText.h>
 
 namespace {

@@ -1,11 +1,10 @@
 // Variables and the entries of enumerations.
-#include <scenario/ItemModel.h>
-
 #include <cmath>
 #include <limits>
 
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
 #include <gtest/gtest.h>
+#include <scenario/ItemModel.h>
 #include <support/ModelText.h>
 
 namespace {

@@ -1,8 +1,4 @@
-#include <lmkUtils/AssertAbort.h>
 #include <processes/ChildProcess.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <atomic>
@@ -11,10 +7,15 @@
 #include <csignal>
 #include <fstream>
 #include <iostream>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 #include <vector>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <lmkUtils/AssertAbort.h>
 
 namespace {
 

@@ -15,12 +15,11 @@
 #include <utility>
 #include <vector>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <TavrelScenarioTemplateDb/ScriptVariableParameter.h>
 #include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
 #include <environment/Environment.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <scenario/ItemModel.h>
 #include <support/FailureOf.h>
 #include <support/InstallationBuilder.h>

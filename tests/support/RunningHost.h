@@ -12,7 +12,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <scenario/ItemModel.h>
 #include <support/ModelText.h>
 

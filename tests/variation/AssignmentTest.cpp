@@ -7,15 +7,14 @@
 #include <random>
 #include <sstream>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <ScenarioTemplateDb/Exception.h>
 #include <TavrelScenarioTemplateDb/ScenarioScripts.h>
 #include <TavrelScenarioTemplateDb/ScenarioTables.h>
 #include <TavrelScenarioTemplateDb/TavrelScenario.h>
 #include <cfg/CfgScenario.h>
 #include <cfg/ScenarioScript.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <lmkUtils/EnvConfig.h>
 #include <simulation/Runner.h>
 #include <simulation/Scene.h>

@@ -1,13 +1,12 @@
 // Constraints, and rows that cover all combinations which they allow.
 
+#include <deque>
+#include <set>
+
+#include <gmock/gmock.h>
 #include <variation/Constraint.h>
 #include <variation/CoveringArray.h>
 #include <variation/Refused.h>
-
-#include <gmock/gmock.h>
-
-#include <deque>
-#include <set>
 
 namespace {
 

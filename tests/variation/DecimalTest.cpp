@@ -1,9 +1,9 @@
 // Decimal numbers, and the values that ranges give.
 
 #include <variation/Decimal.h>
-#include <variation/Domain.h>
 
 #include <gmock/gmock.h>
+#include <variation/Domain.h>
 
 namespace {
 

@@ -1,13 +1,12 @@
 // Random bits, quantiles and point sets.
 
+#include <cmath>
+#include <set>
+
+#include <gmock/gmock.h>
 #include <variation/Distribution.h>
 #include <variation/Philox.h>
 #include <variation/Sobol.h>
-
-#include <gmock/gmock.h>
-
-#include <cmath>
-#include <set>
 
 namespace {
 

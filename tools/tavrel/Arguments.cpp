@@ -1,12 +1,12 @@
 #include "Arguments.h"
 
-#include "Failure.h"
-
-#include <fmt/format.h>
-
 #include <charconv>
 #include <cmath>
 #include <limits>
+
+#include <fmt/format.h>
+
+#include "Failure.h"
 
 namespace tavrel {
 

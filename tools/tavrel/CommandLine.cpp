@@ -1,13 +1,13 @@
 #include "CommandLine.h"
 
-#include "CommandTable.h"
-#include "Failure.h"
+#include <algorithm>
+#include <sstream>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <sstream>
+#include "CommandTable.h"
+#include "Failure.h"
 
 namespace tavrel {
 
@@ -104,7 +104,7 @@ std::string ComplaintOfExtras(const std::vector<std::string>& extras, const Comm
     return "not expected: " + words + nearest;
 }
 
-// For a word in the place of a sub-command, or behind that of a group, which is then compared with the group's alone.
+// For a word in the place of a sub-command, or after that of a group, which is then compared with the group's alone.
 std::string ComplaintOfName(const std::string& name, const GroupRow* group) {
     const std::string start = group ? std::string(group->name) + " " : "";
     std::vector<std::string> names;

@@ -1,9 +1,9 @@
 #ifndef TAVREL_COMMAND_COMMANDLINE_H
 #define TAVREL_COMMAND_COMMANDLINE_H
 
-#include "Arguments.h"
-
 #include <string>
+
+#include "Arguments.h"
 
 namespace tavrel {
 

@@ -1,13 +1,13 @@
 #ifndef TAVREL_COMMAND_CONTEXT_H
 #define TAVREL_COMMAND_CONTEXT_H
 
-#include "Arguments.h"
-#include "Failure.h"
-#include "Output.h"
+#include <string>
 
 #include <processes/ChildProcess.h>
 
-#include <string>
+#include "Arguments.h"
+#include "Failure.h"
+#include "Output.h"
 
 namespace tavrel {
 

@@ -1,11 +1,10 @@
 #include "Describe.h"
 
-#include "Failure.h"
-
+#include <Commons/ShortestNumber.h>
 #include <fmt/format.h>
 #include <scenario/NearestName.h>
 
-#include <Commons/ShortestNumber.h>
+#include "Failure.h"
 
 namespace tavrel {
 

@@ -1,12 +1,11 @@
 #ifndef TAVREL_COMMAND_DESCRIBE_H
 #define TAVREL_COMMAND_DESCRIBE_H
 
-#include <nlohmann/json.hpp>
-
-#include <ScenarioTemplateDb/ScenarioTemplateDb.h>
-
 #include <string>
 #include <vector>
+
+#include <ScenarioTemplateDb/ScenarioTemplateDb.h>
+#include <nlohmann/json.hpp>
 
 namespace tavrel {
 

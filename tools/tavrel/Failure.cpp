@@ -1,13 +1,12 @@
 #include "Failure.h"
 
-#include <ScenarioTemplateDb/Exception.h>
-
-#include <Poco/Exception.h>
-#include <scenario/NearestName.h>
-
 #include <cstdio>
 #include <memory>
 #include <new>
+
+#include <Poco/Exception.h>
+#include <ScenarioTemplateDb/Exception.h>
+#include <scenario/NearestName.h>
 
 namespace tavrel {
 

@@ -38,7 +38,7 @@ std::string PlacedLine(const std::string& message);
 // if none is near.
 std::string DidYouMean(const std::string& name, const std::vector<std::string>& known);
 
-// Writes the sentence to the standard error stream, behind the name of the command.
+// Writes the sentence to the standard error stream, after the name of the command.
 void Report(const std::string& sentence);
 
 } // namespace tavrel

@@ -1,18 +1,18 @@
 #include "Files.h"
 
-#include "Failure.h"
-
-#include <Commons/WholeFile.h>
-
-#include <fmt/format.h>
-
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
+#include <vector>
+
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <vector>
+
+#include <Commons/WholeFile.h>
+#include <fmt/format.h>
+
+#include "Failure.h"
 
 namespace tavrel {
 
@@ -22,7 +22,7 @@ namespace {
     throw Failure{ExitUnreadable, fmt::format("cannot write {}: {}", path, std::strerror(errno))};
 }
 
-// The words of the system in the place of a reason, which goes on behind a colon.
+// The words of the system in the place of a reason, which goes on after a colon.
 std::string Sentence(const std::error_code& error) {
     std::string words = error.message();
     if (!words.empty() && words[0] >= 'A' && words[0] <= 'Z') words[0] = static_cast<char>(words[0] - 'A' + 'a');

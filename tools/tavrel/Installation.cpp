@@ -1,18 +1,17 @@
 #include "Installation.h"
 
-#include "Files.h"
-#include "Scripts.h"
-
-#include <lmkUtils/EnvConfig.h>
-#include <scenario/NearestName.h>
-
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <set>
+
+#include <fmt/format.h>
+#include <lmkUtils/EnvConfig.h>
+#include <scenario/NearestName.h>
+
+#include "Files.h"
+#include "Scripts.h"
 
 namespace tavrel {
 

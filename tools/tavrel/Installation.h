@@ -1,13 +1,13 @@
 #ifndef TAVREL_COMMAND_INSTALLATION_H
 #define TAVREL_COMMAND_INSTALLATION_H
 
-#include "Context.h"
-
-#include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
-
 #include <memory>
 #include <string>
 #include <vector>
+
+#include <TavrelScenarioTemplateDb/TavrelScenarioTemplateDb.h>
+
+#include "Context.h"
 
 namespace tavrel {
 

@@ -1,15 +1,16 @@
 #include "Output.h"
 
-#include "Failure.h"
-
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
 #include <iostream>
 #include <streambuf>
-#include <unistd.h>
 #include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "Failure.h"
 
 namespace tavrel {
 

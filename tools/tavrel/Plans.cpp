@@ -1,13 +1,13 @@
 #include "Plans.h"
 
-#include "Files.h"
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include <lmkUtils/EnvConfig.h>
 #include <scenario/NearestName.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include "Files.h"
 
 namespace tavrel {
 

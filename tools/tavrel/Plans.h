@@ -1,16 +1,16 @@
 #ifndef TAVREL_COMMAND_PLANS_H
 #define TAVREL_COMMAND_PLANS_H
 
-#include "Context.h"
-#include "Installation.h"
-#include "Scripts.h"
+#include <memory>
+#include <string>
 
 #include <variation/Assignment.h>
 #include <variation/Plan.h>
 #include <variation/Refused.h>
 
-#include <memory>
-#include <string>
+#include "Context.h"
+#include "Installation.h"
+#include "Scripts.h"
 
 namespace tavrel {
 

@@ -1,9 +1,10 @@
 #include "Progress.h"
 
-#include <fmt/format.h>
-
 #include <cstdio>
+
 #include <unistd.h>
+
+#include <fmt/format.h>
 
 namespace tavrel {
 

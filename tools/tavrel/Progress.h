@@ -10,7 +10,7 @@ namespace tavrel {
 // the job lasts longer than a second. The line goes away with the object.
 class Progress {
 public:
-    // `unit` stands behind the numbers: "files".
+    // `unit` stands after the numbers: "files".
     Progress(double goal, std::string unit);
     ~Progress();
     Progress(const Progress&) = delete;

@@ -1,11 +1,11 @@
 #include "Saving.h"
 
-#include "Failure.h"
+#include <chrono>
+#include <filesystem>
 
 #include <fmt/format.h>
 
-#include <chrono>
-#include <filesystem>
+#include "Failure.h"
 
 namespace tavrel {
 

@@ -1,12 +1,12 @@
 #ifndef TAVREL_COMMAND_SAVING_H
 #define TAVREL_COMMAND_SAVING_H
 
-#include "Installation.h"
+#include <optional>
+#include <string>
 
 #include <Commons/WholeFile.h>
 
-#include <optional>
-#include <string>
+#include "Installation.h"
 
 namespace tavrel {
 

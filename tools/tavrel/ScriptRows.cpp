@@ -1,13 +1,13 @@
 #include "ScriptRows.h"
 
-#include "Failure.h"
-#include "Files.h"
-
-#include <scenario/include.h>
-
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+
+#include <scenario/include.h>
+
+#include "Failure.h"
+#include "Files.h"
 
 namespace tavrel {
 

@@ -1,16 +1,16 @@
 #ifndef TAVREL_COMMAND_SCRIPTROWS_H
 #define TAVREL_COMMAND_SCRIPTROWS_H
 
-#include "ScriptTree.h"
-
-#include <scenario/ItemModel.h>
-
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include <scenario/ItemModel.h>
+
+#include "ScriptTree.h"
 
 namespace tavrel {
 

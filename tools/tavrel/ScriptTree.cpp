@@ -1,10 +1,10 @@
 #include "ScriptTree.h"
 
-#include "Failure.h"
+#include <algorithm>
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include "Failure.h"
 
 namespace tavrel {
 

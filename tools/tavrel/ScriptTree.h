@@ -18,7 +18,7 @@ struct TextAttribute {
 };
 
 struct TextItem {
-    std::string kind; // the word behind TYPEOF
+    std::string kind; // the word after TYPEOF
     std::string name;
     std::uint32_t row = 1; // of the header
     std::vector<TextAttribute> attributes;

@@ -1,15 +1,5 @@
 #include "Scripts.h"
 
-#include "ScenarioFile.h"
-
-#include <ScenarioTemplateDb/Exception.h>
-#include <cfg/CfgScenario.h>
-#include <lmkUtils/AssertAbort.h>
-#include <lmkUtils/EnvConfig.h>
-#include <simulation/Trace.h>
-
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -17,6 +7,15 @@
 #include <functional>
 #include <iterator>
 #include <utility>
+
+#include <ScenarioTemplateDb/Exception.h>
+#include <cfg/CfgScenario.h>
+#include <fmt/format.h>
+#include <lmkUtils/AssertAbort.h>
+#include <lmkUtils/EnvConfig.h>
+#include <simulation/Trace.h>
+
+#include "ScenarioFile.h"
 
 namespace tavrel {
 

@@ -1,9 +1,10 @@
 #ifndef TAVREL_COMMAND_SCRIPTS_H
 #define TAVREL_COMMAND_SCRIPTS_H
 
-#include "Files.h"
-#include "Installation.h"
-#include "ScriptRows.h"
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include <TavrelScenarioTemplateDb/RootModel.h>
 #include <TavrelScenarioTemplateDb/ScenarioScripts.h>
@@ -12,10 +13,9 @@
 #include <checking/Check.h>
 #include <scenario/ItemModel.h>
 
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
+#include "Files.h"
+#include "Installation.h"
+#include "ScriptRows.h"
 
 namespace cfg {
 class CfgScenario;
@@ -83,7 +83,7 @@ void ListenForAssertions();
 // UpdateDisplayTextTree, call by call, so that the same message names the call.
 void UpdateDisplayTexts(ScenarioItem& item);
 
-// A problem as one sentence: "path:row: cause", with the line behind it.
+// A problem as one sentence: "path:row: cause", with the line after it.
 std::string ProblemSentence(const LoadProblem& problem, const std::string& place);
 // The path of the file that a problem lies in, as a person would write it; empty for a text in memory.
 std::string FileOf(const LoadProblem& problem);

@@ -1,13 +1,12 @@
 #include "TraceText.h"
 
-#include "Describe.h"
-#include "Failure.h"
-
-#include <scenario/task.h>
+#include <cmath>
 
 #include <fmt/format.h>
+#include <scenario/task.h>
 
-#include <cmath>
+#include "Describe.h"
+#include "Failure.h"
 
 namespace tavrel {
 

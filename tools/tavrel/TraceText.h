@@ -1,11 +1,11 @@
 #ifndef TAVREL_COMMAND_TRACETEXT_H
 #define TAVREL_COMMAND_TRACETEXT_H
 
-#include <simulation/Events.h>
-#include <simulation/Explanation.h>
-
 #include <string>
 #include <vector>
+
+#include <simulation/Events.h>
+#include <simulation/Explanation.h>
 
 namespace tavrel {
 

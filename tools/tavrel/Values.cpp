@@ -1,13 +1,13 @@
 #include "Values.h"
 
-#include "Describe.h"
-#include "Files.h"
-
-#include <fmt/format.h>
-
 #include <fstream>
 #include <iterator>
 #include <set>
+
+#include <fmt/format.h>
+
+#include "Describe.h"
+#include "Files.h"
 
 namespace tavrel {
 

@@ -1,13 +1,13 @@
 #ifndef TAVREL_COMMAND_VALUES_H
 #define TAVREL_COMMAND_VALUES_H
 
-#include "Context.h"
+#include <string>
+#include <vector>
 
 #include <simulation/Criteria.h>
 #include <variation/Assignment.h>
 
-#include <string>
-#include <vector>
+#include "Context.h"
 
 namespace tavrel {
 

@@ -1,9 +1,9 @@
+#include <csignal>
+
 #include "CommandLine.h"
 #include "Context.h"
 #include "Runner.h"
 #include "Scripts.h"
-
-#include <csignal>
 
 using namespace tavrel;
 

@@ -1,18 +1,19 @@
-#include "../Describe.h"
-#include "../Plans.h"
-#include "../Progress.h"
-#include "Commands.h"
+#include <variation/Campaign.h>
+
+#include <cstdlib>
+#include <filesystem>
 
 #include <processes/ChildProcess.h>
 #include <simulation/Inputs.h>
 #include <variation/Bisection.h>
-#include <variation/Campaign.h>
 #include <variation/RunAlone.h>
 #include <variation/Simulator.h>
 #include <variation/VariantRunner.h>
 
-#include <cstdlib>
-#include <filesystem>
+#include "../Describe.h"
+#include "../Plans.h"
+#include "../Progress.h"
+#include "Commands.h"
 
 namespace tavrel {
 

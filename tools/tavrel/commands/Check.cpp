@@ -1,3 +1,14 @@
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <set>
+#include <tuple>
+
+#include <Commons/WholeFile.h>
+#include <lmkUtils/EnvConfig.h>
+#include <scenario/NearestName.h>
+
 #include "../Files.h"
 #include "../Progress.h"
 #include "../Scripts.h"
@@ -5,17 +16,6 @@
 #include "../report/Fixes.h"
 #include "../report/TextDiff.h"
 #include "Commands.h"
-
-#include <Commons/WholeFile.h>
-#include <lmkUtils/EnvConfig.h>
-#include <scenario/NearestName.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <map>
-#include <set>
-#include <tuple>
 
 namespace tavrel {
 

@@ -1,15 +1,15 @@
-#include "../Describe.h"
-#include "../Installation.h"
-#include "../ScenarioFile.h"
-#include "../Scripts.h"
-#include "Commands.h"
-
 #include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <optional>
 #include <set>
+
+#include "../Describe.h"
+#include "../Installation.h"
+#include "../ScenarioFile.h"
+#include "../Scripts.h"
+#include "Commands.h"
 
 namespace tavrel {
 

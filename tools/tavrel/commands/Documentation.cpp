@@ -1,8 +1,8 @@
+#include <fmt/format.h>
+
 #include "../CommandTable.h"
 #include "../Context.h"
 #include "Commands.h"
-
-#include <fmt/format.h>
 
 // The manual page and the completion, both written from the table that the command line is read with.
 

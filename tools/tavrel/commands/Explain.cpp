@@ -1,10 +1,10 @@
-#include "../Context.h"
-#include "../Describe.h"
-#include "Commands.h"
+#include <algorithm>
 
 #include <checking/Rules.h>
 
-#include <algorithm>
+#include "../Context.h"
+#include "../Describe.h"
+#include "Commands.h"
 
 namespace tavrel {
 

@@ -1,13 +1,13 @@
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
 #include "../Describe.h"
 #include "../Installation.h"
 #include "../Progress.h"
 #include "../ScenarioFile.h"
 #include "../TextPattern.h"
 #include "Commands.h"
-
-#include <algorithm>
-#include <cmath>
-#include <optional>
 
 namespace tavrel {
 

@@ -1,13 +1,13 @@
-#include "../Describe.h"
-#include "../Scripts.h"
-#include "Commands.h"
+#include <fstream>
+#include <set>
 
 #include <scenario/Parameter.h>
 #include <scenario/action.h>
 #include <simulation/Trace.h>
 
-#include <fstream>
-#include <set>
+#include "../Describe.h"
+#include "../Scripts.h"
+#include "Commands.h"
 
 namespace tavrel {
 
@@ -153,7 +153,7 @@ private:
 
     const Visited& visited;
     std::string text;
-    std::vector<std::string> edges; // behind all nodes, since a node belongs to the cluster that names it first
+    std::vector<std::string> edges; // after all nodes, since a node belongs to the cluster that names it first
     std::map<const Task*, std::size_t> numbers;
 };
 

@@ -1,12 +1,12 @@
+#include <fstream>
+
+#include <simulation/Verdict.h>
+
 #include "../Describe.h"
 #include "../Files.h"
 #include "../TraceText.h"
 #include "../Values.h"
 #include "Commands.h"
-
-#include <simulation/Verdict.h>
-
-#include <fstream>
 
 namespace tavrel {
 

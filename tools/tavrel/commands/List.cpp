@@ -1,12 +1,12 @@
+#include <algorithm>
+
+#include <cfg/CfgScenario.h>
+
 #include "../Describe.h"
 #include "../Files.h"
 #include "../Installation.h"
 #include "../Progress.h"
 #include "Commands.h"
-
-#include <cfg/CfgScenario.h>
-
-#include <algorithm>
 
 namespace tavrel {
 

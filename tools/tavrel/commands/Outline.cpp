@@ -1,14 +1,14 @@
-#include "../Describe.h"
-#include "../ScriptRows.h"
-#include "../Scripts.h"
-#include "Commands.h"
-
 #include <scenario/Condition.h>
 #include <scenario/Criteria.h>
 #include <scenario/action.h>
 #include <scenario/evaluation.h>
 #include <scenario/rule.h>
 #include <scenario/variable.h>
+
+#include "../Describe.h"
+#include "../ScriptRows.h"
+#include "../Scripts.h"
+#include "Commands.h"
 
 namespace tavrel {
 

@@ -1,16 +1,16 @@
-#include "../Describe.h"
-#include "../ScriptRows.h"
-#include "../Scripts.h"
-#include "Commands.h"
-#include <simulation/Trace.h>
+#include <algorithm>
 
 #include <scenario/Parameter.h>
 #include <scenario/action.h>
 #include <scenario/include.h>
 #include <scenario/rule.h>
 #include <scenario/variable.h>
+#include <simulation/Trace.h>
 
-#include <algorithm>
+#include "../Describe.h"
+#include "../ScriptRows.h"
+#include "../Scripts.h"
+#include "Commands.h"
 
 namespace tavrel {
 

@@ -1,16 +1,16 @@
-#include "../Describe.h"
-#include "../Progress.h"
-#include "../Scripts.h"
-#include "../TraceText.h"
-#include "../Values.h"
-#include "Commands.h"
+#include <charconv>
 
 #include <simulation/Explanation.h>
 #include <simulation/Inputs.h>
 #include <simulation/Runner.h>
 #include <simulation/Scene.h>
 
-#include <charconv>
+#include "../Describe.h"
+#include "../Progress.h"
+#include "../Scripts.h"
+#include "../TraceText.h"
+#include "../Values.h"
+#include "Commands.h"
 
 namespace tavrel {
 

@@ -1,9 +1,9 @@
+#include <Commons/WholeFile.h>
+#include <cfg/CfgScenario.h>
+
 #include "../Scripts.h"
 #include "../Values.h"
 #include "Commands.h"
-
-#include <Commons/WholeFile.h>
-#include <cfg/CfgScenario.h>
 
 namespace tavrel {
 

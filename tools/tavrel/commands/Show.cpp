@@ -1,8 +1,8 @@
+#include <cfg/VariadicParameter.h>
+
 #include "../Describe.h"
 #include "../Installation.h"
 #include "Commands.h"
-
-#include <cfg/VariadicParameter.h>
 
 namespace tavrel {
 

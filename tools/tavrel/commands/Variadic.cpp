@@ -1,15 +1,15 @@
-#include "../Describe.h"
-#include "../Installation.h"
-#include "../Saving.h"
-#include "Commands.h"
+#include <cmath>
+#include <limits>
+#include <optional>
 
 #include <cfg/IntegerParameter.h>
 #include <cfg/VariadicParameter.h>
 #include <lmk/units.h>
 
-#include <cmath>
-#include <limits>
-#include <optional>
+#include "../Describe.h"
+#include "../Installation.h"
+#include "../Saving.h"
+#include "Commands.h"
 
 namespace tavrel {
 
@@ -112,7 +112,7 @@ void SetDefault(TavrelVariadicParameter& declaration, const std::string& text) {
     }
 }
 
-// Adds what may be chosen from. Each new range section stands behind those there are in the file, which is the order
+// Adds what may be chosen from. Each new range section stands after those there are in the file, which is the order
 // that counts from the next load on; the position only says where it stands among the objects until then.
 void AddDomain(TavrelVariadicParameter& declaration, const Arguments& arguments) {
     if (declaration.isInteger())

@@ -1,15 +1,15 @@
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+
+#include <cfg/CfgScenario.h>
+
 #include "../Describe.h"
 #include "../Files.h"
 #include "../Plans.h"
 #include "../Progress.h"
 #include "Commands.h"
-
-#include <cfg/CfgScenario.h>
-
-#include <charconv>
-#include <filesystem>
-#include <fstream>
-#include <limits>
 
 namespace tavrel {
 

@@ -1,14 +1,14 @@
-#include "../Describe.h"
-#include "../Scripts.h"
-#include "../TextPattern.h"
-#include "Commands.h"
+#include <algorithm>
 
 #include <lmkUtils/EnvConfig.h>
 #include <scenario/DefinitionLists.h>
 #include <scenario/Parameter.h>
 #include <scenario/function.h>
 
-#include <algorithm>
+#include "../Describe.h"
+#include "../Scripts.h"
+#include "../TextPattern.h"
+#include "Commands.h"
 
 namespace tavrel {
 

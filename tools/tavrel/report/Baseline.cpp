@@ -1,14 +1,14 @@
 #include "Baseline.h"
 
-#include "../Failure.h"
-#include "../Files.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <set>
 #include <string_view>
+
+#include "../Failure.h"
+#include "../Files.h"
 
 namespace tavrel {
 

@@ -1,11 +1,11 @@
 #ifndef TAVREL_COMMAND_BASELINE_H
 #define TAVREL_COMMAND_BASELINE_H
 
-#include "CheckReport.h"
-
 #include <map>
 #include <string>
 #include <tuple>
+
+#include "CheckReport.h"
 
 namespace tavrel {
 

@@ -1,14 +1,13 @@
 #ifndef TAVREL_COMMAND_CHECKREPORT_H
 #define TAVREL_COMMAND_CHECKREPORT_H
 
-#include "../Describe.h"
-
-#include <checking/Check.h>
-
-#include <fmt/format.h>
-
 #include <string>
 #include <vector>
+
+#include <checking/Check.h>
+#include <fmt/format.h>
+
+#include "../Describe.h"
 
 namespace tavrel {
 

@@ -1,10 +1,10 @@
 #ifndef TAVREL_COMMAND_FIXES_H
 #define TAVREL_COMMAND_FIXES_H
 
-#include <checking/Check.h>
-
 #include <string>
 #include <vector>
+
+#include <checking/Check.h>
 
 namespace tavrel {
 

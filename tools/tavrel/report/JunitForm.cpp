@@ -1,9 +1,9 @@
-#include "CheckReport.h"
-#include "ShownText.h"
-
 #include <map>
 #include <set>
 #include <string_view>
+
+#include "CheckReport.h"
+#include "ShownText.h"
 
 namespace tavrel {
 

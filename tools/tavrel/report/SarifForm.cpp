@@ -1,7 +1,7 @@
-#include "CheckReport.h"
-
 #include <algorithm>
 #include <map>
+
+#include "CheckReport.h"
 
 namespace tavrel {
 

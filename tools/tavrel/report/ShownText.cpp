@@ -1,8 +1,8 @@
 #include "ShownText.h"
 
-#include <fmt/format.h>
-
 #include <cstdint>
+
+#include <fmt/format.h>
 
 namespace tavrel {
 

@@ -1,9 +1,9 @@
 #include "TextDiff.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <vector>
+
+#include <fmt/format.h>
 
 namespace tavrel {
 
@@ -94,7 +94,7 @@ std::string UnifiedDiff(const std::string& path, std::string_view before, std::s
     const auto count = static_cast<std::ptrdiff_t>(steps.size());
     const auto step = [&](std::ptrdiff_t i) -> const Step& { return steps[static_cast<std::size_t>(i)]; };
     std::string text = fmt::format("--- {0}\n+++ {0}\n", path);
-    std::size_t rowBefore = 0, rowAfter = 0; // lines behind us
+    std::size_t rowBefore = 0, rowAfter = 0; // lines after us
     std::ptrdiff_t done = 0;
     for (std::ptrdiff_t i = 0; i < count; ++i) {
         if (step(i).sign == ' ') continue;

@@ -1,8 +1,8 @@
+#include <algorithm>
+
 #include "../Output.h"
 #include "CheckReport.h"
 #include "ShownText.h"
-
-#include <algorithm>
 
 namespace tavrel {
 

@@ -31,7 +31,7 @@ struct TAVREL_VARIATION_API PlannedParameter {
     std::string place; // in the plan file: "parameters/Fog"
     ValueType type = ValueType::Literal;
     lmk::t_unit unit = lmk::UNIT_NONE; // of the plan's numbers
-    std::string unitText;              // what an assignment to the id needs behind a number: empty, or "km/h"
+    std::string unitText;              // what an assignment to the id needs after a number: empty, or "km/h"
     std::string present;               // what the scenario has, as an assignment to the id writes it
 };
 
@@ -77,7 +77,7 @@ public:
     // the same for any number, but in `random` and `sobol` with constraints beyond `count`: there those before must be
     // counted once. Throws Refused like Count.
     bool At(std::uint64_t number, Variant& variant) const;
-    // The variant with this number or the next one; false behind the last. Throws Refused like Count.
+    // The variant with this number or the next one; false after the last. Throws Refused like Count.
     bool NextFrom(std::uint64_t number, Variant& variant) const;
 
     // What an assignment to the parameter's id takes: a number with its unit, where it needs one.
@@ -89,7 +89,7 @@ public:
     bool ReadValue(std::size_t parameter, const std::string& text, Value& value) const;
 
     // Counts combinations of `strength` (1 to 6) parameters, each of the values that the plan gives the parameter as a
-    // list, by looking at all of them. `next` fills the values of the next variant, or answers false behind the last
+    // list, by looking at all of them. `next` fills the values of the next variant, or answers false after the last
     // one. Throws Refused for a plan without such lists, with fewer parameters, or too many combinations.
     using NextValues = std::function<bool(std::vector<Value>& values)>;
     PlanCoverage Coverage(int strength, const NextValues& next, std::size_t mostMissing) const;
