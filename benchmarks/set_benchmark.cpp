@@ -5,9 +5,8 @@
 #include <fstream>
 #include <string>
 
-#include <benchmark/benchmark.h>
-
 #include <TavrelScenarioTemplateDb/TavrelScenarioNode.h>
+#include <benchmark/benchmark.h>
 #include <cfg/CfgScenario.h>
 #include <cfg/Scenario.h>
 #include <variation/Assignment.h>

@@ -1,10 +1,10 @@
 // How the states and rules of one text go together.
-#include "TreeChecks.h"
-
 #include <algorithm>
 #include <map>
 #include <optional>
 #include <utility>
+
+#include "TreeChecks.h"
 
 namespace TavrelChecking {
 

@@ -1,7 +1,13 @@
 #include <variation/Plan.h>
 
-#include "Units.h"
+#include <algorithm>
+#include <deque>
+#include <limits>
+#include <map>
 
+#include <nlohmann/json.hpp>
+#include <scenario/NearestName.h>
+#include <simulation/Criteria.h>
 #include <variation/Constraint.h>
 #include <variation/CoveringArray.h>
 #include <variation/Distribution.h>
@@ -10,14 +16,7 @@
 #include <variation/Refused.h>
 #include <variation/Sobol.h>
 
-#include <nlohmann/json.hpp>
-#include <scenario/NearestName.h>
-#include <simulation/Criteria.h>
-
-#include <algorithm>
-#include <deque>
-#include <limits>
-#include <map>
+#include "Units.h"
 
 namespace TavrelVariation {
 

@@ -1,15 +1,14 @@
 // Faults planted at known places, one, five and twenty at a time, in every way in which a script is written in its
 // file: exactly these are found, and nothing else.
-#include <checking/Check.h>
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <string>
 #include <vector>
+
+#include <checking/Check.h>
+#include <gtest/gtest.h>
 
 namespace {
 

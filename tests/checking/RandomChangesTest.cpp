@@ -1,20 +1,5 @@
 // Texts of the sample changed at random: a file has an error if and only if the library refuses it, ends its process
 // over it or finds a part of it not valid; each place lies in its file, and no finding comes twice.
-#include <checking/Check.h>
-
-#include <Commons/TextPlaces.h>
-#include <ScenarioTemplateDb/Exception.h>
-#include <TavrelScenarioTemplateDb/ScenarioScripts.h>
-#include <TavrelScenarioTemplateDb/ScenarioTables.h>
-#include <TavrelScenarioTemplateDb/TavrelScenario.h>
-#include <cfg/CfgScenario.h>
-#include <cfg/ScenarioScript.h>
-#include <lmkUtils/EnvConfig.h>
-#include <processes/ChildProcess.h>
-#include <scenario/ItemModel.h>
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -24,6 +9,19 @@
 #include <set>
 #include <string>
 #include <vector>
+
+#include <Commons/TextPlaces.h>
+#include <ScenarioTemplateDb/Exception.h>
+#include <TavrelScenarioTemplateDb/ScenarioScripts.h>
+#include <TavrelScenarioTemplateDb/ScenarioTables.h>
+#include <TavrelScenarioTemplateDb/TavrelScenario.h>
+#include <cfg/CfgScenario.h>
+#include <cfg/ScenarioScript.h>
+#include <checking/Check.h>
+#include <gtest/gtest.h>
+#include <lmkUtils/EnvConfig.h>
+#include <processes/ChildProcess.h>
+#include <scenario/ItemModel.h>
 
 namespace {
 

@@ -1,12 +1,10 @@
 #include <filesystem>
+#include <set>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <support/InstallationBuilder.h>
 #include <support/ScriptText.h>
-
-#include <set>
 
 #include "CommandRunner.h"
 

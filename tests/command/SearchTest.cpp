@@ -1,8 +1,7 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <support/InstallationBuilder.h>
 #include <support/ScriptText.h>
 

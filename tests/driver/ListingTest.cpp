@@ -4,15 +4,16 @@
 #include <random>
 #include <thread>
 
+#include <linux/capability.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
 #include <Commons/WholeFile.h>
 #include <Poco/Exception.h>
 #include <Poco/Path.h>
 #include <Poco/RecursiveDirectoryIterator.h>
-#include <linux/capability.h>
 #include <support/DriverTest.h>
-#include <sys/stat.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 // The walk behind the listings, beside Poco's own traversal, which tells what the order and the failures are.
 

@@ -1,15 +1,15 @@
 // Where the texts of a scenario file stand in its bytes.
-#include <cfg/CfgScenario.h>
-#include <cfg/ScenarioScript.h>
 #include <cfg/ScenarioText.h>
-
-#include <Commons/TextPlaces.h>
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+
+#include <Commons/TextPlaces.h>
+#include <cfg/CfgScenario.h>
+#include <cfg/ScenarioScript.h>
+#include <gtest/gtest.h>
 
 namespace {
 

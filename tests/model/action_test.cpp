@@ -1,8 +1,7 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <functional>
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <support/ScriptWorld.h>
 
 namespace {

@@ -1,17 +1,16 @@
 // The reader and the writer: lines, blocks, files, refusals with their rows, and what is told of them.
-#include <scenario/ItemModel.h>
-
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <stdexcept>
 
+#include <sys/stat.h>
+
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <scenario/ItemModel.h>
 #include <support/ModelText.h>
 
 namespace {

@@ -1,13 +1,13 @@
 #ifndef TAVREL_COMMAND_OUTPUT_H
 #define TAVREL_COMMAND_OUTPUT_H
 
-#include <fmt/format.h>
-
 #include <iosfwd>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <fmt/format.h>
 
 namespace tavrel {
 

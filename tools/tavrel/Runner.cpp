@@ -1,15 +1,15 @@
 #include "Runner.h"
 
+#include <algorithm>
+#include <map>
+#include <set>
+
 #include "CommandTable.h"
 #include "Describe.h"
 #include "Files.h"
 #include "Installation.h"
 #include "Progress.h"
 #include "commands/Commands.h"
-
-#include <algorithm>
-#include <map>
-#include <set>
 
 namespace tavrel {
 

@@ -1,16 +1,15 @@
 #include "ScenarioFile.h"
 
+#include <fstream>
+#include <iterator>
+
+#include <fmt/format.h>
+#include <lmk/units.h>
+
 #include "Arguments.h"
 #include "Describe.h"
 #include "Failure.h"
 #include "Files.h"
-
-#include <lmk/units.h>
-
-#include <fmt/format.h>
-
-#include <fstream>
-#include <iterator>
 
 namespace tavrel {
 

@@ -1,15 +1,15 @@
 #ifndef TAVREL_COMMAND_SCENARIOFILE_H
 #define TAVREL_COMMAND_SCENARIOFILE_H
 
-#include "ScriptTree.h"
-
-#include <Commons/TextPlaces.h>
-#include <cfg/ScenarioText.h>
-
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include <Commons/TextPlaces.h>
+#include <cfg/ScenarioText.h>
+
+#include "ScriptTree.h"
 
 namespace tavrel {
 

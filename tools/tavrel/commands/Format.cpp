@@ -1,11 +1,3 @@
-#include "../Progress.h"
-#include "../Saving.h"
-#include "../ScenarioFile.h"
-#include "../Scripts.h"
-#include "Commands.h"
-
-#include <lmkUtils/EnvConfig.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -13,6 +5,14 @@
 #include <map>
 #include <optional>
 #include <sstream>
+
+#include <lmkUtils/EnvConfig.h>
+
+#include "../Progress.h"
+#include "../Saving.h"
+#include "../ScenarioFile.h"
+#include "../Scripts.h"
+#include "Commands.h"
 
 namespace tavrel {
 
