@@ -66,7 +66,7 @@ void Baseline::Save() const {
 void Baseline::Apply(CheckReport& report) const {
     std::map<Key, std::size_t> left = counts;
     std::set<std::string> looked;
-    for (const std::string& file : report.files) looked.insert(std::get<0>(KeyOf({.file = file})));
+    for (const std::string& file : report.files) looked.insert(RelativeOf(file));
     for (ToldFinding& told : report.findings) {
         if (TellsOfOmission(told.finding)) continue;
         const auto held = left.find(KeyOf(told.finding));
@@ -85,10 +85,14 @@ void Baseline::Apply(CheckReport& report) const {
                             std::get<2>(key).empty() ? "" : ", " + std::get<2>(key) + ",", count == 1 ? "is" : "are"));
 }
 
+std::string Baseline::RelativeOf(const std::string& file) const {
+    const std::filesystem::path absolute = AbsolutePath(file);
+    const std::string relative = absolute.lexically_relative(folder).generic_string();
+    return relative.empty() ? absolute.generic_string() : relative;
+}
+
 Baseline::Key Baseline::KeyOf(const Finding& finding) const {
-    const std::filesystem::path file = AbsolutePath(finding.file);
-    const std::string relative = file.lexically_relative(folder).generic_string();
-    return {relative.empty() ? file.generic_string() : relative, finding.rule ? finding.rule->id : "",
+    return {RelativeOf(finding.file), finding.rule->id,
             finding.isInScript ? finding.script + ": " + finding.place : finding.place};
 }
 

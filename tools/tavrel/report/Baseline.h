@@ -28,6 +28,7 @@ public:
 private:
     using Key = std::tuple<std::string, std::string, std::string>; // file, rule, way in the tree
 
+    std::string RelativeOf(const std::string& file) const;
     Key KeyOf(const TavrelChecking::Finding& finding) const;
 
     std::string path;
