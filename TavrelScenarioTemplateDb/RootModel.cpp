@@ -36,10 +36,12 @@ public:
     }
 
 private:
-    int_type overflow(int_type c) override {
-        if (traits_type::eq_int_type(c, traits_type::eof())) return traits_type::not_eof(c);
-        const char sign = traits_type::to_char_type(c);
-        return xsputn(&sign, 1) == 1 ? c : traits_type::eof();
+    using Traits = std::streambuf::traits_type; // both bases have one
+
+    Traits::int_type overflow(Traits::int_type c) override {
+        if (Traits::eq_int_type(c, Traits::eof())) return Traits::not_eof(c);
+        const char sign = Traits::to_char_type(c);
+        return xsputn(&sign, 1) == 1 ? c : Traits::eof();
     }
     std::streamsize xsputn(const char* text, std::streamsize size) override {
         kept.append(text, static_cast<std::size_t>(size));
