@@ -225,9 +225,9 @@ TEST_F(FatalFileTest, CheckTellsEachAndFindsNothingInTheOthers) {
     std::set<std::string> wrong;
     for (const auto& finding : result.json())
         if (finding["severity"] == "error") wrong.insert(fs::path(finding["file"].get<std::string>()).filename());
-    for (const Poison& poison : Poisons())
+    for (const FatalFile& fatal : FatalFiles())
         for (const char* place : {"a ", "z "})
-            EXPECT_EQ(wrong.count(place + poison.file + ".sce") != 0, (poison.meets & Check) != 0) << poison.file;
+            EXPECT_EQ(wrong.count(place + fatal.file + ".sce") != 0, (fatal.reach & Check) != 0) << fatal.file;
     EXPECT_EQ(wrong.count("token.sc"), 1U);
     for (const std::string& path : good) EXPECT_EQ(wrong.count(path), 0U) << path;
 }
