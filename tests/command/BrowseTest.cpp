@@ -1,4 +1,7 @@
 #include <filesystem>
+#include <fstream>
+
+#include <sys/stat.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -97,13 +100,82 @@ TEST_F(BrowseTest, AScriptThatEndsTheReaderIsASentence) {
     expectTold(installation.model("town", "TYPEOF FOLDER (f)\n{\n\tTYPEOF TOKEN (t)\n\t{\n\t}\n}\n") + ":4");
 }
 
+TEST_F(BrowseTest, ARefusedScriptIsToldWithItsCause) {
+    installation.scenario("town", "odd.sce",
+                          SectionText("Scenario").script("main", "TYPEOF SCENARIO (1)\n{\n\tTYPEOF RULEX (1)\n}\n"));
+    for (const char* command : {"show", "get", "ids", "run", "graph"}) {
+        std::vector<std::string> arguments{command, "odd.sce"};
+        if (arguments[0] == "get") arguments.emplace_back("/sce/Scenario/speed");
+        const Result result = run(arguments);
+        EXPECT_EQ(result.status, 3) << command;
+        EXPECT_THAT(result.err, StartsWith("tavrel: odd.sce, script main:3: \"RULEX\" is no kind of item")) << command;
+    }
+}
+
+TEST_F(BrowseTest, NamesThatWouldSteerATerminalAreShown) {
+    installation.scenario("town", "es\x1b[2Jc.sce",
+                          namedScenario("\xc2\x9b"
+                                        "2J"));
+    installation.scenario("town", "two\nlines.sce", namedScenario("Two"));
+    const std::vector<std::vector<std::string>> calls{{"tree"},
+                                                      {"list"},
+                                                      {"list", "--paths"},
+                                                      {"find", "--places", "text=2J"},
+                                                      {"show", "--all"},
+                                                      {"check"},
+                                                      {"run", "--all"},
+                                                      {"show", "es\x1b[2Jc.sce"},
+                                                      {"show", "es\x1b"},
+                                                      {"find", "x\x1b=1"},
+                                                      {"\x1b"}};
+    for (const std::vector<std::string>& arguments : calls) {
+        const Result result = run(arguments);
+        for (const char* sent : {"\x1b", "\xc2\x9b", "two\nlines"})
+            EXPECT_THAT(result.out + result.err, Not(HasSubstr(sent))) << arguments[0];
+    }
+    EXPECT_THAT(run({"list", "--paths"}).lines(), ElementsAre("es\\x1b[2Jc.sce", "two\\nlines.sce"));
+}
+
 TEST_F(BrowseTest, OnePathInTwoConfigurationsNeedsAChoice) {
     installation.scenario("town", "a.sce", namedScenario("One"));
     installation.configuration("Village", "2.0", {"town"});
+    EXPECT_EQ(run({"show", "a.sce"}).status, 0) << "one file and one root model";
+    EXPECT_EQ(run({"graph", "a.sce"}).err.find("all have"), std::string::npos);
+    installation.configuration("Village", "2.0", {"village", "town"});
+    installation.model("village");
+    installation.scenario("village", "b.sce", namedScenario("Two"));
     const Result result = run({"show", "a.sce"});
-    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.status, 2) << "another root model";
     EXPECT_THAT(result.err, HasSubstr("Town, Village all have a scenario \"a.sce\""));
     EXPECT_EQ(run({"show", "a.sce", "--version-filter", "2.0"}).status, 0);
+}
+
+TEST_F(BrowseTest, NamesAreFoundInEitherUnicodeForm) {
+    const std::string composed = "\xc3\xbc", decomposed = "u\xcc\x88";
+    installation.scenario("town", composed + ".sce", namedScenario("One"));
+    installation.configuration("S" + decomposed + "d", "2.0", {"town"});
+    for (const std::string& letter : {composed, decomposed}) {
+        const Result result =
+            run({"get", letter + ".sce", "/sce/Scenario/speed", "--configuration", "S" + letter + "d"});
+        EXPECT_EQ(result.out, "2.500000\n") << result;
+    }
+}
+
+TEST_F(BrowseTest, NothingOfAnIncludeOutsideOfTheDataPathIsShown) {
+    std::ofstream(installation.path() + "/secret") << "root:x:0\n";
+    installation.scenario("town", "odd.sce",
+                          SectionText("Scenario")
+                              .script("main", "TYPEOF SCENARIO (1)\n{\n\tTYPEOF INCLUDE (1)\n\t{\n"
+                                              "\t\tISA_INDEX=\"1\"\n\t\tFILE=\"../../../../secret\"\n"
+                                              "\t}\n}\n"));
+    for (const char* command : {"show", "run", "graph", "outline", "check"}) {
+        const Result result = run({command, "odd.sce", "--verbose"});
+        EXPECT_THAT(result.out + result.err, Not(HasSubstr("root:x"))) << command;
+    }
+    EXPECT_THAT(run({"run", "odd.sce"}).err, HasSubstr("secret:1: it is refused, and lies outside of the data path"));
+    ASSERT_EQ(mkfifo((installation.path() + "/trace").c_str(), 0600), 0);
+    EXPECT_THAT(run({"graph", "odd.sce", "--trace", installation.path() + "/trace"}).err,
+                HasSubstr("/trace: it is no regular file"));
 }
 
 TEST_F(BrowseTest, FailuresAreOneSentenceEach) {
@@ -134,6 +206,12 @@ TEST_F(BrowseTest, FailuresAreOneSentenceEach) {
 TEST_F(BrowseTest, TheInstallationComesFromTheOptionThenTheVariableThenTheSample) {
     run.common.clear();
     EXPECT_THAT(run({"uri"}).out, EndsWith("installation/tavrel.xml\n"));
+    run.folder = installation.path() + "/town/data";
+    EXPECT_EQ(run({"uri"}).out, "tavrel://" + installation.file() + "\n") << "the nearest above";
+    EXPECT_EQ(run({"uri", "--config", sampleFile()}).out, "tavrel://" + sampleFile() + "\n");
+    run.environment["TAVREL_CONFIG"] = sampleFile();
+    EXPECT_EQ(run({"uri"}).out, "tavrel://" + sampleFile() + "\n");
+    run.folder.clear();
     run.environment["TAVREL_CONFIG"] = installation.file();
     EXPECT_EQ(run({"uri"}).out, "tavrel://" + installation.file() + "\n");
     EXPECT_EQ(run({"uri", "--config", sampleFile(), "--configuration", "City", "--version-filter", "3.2"}).out,
@@ -171,6 +249,9 @@ TEST_F(SampleTest, ShowTellsNodesParametersVariablesAndDeclarations) {
     EXPECT_EQ(json["root"]["children"][1]["children"][2]["nodeId"], "/sce/Scenario/Road/RoadSign");
     EXPECT_EQ(json["root"]["parameters"][1]["type"], "other");
     EXPECT_TRUE(json["root"]["parameters"][1]["value"].is_null());
+    EXPECT_EQ(json["root"]["parameters"][1]["text"], "medium");
+    EXPECT_THAT(text.out, HasSubstr("  difficulty = medium  (other, Difficulty)\n"));
+    EXPECT_EQ(run({"get", kOvertaking, "/sce/Scenario/startPosition"}).out, "0 1.75 0\n");
 }
 
 TEST_F(SampleTest, EveryIdThatIsListedCanBeAsked) {

@@ -441,7 +441,7 @@ const std::vector<OptionRow>& CommonOptions() {
     static const std::vector<OptionRow> rows = {
         {"--config", "FILE", One, Files, "",
          "the installation file; without it the environment variable TAVREL_CONFIG names one, and without that the "
-         "sample installation is used"},
+         "tavrel.xml in this folder or the nearest above, or else the sample installation, is used"},
         {"--configuration", "NAME", One, None, "", "see this configuration alone"},
         {"--version-filter", "VERSION", One, None, "", "see configurations of this version alone"},
         {"--timeout", "SECONDS", One, None, "", "give a file up after this time (default 60)"},

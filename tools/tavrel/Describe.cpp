@@ -1,6 +1,8 @@
 #include "Describe.h"
 
 #include <Commons/ShortestNumber.h>
+#include <TavrelScenarioTemplateDb/TavrelScenarioNode.h>
+#include <cfg/Section.h>
 #include <fmt/format.h>
 #include <scenario/NearestName.h>
 
@@ -76,6 +78,13 @@ std::string ScalarText(const Json& value) {
     return value.is_number_float() ? ShortNumber(value.get<double>()) : value.dump();
 }
 
+// The interface gives no value of an enumeration, a vector or a list; the file has a text for it all the same.
+std::string TextInFile(cfg::Section& section, std::size_t index) {
+    auto parameter = section.beginParameter();
+    for (; index > 0 && parameter != section.endParameter(); --index) ++parameter;
+    return parameter == section.endParameter() ? "" : parameter.getString();
+}
+
 void AddIds(const ScenarioNode& node, std::vector<std::string>& ids) {
     std::vector<ScenarioParameter*> parameters;
     node.getParameters(parameters);
@@ -146,14 +155,10 @@ std::string TypeWord(ParameterType type) {
 std::string ShortNumber(double number) { return Commons::ShortestNumber(number); }
 
 std::string ValueText(const ScenarioParameter& parameter) {
-    try {
-        return parameter.getValueAsString();
-    } catch (const Exception&) {
-        return "?";
-    } catch (Exception* exception) {
-        delete exception;
-        return "?";
-    }
+    using TavrelScenarioTemplateDb::TavrelScenarioNode;
+    const auto* node = dynamic_cast<const TavrelScenarioNode*>(parameter.getParentNode());
+    if (node && TypeWord(parameter) == "other") return TextInFile(*node->getSection(), parameter.getIndex());
+    return parameter.getValueAsString();
 }
 
 Json ParameterJson(const ScenarioParameter& parameter) {
@@ -168,7 +173,7 @@ Json ParameterJson(const ScenarioParameter& parameter) {
                  {"text", Json()}};
     // The value of a script's variable is any text, whatever its type says; it has a text then and no value.
     try {
-        json["text"] = parameter.getValueAsString();
+        json["text"] = ValueText(parameter);
         if (type == "boolean") json["value"] = parameter.getBooleanValue();
         if (type == "integer") json["value"] = parameter.getIntegerValue();
         if (type == "real") json["value"] = parameter.getRealValue();

@@ -26,7 +26,8 @@ std::string TypeWord(ScenarioTemplateDb::ParameterType type);
 // A number in the shortest spelling that reads back as the same number, under any locale.
 std::string ShortNumber(double number);
 
-// The value as text; "?" for a parameter whose type the interface does not know.
+// The value as text; for a parameter whose type the interface does not know, the text that the file has. Fails as
+// getValueAsString does.
 std::string ValueText(const ScenarioTemplateDb::ScenarioParameter& parameter);
 
 // The full ids of all parameters of a node and those below it, in the order of the tree.

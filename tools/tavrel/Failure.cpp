@@ -1,12 +1,16 @@
 #include "Failure.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <new>
+#include <string_view>
 
 #include <Poco/Exception.h>
 #include <ScenarioTemplateDb/Exception.h>
 #include <scenario/NearestName.h>
+
+#include "report/ShownText.h"
 
 namespace tavrel {
 
@@ -35,20 +39,24 @@ Failure CurrentFailure() {
 std::string OneLine(const std::string& message) {
     std::string line;
     for (const char c : message) {
-        const bool control = static_cast<unsigned char>(c) < ' ' || c == '\x7f';
-        if (!control)
+        // The marks of the library's log stand at the beginnings of lines.
+        const bool separates = std::string_view("\n\r\t\1\2\3\4").find(c) != std::string_view::npos;
+        if (!separates)
             line += c;
         else if (!line.empty() && line.back() != ' ')
             line += ' ';
     }
     while (!line.empty() && line.back() == ' ') line.pop_back();
-    return line;
+    return ShownText(line);
 }
 
 std::string Printable(const std::string& text) {
-    std::string result = text;
-    for (char& c : result)
-        if (c != '\n' && (static_cast<unsigned char>(c) < ' ' || c == '\x7f')) c = ' ';
+    std::string result;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        result += (begin > 0 ? "\n" : "") + OneLine(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
     return result;
 }
 
@@ -64,7 +72,7 @@ std::string DidYouMean(const std::string& name, const std::vector<std::string>& 
 }
 
 void Report(const std::string& sentence) {
-    const std::string line = "tavrel: " + sentence + "\n";
+    const std::string line = "tavrel: " + ShownText(sentence) + "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
     std::fflush(stderr);
 }

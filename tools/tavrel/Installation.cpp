@@ -6,24 +6,32 @@
 #include <functional>
 #include <set>
 
+#include <unistd.h>
+
 #include <fmt/format.h>
 #include <lmkUtils/EnvConfig.h>
 #include <scenario/NearestName.h>
+#include <utf8proc.h>
 
 #include "Files.h"
 #include "Scripts.h"
+#include "report/ShownText.h"
 
 namespace tavrel {
 
 namespace {
 
+std::string OtherSpelling(Context& context, const std::string& wanted);
+
 using lmkUtils::EnvConfig;
+using TavrelScenarioTemplateDb::RootModel;
 using TavrelScenarioTemplateDb::TavrelDatabaseDriver;
 using TavrelScenarioTemplateDb::TavrelScenario;
 using TavrelScenarioTemplateDb::TavrelScenarioTemplateDatabase;
 
 constexpr const char* kAll = "*";
 constexpr const char* kExtension = ".sce";
+constexpr const char* kInstallationFile = "tavrel.xml";
 
 // The library's own join of a scenario directory and the path below it.
 std::string FileIn(const std::string& directory, const std::string& path) {
@@ -51,6 +59,32 @@ std::unique_ptr<TavrelScenario> Created(const TavrelDatabaseDriver& driver,
     return std::unique_ptr<TavrelScenario>(driver.createTavrelScenario(configuration, path));
 }
 
+// Canonically composed; as it is where it is no UTF-8.
+std::string NormalForm(const std::string& text) {
+    const bool isPlain =
+        std::all_of(text.begin(), text.end(), [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+    if (isPlain) return text;
+    utf8proc_uint8_t* composed = nullptr;
+    const utf8proc_ssize_t size =
+        utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(text.data()), static_cast<utf8proc_ssize_t>(text.size()),
+                     &composed, static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE));
+    if (size < 0) return text;
+    const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owned(composed, std::free);
+    return {reinterpret_cast<const char*>(composed), static_cast<std::size_t>(size)};
+}
+
+// Whether it makes no difference which of the configurations is taken: one file, read with one root model.
+bool AreTheSame(const std::vector<Configuration>& holders, const std::vector<std::string>& files) {
+    const std::string model = RootModel::fileOf(holders[0].name);
+    for (std::size_t i = 1; i < holders.size(); ++i) {
+        std::error_code error;
+        const std::string other = RootModel::fileOf(holders[i].name);
+        if (!std::filesystem::equivalent(files[0], files[i], error)) return false;
+        if (model != other && !std::filesystem::equivalent(model, other, error)) return false;
+    }
+    return true;
+}
+
 // What is named like a scenario below a folder, by whether it is a file. The library lists files only, and gives a
 // listing up at a link that leads nowhere.
 void SortOut(const std::string& folder, std::vector<std::string>& files, std::vector<std::string>& others,
@@ -70,7 +104,32 @@ std::string InstallationFileInUse(const Arguments& arguments) {
     if (arguments.Has("--config")) return arguments.Text("--config");
     const char* fromEnvironment = std::getenv("TAVREL_CONFIG");
     if (fromEnvironment && *fromEnvironment) return fromEnvironment;
-    return SampleInstallationFile();
+    std::error_code error;
+    const std::string near = InstallationFileFrom(std::filesystem::current_path(error).string());
+    if (near.empty()) return SampleInstallationFile();
+    static bool isTold = false;
+    if (!isTold && isatty(STDERR_FILENO) == 1) Report("the installation is " + near);
+    isTold = true;
+    return near;
+}
+
+std::string InstallationFileFrom(const std::string& folder) {
+    std::error_code error;
+    for (std::filesystem::path place = folder; !place.empty(); place = place.parent_path()) {
+        if (std::filesystem::is_regular_file(place / kInstallationFile, error))
+            return (place / kInstallationFile).string();
+        if (place == place.root_path()) break;
+    }
+    return "";
+}
+
+std::string ChosenConfiguration(const Arguments& arguments) {
+    const std::string wanted = arguments.Text("--configuration");
+    const std::vector<std::string> names = EnvConfig::getConfigurationsList();
+    if (wanted.empty() || std::find(names.begin(), names.end(), wanted) != names.end()) return wanted;
+    for (const std::string& name : names)
+        if (NormalForm(name) == NormalForm(wanted)) return name;
+    return wanted;
 }
 
 std::string SampleInstallationFile() {
@@ -94,12 +153,14 @@ Installation::Installation(Context& userContext, const std::string& installation
 
 TavrelDatabaseDriver Installation::Driver() const {
     return TavrelDatabaseDriver(file, context.arguments.Text("--version-filter", kAll),
-                                context.arguments.Text("--configuration", kAll));
+                                context.arguments.Has("--configuration") ? ChosenConfiguration(context.arguments)
+                                                                         : kAll);
 }
 
 bool Installation::PassesFilter(const Configuration& configuration) const {
-    return context.arguments.Text("--configuration", configuration.name) == configuration.name &&
-           context.arguments.Text("--version-filter", configuration.version) == configuration.version;
+    const bool isChosen =
+        !context.arguments.Has("--configuration") || ChosenConfiguration(context.arguments) == configuration.name;
+    return isChosen && context.arguments.Text("--version-filter", configuration.version) == configuration.version;
 }
 
 std::vector<Configuration> Installation::Configurations() {
@@ -174,23 +235,36 @@ std::vector<ScenarioDirectory> Installation::AllDirectories() {
     return all;
 }
 
-OpenedScenario Installation::Open(const std::string& path) {
+OpenedScenario Installation::Open(const std::string& wanted) {
     const TavrelScenarioTemplateDatabase database(file, kAll, kAll);
     std::vector<Configuration> holders;
+    std::vector<std::string> files; // the one that each of them has
     const std::vector<Configuration> candidates = Configurations();
-    for (const Configuration& configuration : candidates) {
-        try {
-            std::vector<std::string> directories;
-            database.getConfigurationScenarioDirectories(configuration.name, directories);
-            const bool holds = std::any_of(directories.begin(), directories.end(), [&](const std::string& directory) {
+    const auto look = [&](const std::string& path, bool isFirst) {
+        for (const Configuration& configuration : candidates) {
+            try {
+                std::vector<std::string> directories;
+                database.getConfigurationScenarioDirectories(configuration.name, directories);
                 std::error_code error;
-                return std::filesystem::exists(FileIn(directory, path), error);
-            });
-            if (holds) holders.push_back(configuration);
-        } catch (...) {
-            const Failure failure = CurrentFailure();
-            context.Tell({failure.status, fmt::format("{}: {}", configuration.name, failure.sentence)});
+                const auto directory = std::find_if(directories.begin(), directories.end(), [&](const auto& folder) {
+                    return std::filesystem::exists(FileIn(folder, path), error);
+                });
+                if (directory == directories.end()) continue;
+                holders.push_back(configuration);
+                files.push_back(FileIn(*directory, path));
+            } catch (...) {
+                const Failure failure = CurrentFailure();
+                if (isFirst)
+                    context.Tell({failure.status, fmt::format("{}: {}", configuration.name, failure.sentence)});
+            }
         }
+    };
+    std::string path = wanted;
+    look(path, true);
+    if (holders.empty()) {
+        path = OtherSpelling(context, wanted);
+        if (!path.empty()) look(path, false);
+        if (holders.empty()) path = wanted;
     }
     if (holders.empty()) {
         const std::string near = NearestScenario(context, path);
@@ -200,7 +274,7 @@ OpenedScenario Installation::Open(const std::string& path) {
                         candidates.size() == 1 ? candidates[0].name : file,
                         near.empty() ? near : ", did you mean \"" + near + "\"")};
     }
-    if (holders.size() > 1)
+    if (holders.size() > 1 && !AreTheSame(holders, files))
         throw Failure{ExitUsage,
                       fmt::format("the configurations {} all have a scenario \"{}\"; choose one of them with "
                                   "--configuration",
@@ -228,7 +302,7 @@ void ForEachConfiguration(Context& context,
         const Installation installation(context);
         const TavrelScenarioTemplateDatabase database(installation.File(), kAll, kAll);
         for (const std::string& name : EnvConfig::getConfigurationsList()) {
-            if (context.arguments.Text("--configuration", name) != name) continue;
+            if (context.arguments.Has("--configuration") && ChosenConfiguration(context.arguments) != name) continue;
             try {
                 if (context.arguments.Has("--version-filter") &&
                     database.getConfigurationVersion(name) != context.arguments.Text("--version-filter"))
@@ -243,6 +317,28 @@ void ForEachConfiguration(Context& context,
     } catch (...) {
         CurrentFailure();
     }
+}
+
+std::set<std::string> ScenarioPaths(Context& context) {
+    std::set<std::string> all;
+    ForEachConfiguration(context, [&](const std::string&, const std::vector<std::string>& directories) {
+        std::vector<std::string> others;
+        for (const std::string& directory : directories) {
+            std::vector<std::string> files;
+            SortOut(directory, files, others, [](const std::string&) {});
+            all.insert(files.begin(), files.end());
+        }
+    });
+    return all;
+}
+
+// The scenario that is meant by a path in another Unicode normal form, as other systems write it, or with its control
+// characters written out, as listings show it. Empty if there is none.
+std::string OtherSpelling(Context& context, const std::string& wanted) {
+    const std::string normal = NormalForm(wanted);
+    for (const std::string& path : ScenarioPaths(context))
+        if (NormalForm(path) == normal || ShownText(path) == wanted) return path;
+    return "";
 }
 
 } // namespace
@@ -263,15 +359,7 @@ std::vector<FoundScenario> FindScenarios(Context& context, const std::string& pa
 }
 
 std::string NearestScenario(Context& context, const std::string& path) {
-    std::set<std::string> all;
-    ForEachConfiguration(context, [&](const std::string&, const std::vector<std::string>& directories) {
-        std::vector<std::string> others;
-        for (const std::string& directory : directories) {
-            std::vector<std::string> files;
-            SortOut(directory, files, others, [](const std::string&) {});
-            all.insert(files.begin(), files.end());
-        }
-    });
+    const std::set<std::string> all = ScenarioPaths(context);
     return NearestName(path, {all.begin(), all.end()});
 }
 

@@ -54,8 +54,9 @@ public:
     // Those of all configurations. One that fails is told and left out, and so is what is no file in them.
     std::vector<ScenarioDirectory> AllDirectories();
 
-    // The scenario at `path` of the one configuration that has it. Fails if there is none, or more than one.
-    OpenedScenario Open(const std::string& path);
+    // The scenario at that path of the configuration that has it, in whatever Unicode normal form the path is written.
+    // Fails if there is none, or more than one that differ in the file or in the root model.
+    OpenedScenario Open(const std::string& wanted);
 
 private:
     bool PassesFilter(const Configuration& configuration) const;
@@ -83,8 +84,14 @@ OpenedScenario OpenScenario(Context& context, const std::string& operand);
 // Whether an operand is a file on disk, and says so if it is a scenario of the installation, too.
 bool IsFileOnDisk(Context& context, const std::string& operand);
 
-// The installation file that the command line names, else TAVREL_CONFIG, else the sample.
+// The installation file that the command line names, else TAVREL_CONFIG, else the one in the current folder or the
+// nearest above, which is said on a terminal, else the sample.
 std::string InstallationFileInUse(const Arguments& arguments);
+// The "tavrel.xml" in a folder or the nearest above; empty if there is none.
+std::string InstallationFileFrom(const std::string& folder);
+// The configuration that the command line names, as the installation in use writes it: what is named may be in another
+// Unicode normal form. Empty if none is named, and as it is named if there is no such configuration.
+std::string ChosenConfiguration(const Arguments& arguments);
 // The sample installation that came with this command.
 std::string SampleInstallationFile();
 

@@ -1,5 +1,6 @@
 #include "Output.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -8,6 +9,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include "Failure.h"
@@ -16,6 +18,7 @@ namespace tavrel {
 
 namespace {
 
+constexpr std::size_t kUsualColumns = 80, kLeastColumns = 20;
 constexpr std::size_t kPieceSize = std::size_t(64) * 1024;
 
 // A log that nobody takes must not grow for ever: a long run over broken files would end in it.
@@ -80,6 +83,12 @@ void Output::Hold() {
 }
 
 std::string Output::TakeHeld() { return std::exchange(pending, {}); }
+
+std::size_t Output::Columns() const {
+    winsize size = {};
+    if (ioctl(descriptor, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return kUsualColumns;
+    return std::max<std::size_t>(size.ws_col, kLeastColumns);
+}
 
 void Output::Flush() {
     std::string piece;

@@ -44,6 +44,8 @@ public:
 
     // Whether a person is looking. The styles give the text back as it is when nobody is, or when NO_COLOR is set.
     bool IsTerminal() const { return terminal; }
+    // The width of that terminal now; what is usual where it does not tell.
+    std::size_t Columns() const;
     std::string Strong(const std::string& text) const;
     std::string Faint(const std::string& text) const;
     std::string Coloured(Colour colour, const std::string& text) const;

@@ -9,7 +9,9 @@
 #include "Files.h"
 #include "Installation.h"
 #include "Progress.h"
+#include "Scripts.h"
 #include "commands/Commands.h"
+#include "report/ShownText.h"
 
 namespace tavrel {
 
@@ -28,8 +30,10 @@ std::string Subject(const Arguments& arguments) {
 // What the library says of a template does not always name it.
 std::string WithSubject(const Context& context, const Failure& failure) {
     const std::string subject = Subject(context.arguments);
-    const bool named = subject.empty() || failure.sentence.find(subject) != std::string::npos;
-    return named ? failure.sentence : subject + ": " + failure.sentence;
+    const std::string sentence = WithCauseOfRefusal(failure.sentence, subject);
+    const bool named = subject.empty() || sentence.find(subject) != std::string::npos ||
+                       sentence.find(ShownText(subject)) != std::string::npos;
+    return named ? sentence : subject + ": " + sentence;
 }
 
 // The sub-command, with each of its failures as a sentence and a status. Fails with a Failure for wrong usage.

@@ -35,12 +35,13 @@ using TavrelScenarioTemplateDb::RootModel;
 using TavrelScenarioTemplateDb::scriptsOf;
 namespace fs = std::filesystem;
 
-constexpr const char* kInstallationFile = "tavrel.xml";
+constexpr const char* kRefusal = "Unable to parse script "; // how the library begins to tell of one
 
 // What is being done, for the message of a process that an assertion ends.
 std::string scriptUnderWay;
 const ScenarioItem* itemUnderWay = nullptr; // whose texts are being made
 LoadProblem fatalProblem;                   // the one that names an assertion
+LoadProblem lastRefusal;                    // of a text that nobody gathers the problems of
 
 template <class Value>
 class ScopedValue {
@@ -61,6 +62,23 @@ bool LiesIn(const fs::path& file, const std::string& folder) {
     const fs::path root = fs::weakly_canonical(folder, error);
     const fs::path relative = file.lexically_relative(root);
     return !error && !relative.empty() && *relative.begin() != "..";
+}
+
+// A FILE may lead anywhere, also to what the author of a scenario cannot read and the user can. Causes quote the text,
+// too.
+bool MayBeShown(const LoadProblem& problem, const std::string& place) {
+    const std::string path = problem.file.empty() ? place : FileOf(problem);
+    if (path == place) return true; // a text in memory, or what the user named
+    std::error_code error;
+    const fs::path file = fs::weakly_canonical(path, error);
+    try {
+        for (const std::string& root :
+             EnvConfig::getSeparatedPathForConfiguration(EnvConfig::getCurrentConfiguration(), "."))
+            if (LiesIn(file, root)) return true;
+    } catch (...) {
+        CurrentFailure(); // a configuration without a data path
+    }
+    return false;
 }
 
 void NoteFatalProblem(const LoadProblem& problem) {
@@ -163,10 +181,21 @@ ScriptUnderWay::~ScriptUnderWay() { scriptUnderWay.clear(); }
 
 void ListenForAssertions() {
     class Listener : public LoadProblemListener {
-        void OnLoadProblem(const LoadProblem& problem) override { NoteFatalProblem(problem); }
+        void OnLoadProblem(const LoadProblem& problem) override {
+            NoteFatalProblem(problem);
+            if (!problem.isWarning) lastRefusal = problem;
+        }
     };
     static Listener listener;
     SetLoadProblemListener(&listener);
+}
+
+std::string WithCauseOfRefusal(const std::string& sentence, const std::string& subject) {
+    const std::size_t begin = sentence.find(kRefusal);
+    if (begin == std::string::npos || lastRefusal.cause.empty()) return sentence;
+    const std::string script = "script " + lastRefusal.script;
+    return sentence.substr(0, begin) +
+           ProblemSentence(lastRefusal, begin > 0 || subject.empty() ? script : subject + ", " + script);
 }
 
 void DieOf(const char* source, int line) {
@@ -198,18 +227,14 @@ std::string InstallationFileFor(const Context& context, const std::string& path)
     if (context.arguments.Has("--config")) return context.arguments.Text("--config");
     if (fromEnvironment && *fromEnvironment) return fromEnvironment;
     std::error_code error;
-    for (fs::path folder = fs::weakly_canonical(path, error); !error && folder != folder.root_path();) {
-        folder = folder.parent_path();
-        if (fs::is_regular_file(folder / kInstallationFile, error)) return (folder / kInstallationFile).string();
-        error.clear();
-    }
-    return SampleInstallationFile();
+    const std::string above = InstallationFileFrom(fs::weakly_canonical(path, error).parent_path().string());
+    return above.empty() ? InstallationFileInUse(context.arguments) : above;
 }
 
 std::string ConfigurationFor(const Context& context, const std::string& path) {
     const std::vector<std::string> names = EnvConfig::getConfigurationsList();
     if (context.arguments.Has("--configuration")) {
-        const std::string name = context.arguments.Text("--configuration");
+        const std::string name = ChosenConfiguration(context.arguments);
         if (std::find(names.begin(), names.end(), name) == names.end())
             throw Failure{ExitUnreadable,
                           fmt::format("there is no configuration \"{}\"{}; {} has {}", name, DidYouMean(name, names),
@@ -279,6 +304,9 @@ std::string FileOf(const LoadProblem& problem) {
 }
 
 std::string ProblemSentence(const LoadProblem& problem, const std::string& place) {
+    if (!MayBeShown(problem, place))
+        return fmt::format("{}:{}: it is refused, and lies outside of the data path, so nothing of it is shown",
+                           FileOf(problem), problem.row);
     const std::string line = OneLine(problem.line);
     return fmt::format("{}:{}: {}{}", problem.file.empty() ? place : FileOf(problem), problem.row,
                        OneLine(problem.cause), line.empty() ? "" : fmt::format(" ({})", line));

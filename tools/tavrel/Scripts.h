@@ -30,7 +30,7 @@ using TavrelChecking::FileKind;
 using TavrelChecking::KindOfFile;
 
 // The installation that a file on disk belongs to: the one that the command line or TAVREL_CONFIG names, else the
-// nearest "tavrel.xml" in the folders above the file, else the sample.
+// nearest "tavrel.xml" in the folders above the file, else the one in use.
 std::string InstallationFileFor(const Context& context, const std::string& path);
 // The configuration of the installation in use whose data path holds the file: the one that the command line names,
 // else the first that holds it, else the first of all. Empty if there is none.
@@ -79,6 +79,9 @@ private:
 
 // From here on that message names file, script and row also where nobody gathers the problems of a text.
 void ListenForAssertions();
+// A sentence of the library about a script that it refused tells no cause, since a reader's log has none. The sentence
+// with the cause in its place, or as it is where it tells of something else.
+std::string WithCauseOfRefusal(const std::string& sentence, const std::string& subject);
 
 // UpdateDisplayTextTree, call by call, so that the same message names the call.
 void UpdateDisplayTexts(ScenarioItem& item);

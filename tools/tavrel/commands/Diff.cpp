@@ -9,6 +9,7 @@
 #include "../Installation.h"
 #include "../ScenarioFile.h"
 #include "../Scripts.h"
+#include "../report/ShownText.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -317,8 +318,8 @@ void PrintText(Output& out, const std::string& fileA, const std::string& fileB,
                const std::vector<Difference>& differences) {
     for (const Difference& difference : differences) {
         std::string place;
-        if (difference.rowBefore > 0) place += fmt::format(" {}:{}", fileA, difference.rowBefore);
-        if (difference.rowAfter > 0) place += fmt::format(" {}:{}", fileB, difference.rowAfter);
+        if (difference.rowBefore > 0) place += fmt::format(" {}:{}", ShownText(fileA), difference.rowBefore);
+        if (difference.rowAfter > 0) place += fmt::format(" {}:{}", ShownText(fileB), difference.rowAfter);
         out.Print("{} {} {}{}\n   {}\n", out.Strong(difference.change), difference.what, OneLine(difference.name),
                   difference.script.empty() ? "" : fmt::format(" in script {}", OneLine(difference.script)), place);
         if (!difference.before.empty() || difference.change == "changed")

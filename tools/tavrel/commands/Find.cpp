@@ -6,7 +6,9 @@
 #include "../Installation.h"
 #include "../Progress.h"
 #include "../ScenarioFile.h"
+#include "../ScenarioLines.h"
 #include "../TextPattern.h"
+#include "../report/ShownText.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -218,24 +220,20 @@ void PrintEntries(Context& context, const std::vector<Entry>& entries) {
                             {"places", entry.found["places"]}});
         return out.Print(DumpJson(list));
     }
-    std::size_t configurationWidth = 0, pathWidth = 0;
-    for (const Entry& entry : entries) {
-        configurationWidth = std::max(configurationWidth, entry.directory->configuration.name.size());
-        pathWidth = std::max(pathWidth, entry.path.size());
-    }
-    for (const Entry& entry : entries) {
-        const std::string& configuration = entry.directory->configuration.name;
-        const std::string name = OneLine(entry.found["name"].get<std::string>());
+    ScenarioLines lines(out);
+    for (const Entry& entry : entries)
+        lines.Add(entry.directory->configuration.name, entry.path, entry.found["name"].get<std::string>());
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const Entry& entry = entries[i];
         if (context.arguments.Has("--paths"))
-            out.Print("{}\n", entry.path);
-        else if (out.IsTerminal())
-            out.Print("{:{}}  {:{}}  {}\n", configuration, configurationWidth, entry.path, pathWidth, out.Strong(name));
+            out.Print("{}\n", ShownText(entry.path));
         else
-            out.Print("{}\t{}\t{}\n", configuration, entry.path, name);
+            lines.Print(i);
         if (!context.arguments.Has("--places")) continue;
         for (const Json& hit : entry.found["places"])
-            out.Print("    {}:{}: {} {}\n", entry.directory->FileOf(entry.path), hit["row"].get<std::uint32_t>(),
-                      hit["what"].get<std::string>(), hit["text"].get<std::string>());
+            out.Print("    {}:{}: {} {}\n", ShownText(entry.directory->FileOf(entry.path)),
+                      hit["row"].get<std::uint32_t>(), hit["what"].get<std::string>(),
+                      OneLine(hit["text"].get<std::string>()));
     }
 }
 

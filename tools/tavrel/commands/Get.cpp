@@ -11,7 +11,7 @@ int RunGet(Context& context) {
     if (context.arguments.Has("--json"))
         context.out.Print(DumpJson(ParameterJson(parameter)));
     else
-        context.out.Print("{}\n", parameter.getValueAsString());
+        context.out.Print("{}\n", ValueText(parameter));
     return context.status;
 }
 

@@ -26,8 +26,9 @@ std::string StateKey(const std::string& task, std::int32_t state) { return task 
 
 Visited ReadTrace(const std::string& path) {
     Visited visited;
+    const std::string reason = ReasonNotToOpen(path);
+    if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", path, reason)};
     std::ifstream file(path);
-    if (!file) throw Failure{ExitUnreadable, path + ": it cannot be opened"};
     std::size_t row = 0;
     for (std::string line; std::getline(file, line);) {
         ++row;

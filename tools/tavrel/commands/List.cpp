@@ -1,11 +1,11 @@
-#include <algorithm>
-
 #include <cfg/CfgScenario.h>
 
 #include "../Describe.h"
 #include "../Files.h"
 #include "../Installation.h"
 #include "../Progress.h"
+#include "../ScenarioLines.h"
+#include "../report/ShownText.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -69,19 +69,9 @@ void ReadNames(Context& context, std::vector<Entry>& entries) {
 }
 
 void PrintText(Output& out, const std::vector<Entry>& entries) {
-    std::size_t configurationWidth = 0, pathWidth = 0;
-    for (const Entry& entry : entries) {
-        configurationWidth = std::max(configurationWidth, entry.directory->configuration.name.size());
-        pathWidth = std::max(pathWidth, entry.path.size());
-    }
-    for (const Entry& entry : entries) {
-        const std::string& configuration = entry.directory->configuration.name;
-        if (out.IsTerminal())
-            out.Print("{:{}}  {:{}}  {}\n", configuration, configurationWidth, entry.path, pathWidth,
-                      out.Strong(OneLine(entry.name)));
-        else
-            out.Print("{}\t{}\t{}\n", configuration, entry.path, OneLine(entry.name));
-    }
+    ScenarioLines lines(out);
+    for (const Entry& entry : entries) lines.Add(entry.directory->configuration.name, entry.path, entry.name);
+    for (std::size_t i = 0; i < lines.Count(); ++i) lines.Print(i);
 }
 
 // A scenario that could not be read has neither name nor description.
@@ -105,7 +95,7 @@ int RunList(Context& context) {
     const std::vector<ScenarioDirectory> directories = installation.AllDirectories();
     std::vector<Entry> entries = Entries(directories);
     if (context.arguments.Has("--paths")) {
-        for (const Entry& entry : entries) context.out.Print("{}\n", entry.path);
+        for (const Entry& entry : entries) context.out.Print("{}\n", ShownText(entry.path));
         return context.status;
     }
     ReadNames(context, entries);

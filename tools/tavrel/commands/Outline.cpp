@@ -8,6 +8,7 @@
 #include "../Describe.h"
 #include "../ScriptRows.h"
 #include "../Scripts.h"
+#include "../report/ShownText.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -99,7 +100,7 @@ void PrintLine(Output& out, const Line& line, const ScriptRows& rows, const std:
     const bool isCall = line.kind == "if" || line.kind == "then" || line.kind == "else";
     const std::string word = isCall ? "" : line.kind == "part" ? "- " : out.Strong(line.kind) + " ";
     out.Print("{}  {}{}{}\n", out.Faint(fmt::format("{:>6}", row == 0 ? "" : std::to_string(row))), indent, word,
-              Joined(line.text));
+              ShownText(Joined(line.text)));
     for (const Line& below : line.below) PrintLine(out, below, rows, indent + "  ");
 }
 

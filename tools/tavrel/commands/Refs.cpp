@@ -10,6 +10,7 @@
 #include "../Describe.h"
 #include "../ScriptRows.h"
 #include "../Scripts.h"
+#include "../report/ShownText.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -198,8 +199,8 @@ int RunRefs(Context& context) {
                        {"place", way},
                        {"display", OneLine(DisplayOf(reference))}});
         if (context.arguments.Has("--json")) continue;
-        context.out.Print("{}:{}: {} {}\n    in {}\n", context.out.Strong(place.file), place.row, reference.role,
-                          OneLine(TitleOf(*reference.target)), OneLine(way));
+        context.out.Print("{}:{}: {} {}\n    in {}\n", context.out.Strong(ShownText(place.file)), place.row,
+                          reference.role, OneLine(TitleOf(*reference.target)), OneLine(way));
         if (!DisplayOf(reference).empty()) context.out.Print("    {}\n", OneLine(DisplayOf(reference)));
     }
     if (context.arguments.Has("--json")) context.out.Print(DumpJson(all));

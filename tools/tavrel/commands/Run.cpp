@@ -10,6 +10,7 @@
 #include "../Scripts.h"
 #include "../TraceText.h"
 #include "../Values.h"
+#include "../report/ShownText.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -82,7 +83,7 @@ int TellSkipped(Context& context, const std::string& path) {
     if (context.arguments.Text("--trace", "text") == "json")
         context.out.Print(JsonOf({0, start}) + "\n" + JsonOf({0, end}) + "\n");
     else
-        context.out.Print("skipped {}: it has no script\n", path);
+        context.out.Print("skipped {}: it has no script\n", ShownText(path));
     context.verdict = end.verdict;
     return context.status;
 }

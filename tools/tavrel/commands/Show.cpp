@@ -2,6 +2,7 @@
 
 #include "../Describe.h"
 #include "../Installation.h"
+#include "../report/ShownText.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -35,15 +36,17 @@ void PrintText(Output& out, const OpenedScenario& opened) {
     const auto& scenario = *opened.scenario;
     out.Print("{}\n", out.Strong(OneLine(scenario.getName())));
     if (!scenario.getDescription().empty()) out.Print("{}\n", Printable(scenario.getDescription()));
-    out.Print("\npath           {}\nconfiguration  {} ({})\nfile           {}\n\n", scenario.getPath(),
-              opened.configuration.name, opened.configuration.version, scenario.getFilePath());
+    out.Print("\npath           {}\nconfiguration  {} ({})\nfile           {}\n\n", ShownText(scenario.getPath()),
+              ShownText(opened.configuration.name), ShownText(opened.configuration.version),
+              ShownText(scenario.getFilePath()));
     PrintNode(out, *scenario.getRootScenarioNode(), "");
     const std::size_t count = scenario.getVariadicParameterNumber();
     if (count > 0) out.Print("\n{}\n", out.Strong("Variadic parameters"));
     for (std::size_t i = 0; i < count; ++i) {
         const auto& declaration = *scenario.getVariadicParameter(i);
         out.Print("  {}  {}  {}\n     {}\n", i, OneLine(declaration.getName()),
-                  out.Faint("(" + DeclarationText(declaration) + ")"), declaration.getParameterId());
+                  out.Faint("(" + OneLine(DeclarationText(declaration)) + ")"),
+                  ShownText(declaration.getParameterId()));
     }
 }
 
@@ -73,7 +76,8 @@ int RunShow(Context& context) {
 
 int RunIds(Context& context) {
     const OpenedScenario opened = OpenScenario(context, context.arguments.Text("SCENARIO"));
-    for (const std::string& id : ParameterIds(*opened.scenario->getRootScenarioNode())) context.out.Print("{}\n", id);
+    for (const std::string& id : ParameterIds(*opened.scenario->getRootScenarioNode()))
+        context.out.Print("{}\n", ShownText(id));
     return context.status;
 }
 

@@ -1,5 +1,6 @@
 #include "../Describe.h"
 #include "../Installation.h"
+#include "../report/ShownText.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -10,18 +11,18 @@ namespace {
 void PrintTree(Context& context, const std::string& file, const std::vector<Configuration>& configurations,
                const std::vector<ScenarioDirectory>& directories) {
     Output& out = context.out;
-    out.Print("{}\n", out.Strong(file));
+    out.Print("{}\n", out.Strong(ShownText(file)));
     std::string version;
     bool first = true;
     for (const Configuration& configuration : configurations) {
-        if (first || configuration.version != version) out.Print("  {}\n", configuration.version);
+        if (first || configuration.version != version) out.Print("  {}\n", ShownText(configuration.version));
         first = false;
         version = configuration.version;
-        out.Print("    {}\n", out.Strong(configuration.name));
+        out.Print("    {}\n", out.Strong(ShownText(configuration.name)));
         for (const ScenarioDirectory& directory : directories) {
             if (directory.configuration.name != configuration.name) continue;
-            out.Print("      {}\n", out.Faint(directory.path));
-            for (const std::string& scenario : directory.scenarios) out.Print("        {}\n", scenario);
+            out.Print("      {}\n", out.Faint(ShownText(directory.path)));
+            for (const std::string& scenario : directory.scenarios) out.Print("        {}\n", ShownText(scenario));
         }
     }
 }

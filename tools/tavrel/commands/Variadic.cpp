@@ -9,6 +9,7 @@
 #include "../Describe.h"
 #include "../Installation.h"
 #include "../Saving.h"
+#include "../report/ShownText.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -202,7 +203,7 @@ int RunVariadicList(Context& context) {
     for (std::size_t i = 0; i < count; ++i) {
         const auto& declaration = *scenario.getVariadicParameter(i);
         context.out.Print("{}  {}  ({})\n   {}\n", i, context.out.Strong(OneLine(declaration.getName())),
-                          DeclarationText(declaration), declaration.getParameterId());
+                          OneLine(DeclarationText(declaration)), ShownText(declaration.getParameterId()));
         if (!declaration.getDescription().empty())
             context.out.Print("   {}\n", context.out.Faint(OneLine(declaration.getDescription())));
     }

@@ -9,6 +9,7 @@
 #include "../Files.h"
 #include "../Plans.h"
 #include "../Progress.h"
+#include "../ScenarioLines.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -115,12 +116,6 @@ void ListCsv(Context& context, const Plan& plan) {
     });
 }
 
-// How many letters a text is wide: bytes that continue one do not count.
-std::size_t WidthOf(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
-}
-
 void ListTable(Context& context, const Plan& plan) {
     const bool seeded = plan.File().repetitions > 1;
     std::vector<std::string> head{"number"};
@@ -132,7 +127,7 @@ void ListTable(Context& context, const Plan& plan) {
         std::string line;
         for (std::size_t i = 0; i < cells.size(); ++i) {
             line += cells[i];
-            const std::size_t width = WidthOf(cells[i]);
+            const std::size_t width = ColumnsOf(cells[i]);
             if (i + 1 < cells.size()) line.append(width < widths[i] ? widths[i] - width + 2 : 2, ' ');
         }
         context.out.Print(line + "\n");
@@ -140,7 +135,7 @@ void ListTable(Context& context, const Plan& plan) {
     const auto printKept = [&] {
         widths.assign(head.size(), 0);
         for (const auto& cells : kept)
-            for (std::size_t i = 0; i < cells.size(); ++i) widths[i] = std::max(widths[i], WidthOf(cells[i]));
+            for (std::size_t i = 0; i < cells.size(); ++i) widths[i] = std::max(widths[i], ColumnsOf(cells[i]));
         for (const auto& cells : kept) print(cells);
         kept.clear();
     };
@@ -288,14 +283,14 @@ int RunVaryShow(Context& context) {
     context.out.Print("variant {}{}\n", variant.number, variant.seed ? fmt::format(", seed {}", *variant.seed) : "");
     std::size_t nameWidth = 0, valueWidth = 0;
     for (std::size_t i = 0; i < variant.values.size(); ++i) {
-        nameWidth = std::max(nameWidth, WidthOf(OneLine(plan.Parameters()[i].name)));
-        valueWidth = std::max(valueWidth, WidthOf(OneLine(WithUnit(plan.Parameters()[i], variant.values[i]))));
+        nameWidth = std::max(nameWidth, ColumnsOf(OneLine(plan.Parameters()[i].name)));
+        valueWidth = std::max(valueWidth, ColumnsOf(OneLine(WithUnit(plan.Parameters()[i], variant.values[i]))));
     }
     for (std::size_t i = 0; i < variant.values.size(); ++i) {
         const PlannedParameter& parameter = plan.Parameters()[i];
         const std::string name = OneLine(parameter.name), value = OneLine(WithUnit(parameter, variant.values[i]));
-        context.out.Print("  {}{}  {}{}  (file: {})\n", name, std::string(nameWidth - WidthOf(name), ' '), value,
-                          std::string(valueWidth - WidthOf(value), ' '), OneLine(PresentOf(plan, i)));
+        context.out.Print("  {}{}  {}{}  (file: {})\n", name, std::string(nameWidth - ColumnsOf(name), ' '), value,
+                          std::string(valueWidth - ColumnsOf(value), ' '), OneLine(PresentOf(plan, i)));
         if (parameter.name != parameter.id) context.out.Print("    {}\n", context.out.Faint(parameter.id));
     }
     return context.status;

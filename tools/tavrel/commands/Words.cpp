@@ -8,6 +8,7 @@
 #include "../Describe.h"
 #include "../Scripts.h"
 #include "../TextPattern.h"
+#include "../report/ShownText.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -122,7 +123,7 @@ std::string ParameterText(const Json& parameter) {
 void PrintText(Output& out, const Json& words, bool severalModels) {
     std::string model;
     for (const Json& word : words) {
-        if (severalModels && word["model"] != model) out.Print("{}\n", word["model"].get<std::string>());
+        if (severalModels && word["model"] != model) out.Print("{}\n", ShownText(word["model"].get<std::string>()));
         model = word["model"].get<std::string>();
         const auto text = [&](const char* member) { return OneLine(word[member].get<std::string>()); };
         std::string returns;
