@@ -88,7 +88,11 @@ TEST(UsageTest, TheCompletionOffersCommandsOptionsAndScenarios) {
     EXPECT_EQ(complete("variadic re"), "remove\n");
     EXPECT_EQ(complete("list --pa"), "--paths\n");
     EXPECT_EQ(complete("run --trace j"), "json\n");
-    EXPECT_EQ(complete("show --configuration ''"), "\n") << "nothing is known of a name";
+    EXPECT_EQ(complete("show --configuration Ci"), "City\n");
+    EXPECT_EQ(complete("get --configuration City orientation/First\\ minutes.sce /sce/Scenario/dur"),
+              "/sce/Scenario/duration\n");
+    EXPECT_EQ(complete("run --configuration Highway rural/Überholen\\ auf\\ der\\ Landstraße.sce --script ma"),
+              "main\n");
     EXPECT_EQ(complete("show --config /dev/nul"), "/dev/null\n");
     EXPECT_EQ(complete("variadic add a b --type re"), "real\n");
     EXPECT_EQ(complete("show --configuration City orientation/F"), "orientation/First\\ minutes.sce\n");

@@ -29,7 +29,7 @@ const OptionRow kRange    {"--range", "MIN:MAX", Many, None, "", "permitted numb
 const OptionRow kLiteral  {"--literal", "TEXT", Many, None, "", "permitted text; give it again for a further one"};
 const OptionRow kSetScenario {"SCENARIO", "", One, Scenarios, "", "a scenario, as tree and list show it, or a file"};
 const OptionRow kScript   {"SCRIPT", "", One, Scenarios, "", "a scenario, as tree and list show it, or a file"};
-const OptionRow kScriptName {"--script", "NAME", One, None, "", "which script of the scenario (default the first whole one)"};
+const OptionRow kScriptName {"--script", "NAME", One, Offers::Scripts, "", "which script of the scenario (default the first whole one)"};
 const OptionRow kModel    {"--model", "FILE", One, Files, "", "root model for scripts, instead of that of the configuration"};
 const OptionRow kJobs     {"--jobs", "N", One, None, "", "files that are looked at side by side (default as many as there are cores)"};
 const OptionRow kCampaign {"DIR", "", One, Files, "", "folder of a campaign"};
@@ -89,7 +89,7 @@ const std::vector<CommandRow>& Commands() {
          "Writes the value of the parameter with the full id ID, in the unit of the parameter. The sub-command ids "
          "tells the ids there are. Quote the id, since shells have a meaning for brackets.",
          {kScenario,
-          {"ID", "", One, None, "", "full id of a parameter"}},
+          {"ID", "", One, Offers::Ids, "", "full id of a parameter"}},
          {kJson},
          Runs::InOneChild, RunGet,
          {"tavrel get overtaking.sce '/sce/Scenario/Vehicle[id/@ScenarioTreeValue=3]/name'"}},
@@ -123,7 +123,7 @@ const std::vector<CommandRow>& Commands() {
          "its type, name, unit and value. The scenario is saved, read again, and the position of the new declaration "
          "written.",
          {kScenario,
-          {"ID", "", One, None, "", "full id of the parameter that may be varied"}},
+          {"ID", "", One, Offers::Ids, "", "full id of the parameter that may be varied"}},
          {{"--type", "TYPE", One, Words, "integer real boolean literal", "type of the values"},
           kName, kDescribe, kUnit, kDefault, kRange, kLiteral, kSaveTo},
          Runs::InOneChild, RunVariadicAdd,
@@ -133,7 +133,7 @@ const std::vector<CommandRow>& Commands() {
          "Changes what is given and leaves the rest. Ranges or texts that are given take the place of all former ones. "
          "The type stays: to change it, remove the declaration and add it anew.",
          {kScenario, kIndex},
-         {{"--target", "ID", One, None, "", "full id of the parameter that may be varied"},
+         {{"--target", "ID", One, Offers::Ids, "", "full id of the parameter that may be varied"},
           kName, kDescribe, kUnit, kDefault, kRange, kLiteral,
           {"--any", "", Flag, None, "", "take away all ranges or texts, so that any value is permitted"},
           kSaveTo},
@@ -419,11 +419,11 @@ const std::vector<CommandRow>& Commands() {
          {"tavrel vary schema > plan.schema.json"}},
 
         {"completion", "write the completion for a shell",
-         "Writes a script that teaches the shell the sub-commands, options and scenarios.",
-         {{"SHELL", "", One, Words, "bash", "the shell"}},
+         "Writes a script that teaches the shell the sub-commands, options, scenarios, ids, configurations and scripts.",
+         {{"SHELL", "", One, Words, "bash zsh fish", "the shell"}},
          {},
          Runs::Here, RunCompletion,
-         {"source <(tavrel completion bash)"}},
+         {"source <(tavrel completion bash)", "tavrel completion fish | source"}},
 
         {"man", "write the manual page",
          "Writes the manual page in the form that man reads.",
@@ -442,7 +442,7 @@ const std::vector<OptionRow>& CommonOptions() {
         {"--config", "FILE", One, Files, "",
          "the installation file; without it the environment variable TAVREL_CONFIG names one, and without that the "
          "tavrel.xml in this folder or the nearest above, or else the sample installation, is used"},
-        {"--configuration", "NAME", One, None, "", "see this configuration alone"},
+        {"--configuration", "NAME", One, Offers::Configurations, "", "see this configuration alone"},
         {"--version-filter", "VERSION", One, None, "", "see configurations of this version alone"},
         {"--timeout", "SECONDS", One, None, "", "give a file up after this time (default 60)"},
         {"--verbose", "", Flag, None, "", "also tell what the library logs while it reads"},

@@ -12,7 +12,7 @@ struct Context;
 enum class Takes { Nothing, One, Many, Any, Optional };
 
 // What the shell offers for a value.
-enum class Offers { Nothing, Files, Scenarios, Words };
+enum class Offers { Nothing, Files, Scenarios, Words, Ids, Configurations, Scripts };
 
 // An option ("--json") or an operand ("SCENARIO") of a sub-command.
 struct OptionRow {

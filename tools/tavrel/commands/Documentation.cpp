@@ -53,49 +53,215 @@ std::string Names(const std::vector<OptionRow>& rows) {
     return names;
 }
 
-// The line of a case statement of the shell that says what completes the value of an option.
-std::string ValueCase(const std::string& pattern, const OptionRow& row) {
-    switch (row.offers) {
-    case Offers::Files:
-        return fmt::format("    {}) COMPREPLY=($(compgen -f -- \"$current\")); compopt -o filenames; return ;;\n",
-                           pattern);
+// What differs between the shells that take the same case statements.
+struct Shell {
+    const char* head;
+    const char* files;
+    const char* words; // completes to {}
+    int first;         // index of the first word after the command
+    const char* cursor;
+    const char* tail;
+};
+
+// The call of the shell's function that offers the lines of a call of the command.
+const char* LinesOf(Offers offers) {
+    switch (offers) {
     case Offers::Scenarios:
-        return fmt::format("    {}) _tavrel_scenarios; return ;;\n", pattern);
-    case Offers::Words:
-        return fmt::format("    {}) COMPREPLY=($(compgen -W \"{}\" -- \"$current\")); return ;;\n", pattern, row.words);
+        return "_tavrel_lines list --paths";
+    case Offers::Ids:
+        return "_tavrel_lines ids \"$subject\"";
+    case Offers::Configurations:
+        return "_tavrel_configurations";
+    case Offers::Scripts:
+        return "_tavrel_scripts \"$subject\"";
     case Offers::Nothing:
+    case Offers::Files:
+    case Offers::Words:
         break;
     }
-    return fmt::format("    {}) return ;;\n", pattern);
+    return "";
 }
 
-void PrintValueCases(Output& out, const std::string& command, const std::vector<OptionRow>& rows) {
-    for (const OptionRow& row : rows)
-        if (*row.value) out.Print(ValueCase(fmt::format("\"{} {}\"", command, row.name), row));
+std::string WordsOf(const Shell& shell, const std::string& words) {
+    return fmt::format(fmt::runtime(shell.words), words);
+}
+
+// The line of a case statement of the shell that says what completes the value of an option.
+std::string ValueCase(const Shell& shell, const std::string& pattern, const OptionRow& row) {
+    const std::string action = row.offers == Offers::Files   ? shell.files
+                               : row.offers == Offers::Words ? WordsOf(shell, row.words)
+                                                             : LinesOf(row.offers);
+    return fmt::format("    {}) {}return ;;\n", pattern, action.empty() ? "" : action + "; ");
 }
 
 // clang-format off: it takes a brace of the script for the end of a namespace
-constexpr const char* kCompletionHead = R"bash(# Completion of the command tavrel for bash.
+constexpr Shell kBash = {R"sh(# Completion of the command tavrel for bash.
 
-# Scenarios of the installation that the line names. Their paths may hold blanks, so they are taken line by line.
-_tavrel_scenarios() {
-  local options=() i path
-  for ((i = 1; i < COMP_CWORD; i++)); do
+# The lines of a call for the installation that the line names. They may hold blanks.
+_tavrel_offer() {
+  local line
+  while IFS= read -r line; do
+    [[ $line == "${current//[\\\"\']/}"* ]] && COMPREPLY+=("$(printf '%q' "$line")")
+  done
+}
+_tavrel_call() {
+  local options=() i
+  for ((i = 1; i + 1 < COMP_CWORD; i++)); do
     case "${words[i]}" in
-    --config | --configuration | --version-filter) options+=("${words[i]}" "${words[i + 1]}") ;;
+    --config | --configuration | --version-filter) options+=("${words[i]}" "${words[i + 1]//[\\\"\']/}") ;;
     esac
   done
-  while IFS= read -r path; do
-    [[ $path == "$current"* ]] && COMPREPLY+=("$(printf '%q' "$path")")
-  done < <("${words[0]}" list --paths "${options[@]}" 2>/dev/null)
+  "${words[0]}" "$@" "${options[@]}" 2>/dev/null
+}
+_tavrel_lines() { _tavrel_offer < <(_tavrel_call "$@"); }
+_tavrel_configurations() { _tavrel_offer < <(_tavrel_call tree | sed -n 's/^    \([^ ]\)/\1/p'); }
+_tavrel_scripts() {
+  _tavrel_offer < <(_tavrel_call show "$1" --json | sed -n 's/.*"nodeId": .*scriptName=\\"\(.*\)\\"\]".*/\1/p')
 }
 
 _tavrel() {
   local words=("${COMP_WORDS[@]}") current="${COMP_WORDS[COMP_CWORD]}" previous="${COMP_WORDS[COMP_CWORD - 1]}"
-  local command="" operands=0 i
+  local command="" subject="" operands=0 i
   COMPREPLY=()
-)bash";
+)sh",
+                         "COMPREPLY+=($(compgen -f -- \"$current\")); compopt -o filenames",
+                         "COMPREPLY+=($(compgen -W \"{}\" -- \"$current\"))",
+                         1,
+                         "COMP_CWORD",
+                         "complete -F _tavrel tavrel\n"};
+
+constexpr Shell kZsh = {R"sh(#compdef tavrel
+# Completion of the command tavrel for zsh.
+
+_tavrel_call() {
+  local -a options
+  local i
+  for ((i = 2; i + 1 < CURRENT; i++)); do
+    case "${words[i]}" in
+    --config | --configuration | --version-filter) options+=("${words[i]}" "${(Q)words[i + 1]}") ;;
+    esac
+  done
+  "${(Q)words[1]}" "$@" "${options[@]}" 2>/dev/null
+}
+_tavrel_lines() { REPLY="$(_tavrel_call "$@")"; lines=(${(f)REPLY}); compadd -- "${lines[@]}"; }
+_tavrel_configurations() {
+  REPLY="$(_tavrel_call tree | sed -n 's/^    \([^ ]\)/\1/p')"; lines=(${(f)REPLY}); compadd -- "${lines[@]}"
+}
+_tavrel_scripts() {
+  REPLY="$(_tavrel_call show "$1" --json | sed -n 's/.*"nodeId": .*scriptName=\\"\(.*\)\\"\]".*/\1/p')"
+  lines=(${(f)REPLY}); compadd -- "${lines[@]}"
+}
+
+_tavrel() {
+  local current="${words[CURRENT]}" previous="${words[CURRENT - 1]}" command="" subject="" operands=0 i REPLY
+  local -a lines
+)sh",
+                        "_files",
+                        "compadd -- {}",
+                        2,
+                        "CURRENT",
+                        "if [[ $funcstack[1] == _tavrel ]]; then _tavrel \"$@\"; else compdef _tavrel tavrel; fi\n"};
+
+constexpr const char* kFishHead = R"sh(# Completion of the command tavrel for fish.
+
+# Whether the line has that sub-command and, if a number is given, that many operands before the cursor.
+function __tavrel_at
+    set -l words (commandline -opc)
+    set -l command ''
+    set -l operands 0
+    set -l skips 0
+    set -g __tavrel_subject ''
+    set -g __tavrel_options
+    for i in (seq 2 (count $words))
+        set -l word $words[$i]
+        if test $skips = 1
+            set skips 0
+            continue
+        end
+        switch $word
+            case --config --configuration --version-filter
+                set skips 1
+                test $i -lt (count $words); and set -a __tavrel_options $word $words[(math $i + 1)]
+            case {}
+                set skips 1
+            case '-*'
+            case '*'
+                switch $command
+                    case ''
+                        set command $word
+                    case {}
+                        set command "$command $word"
+                    case '*'
+                        test $operands = 0; and set __tavrel_subject $word
+                        set operands (math $operands + 1)
+                end
+        end
+    end
+    test "$command" = "$argv[1]"; or return 1
+    test (count $argv) -lt 2; or test "$argv[2]" = any; or test "$argv[2]" = $operands
+end
+function _tavrel_lines
+    tavrel $argv $__tavrel_options 2>/dev/null
+end
+function _tavrel_configurations
+    _tavrel_lines tree | sed -n 's/^    \([^ ]\)/\1/p'
+end
+function _tavrel_scripts
+    _tavrel_lines show $argv --json | sed -n 's/.*"nodeId": .*scriptName=\\"\(.*\)\\"\]".*/\1/p'
+end
+complete -c tavrel -f
+)sh";
 // clang-format on
+
+std::string FishOffer(const OptionRow& row) {
+    if (row.offers == Offers::Files) return "-F";
+    if (row.offers == Offers::Words) return fmt::format("-f -a '{}'", row.words);
+    std::string call = LinesOf(row.offers);
+    if (call.empty()) return "-f";
+    if (const std::size_t at = call.find("\"$subject\""); at != std::string::npos)
+        call.replace(at, std::string("\"$subject\"").size(), "$__tavrel_subject");
+    return fmt::format("-f -a '({})'", call);
+}
+
+void PrintFishOptions(Output& out, const std::string& condition, const std::vector<OptionRow>& rows) {
+    for (const OptionRow& row : rows)
+        out.Print("complete -c tavrel{} -l {}{} -d '{}'\n", condition, row.name + 2,
+                  *row.value ? " -r " + FishOffer(row) : "", [&] {
+                      std::string help;
+                      for (const char* c = row.help; *c; ++c)
+                          help += *c == '\'' ? std::string("\\'") : std::string(1, *c);
+                      return help;
+                  }());
+}
+
+int PrintFish(Context& context, const std::string& first) {
+    Output& out = context.out;
+    std::string valued, groups;
+    const auto addValued = [&](const std::vector<OptionRow>& rows) {
+        for (const OptionRow& row : rows)
+            if (*row.value && (valued + " ").find(std::string(row.name) + " ") == std::string::npos)
+                valued += (valued.empty() ? "" : " ") + std::string(row.name);
+    };
+    addValued(CommonOptions());
+    for (const CommandRow& command : Commands()) addValued(command.options);
+    for (const GroupRow& group : Groups()) groups += (groups.empty() ? "" : " ") + std::string(group.name);
+    std::string head = kFishHead;
+    for (const std::string& words : {valued, groups}) head.replace(head.find("{}"), 2, words);
+    out.Print(std::string_view(head));
+    out.Print("complete -c tavrel -n \"__tavrel_at ''\" -a '{}'\n", first);
+    PrintFishOptions(out, "", CommonOptions());
+    for (const CommandRow& command : Commands()) {
+        const std::string name = command.name;
+        if (const std::size_t blank = name.find(' '); blank != std::string::npos)
+            out.Print("complete -c tavrel -n \"__tavrel_at '{}'\" -a '{}'\n", name.substr(0, blank),
+                      name.substr(blank + 1));
+        PrintFishOptions(out, fmt::format(" -n \"__tavrel_at '{}'\"", name), command.options);
+        for (std::size_t i = 0; i < command.operands.size(); ++i)
+            out.Print("complete -c tavrel -n \"__tavrel_at '{}' {}\" {}\n", name,
+                      IsForSeveral(command.operands[i]) ? "any" : std::to_string(i), FishOffer(command.operands[i]));
+    }
+    return context.status;
+}
 
 } // namespace
 
@@ -131,7 +297,10 @@ int RunCompletion(Context& context) {
     for (const CommandRow& command : Commands())
         if (std::string(command.name).find(' ') == std::string::npos) first += std::string(" ") + command.name;
 
-    out.Print(kCompletionHead);
+    const std::string word = context.arguments.Text("SHELL");
+    if (word == "fish") return PrintFish(context, first);
+    const Shell& shell = word == "zsh" ? kZsh : kBash;
+    out.Print(std::string_view(shell.head));
     // Which sub-command the line has, and how many operands stand before the cursor.
     std::string valued;
     const auto addValued = [&](const std::vector<OptionRow>& rows) {
@@ -141,40 +310,40 @@ int RunCompletion(Context& context) {
     };
     addValued(CommonOptions());
     for (const CommandRow& command : Commands()) addValued(command.options);
-    out.Print(
-        "  for ((i = 1; i < COMP_CWORD; i++)); do\n    case \"${{words[i]}}\" in\n    {}) ((i++)) ;;\n    -*) ;;\n"
-        "    *)\n      case \"$command\" in\n      \"\") command=${{words[i]}} ;;\n"
-        "      {}) command+=\" ${{words[i]}}\" ;;\n      *) ((operands++)) ;;\n      esac\n      ;;\n    esac\n  "
-        "done\n",
-        valued, groups);
+    out.Print("  for ((i = {}; i < {}; i++)); do\n    case \"${{words[i]}}\" in\n    {}) ((i++)) ;;\n    -*) ;;\n"
+              "    *)\n      case \"$command\" in\n      \"\") command=${{words[i]}} ;;\n"
+              "      {}) command+=\" ${{words[i]}}\" ;;\n      *) [[ -z $subject ]] && "
+              "subject=${{words[i]//[\\\\\\\"\\']/}}; ((operands++)) ;;\n      esac\n      ;;\n    esac\n  "
+              "done\n",
+              shell.first, shell.cursor, valued, groups);
     // What the word at the cursor may be: the value of the option before it, an option, an operand.
     out.Print("  case \"$command $previous\" in\n");
     for (const OptionRow& row : CommonOptions())
-        if (*row.value) out.Print(ValueCase(fmt::format("*\" {}\"", row.name), row));
-    for (const CommandRow& command : Commands()) PrintValueCases(out, command.name, command.options);
+        if (*row.value) out.Print(ValueCase(shell, fmt::format("*\" {}\"", row.name), row));
+    for (const CommandRow& command : Commands())
+        for (const OptionRow& row : command.options)
+            if (*row.value) out.Print(ValueCase(shell, fmt::format("\"{} {}\"", command.name, row.name), row));
     out.Print("  esac\n  if [[ $current == -* ]]; then\n    case \"$command\" in\n");
     for (const CommandRow& command : Commands())
         if (!command.options.empty())
-            out.Print("    \"{}\") COMPREPLY=($(compgen -W \"{}\" -- \"$current\")) ;;\n", command.name,
-                      Names(command.options));
-    out.Print("    esac\n    COMPREPLY+=($(compgen -W \"{}\" -- \"$current\"))\n    return\n  fi\n",
-              Names(CommonOptions()));
-    out.Print("  case \"$command\" in\n    \"\") COMPREPLY=($(compgen -W \"{}\" -- \"$current\")); return ;;\n", first);
+            out.Print("    \"{}\") {} ;;\n", command.name, WordsOf(shell, Names(command.options)));
+    out.Print("    esac\n    {}\n    return\n  fi\n", WordsOf(shell, Names(CommonOptions())));
+    out.Print("  case \"$command\" in\n    \"\") {}; return ;;\n", WordsOf(shell, first));
     for (const GroupRow& group : Groups()) {
         std::string names;
         const std::string start = std::string(group.name) + " ";
         for (const CommandRow& command : Commands())
             if (std::string(command.name).rfind(start, 0) == 0)
                 names += (names.empty() ? "" : " ") + std::string(command.name).substr(start.size());
-        out.Print("    \"{}\") COMPREPLY=($(compgen -W \"{}\" -- \"$current\")); return ;;\n", group.name, names);
+        out.Print("    \"{}\") {}; return ;;\n", group.name, WordsOf(shell, names));
     }
     out.Print("  esac\n  case \"$command:$operands\" in\n");
     for (const CommandRow& command : Commands())
         for (std::size_t i = 0; i < command.operands.size(); ++i) {
             const std::string place = IsForSeveral(command.operands[i]) ? "*" : std::to_string(i);
-            out.Print(ValueCase(fmt::format("\"{}:\"{}", command.name, place), command.operands[i]));
+            out.Print(ValueCase(shell, fmt::format("\"{}:\"{}", command.name, place), command.operands[i]));
         }
-    out.Print("  esac\n}\ncomplete -F _tavrel tavrel\n");
+    out.Print("  esac\n}}\n{}", shell.tail);
     return context.status;
 }
 
