@@ -15,6 +15,8 @@ namespace TavrelChecking {
 
 namespace {
 
+constexpr unsigned kDeepestSection = 1000; // as for the library, which reads no file with more
+
 using cfg::ScenarioText;
 
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
@@ -202,12 +204,13 @@ void SceneFile::FindTables(const Element& section) {
 }
 
 // Scripts stand in vehicles and other sections as well.
-void SceneFile::FindScripts(const Element& section) {
+void SceneFile::FindScripts(const Element& section, unsigned level) {
+    if (level > kDeepestSection) return; // the library refuses the file for it
     for (const std::size_t child : section.children) {
         const Element& element = text.Elements()[child];
         if (IsParameter(element) || TavrelScenarioTemplateDb::isHiddenSection(element.name)) continue;
         if (element.name != "ScenarioScript") {
-            FindScripts(element);
+            FindScripts(element, level + 1);
             continue;
         }
         const std::string type = FieldText(element, "scriptType");
@@ -313,7 +316,8 @@ std::vector<Finding> SceneFile::FileFindings() const {
 }
 
 void SceneFile::LookAtElement(const Element& section, std::string_view sectionName, bool isRoot,
-                              std::vector<Finding>& findings) const {
+                              std::vector<Finding>& findings, unsigned level) const {
+    if (level > kDeepestSection) return;
     std::set<std::string_view> fields;
     std::set<std::string_view> parameters;
     for (const std::size_t child : section.children) {
@@ -366,7 +370,7 @@ void SceneFile::LookAtElement(const Element& section, std::string_view sectionNa
                 continue;
             }
         }
-        LookAtElement(element, element.name, false, findings);
+        LookAtElement(element, element.name, false, findings, level + 1);
     }
 }
 

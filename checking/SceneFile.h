@@ -65,7 +65,7 @@ private:
     };
 
     void FindTables(const Element& root);
-    void FindScripts(const Element& section);
+    void FindScripts(const Element& section, unsigned level = 0);
     void FindDeclarations(const Element& root);
     bool IsParameter(const Element& element) const;
     std::string Value(const Element& section, std::string_view name) const;
@@ -74,8 +74,8 @@ private:
     std::optional<std::int32_t> Number(const Element& section) const;
     std::optional<Target> Find(const std::string& id) const;
     std::optional<Target> FindVariable(const Script& script, const std::string& step) const;
-    void LookAtElement(const Element& element, std::string_view parentName, bool isRoot,
-                       std::vector<Finding>& findings) const;
+    void LookAtElement(const Element& element, std::string_view parentName, bool isRoot, std::vector<Finding>& findings,
+                       unsigned level = 0) const;
     Finding At(const char* rule, std::size_t begin, std::size_t end, std::string message) const;
 
     std::shared_ptr<const FileBytes> bytes;
