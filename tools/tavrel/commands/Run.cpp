@@ -95,8 +95,8 @@ int RunRun(Context& context) {
     RunSettings settings;
     settings.span = SpanOf(arguments);
     settings.criteria = ReadCriteria(arguments.Texts("--expect"));
-    const std::optional<std::uint32_t> seed =
-        arguments.Has("--seed") ? std::optional(SeedOf(arguments.Text("--seed"))) : std::nullopt;
+    const bool seeded = arguments.Has("--seed");
+    const std::uint32_t seed = seeded ? SeedOf(arguments.Text("--seed")) : 0;
     if (arguments.Has("--all") && arguments.Has("--output"))
         throw Failure{ExitUsage, "--all and --output exclude each other"};
     const std::vector<TavrelVariation::AssignmentText> fromFile = arguments.Has("--set-file")
@@ -125,7 +125,7 @@ int RunRun(Context& context) {
         Scene::FillWorld(world, loaded.opened->File());
         settings.start.seed = Scene::SeedOf(loaded.opened->File());
     }
-    if (seed) settings.start.seed = *seed;
+    if (seeded) settings.start.seed = seed;
     RegisterFunctions(world);
     RegisterConditions(world);
     RegisterActions(world);
