@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <filesystem>
+#include <new>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -91,6 +92,15 @@ std::optional<XmlFault> WriteFile(const std::string& path, detail::Document& doc
     }
 }
 
+// The path as a text; none where memory is too short even for that.
+std::optional<std::string> Copied(const char* path) {
+    try {
+        return std::string(path ? path : "");
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
 } // namespace
 
 CfgScenario::CfgScenario() = default;
@@ -98,7 +108,11 @@ CfgScenario::~CfgScenario() = default;
 
 bool CfgScenario::load(const char* path, Commons::Encoding::Mode, Orbe::Network*, ScenarioConvertion::CallBack*, bool,
                        bool, bool) {
-    return load(std::string(path ? path : ""));
+    if (const std::optional<std::string> copy = Copied(path)) return load(*copy);
+    document = std::make_unique<detail::Document>();
+    document->isSound = false;
+    errorMessage = Message(path, XmlFault{0, "out of memory"});
+    return false;
 }
 
 bool CfgScenario::load(const std::string& path) {
@@ -115,7 +129,11 @@ bool CfgScenario::load(const std::string& path) {
     return false;
 }
 
-bool CfgScenario::save(const char* path, Commons::Encoding::Mode, bool) { return save(std::string(path ? path : "")); }
+bool CfgScenario::save(const char* path, Commons::Encoding::Mode, bool) {
+    if (const std::optional<std::string> copy = Copied(path)) return save(*copy);
+    errorMessage = Message(path, XmlFault{0, "not saved: out of memory"});
+    return false;
+}
 
 bool CfgScenario::save(const std::string& path) {
     errorMessage.clear();
