@@ -7,11 +7,11 @@
 #include <set>
 
 #include <unistd.h>
+#include <utf8proc.h>
 
 #include <fmt/format.h>
 #include <lmkUtils/EnvConfig.h>
 #include <scenario/NearestName.h>
-#include <utf8proc.h>
 
 #include "Files.h"
 #include "Scripts.h"
