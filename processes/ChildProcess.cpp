@@ -114,7 +114,7 @@ Death DeathOf(const ChildEnd& end, const std::string& assertion, double seconds)
         death.cause = fmt::format("given up after {} seconds", seconds);
     } else if (end.signal != 0) {
         death.kind = DeathKind::Signal;
-        death.cause = fmt::format("reading it ended the process ({})", strsignal(end.signal));
+        death.cause = fmt::format("reading it ended the process ({})", TextOfSignal(end.signal));
     } else {
         death.cause = "the process that read it ended without an answer";
     }
@@ -367,7 +367,8 @@ private:
         const std::unique_ptr<Worker> worker = std::move(workers[place]);
         workers[place] = nullptr;
         const ChildEnd end = worker->child->End();
-        if (WasInterrupted(end)) throw Interrupted(fmt::format("the work was interrupted ({})", strsignal(end.signal)));
+        if (WasInterrupted(end))
+            throw Interrupted(fmt::format("the work was interrupted ({})", TextOfSignal(end.signal)));
         EndWithTheReader(settings, end);
         std::optional<std::size_t> last = board.TakenBy(worker->number, next);
         if (last && waiting.count(*last) != 0) last.reset();
@@ -422,6 +423,11 @@ private:
 };
 
 } // namespace
+
+std::string TextOfSignal(int number) {
+    const char* text = sigdescr_np(number);
+    return text ? text : fmt::format("signal {}", number);
+}
 
 std::size_t UsableCores() {
     cpu_set_t cores;

@@ -500,7 +500,8 @@ bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVa
         return false;
     }
     if (WIFSIGNALED(status))
-        throw CampaignFileError(fmt::format("the work was ended ({})", strsignal(WTERMSIG(status))));
+        throw CampaignFileError(
+            fmt::format("the work was ended ({})", TavrelProcesses::TextOfSignal(WTERMSIG(status))));
     if (WEXITSTATUS(status) != 0) throw CampaignFileError(sentence);
     return true;
 }

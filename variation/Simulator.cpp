@@ -19,6 +19,7 @@
 #include <unistd.h>
 
 #include <fmt/format.h>
+#include <processes/ChildProcess.h>
 #include <simulation/Sha256.h>
 #include <variation/CampaignError.h>
 #include <variation/Refused.h>
@@ -297,7 +298,8 @@ RunRecord Simulator::Run(const Job& job, const std::vector<TavrelSimulation::Cri
     record.trace = TavrelSimulation::Sha256OfFile(job.trace);
     if (WIFSIGNALED(status)) {
         record.verdict = Verdict::Killed;
-        record.message = fmt::format("the simulator was ended by a signal ({})", strsignal(WTERMSIG(status)));
+        record.message =
+            fmt::format("the simulator was ended by a signal ({})", TavrelProcesses::TextOfSignal(WTERMSIG(status)));
         return record;
     }
     const int left = WEXITSTATUS(status);

@@ -62,6 +62,9 @@ struct Death {
     std::string assertion; // source and line, "token:757", for DeathKind::Assertion
 };
 
+// What a signal is called, the same under any locale: "Killed".
+std::string TextOfSignal(int number);
+
 // As one sentence, "SUBJECT: script main, row 3: cause (in RULE (2))", or "SUBJECT: nuro.mdl:3: cause".
 std::string DeathSentence(const std::string& subject, const Death& death);
 
