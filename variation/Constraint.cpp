@@ -12,6 +12,9 @@ namespace TavrelVariation {
 
 namespace {
 
+// Of the letters of keywords, whatever the locale takes for the upper case of an i.
+char UpperCase(char letter) { return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter; }
+
 // So that no text ends the process: of parentheses and NOTs, and of terms and what joins them.
 constexpr int kDeepest = 200;
 constexpr std::size_t kMostNodes = 4000;
@@ -195,7 +198,7 @@ private:
         Skip();
         if (text.size() - at < word.size()) return false;
         for (std::size_t i = 0; i < word.size(); ++i)
-            if (std::toupper(static_cast<unsigned char>(text[at + i])) != word[i]) return false;
+            if (UpperCase(text[at + i]) != word[i]) return false;
         const std::size_t end = at + word.size();
         if (end < text.size() && (std::isalnum(static_cast<unsigned char>(text[end])) || text[end] == '_'))
             return false;
@@ -334,7 +337,7 @@ private:
     }
 
     static bool IsWordOfLanguage(std::string word) {
-        for (char& letter : word) letter = static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
+        for (char& letter : word) letter = UpperCase(letter);
         return word == "AND" || word == "OR" || word == "THEN" || word == "ELSE" || word == "NOT" || word == "IF";
     }
 

@@ -70,7 +70,7 @@ std::string RangesText(const std::vector<std::uint64_t>& numbers) {
 
 std::string ShellWord(const std::string& text) {
     const auto isPlain = [](unsigned char letter) {
-        return std::isalnum(letter) != 0 ||
+        return (letter < 0x80 && std::isalnum(letter) != 0) ||
                std::string_view("_-./:+=,@%").find(static_cast<char>(letter)) != std::string_view::npos;
     };
     if (!text.empty() && std::all_of(text.begin(), text.end(), isPlain)) return text;
