@@ -4,7 +4,7 @@
 set -eu
 DIR=$1
 export TAVREL_SHARDS="${2:-8}"
-# Part 1 runs what shard 0 of N runs, and so on: "auto" reads PARALLEL_SEQ. A part that ends with status 3 (something
+# The first one runs shard 0 of N, and so on: "auto" reads PARALLEL_SEQ. A shard that ends with status 3 (something
 # could not be run) is tried twice more; what is finished by then is not run again.
 status=0
 seq "$TAVREL_SHARDS" | parallel --env TAVREL_SHARDS --retries 3 -N0 \
