@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstdint>
+#include <mutex>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -25,7 +26,8 @@ using detail::SystemReason;
 // the name, and whoever waited for the former one looks at the name again.
 struct FileLock::State {
     std::string target; // the path with its links followed
-    Descriptor file;    // locked; none if there is nothing to lock, or an earlier State of this process has it
+    Descriptor file;    // locked; none if there is nothing to lock, or an earlier State of this thread has it
+    std::thread::id thread = std::this_thread::get_id();
     bool isFree = true;
 };
 
@@ -80,8 +82,12 @@ bool FindTarget(const std::string& path, std::string& target, std::string& reaso
     return FollowLinks(target, reason);
 }
 
-// The locks of this process, in the order in which they were taken.
-std::vector<FileLock::State*> ownLocks;
+// The locks of this process, in the order in which they were taken, with the files that they hold.
+std::vector<FileLock::State*> takenLocks;
+std::mutex takenLocksAccess;
+
+// Whether the lock is this thread's. What another thread has locked is waited for like the lock of another program.
+bool IsOwn(const FileLock::State& lock) { return lock.thread == std::this_thread::get_id(); }
 
 bool Holds(const FileLock::State& own, const struct stat& file) {
     struct stat status {};
@@ -90,14 +96,17 @@ bool Holds(const FileLock::State& own, const struct stat& file) {
 
 bool IsLockedHere(const std::string& target) {
     struct stat file {};
-    return ::stat(target.c_str(), &file) == 0 &&
-           std::any_of(ownLocks.begin(), ownLocks.end(), [&](const auto* own) { return Holds(*own, file); });
+    if (::stat(target.c_str(), &file) != 0) return false;
+    const std::lock_guard access(takenLocksAccess);
+    return std::any_of(takenLocks.begin(), takenLocks.end(),
+                       [&](const auto* lock) { return IsOwn(*lock) && Holds(*lock, file); });
 }
 
 // Gives the lock of a file that was just put in the place of `former` to whoever has locked that place for longest.
 void KeepLocked(const std::string& target, const struct stat& former, Descriptor file) {
-    for (FileLock::State* own : ownLocks) {
-        if (!own->isFree || (own->target != target && !Holds(*own, former))) continue;
+    const std::lock_guard access(takenLocksAccess);
+    for (FileLock::State* own : takenLocks) {
+        if (!IsOwn(*own) || !own->isFree || (own->target != target && !Holds(*own, former))) continue;
         own->file = std::move(file);
         return;
     }
@@ -308,12 +317,15 @@ bool IsSaveUnderWay(std::string_view fileName) {
 FileLock::FileLock(const std::string& path, std::chrono::milliseconds patience) : state(std::make_unique<State>()) {
     std::string reason;
     if (!FindTarget(path, state->target, reason)) return;
-    ownLocks.reserve(ownLocks.size() + 1);
     if (!IsLockedHere(state->target)) state->isFree = LockTarget(state->target, patience, state->file);
-    ownLocks.push_back(state.get());
+    const std::lock_guard access(takenLocksAccess);
+    takenLocks.push_back(state.get());
 }
 
-FileLock::~FileLock() { std::erase(ownLocks, state.get()); }
+FileLock::~FileLock() {
+    const std::lock_guard access(takenLocksAccess);
+    std::erase(takenLocks, state.get());
+}
 
 bool FileLock::isFree() const { return state->isFree; }
 

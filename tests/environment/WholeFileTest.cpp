@@ -12,6 +12,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <fcntl.h>
@@ -310,6 +311,33 @@ TEST_F(WholeFileTest, ALockIsWaitedForAndStaysWithTheName) {
     EXPECT_TRUE(FileLock(path, 20ms).isFree());
     ASSERT_EQ(::write(toChild[1], "1", 1), 1);
     ::waitpid(child, nullptr, 0);
+}
+
+// Another thread is someone else: what it saves is neither lost nor undone, whichever file each of them locks.
+TEST_F(WholeFileTest, ThreadsWaitForEachOther) {
+    using namespace std::chrono_literals;
+    constexpr int kThreads = 4;
+    constexpr int kRounds = 25;
+    const std::string path = make("a", 0644, ::geteuid(), ::getegid());
+    std::string reason;
+    ASSERT_TRUE(WriteFileWhole(path, "0", reason)) << reason;
+    std::array<int, kThreads> failed{};
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t)
+        threads.emplace_back([&, t] {
+            std::string why;
+            for (int i = 0; i < kRounds; ++i) {
+                failed.at(static_cast<size_t>(t)) += !WriteFileWhole(here + "/own" + std::to_string(t), "mine", why);
+                const FileLock lock(path, 60s);
+                const std::string before = contentOf(path);
+                failed.at(static_cast<size_t>(t)) +=
+                    !lock.isFree() ||
+                    !ReplaceFileWhole(path, before, std::to_string(std::atoi(before.c_str()) + 1), why);
+            }
+        });
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_THAT(failed, testing::Each(0));
+    EXPECT_EQ(contentOf(path), std::to_string(kThreads * kRounds));
 }
 
 TEST_F(WholeFileTest, ARestGoesWithTheNextSave) {

@@ -41,8 +41,8 @@ TAVREL_ENVIRONMENT_API bool IsSaveUnderWay(std::string_view fileName);
 
 // Keeps other programs from replacing a file while this object lives, so that they read it after what is done here, and
 // not before: from before the file is read until it is saved or left. It binds only those who take such a lock, as the
-// saves above do. It stays on the file when this process replaces it in that time. Several in one process on one file
-// count as one; they end in the reverse order.
+// saves above do, in another program or in another thread of this one. It stays on the file when the thread that made
+// it replaces the file in that time. Several of one thread on one file count as one; they end in the reverse order.
 class TAVREL_ENVIRONMENT_API FileLock {
 public:
     // How long a lock of someone else is waited for, counted anew each time that the file has been replaced.
@@ -53,8 +53,8 @@ public:
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
 
-    // False if another program kept its lock for longer than that, and only then: where there is no file yet, where it
-    // cannot be opened, and where the file system knows no locks, there is nothing to wait for.
+    // False if another program or thread kept its lock for longer than that, and only then: where there is no file
+    // yet, where it cannot be opened, and where the file system knows no locks, there is nothing to wait for.
     bool isFree() const;
 
     struct State;
