@@ -1,5 +1,6 @@
 #include "Child.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -91,8 +92,11 @@ void Prepare(const ChildSettings& settings, pid_t former, int errorEnd) {
     }
     const rlimit noCore = {0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
-    const rlimit memory = {settings.memory, settings.memory};
-    if (kLimitsMemory) setrlimit(RLIMIT_AS, &memory);
+    // The hard limit stays, for programs that are started here and limited in another way.
+    rlimit memory;
+    if (!kLimitsMemory || getrlimit(RLIMIT_AS, &memory) != 0) return;
+    memory.rlim_cur = std::min<rlim_t>(settings.memory, memory.rlim_max);
+    setrlimit(RLIMIT_AS, &memory);
 }
 
 } // namespace

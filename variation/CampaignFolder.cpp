@@ -21,6 +21,7 @@ namespace fs = std::filesystem;
 using TavrelSimulation::Verdict;
 
 constexpr std::string_view kBeside = ".under-way";
+constexpr const char* kWork = "work";
 
 [[noreturn]] void Fail(const std::string& file, int error) {
     throw CampaignFileError(fmt::format("{}: {}", file, std::strerror(error)));
@@ -108,6 +109,8 @@ std::string CampaignFolder::FileBeside(const std::string& of, std::uint64_t numb
     return fmt::format("{}/{}/{:06}.{}-{}{}", folder, of, number, host, getpid(), kBeside);
 }
 
+std::string CampaignFolder::WorkFolder(std::uint64_t number) const { return NumberedFile(kWork, number, ""); }
+
 void CampaignFolder::MakeFolders() const {
     for (const char* name : {"runs", "traces", "log"}) {
         std::error_code error;
@@ -153,14 +156,18 @@ void CampaignFolder::Write(const RunRecord& record) const {
     WriteFlushed(FileBeside("runs", record.number), RunFile(record.number), JsonOf(record) + "\n");
 }
 
-void CampaignFolder::RemoveLeftovers(const std::function<bool(std::uint64_t)>& isFree) const {
-    for (const char* below : {"runs", "traces", "work"})
+void CampaignFolder::RemoveLeftovers(
+    const std::function<void(std::uint64_t, const std::function<void()>&)>& withRight) const {
+    for (const std::string below : {"runs", "traces", kWork})
         ForEachName(File(below), [&](const std::string& name) {
-            if (name.size() <= kBeside.size() || name.substr(name.size() - kBeside.size()) != kBeside) return;
             std::uint64_t number = 0;
             const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
-            std::error_code ignored;
-            if (error == std::errc() && isFree(number)) fs::remove_all(File(below) + "/" + name, ignored);
+            if (error != std::errc()) return;
+            if (below != kWork && !std::string_view(name).ends_with(kBeside)) return;
+            withRight(number, [&] {
+                std::error_code ignored;
+                fs::remove_all(File(below) + "/" + name, ignored);
+            });
         });
 }
 

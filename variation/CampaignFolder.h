@@ -22,6 +22,7 @@ namespace TavrelVariation {
 //     traces/000007.jsonl   its trace, if traces are kept
 //     log/HOST-PID.jsonl    what differs between two runs of the same variant: how long each took, and where
 //     claims                locks, a byte for each number
+//     work/000007/          of a simulator, while it runs
 //
 // Everything is written beside its place and moved there, so that nothing is ever half there. Failures are
 // CampaignError.
@@ -35,6 +36,8 @@ public:
     std::string TraceFile(std::uint64_t number) const { return NumberedFile("traces", number, ".jsonl"); }
     // A file of this process beside those of the folder `of`; whoever cleans up knows it by its name.
     std::string FileBeside(const std::string& of, std::uint64_t number) const;
+    // A folder for whoever has the right to work on the number.
+    std::string WorkFolder(std::uint64_t number) const;
 
     // Makes the folders that a run writes to.
     void MakeFolders() const;
@@ -45,9 +48,10 @@ public:
     std::vector<RunRecord> Records() const;
     // Writes the record, flushes it and moves it to its place.
     void Write(const RunRecord& record) const;
-    // Removes what processes that were killed have left beside their files. `isFree` answers whether nobody is at work
-    // on a number.
-    void RemoveLeftovers(const std::function<bool(std::uint64_t)>& isFree) const;
+    // Removes what processes that were killed have left. `withRight` calls what it is given while nobody else can work
+    // on the number, or leaves it.
+    void RemoveLeftovers(
+        const std::function<void(std::uint64_t number, const std::function<void()>& remove)>& withRight) const;
 
 private:
     std::string NumberedFile(const char* below, std::uint64_t number, const char* ending) const;

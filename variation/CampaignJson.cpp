@@ -57,6 +57,23 @@ std::string TimingOf(const PlanFile::Run& run) {
     return text;
 }
 
+// The plan with what it left to the scenario and to the command, so that the file alone says what is run.
+PlanFile FilledIn(const CampaignSetup& setup) {
+    PlanFile file = setup.plan->File();
+    if (!setup.configuration.empty()) file.configuration = setup.configuration;
+    if (!setup.script.empty()) file.script = setup.script;
+    if (!file.run.until) file.run.until = setup.until;
+    if (!file.parameters) {
+        file.parameters.emplace();
+        for (const PlannedParameter& parameter : setup.plan->Parameters()) {
+            if (parameter.place.rfind("linked/", 0) == 0) continue;
+            file.parameters->emplace_back();
+            file.parameters->back().name = parameter.name;
+        }
+    }
+    return file;
+}
+
 void ReadInto(const Json& json, FrozenCampaign& frozen) {
     frozen.tool = json.at("tool").get<std::string>();
     frozen.installation = json.at("installation").get<std::string>();
@@ -133,8 +150,8 @@ FrozenCampaign Freeze(const CampaignSetup& setup) {
     FrozenCampaign frozen;
     frozen.tool = setup.tool;
     frozen.installation = setup.installation;
-    frozen.plan = plan.File();
-    frozen.planText = plan.File().Text();
+    frozen.plan = FilledIn(setup);
+    frozen.planText = frozen.plan.Text();
     frozen.inputs = setup.inputs;
     CampaignSheet& sheet = frozen.sheet;
     sheet.scenario = frozen.plan.scenario;

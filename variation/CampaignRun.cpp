@@ -31,6 +31,7 @@ namespace TavrelVariation {
 namespace {
 
 using Clock = std::chrono::steady_clock; // another clock may be set while a campaign runs
+using Json = nlohmann::ordered_json;
 using TavrelSimulation::Verdict;
 
 constexpr std::size_t kBatch = 100'000; // numbers that are given to the workers at once
@@ -52,19 +53,18 @@ struct Answer {
     Kind kind = Kind::Done;
     Verdict verdict = Verdict::Error;
     double seconds = 0;
+    pid_t worker = 0;
     std::string sentence;
 
     std::string Text() const {
-        return fmt::format("{} {} {} {}", static_cast<char>(kind), WordOf(verdict), seconds, sentence);
+        return Json::array({static_cast<char>(kind), WordOf(verdict), seconds, worker, sentence})
+            .dump(-1, ' ', false, Json::error_handler_t::replace);
     }
     static Answer Of(const std::string& text) {
-        Answer answer;
-        answer.kind = static_cast<Kind>(text[0]);
-        const std::size_t word = 2, number = text.find(' ', word) + 1, sentence = text.find(' ', number) + 1;
-        answer.verdict = VerdictOfWord(text.substr(word, number - 1 - word)).value_or(Verdict::Error);
-        answer.seconds = std::stod(text.substr(number, sentence - 1 - number));
-        answer.sentence = text.substr(sentence);
-        return answer;
+        const Json parts = Json::parse(text);
+        return {static_cast<Kind>(parts[0].get<int>()),
+                VerdictOfWord(parts[1].get<std::string>()).value_or(Verdict::Error), parts[2].get<double>(),
+                parts[3].get<pid_t>(), parts[4].get<std::string>()};
     }
 };
 
@@ -84,7 +84,7 @@ std::string MessageOf(const TavrelProcesses::Death& death, double seconds) {
     case TavrelProcesses::DeathKind::Assertion:
         return fmt::format("it broke an expectation of the library (assertion {})", death.assertion);
     case TavrelProcesses::DeathKind::OutOfTime:
-        return fmt::format("it took longer than {} seconds", seconds);
+        return fmt::format("it took longer than {} s", seconds);
     case TavrelProcesses::DeathKind::OutOfMemory:
         return "there is not enough memory for it";
     case TavrelProcesses::DeathKind::NoAnswer:
@@ -138,13 +138,13 @@ public:
         stream.open(folder.File(fmt::format("log/{}-{}.jsonl", host, getpid())), std::ios::app | std::ios::binary);
     }
     void Tell(std::uint64_t number, const Answer& answer, double sinceStart) {
-        const nlohmann::ordered_json line = {{"number", number},
-                                             {"verdict", WordOf(answer.verdict)},
-                                             {"seconds", answer.seconds},
-                                             {"sinceStart", sinceStart},
-                                             {"host", host},
-                                             {"worker", getpid()}};
-        stream << line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+        Json line = {{"number", number},
+                     {"verdict", WordOf(answer.verdict)},
+                     {"seconds", answer.seconds},
+                     {"sinceStart", sinceStart},
+                     {"host", host}};
+        if (answer.worker != 0) line["worker"] = answer.worker;
+        stream << line.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
     }
 
 private:
@@ -306,6 +306,7 @@ private:
     // In a worker.
     Answer WorkOn(std::uint64_t number) {
         Answer answer;
+        answer.worker = getpid();
         try {
             Claims claims(folder);
             if (!claims.Take(number)) {
@@ -341,6 +342,7 @@ private:
         });
         pipe.CloseWrite();
         Answer answer;
+        answer.worker = getpid();
         answer.sentence = ReadAll(pipe.ends[0]);
         const int status = Await(child);
         answer.seconds = SecondsSince(begin);
@@ -376,11 +378,14 @@ private:
         Complete(record, variant, plan);
         record.verdict = VerdictOf(death);
         record.message = MessageOf(death, options.seconds);
-        folder.RemoveLeftovers([&](std::uint64_t left) { return left == number; });
+        folder.RemoveLeftovers([&](std::uint64_t left, const auto& remove) {
+            if (left == number) remove();
+        });
         unlink(folder.TraceFile(number).c_str());
         folder.Write(record);
         Answer answer;
         answer.verdict = record.verdict;
+        if (death.kind == TavrelProcesses::DeathKind::OutOfTime) answer.seconds = options.seconds;
         log.Tell(number, answer, SecondsSince(start));
         ++done;
         Tell();
@@ -462,10 +467,10 @@ bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVa
     }
     Claims claims(files);
     const auto removeLeftovers = [&] {
-        files.RemoveLeftovers([&](std::uint64_t number) {
-            if (!options.shard.Has(number) || !claims.Take(number)) return false;
+        files.RemoveLeftovers([&](std::uint64_t number, const auto& remove) {
+            if (!options.shard.Has(number) || !claims.Take(number)) return;
+            remove();
             claims.Release(number);
-            return true;
         });
     };
     removeLeftovers();
@@ -479,8 +484,9 @@ bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVa
     sigaddset(&asked, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &asked, &before);
     const pid_t manager = Fork([&] {
-        signal(SIGINT, SIG_IGN); // of a terminal: this process's parent decides
-        signal(SIGTERM, SIG_DFL);
+        // Terminals and engines ask the whole group. This process's parent decides.
+        signal(SIGINT, SIG_IGN);
+        signal(SIGTERM, SIG_IGN);
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
         try {
             Work(files, plan, options, run, progress).Through(wanted);

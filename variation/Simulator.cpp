@@ -14,6 +14,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/signalfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -36,6 +37,7 @@ using TavrelSimulation::Verdict;
 constexpr const char* kPlace = "command";
 constexpr int kMostLooks = 5000;    // for processes to end
 constexpr useconds_t kPause = 1000; // microseconds between two looks
+constexpr int kMemoryPause = 20;    // milliseconds between two looks at the memory of a program
 
 std::vector<std::string> WordsOf(const std::string& command) {
     std::vector<std::string> words;
@@ -102,12 +104,29 @@ bool IsThere(const std::string& program) {
     return false;
 }
 
-// All processes that were left to this one.
-std::vector<pid_t> OwnChildren() {
+// The children of a process, whichever of its threads made them.
+std::vector<pid_t> ChildrenOf(const std::string& process) {
     std::vector<pid_t> children;
-    std::ifstream list(fmt::format("/proc/self/task/{}/children", getpid()));
-    for (pid_t child = 0; list >> child;) children.push_back(child);
+    std::error_code error;
+    for (fs::directory_iterator thread("/proc/" + process + "/task", error), end; !error && thread != end;
+         thread.increment(error)) {
+        std::ifstream list(thread->path() / "children");
+        for (pid_t child = 0; list >> child;) children.push_back(child);
+    }
     return children;
+}
+
+// Resident memory of all that descends from a process, in bytes. Pages that several share count for each of them.
+std::size_t MemoryBelow(const std::string& process) {
+    static const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    std::size_t bytes = 0;
+    for (const pid_t child : ChildrenOf(process)) {
+        const std::string name = std::to_string(child);
+        std::size_t total = 0, resident = 0;
+        std::ifstream("/proc/" + name + "/statm") >> total >> resident;
+        bytes += resident * page + MemoryBelow(name);
+    }
+    return bytes;
 }
 
 // Ends the program, what it started, and what that started: those of its group at once, and whoever left the group once
@@ -117,7 +136,7 @@ void EndAll(pid_t program) {
     kill(program, SIGKILL);
     // What the system cannot end, as in a wait for a dead disk, is not waited for.
     for (int look = 0; look < kMostLooks; ++look) {
-        for (const pid_t child : OwnChildren()) {
+        for (const pid_t child : ChildrenOf("self")) {
             kill(-child, SIGKILL);
             kill(child, SIGKILL);
         }
@@ -127,39 +146,48 @@ void EndAll(pid_t program) {
     }
 }
 
-[[noreturn]] void BecomeProgram(const std::vector<std::string>& words, const std::string& output) {
+// How a program came to its end.
+struct Ending {
+    int status = 0;          // as waitpid tells it
+    int notStarted = 0;      // the error, where there was no program to run
+    bool overMemory = false; // it was ended for it
+};
+
+[[noreturn]] void BecomeProgram(const std::vector<std::string>& words, const std::string& output, int complaint) {
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     for (const int number : {SIGINT, SIGTERM, SIGPIPE, SIGCHLD}) signal(number, SIG_DFL);
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
+    // Many programs reserve far more addresses than they use; what this one uses is watched instead.
+    rlimit addresses;
+    if (getrlimit(RLIMIT_AS, &addresses) == 0) {
+        addresses.rlim_cur = addresses.rlim_max;
+        setrlimit(RLIMIT_AS, &addresses);
+    }
     const int in = open("/dev/null", O_RDONLY);
     int out = open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
     if (out < 0) out = open("/dev/null", O_WRONLY);
     dup2(in, STDIN_FILENO);
     dup2(out, STDOUT_FILENO);
     dup2(out, STDERR_FILENO);
+    // The lock on the number is one of the files of the run. None of them is the program's.
+    close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
     std::vector<char*> arguments;
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
     execvp(arguments[0], arguments.data());
+    const int failure = errno;
+    if (write(complaint, &failure, sizeof failure) < 0) _exit(126);
     _exit(127);
 }
 
 // Between a run and its program stands this process. It outlives the run just long enough to end the program and all
-// that it started, however the run itself comes to its end.
-[[noreturn]] void Supervise(const std::vector<std::string>& words, const std::string& output, int fromRun, int toRun) {
-    // Nothing else of the run may outlive it here: the lock on its number is one of the files.
-    constexpr int kFrom = 3, kTo = 4;
-    const int kept = fcntl(toRun, F_DUPFD, kTo + 1);
-    dup2(fromRun, kFrom);
-    dup2(kept, kTo);
-    close_range(kTo + 1, ~0U, 0);
-    fcntl(kFrom, F_SETFD, FD_CLOEXEC);
-    fcntl(kTo, F_SETFD, FD_CLOEXEC);
-    fromRun = kFrom;
-    toRun = kTo;
+// that it started, however the run itself comes to its end. The run's lock on its number ends with this process, so
+// nobody begins anew while something of the old is at work.
+[[noreturn]] void Supervise(const std::vector<std::string>& words, const std::string& output, std::size_t memory,
+                            int fromRun, int toRun) {
     prctl(PR_SET_CHILD_SUBREAPER, 1);
     setsid(); // no key of a terminal ends it
     for (const int number : {SIGINT, SIGTERM}) signal(number, SIG_IGN);
@@ -169,32 +197,40 @@ void EndAll(pid_t program) {
     sigaddset(&ends, SIGCHLD);
     sigprocmask(SIG_BLOCK, &ends, nullptr);
     const int told = signalfd(-1, &ends, SFD_CLOEXEC);
+    int complaint[2];
+    if (told < 0 || pipe2(complaint, O_CLOEXEC | O_NONBLOCK) != 0) _exit(1);
     const pid_t program = fork();
-    if (program == 0) BecomeProgram(words, output);
-    if (program < 0 || told < 0) _exit(1);
+    if (program == 0) BecomeProgram(words, output, complaint[1]);
+    if (program < 0) _exit(1);
     setpgid(program, program);
-    int status = 0;
+    Ending ending;
     bool ended = false;
-    while (!ended) {
+    while (!ended && !ending.overMemory) {
         pollfd waited[] = {{fromRun, 0, 0}, {told, POLLIN, 0}};
-        if (poll(waited, 2, -1) < 0 && errno != EINTR) break;
+        if (poll(waited, 2, memory > 0 ? kMemoryPause : -1) < 0 && errno != EINTR) break;
         if ((waited[0].revents & (POLLHUP | POLLERR)) != 0) break; // the run is gone
         signalfd_siginfo information;
         if ((waited[1].revents & POLLIN) != 0 && read(told, &information, sizeof information) < 0) break;
         // Others than the program may have been left to this process.
-        for (pid_t gone = 0; (gone = waitpid(-1, &status, WNOHANG)) > 0;)
-            if (gone == program) {
-                ended = true;
-                break;
-            }
+        int status = 0;
+        rusage used;
+        for (pid_t gone = 0; !ended && (gone = wait4(-1, &status, WNOHANG, &used)) > 0;) {
+            // What grew and ended between two looks.
+            if (memory > 0 && static_cast<std::size_t>(used.ru_maxrss) > memory / 1024) ending.overMemory = true;
+            if (gone != program) continue;
+            ending.status = status;
+            ended = true;
+        }
+        if (!ended && memory > 0 && MemoryBelow("self") > memory) ending.overMemory = true;
     }
     EndAll(program);
-    if (ended && write(toRun, &status, sizeof status) != static_cast<ssize_t>(sizeof status)) _exit(1);
+    if (read(complaint[0], &ending.notStarted, sizeof ending.notStarted) < 0) ending.notStarted = 0;
+    if ((ended || ending.overMemory) && write(toRun, &ending, sizeof ending) < 0) _exit(1);
     _exit(0);
 }
 
-// Runs the program to its end; its status as waitpid tells it.
-int RunProgram(const std::vector<std::string>& words, const std::string& output) {
+// Runs the program to its end.
+Ending RunProgram(const std::vector<std::string>& words, const std::string& output, std::size_t memory) {
     int toSupervisor[2], fromSupervisor[2];
     if (pipe2(toSupervisor, O_CLOEXEC) != 0)
         throw CampaignFileError(fmt::format("no pipe can be made: {}", std::strerror(errno)));
@@ -207,15 +243,15 @@ int RunProgram(const std::vector<std::string>& words, const std::string& output)
     if (supervisor == 0) {
         close(toSupervisor[1]);
         close(fromSupervisor[0]);
-        Supervise(words, output, toSupervisor[0], fromSupervisor[1]);
+        Supervise(words, output, memory, toSupervisor[0], fromSupervisor[1]);
     }
     const int failure = errno;
     close(toSupervisor[0]);
     close(fromSupervisor[1]);
-    int status = 0;
+    Ending ending;
     ssize_t count = -1;
     if (supervisor > 0) {
-        while ((count = read(fromSupervisor[0], &status, sizeof status)) < 0 && errno == EINTR) {
+        while ((count = read(fromSupervisor[0], &ending, sizeof ending)) < 0 && errno == EINTR) {
         }
         while (waitpid(supervisor, nullptr, 0) < 0 && errno == EINTR) {
         }
@@ -223,8 +259,8 @@ int RunProgram(const std::vector<std::string>& words, const std::string& output)
     close(toSupervisor[1]);
     close(fromSupervisor[0]);
     if (supervisor < 0) throw CampaignFileError(fmt::format("no process can be made: {}", std::strerror(failure)));
-    if (count != static_cast<ssize_t>(sizeof status)) throw CampaignFileError("the simulator could not be watched");
-    return status;
+    if (count != static_cast<ssize_t>(sizeof ending)) throw CampaignFileError("the simulator could not be watched");
+    return ending;
 }
 
 // What a trace says; a sentence for one that cannot be read.
@@ -271,7 +307,7 @@ Judged JudgeTrace(const std::string& file, const std::vector<TavrelSimulation::C
 
 } // namespace
 
-Simulator::Simulator(const std::string& command) : words(WordsOf(command)) {
+Simulator::Simulator(const std::string& command, std::size_t mostMemory) : words(WordsOf(command)), memory(mostMemory) {
     ArgumentsFor({}); // the words in braces
     if (!IsThere(words.front())) throw Refused(kPlace, "there is no program " + words.front());
 }
@@ -291,18 +327,28 @@ std::vector<std::string> Simulator::ArgumentsFor(const Job& job) const {
 
 RunRecord Simulator::Run(const Job& job, const std::vector<TavrelSimulation::Criterion>& criteria,
                          const std::string& output) const {
-    const int status = RunProgram(ArgumentsFor(job), output);
+    const Ending ending = RunProgram(ArgumentsFor(job), output, memory);
     RunRecord record;
     const Judged judged = JudgeTrace(job.trace, criteria);
     record.events = judged.events;
     record.trace = TavrelSimulation::Sha256OfFile(job.trace);
-    if (WIFSIGNALED(status)) {
-        record.verdict = Verdict::Killed;
-        record.message =
-            fmt::format("the simulator was ended by a signal ({})", TavrelProcesses::TextOfSignal(WTERMSIG(status)));
+    if (ending.notStarted != 0) {
+        record.verdict = Verdict::Error;
+        record.message = fmt::format("{} cannot be started: {}", words.front(), strerrordesc_np(ending.notStarted));
         return record;
     }
-    const int left = WEXITSTATUS(status);
+    if (ending.overMemory) {
+        record.verdict = Verdict::Killed;
+        record.message = fmt::format("the simulator took more than {} MB of memory", memory >> 20);
+        return record;
+    }
+    if (WIFSIGNALED(ending.status)) {
+        record.verdict = Verdict::Killed;
+        record.message = fmt::format("the simulator was ended by a signal ({})",
+                                     TavrelProcesses::TextOfSignal(WTERMSIG(ending.status)));
+        return record;
+    }
+    const int left = WEXITSTATUS(ending.status);
     if (criteria.empty()) {
         record.verdict = left == 0 ? Verdict::Passed : Verdict::Failed;
         if (left != 0) record.message = fmt::format("the simulator ended with status {}", left);
@@ -346,8 +392,9 @@ RunVariant RunWith(const Simulator& simulator, VariantRunner& runner, const Plan
     return
         [&simulator, &runner, &plan, &criteria, campaignFolder](const Variant& variant, const std::string& traceFile) {
             const CampaignFolder files(campaignFolder);
-            // Not every simulator works in the folder of the command.
-            const WorkFolder folder(fs::absolute(files.FileBeside("work", variant.number)).string());
+            // Not every simulator works in the folder of the command. A trace may name its files, so they are called
+            // the same in every run of the number.
+            const WorkFolder folder(fs::absolute(files.WorkFolder(variant.number)).string());
             Simulator::Job job;
             job.number = variant.number;
             job.folder = folder.path;

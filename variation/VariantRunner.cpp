@@ -83,6 +83,7 @@ VariantRunner::VariantRunner(const Setup& setup) : parts(std::make_unique<Parts>
 VariantRunner::~VariantRunner() = default;
 
 bool VariantRunner::HasScript() const { return parts->script != nullptr; }
+std::string VariantRunner::Script() const { return parts->script ? parts->script->name : ""; }
 const std::vector<Input>& VariantRunner::Inputs() const { return parts->inputs; }
 const Settable& VariantRunner::Values() const { return parts->settable; }
 

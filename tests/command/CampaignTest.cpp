@@ -148,8 +148,24 @@ TEST_F(CampaignTest, WhatWasNotHadIsRunAgainAndWhatWasIsNot) {
         arguments.insert(arguments.end(), more.begin(), more.end());
         return run(arguments).status;
     };
-    EXPECT_EQ(runWith("sh -c 'sleep 60 & sleep 60'", {"--timeout", "1"}), 3);
+    // The number of a process that leaves the group and its parent; it must be gone when the command is.
+    const std::string left = folder + "/left-{number}";
+    EXPECT_EQ(runWith("sh -c 'setsid sleep 60 & echo $! >" + left + "; sleep 60'", {"--timeout", "1"}), 3);
     EXPECT_EQ(record("verdicts", "000000")["verdict"], "timeout");
+    for (const char* number : {"0", "1", "2"}) {
+        const std::string process = readFile(folder + "/left-" + number);
+        ASSERT_FALSE(process.empty());
+        EXPECT_NE(::kill(std::stoi(process), 0), 0) << process;
+    }
+    // Many of little memory are as bad as one of much; each has a copy of the text.
+    const std::string eats = "import os,time\nb=bytearray(80<<20)\nif os.fork()==0: b[:]=bytes(80<<20)\ntime.sleep(20)";
+    EXPECT_EQ(runWith("python3 -c '" + eats + "'", {"--memory", "150"}), 3);
+    EXPECT_EQ(record("verdicts", "000002")["verdict"], "killed");
+    EXPECT_THAT(record("verdicts", "000002")["message"], HasSubstr("150 MB"));
+    std::ofstream(folder + "/no-program") << "#!/no/such/interpreter\n";
+    fs::permissions(folder + "/no-program", fs::perms::owner_all);
+    EXPECT_EQ(runWith(folder + "/no-program"), 3);
+    EXPECT_THAT(record("verdicts", "000001")["message"], HasSubstr("cannot be started"));
     EXPECT_EQ(runWith("sh -c 'kill -SEGV $$'"), 3);
     EXPECT_EQ(record("verdicts", "000001")["verdict"], "killed");
     EXPECT_EQ(runWith("sh -c '[ {number} -ne 1 ]'"), 1);
@@ -178,8 +194,32 @@ TEST_F(CampaignTest, AnExternalSimulatorIsJudgedByItsTrace) {
         EXPECT_TRUE(kept["criteria"][0]["margin"].is_number()) << kept;
         EXPECT_GT(kept["events"], 2) << kept;
     }
+    // A trace that names its files is the same again.
+    const std::string naming =
+        R"(sh -c 'echo "{{\"time\":0,\"event\":\"start\",\"scenario\":\"$0\"}}" >$1' {scenario} {trace})";
+    std::vector<std::string> records;
+    for (const char* jobs : {"1", "3"}) {
+        run({"campaign", "run", "external", "--retry", "all", "--command", naming, "--jobs", jobs});
+        records.push_back(record("external", "000003").dump());
+        EXPECT_THAT(readFile(folder + "/external/traces/000003.jsonl"), HasSubstr("000003.sce"));
+    }
+    EXPECT_EQ(records[0], records[1]);
     EXPECT_EQ(run({"campaign", "run", "external", "--retry", "all", "--command", "true"}).status, 3);
     EXPECT_EQ(record("external", "000000")["message"], "it left no trace");
+}
+
+TEST_F(CampaignTest, TheFrozenPlanSaysAllThatThePlanLeftOpen) {
+    for (const char* open : {"configuration", "run", "parameters", "seed"}) plan.erase(open);
+    plan["linked"] = {{{"parameters", {"Language"}}, {"rows", {{"de"}, {"en"}}}}};
+    begin("open");
+    const auto frozen = nlohmann::ordered_json::parse(readFile(folder + "/open/campaign.json"));
+    EXPECT_EQ(frozen["plan"]["configuration"], "Fahrschule S\u00FCd") << "the first one that has the scenario";
+    EXPECT_EQ(frozen["plan"]["script"], "main");
+    EXPECT_EQ(frozen["plan"]["run"], (nlohmann::ordered_json{{"from", 0.0}, {"until", 60.0}, {"step", 0.1}}));
+    EXPECT_EQ(frozen["plan"]["parameters"].size(), 2U) << frozen["plan"]["parameters"];
+    std::ofstream(folder + "/frozen.json") << frozen["plan"].dump();
+    EXPECT_EQ(run({"vary", "list", "frozen.json", "--format", "jsonl"}).out,
+              run({"vary", "list", "plan.json", "--format", "jsonl"}).out);
 }
 
 TEST_F(CampaignTest, AnotherPlanAndChangedInputsAreRefused) {

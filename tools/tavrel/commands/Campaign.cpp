@@ -154,7 +154,8 @@ CampaignOptions OptionsOf(const Context& context) {
 
 std::string GoOnCommand(const Arguments& arguments) {
     std::string text = "tavrel campaign run " + ShellWord(arguments.Text("DIR"));
-    for (const char* option : {"--config", "--shard", "--jobs", "--command", "--traces", "--timeout", "--memory"})
+    for (const char* option :
+         {"--config", "--shard", "--jobs", "--retry", "--command", "--traces", "--timeout", "--memory"})
         if (arguments.Has(option)) text += fmt::format(" {} {}", option, ShellWord(arguments.Text(option)));
     return text;
 }
@@ -189,6 +190,8 @@ int RunCampaignInit(Context& context) {
         setup.plan = &shop.plan.plan;
         setup.installation = std::filesystem::absolute(shop.installation).lexically_normal().string();
         setup.configuration = shop.plan.scenario.configuration;
+        setup.script = shop.runner->Script();
+        setup.until = SpanOf(file).until;
         setup.tool = TAVREL_COMMAND_VERSION;
         setup.inputs = shop.runner->Inputs();
         const Campaign campaign = Campaign::Begin(setup, context.arguments.Text("--output"));
@@ -203,7 +206,7 @@ int RunCampaignRun(Context& context) {
         const CampaignOptions options = OptionsOf(context);
         const Campaign campaign = Campaign::Open(folder);
         std::optional<Simulator> simulator;
-        if (context.arguments.Has("--command")) simulator.emplace(context.arguments.Text("--command"));
+        if (context.arguments.Has("--command")) simulator.emplace(context.arguments.Text("--command"), options.memory);
         Arguments arguments = context.arguments;
         Context own = WithInstallation(context, arguments, campaign.Installation());
         Workshop shop = OpenWorkshopSafely(own, campaign.ThePlan(), folder);

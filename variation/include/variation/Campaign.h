@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,9 @@ struct TAVREL_VARIATION_API CampaignSetup {
     const Plan* plan = nullptr;
     std::string installation; // file of the installation that the plan was read with
     std::string configuration;
-    std::string tool; // version of the command
+    std::string script;          // that is run; empty where the scenario has none
+    std::optional<double> until; // s, for a plan that does not say it
+    std::string tool;            // version of the command
     std::vector<TavrelSimulation::Input> inputs;
 };
 

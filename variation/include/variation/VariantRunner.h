@@ -44,6 +44,8 @@ public:
 
     // False for a scenario without a script: there is nothing to run, and Run answers Verdict::Skipped.
     bool HasScript() const;
+    // Its name; empty where there is none.
+    std::string Script() const;
     // What a run is made from, includes among it.
     const std::vector<TavrelSimulation::Input>& Inputs() const;
     const Settable& Values() const;
