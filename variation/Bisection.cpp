@@ -104,7 +104,10 @@ Bisection Bisect(const Plan& plan, const std::string& name, const std::string& t
                  const std::function<RunRecord(const Variant&)>& run) {
     const std::size_t parameter = ParameterOf(plan, name);
     const NumberDomain* planned = plan.DomainOf(parameter);
-    if (!planned) throw Refused("parameter", "\"" + name + "\" has no range of numbers to search in");
+    const ValueType type = plan.Parameters()[parameter].type;
+    if (!planned && (type == ValueType::Integer || type == ValueType::Real))
+        throw Refused("parameter", "\"" + name + "\" has a list of values in the plan, and no range to search in");
+    if (!planned) throw Refused("parameter", "the values of \"" + name + "\" have no order to search in");
     if (planned->Ranges().size() != 1)
         throw Refused("parameter", "the domain of \"" + name + "\" has a gap: " + planned->Text());
     const NumberDomain domain = Refined(*planned, HasDecimals(plan, plan.Parameters()[parameter].name));

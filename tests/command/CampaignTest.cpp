@@ -1,4 +1,5 @@
 // Campaigns as a test manager works with them: begun, run in whatever parts and with whatever accidents, and merged.
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -7,6 +8,7 @@
 #include <set>
 #include <thread>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -58,16 +60,31 @@ protected:
         return Json::parse(readFile(folder + "/" + campaign + "/runs/" + number + ".json"));
     }
 
-    // The command as a process that can be killed.
-    pid_t start(const std::vector<std::string>& arguments) const {
+    static int fromEnvironment(const char* name, int otherwise) {
+        const char* text = std::getenv(name);
+        return text ? std::stoi(text) : otherwise;
+    }
+    // Which file stands there, and what is in it.
+    static std::pair<ino_t, std::string> stateOf(const std::string& file) {
+        struct stat about = {};
+        stat(file.c_str(), &about);
+        return {about.st_ino, readFile(file)};
+    }
+
+    // The command as a process that can be killed, in a group of its own.
+    pid_t start(const std::vector<std::string>& arguments, const std::string& errors = "/dev/null") const {
         const pid_t child = fork();
-        if (child != 0) return child;
+        if (child != 0) {
+            setpgid(child, child);
+            return child;
+        }
+        setpgid(0, 0);
         std::vector<std::string> all = arguments;
         all.insert(all.end(), run.common.begin(), run.common.end());
         std::vector<char*> words{const_cast<char*>(TAVREL_COMMAND)};
         for (std::string& word : all) words.push_back(word.data());
         words.push_back(nullptr);
-        if (chdir(folder.c_str()) != 0 || !freopen("/dev/null", "w", stdout) || !freopen("/dev/null", "w", stderr))
+        if (chdir(folder.c_str()) != 0 || !freopen("/dev/null", "w", stdout) || !freopen(errors.c_str(), "w", stderr))
             _exit(9);
         execv(TAVREL_COMMAND, words.data());
         _exit(9);
@@ -80,34 +97,84 @@ protected:
 };
 
 TEST_F(CampaignTest, TheResultsAreTheSameWhateverTheWayToThem) {
+    plan["method"]["count"] = fromEnvironment("TAVREL_CAMPAIGN_RUNS", 60);
     begin("whole");
-    Result result = run({"campaign", "run", "whole", "--jobs", "1"});
+    const Result result = run({"campaign", "run", "whole", "--jobs", "1"});
     EXPECT_EQ(result.status, 1) << result;
-    EXPECT_THAT(result.out, HasSubstr("24 variants: "));
+    EXPECT_THAT(result.out, HasSubstr(plan["method"]["count"].dump() + " variants: "));
     const std::string whole = merged("whole");
     EXPECT_GT(whole.size(), 10'000U);
 
+    begin("jobs");
+    run({"campaign", "run", "jobs", "--jobs", "4"});
+    EXPECT_EQ(merged("jobs"), whole);
+
     begin("shards");
-    for (const char* shard : {"4/5", "0/5", "3/5", "1/5", "2/5"})
+    std::vector<std::string> shards = {"0/7", "1/7", "2/7", "3/7", "4/7", "5/7", "6/7"};
+    std::shuffle(shards.begin(), shards.end(), std::mt19937(std::random_device()()));
+    for (const std::string& shard : shards)
         run({"campaign", "run", "shards", "--jobs", "2", "--shard", shard, "--traces", "none"});
     EXPECT_EQ(merged("shards"), whole);
+}
 
+// What is finished stays as it is, whoever is killed when: a run is neither lost nor done again.
+TEST_F(CampaignTest, KillsLoseNothingAndRepeatNothing) {
+    plan["method"]["count"] = fromEnvironment("TAVREL_CAMPAIGN_RUNS", 60);
+    begin("whole");
+    run({"campaign", "run", "whole"});
     begin("killed");
-    std::mt19937 random(1);
-    for (int kill = 0; kill < 12; ++kill) {
+    std::map<std::string, std::pair<ino_t, std::string>> finished;
+    std::mt19937 random(std::random_device{}());
+    const int kills = fromEnvironment("TAVREL_CAMPAIGN_KILLS", 12);
+    for (int kill = 0; kill < kills; ++kill) {
         const pid_t first = start({"campaign", "run", "killed", "--jobs", "2"});
         const pid_t second = start({"campaign", "run", "killed", "--jobs", "1", "--shard", "1/2"});
-        std::this_thread::sleep_for(std::chrono::milliseconds(20 + random() % 200));
+        std::this_thread::sleep_for(std::chrono::milliseconds(20 + random() % 180));
         ::kill(first, kill % 3 == 0 ? SIGTERM : SIGKILL);
         ::kill(second, SIGKILL);
         waitpid(first, nullptr, 0);
         waitpid(second, nullptr, 0);
+        for (const auto& [file, was] : finished) EXPECT_EQ(stateOf(file), was) << file << " after kill " << kill;
+        for (const auto& entry : fs::directory_iterator(folder + "/killed/runs"))
+            if (entry.path().extension() == ".json") finished[entry.path()] = stateOf(entry.path());
     }
-    result = run({"campaign", "run", "killed"});
+    const Result result = run({"campaign", "run", "killed"});
     EXPECT_EQ(result.status, 1) << result;
-    EXPECT_EQ(merged("killed"), whole);
+    for (const auto& [file, was] : finished) EXPECT_EQ(stateOf(file), was) << file;
+    EXPECT_EQ(merged("killed"), merged("whole"));
     for (const auto& entry : fs::recursive_directory_iterator(folder + "/killed"))
         EXPECT_EQ(entry.path().string().find("under-way"), std::string::npos) << "left behind: " << entry.path();
+}
+
+TEST_F(CampaignTest, AnInterruptLeavesNothingHalfDoneAndSaysHowToGoOn) {
+    begin("asked");
+    const std::string slow = "sh -c 'echo > {folder}/begun; sleep 50 & echo $! > " + folder + "/sleeper; wait'";
+    const std::string errors = folder + "/errors";
+    const pid_t child =
+        start({"campaign", "run", "asked", "--command", slow, "--jobs", "1", "--retry", "failed"}, errors);
+    while (readFile(folder + "/sleeper").empty()) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    const pid_t sleeper = std::stoi(readFile(folder + "/sleeper"));
+    ::kill(-child, SIGINT); // as a terminal does, all of the group
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 3);
+    EXPECT_NE(::kill(sleeper, 0), 0) << "a program outlived its campaign";
+    EXPECT_TRUE(fs::is_empty(folder + "/asked/runs") && fs::is_empty(folder + "/asked/work"));
+    EXPECT_THAT(readFile(errors), HasSubstr("To go on: tavrel campaign run asked"));
+    EXPECT_THAT(readFile(errors), HasSubstr("--retry failed"));
+}
+
+TEST_F(CampaignTest, GnuParallelGivesTheSameResults) {
+    if (std::system("parallel --version >/dev/null 2>&1") != 0) GTEST_SKIP() << "GNU parallel is not installed";
+    begin("one");
+    run({"campaign", "run", "one"});
+    const std::string name = "it's \"$many\" {}";
+    begin(name);
+    const std::string command = "cd '" + folder + "' && PATH=\"$(dirname '" + TAVREL_COMMAND +
+                                "'):$PATH\" TAVREL_CONFIG='" + sample.file() +
+                                "' sh " TAVREL_CAMPAIGNS "/parallel.sh 'it'\\''s \"$many\" {}' 3 >/dev/null";
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1) << "some failed";
+    EXPECT_EQ(merged(name), merged("one"));
 }
 
 TEST_F(CampaignTest, TwoCommandsInOneFolderShareTheWork) {

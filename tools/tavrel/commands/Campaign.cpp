@@ -1,5 +1,6 @@
 #include <variation/Campaign.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -160,6 +161,21 @@ std::string GoOnCommand(const Arguments& arguments) {
     return text;
 }
 
+// The plan calls a parameter by one of its names; here any of them will do.
+std::string NameInPlan(const OpenedPlan& plan, const std::string& name) {
+    const std::vector<PlannedParameter>& parameters = plan.plan.Parameters();
+    const auto isCalled = [&](const PlannedParameter& parameter) {
+        return parameter.name == name || parameter.id == name;
+    };
+    if (std::any_of(parameters.begin(), parameters.end(), isCalled)) return name;
+    const Settable& settable = *plan.scenario.settable;
+    try {
+        return settable.Targets()[settable.Find(name).target].id;
+    } catch (const AssignmentError&) {
+        return name; // the search refuses it, with the nearest one of the plan
+    }
+}
+
 Json EndJson(const BisectionEnd& end) {
     Json criteria = Json::array();
     for (const TavrelSimulation::Outcome& outcome : end.record.criteria)
@@ -283,9 +299,13 @@ int RunCampaignBisect(Context& context) {
         Workshop shop = OpenWorkshopSafely(context, file, path);
         const CampaignOptions options = OptionsOf(context);
         const RunVariant run = shop.InWorld();
-        const std::size_t probes = arguments.Has("--probes") ? arguments.Index("--probes") : 4;
+        int probes = 4;
+        if (arguments.Has("--probes") && (!ReadNumber(arguments.Text("--probes"), probes) || probes < 0))
+            throw Failure{ExitUsage, fmt::format("--probes takes a number of values from 0 on, not \"{}\"",
+                                                 arguments.Text("--probes"))};
         const Bisection found =
-            Bisect(shop.plan.plan, arguments.Text("--parameter"), arguments.Text("--tolerance"), probes,
+            Bisect(shop.plan.plan, NameInPlan(shop.plan, arguments.Text("--parameter")), arguments.Text("--tolerance"),
+                   static_cast<std::size_t>(probes),
                    [&](const Variant& variant) { return RunAlone(shop.plan.plan, variant, options, run); });
         const std::string name = arguments.Text("--parameter");
         if (arguments.Has("--json")) {
