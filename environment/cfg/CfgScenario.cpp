@@ -64,8 +64,7 @@ std::optional<XmlFault> WriteFile(const std::string& path, detail::Document& doc
     try {
         std::string bytes;
         if (std::optional<XmlFault> fault = detail::WriteScenario(document, bytes)) return fault;
-        if (bytes.size() > Commons::kLargestFile)
-            return XmlFault{0, "not saved, since it would be larger than any file that is loaded"};
+        if (bytes.size() > Commons::kLargestFile) return XmlFault{0, detail::kTooLargeToSave};
         detail::Document check(bytes.size());
         if (std::optional<XmlFault> fault = detail::ReadScenario(bytes, check)) {
             fault->reason = "not saved, since it could not be loaded again: " + fault->reason;

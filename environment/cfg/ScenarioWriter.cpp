@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include <Commons/WholeFile.h>
 #include <cfg/Scenario.h>
 #include <cfg/ScenarioText.h>
 
@@ -34,8 +35,15 @@ std::string PointText(std::string_view text, size_t at) {
     return std::string("00") + (text[at] < '\x10' ? "0" : "1") + "0123456789ABCDEF"[text[at] & 0xF];
 }
 
+bool IsText(const Value& value) {
+    return value.type != t_ParameterTypeBoolean && value.type != t_ParameterTypeInteger &&
+           value.type != t_ParameterTypeReal && value.text;
+}
+
 // The value as text, once it is certain that the file can hold it.
 std::string WritableText(const Value& value) {
+    // Before several copies of it take the memory.
+    if (IsText(value) && value.text->size() > Commons::kLargestFile) throw Unwritable{XmlFault{0, kTooLargeToSave}};
     std::string text = FormatValue(value);
     const std::string& source = value.document->source;
     const size_t row = value.place == kNotInFile ? 0 : Commons::detail::RowAt(source, value.place);

@@ -742,6 +742,16 @@ TEST_F(ScenarioFileTest, AFailedSaveLeavesTheOldFileWhole) {
     EXPECT_EQ(contentOf(path), kOvertaking);
 }
 
+TEST_F(ScenarioFileTest, WhatWouldBeTooLargeToLoadIsNotSaved) {
+    const std::string path = write(kOvertaking);
+    CfgScenario scenario;
+    ASSERT_TRUE(load(scenario, path));
+    scenario.getRootSection()->description.assign(Commons::kLargestFile + 1, 'x');
+    EXPECT_FALSE(save(scenario, path));
+    EXPECT_EQ(scenario.errorMessage, path + ":0: not saved, since it would be larger than any file that is loaded");
+    EXPECT_EQ(contentOf(path), kOvertaking);
+}
+
 TEST_F(ScenarioFileTest, LinksAndPermissionsStay) {
     CfgScenario scenario;
     const std::string path = write(kOvertaking);
