@@ -17,20 +17,20 @@ inline constexpr int ExceptionCodeScenarioRead = 20;    // the bytes of a scenar
 inline constexpr int ExceptionCodeScenarioLoad = 24;    // a scenario cannot be found, or its file cannot be loaded
 inline constexpr int ExceptionCodeParameterType = 32;   // a typed accessor was used on a parameter of another type
 
-// Why a call failed. It leaves the library in two forms, and a host catches both around every call:
-//
+// Why a call failed. It leaves the library in three forms, and a host catches all of them around every call:
 //     try {
 //         ...
 //     } catch (const ScenarioTemplateDb::Exception& failure) {
 //         report(failure.message);
 //     } catch (ScenarioTemplateDb::Exception* failure) {
-//         std::unique_ptr<ScenarioTemplateDb::Exception> owned(failure);
-//         report(owned->message);
+//         report(std::unique_ptr<ScenarioTemplateDb::Exception>(failure)->message);
+//     } catch (const std::exception& failure) {
+//         report(failure.what());
 //     }
-//
-// By value: drivers, databases, directories and scenarios. By pointer, made with new and deleted by whoever
-// catches it: look-ups and typed accessors of nodes, parameters and variadic parameters. The few operations that
-// differ say so. Neither handler sees the other form, and neither form is a std::exception.
+// By value: drivers, databases, directories and scenarios. By pointer, made with new and deleted by whoever catches it:
+// look-ups and typed accessors of nodes, parameters and variadic parameters. The few operations that differ say so. As
+// a std::exception, which the first two are not: what passes through from below, such as the failure of a walk at a
+// link that leads nowhere. <TavrelScenarioTemplateDb/Failures.h> makes one std::exception of all three.
 class SCENARIO_TEMPLATE_DB_API Exception {
 public:
     Exception(std::string text, int category) : message(std::move(text)), code(category) {}
