@@ -70,32 +70,51 @@ TEST(UsageTest, HelpManualAndCompletionNameTheSame) {
     EXPECT_EQ(optionsIn(completion), all) << "the completion offers nothing that the help does not know";
 }
 
+std::string outputOf(const std::string& shell, const std::string& script) {
+    setenv("COMPLETE", script.c_str(), 1);
+    FILE* pipe = popen((shell + " -c \"$COMPLETE\" 2>&1").c_str(), "r");
+    std::string out;
+    for (int c; (c = fgetc(pipe)) != EOF;) out += static_cast<char>(c);
+    return pclose(pipe) == 0 ? out : "failed: " + out;
+}
+
 TEST(UsageTest, TheCompletionOffersCommandsOptionsAndScenarios) {
-    const CommandRunner run;
-    const auto complete = [&](const std::string& line) {
-        // What bash does at the tab key after `line`.
-        const std::string script =
-            "source <(" TAVREL_COMMAND " completion bash)\nCOMP_WORDS=(" TAVREL_COMMAND " " + line +
-            ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_tavrel\nprintf '%s\\n' \"${COMPREPLY[@]}\"";
-        setenv("COMPLETE", script.c_str(), 1);
-        FILE* pipe = popen("bash -c \"$COMPLETE\"", "r");
-        std::string out;
-        for (int c; (c = fgetc(pipe)) != EOF;) out += static_cast<char>(c);
-        pclose(pipe);
-        return out;
+    const struct {
+        const char* line; // with a part of what is offered at its end
+        const char* offer;
+    } rows[] = {
+        {"sh", "show"},
+        {"variadic re", "remove"},
+        {"list --pa", "--paths"},
+        {"run --trace j", "json"},
+        {"show --configuration Ci", "City"},
+        {"get --configuration City orientation/First\\ minutes.sce /sce/Scenario/dur", "/sce/Scenario/duration"},
+        {"run --configuration Highway rural/Überholen\\ auf\\ der\\ Landstraße.sce --script ma", "main"},
+        {"show --config /dev/nul", "/dev/null"},
+        {"variadic add a b --type re", "real"},
+        {"show --configuration City orientation/F", "orientation/First minutes.sce"},
     };
-    EXPECT_EQ(complete("sh"), "show\n");
-    EXPECT_EQ(complete("variadic re"), "remove\n");
-    EXPECT_EQ(complete("list --pa"), "--paths\n");
-    EXPECT_EQ(complete("run --trace j"), "json\n");
-    EXPECT_EQ(complete("show --configuration Ci"), "City\n");
-    EXPECT_EQ(complete("get --configuration City orientation/First\\ minutes.sce /sce/Scenario/dur"),
-              "/sce/Scenario/duration\n");
-    EXPECT_EQ(complete("run --configuration Highway rural/Überholen\\ auf\\ der\\ Landstraße.sce --script ma"),
-              "main\n");
-    EXPECT_EQ(complete("show --config /dev/nul"), "/dev/null\n");
-    EXPECT_EQ(complete("variadic add a b --type re"), "real\n");
-    EXPECT_EQ(complete("show --configuration City orientation/F"), "orientation/First\\ minutes.sce\n");
+    // What each shell does at the tab key after the line. Where zsh keeps what fits, all offers are printed.
+    const std::string bash =
+        "compopt() { :; }\nsource <(" TAVREL_COMMAND " completion bash)\nCOMP_WORDS=(" TAVREL_COMMAND " $LINE)\n"
+        "COMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_tavrel\n"
+        "for reply in \"${COMPREPLY[@]}\"; do eval \"printf '%s\\n' $reply\"; done";
+    const std::string zsh = "compdef() { : }\n_files() { print -r -l -- /dev/* }\n"
+                            "compadd() { shift; print -r -l -- \"$@\" }\n"
+                            "source <(" TAVREL_COMMAND " completion zsh)\nwords=(" TAVREL_COMMAND " $LINE)\n"
+                            "CURRENT=${#words}\n_tavrel";
+    const std::string fish = "set PATH (dirname " TAVREL_COMMAND ") $PATH\n" TAVREL_COMMAND
+                             " completion fish | source\ncomplete -C \"tavrel $LINE\"";
+    const auto with = [](std::string script, const std::string& line) {
+        return script.replace(script.find("$LINE"), 5, line);
+    };
+    for (const auto& [line, offer] : rows) {
+        EXPECT_EQ(outputOf("bash", with(bash, line)), std::string(offer) + "\n") << line;
+        EXPECT_THAT("\n" + outputOf("zsh -f", with(zsh, line)), HasSubstr("\n" + std::string(offer) + "\n")) << line;
+        // A description may stand behind the offer.
+        EXPECT_THAT(outputOf("fish -N", with(fish, line)), testing::MatchesRegex(std::string(offer) + "(\t[^\n]*)?\n"))
+            << line;
+    }
 }
 
 TEST(UsageTest, WrongUseIsStatusTwoAndOneSentence) {
@@ -142,21 +161,13 @@ TEST(UsageTest, CommonOptionsMayStandAnywhere) {
 
 // A shell's pipe and the terminal of `script` stand for what a person has.
 TEST(UsageTest, ReadersThatGoAndTerminals) {
-    const auto shell = [](const char* line) {
-        setenv("COMPLETE", line, 1);
-        FILE* pipe = popen("bash -c \"$COMPLETE\" 2>&1", "r");
-        std::string out;
-        for (int c; (c = fgetc(pipe)) != EOF;) out += static_cast<char>(c);
-        pclose(pipe);
-        return out;
-    };
-    EXPECT_EQ(shell(TAVREL_COMMAND " show --all --json | head -c 1; echo \" ${PIPESTATUS[0]}\""), "[ 141\n")
+    EXPECT_EQ(outputOf("bash", TAVREL_COMMAND " show --all --json | head -c 1; echo \" ${PIPESTATUS[0]}\""), "[ 141\n")
         << "the end of a pipe is no failure to write";
     const std::string bold = "\x1b[1m";
     for (const auto& [settings, isBold] : std::map<std::string, bool>{
              {"TERM=xterm", true}, {"TERM=dumb", false}, {"TERM=", false}, {"TERM=xterm NO_COLOR=1", false}}) {
         const std::string out =
-            shell(("env -u NO_COLOR " + settings + " script -qec '" TAVREL_COMMAND " tree' /dev/null").c_str());
+            outputOf("bash", "env -u NO_COLOR " + settings + " script -qec '" TAVREL_COMMAND " tree' /dev/null");
         EXPECT_THAT(out, HasSubstr("City")) << settings;
         EXPECT_EQ(out.find(bold) != std::string::npos, isBold) << settings;
     }

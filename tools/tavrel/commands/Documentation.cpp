@@ -207,7 +207,7 @@ function _tavrel_configurations
     _tavrel_lines tree | sed -n 's/^    \([^ ]\)/\1/p'
 end
 function _tavrel_scripts
-    _tavrel_lines show $argv --json | sed -n 's/.*"nodeId": .*scriptName=\\"\(.*\)\\"\]".*/\1/p'
+    _tavrel_lines show $argv --json | sed -n 's/.*"nodeId": .*scriptName=\\\\"\(.*\)\\\\"\]".*/\1/p'
 end
 complete -c tavrel -f
 )sh";
