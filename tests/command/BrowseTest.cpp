@@ -161,6 +161,77 @@ TEST_F(BrowseTest, NamesAreFoundInEitherUnicodeForm) {
     }
 }
 
+TEST_F(BrowseTest, FilesAndScriptsAreFoundAsTheirNamesAreRead) {
+    const std::string composed = "\xc3\xbc", decomposed = "u\xcc\x88", id = "/sce/Scenario/speed";
+    const std::string script = "TYPEOF SCENARIO (1)\n{\n\tTYPEOF VARIABLE (1)\n\t{\n\t\tTYPE=\"FLOAT\"\n"
+                               "\t\tVALUE=\"5\"\n\t}\n}\n";
+    installation.configuration("S" + decomposed + "d", "1.0", {"town"});
+    installation.scenario("town", decomposed + "/a.sce",
+                          namedScenario("One").script("other", script).script("m" + decomposed + "\tx", script));
+    run.folder = installation.path() + "/town/data/scenario";
+    const std::string file = composed + "/a.sce", name = "m" + composed + "\tx";
+    const std::vector<std::vector<std::string>> calls{
+        {"show", file},
+        {"get", file, id},
+        {"fetch", file},
+        {"diff", file, file},
+        {"refs", file, "variable:1", "--script", name},
+        {"run", file, "--until", "0", "--script", "m" + decomposed + "\\tx"},
+        {"graph", file, "--script", name},
+        {"outline", file, "--script", name},
+        {"vary", "plan", file},
+        {"variadic", "add", file, id},
+        {"variadic", "list", file},
+        {"set", file, id + "=3"},
+        {"format", composed},
+        {"format", "--check", file}};
+    for (const std::vector<std::string>& call : calls) {
+        const Result result = run(call);
+        EXPECT_EQ(result.status, call[0] == "refs" ? 1 : 0) << call[0] << result;
+    }
+    for (const std::string& operand : {std::string("."), file}) {
+        run.folder = operand == "." ? installation.path() : "/";
+        const Result found = run({"check", operand, "--configuration", "S" + composed + "d", "--json"});
+        EXPECT_EQ(found.status, 0) << found;
+        EXPECT_THAT(found.out, HasSubstr("/a.sce")) << operand;
+    }
+    // What is written gets the name that was given.
+    run.folder = installation.path();
+    EXPECT_EQ(run({"fetch", file, "--output", decomposed}).status, 0);
+    EXPECT_EQ(run({"fetch", file, "--output", composed}).status, 0);
+    EXPECT_TRUE(std::filesystem::exists(run.folder + "/" + composed));
+
+    const std::vector<std::string> ids = run({"ids", file}).lines();
+    ASSERT_EQ(ids.size(), 3U);
+    EXPECT_THAT(ids.back(), EndsWith("\\tx\"]/Variable[name=1]/value"));
+    EXPECT_EQ(run({"get", file, ids.back()}).out, "5\n");
+    EXPECT_EQ(run({"set", file, ids.back() + "=6"}).status, 0);
+    EXPECT_EQ(run({"get", file, ids.back()}).out, "6\n");
+}
+
+TEST_F(BrowseTest, AListFitsTheTerminal) {
+    installation.scenario("town", "deep/folder/of/one.sce", namedScenario("The first scenario"));
+    installation.scenario("town", "two.sce", namedScenario("\xe8\xa9\xa6\xe8\xa9\xa6")); // each takes two columns
+    const auto list = [&](int columns) {
+        const std::string line = "script -qec 'stty cols " + std::to_string(columns) +
+                                 "; TERM=dumb " TAVREL_COMMAND " list --config \"" + installation.file() +
+                                 "\"' /dev/null";
+        setenv("LINE", line.c_str(), 1);
+        FILE* pipe = popen("bash -c \"$LINE\"", "r");
+        std::string out;
+        for (int c; (c = fgetc(pipe)) != EOF;)
+            if (c != '\r') out += static_cast<char>(c);
+        pclose(pipe);
+        return out;
+    };
+    EXPECT_EQ(list(80), "Town  deep/folder/of/one.sce  The first scenario\n"
+                        "Town  two.sce                 試試\n");
+    EXPECT_EQ(list(42), "Town  deep/folder/of/one.sce  The first s…\n"
+                        "Town  two.sce                 試試\n");
+    EXPECT_EQ(list(22), "Town  …lder/of/one.sce\n    The first scenario\n"
+                        "Town  two.sce\n    試試\n");
+}
+
 TEST_F(BrowseTest, NothingOfAnIncludeOutsideOfTheDataPathIsShown) {
     std::ofstream(installation.path() + "/secret") << "root:x:0\n";
     installation.scenario("town", "odd.sce",

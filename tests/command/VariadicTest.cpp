@@ -169,10 +169,15 @@ TEST_F(VariadicTest, ASaveThatFailsIsTold) {
 
 TEST_F(VariadicTest, ManyAtTheSameTimeLoseNothing) {
     constexpr std::size_t kCommands = 6;
-    std::vector<std::future<Result>> results;
+    const std::vector<std::string> values{"speed=20", "lane=3", "fog=false", "road=B"};
+    std::vector<std::future<Result>> results, sets;
     for (std::size_t i = 0; i < kCommands; ++i)
         results.push_back(std::async(std::launch::async, [this, i] {
             return run({"variadic", "add", kScenario, "/sce/Scenario/fog", "--name", std::to_string(i)});
+        }));
+    for (const std::string& value : values)
+        sets.push_back(std::async(std::launch::async, [this, value] {
+            return run({"set", kScenario, "/sce/Scenario/" + value});
         }));
     std::set<std::string> indices;
     for (auto& result : results) {
@@ -184,6 +189,12 @@ TEST_F(VariadicTest, ManyAtTheSameTimeLoseNothing) {
     std::set<std::string> names;
     for (const auto& declaration : declarations()) names.insert(declaration["name"]);
     EXPECT_EQ(names.size(), kCommands);
+    for (auto& result : sets) EXPECT_EQ(result.get().status, 0);
+    for (const std::string& value : values) {
+        const std::size_t sign = value.find('=');
+        EXPECT_THAT(run({"get", kScenario, "/sce/Scenario/" + value.substr(0, sign)}).out,
+                    testing::StartsWith(value.substr(sign + 1)));
+    }
 }
 
 TEST_F(VariadicTest, OddDeclarationsOfOthersCanBeEdited) {

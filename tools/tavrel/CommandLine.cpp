@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <sstream>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include "CommandTable.h"
 #include "Failure.h"
+#include "Spelling.h"
 
 namespace tavrel {
 
@@ -192,6 +194,19 @@ Line SplitLine(int argc, const char* const* argv) {
     return line;
 }
 
+// Puts the files that are meant into the place of those that are written. What is to be written gets the name that it
+// is given, so that no other file is replaced.
+void FindMeantFiles(const std::vector<OptionRow>& rows, Values& values) {
+    for (const OptionRow& row : rows) {
+        const bool isRead =
+            std::string_view(row.name) != "--output" && std::string_view(row.name) != "--write-baseline";
+        const auto given = values.find(row.name);
+        if (given == values.end() || !isRead || (row.offers != Offers::Files && row.offers != Offers::Scenarios))
+            continue;
+        for (std::string& value : given->second) value = MeantOnDisk(value);
+    }
+}
+
 } // namespace
 
 std::string HelpText() {
@@ -258,7 +273,12 @@ Arguments ReadCommandLine(int argc, const char* const* argv, std::string& answer
     }
     if (complaint.empty() && !line.command) complaint = "a command is missing";
     if (complaint.empty() && TakesAll(*line.command)) complaint = ComplaintOfAll(arguments);
-    if (complaint.empty()) return arguments;
+    if (complaint.empty()) {
+        FindMeantFiles(CommonOptions(), arguments.values);
+        FindMeantFiles(line.command->operands, arguments.values);
+        FindMeantFiles(line.command->options, arguments.values);
+        return arguments;
+    }
     const std::string subject = line.command ? std::string(line.command->name) + " "
                                 : line.group ? std::string(line.group->name) + " "
                                              : std::string();

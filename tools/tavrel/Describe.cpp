@@ -7,6 +7,7 @@
 #include <scenario/NearestName.h>
 
 #include "Failure.h"
+#include "Spelling.h"
 
 namespace tavrel {
 
@@ -115,11 +116,15 @@ const ScenarioParameter& ParameterOf(const Scenario& scenario, const std::string
         const std::string near = NearestName(id.substr(node.size()), siblings);
         return near.empty() ? near : fmt::format(", did you mean \"{}{}\"", node, near);
     };
+    std::string refusal;
     try {
         if (const ScenarioParameter* parameter = scenario.getParameterFromId(id)) return *parameter;
     } catch (...) {
-        throw Failure{ExitUnreadable, CurrentFailure().sentence + nearest()};
+        refusal = CurrentFailure().sentence;
     }
+    const std::string meant = MeantOf(id, ParameterIds(*scenario.getRootScenarioNode()));
+    if (meant != id) return ParameterOf(scenario, meant);
+    if (!refusal.empty()) throw Failure{ExitUnreadable, refusal + nearest()};
     throw Failure{
         ExitUnreadable,
         fmt::format("\"{}\" is no parameter id{}; one begins with /sce/Scenario/ and ends at a parameter, and "

@@ -7,7 +7,6 @@
 #include <set>
 
 #include <unistd.h>
-#include <utf8proc.h>
 
 #include <fmt/format.h>
 #include <lmkUtils/EnvConfig.h>
@@ -15,7 +14,7 @@
 
 #include "Files.h"
 #include "Scripts.h"
-#include "report/ShownText.h"
+#include "Spelling.h"
 
 namespace tavrel {
 
@@ -57,20 +56,6 @@ std::unique_ptr<TavrelScenario> Created(const TavrelDatabaseDriver& driver,
         if (std::filesystem::exists(FileIn(directory, path), error))
             return std::make_unique<TavrelScenario>(configuration, path, directory);
     return std::unique_ptr<TavrelScenario>(driver.createTavrelScenario(configuration, path));
-}
-
-// Canonically composed; as it is where it is no UTF-8.
-std::string NormalForm(const std::string& text) {
-    const bool isPlain =
-        std::all_of(text.begin(), text.end(), [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-    if (isPlain) return text;
-    utf8proc_uint8_t* composed = nullptr;
-    const utf8proc_ssize_t size =
-        utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(text.data()), static_cast<utf8proc_ssize_t>(text.size()),
-                     &composed, static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE));
-    if (size < 0) return text;
-    const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owned(composed, std::free);
-    return {reinterpret_cast<const char*>(composed), static_cast<std::size_t>(size)};
 }
 
 // Whether it makes no difference which of the configurations is taken: one file, read with one root model.
@@ -126,10 +111,7 @@ std::string InstallationFileFrom(const std::string& folder) {
 std::string ChosenConfiguration(const Arguments& arguments) {
     const std::string wanted = arguments.Text("--configuration");
     const std::vector<std::string> names = EnvConfig::getConfigurationsList();
-    if (wanted.empty() || std::find(names.begin(), names.end(), wanted) != names.end()) return wanted;
-    for (const std::string& name : names)
-        if (NormalForm(name) == NormalForm(wanted)) return name;
-    return wanted;
+    return wanted.empty() ? wanted : MeantOf(wanted, names);
 }
 
 std::string SampleInstallationFile() {
@@ -332,13 +314,11 @@ std::set<std::string> ScenarioPaths(Context& context) {
     return all;
 }
 
-// The scenario that is meant by a path in another Unicode normal form, as other systems write it, or with its control
-// characters written out, as listings show it. Empty if there is none.
+// The scenario that a path spells in another way than the file system does; empty if there is none.
 std::string OtherSpelling(Context& context, const std::string& wanted) {
-    const std::string normal = NormalForm(wanted);
-    for (const std::string& path : ScenarioPaths(context))
-        if (NormalForm(path) == normal || ShownText(path) == wanted) return path;
-    return "";
+    const std::set<std::string> all = ScenarioPaths(context);
+    const std::string meant = MeantOf(wanted, {all.begin(), all.end()});
+    return meant == wanted ? "" : meant;
 }
 
 } // namespace
@@ -373,6 +353,11 @@ bool IsFileOnDisk(Context& context, const std::string& operand) {
             break;
         }
     return true;
+}
+
+std::vector<FoundScenario> FindScenariosMeantBy(Context& context, const std::string& written) {
+    const std::vector<FoundScenario> found = FindScenarios(context, written);
+    return found.empty() ? FindScenarios(context, OtherSpelling(context, written)) : found;
 }
 
 OpenedScenario OpenScenario(Context& context, const std::string& operand) {

@@ -75,6 +75,8 @@ struct FoundScenario {
 // The scenarios at that path, one of each configuration that the filters let through. None, too, where the installation
 // cannot be read, which is told by whoever works with it.
 std::vector<FoundScenario> FindScenarios(Context& context, const std::string& path);
+// The same, or else those that the path spells in another way.
+std::vector<FoundScenario> FindScenariosMeantBy(Context& context, const std::string& written);
 // The path of a scenario that is spelt nearly like that; empty if there is none.
 std::string NearestScenario(Context& context, const std::string& path);
 

@@ -8,6 +8,7 @@
 #include <scenario/NearestName.h>
 
 #include "Files.h"
+#include "Spelling.h"
 
 namespace tavrel {
 
@@ -46,8 +47,9 @@ void CheckScript(const PlanFile& file, Template& scenario) {
 // A file that stands beside the plan is named from there, and every file by its whole path.
 std::string OperandOf(const PlanFile& file, const std::string& planPath) {
     std::error_code error;
-    if (fs::exists(file.scenario, error)) return fs::absolute(file.scenario).string();
-    const fs::path beside = fs::path(planPath).parent_path() / file.scenario;
+    const std::string here = MeantOnDisk(file.scenario);
+    if (fs::exists(here, error)) return fs::absolute(here).string();
+    const fs::path beside = MeantOnDisk((fs::path(planPath).parent_path() / file.scenario).string());
     return fs::exists(beside, error) ? fs::absolute(beside).string() : file.scenario;
 }
 

@@ -16,6 +16,7 @@
 #include <simulation/Trace.h>
 
 #include "ScenarioFile.h"
+#include "Spelling.h"
 
 namespace tavrel {
 
@@ -109,13 +110,15 @@ void ReadOrFail(const std::string& path, ExitStatus status, const std::function<
 LoadedScript LoadFromTemplate(Context& context, const OpenedScenario& found,
                               const std::function<void(Template&)>& prepare) {
     auto opened = std::make_unique<Template>(found.configuration.name, found.scenario->getPath(), found.directory);
-    const std::string wanted = context.arguments.Text("--script");
     OpenDespiteDeclarations(*opened);
     if (prepare) prepare(*opened);
+    const std::vector<cfg::ScenarioScript*> scripts = scriptsOf(opened->File());
     std::vector<std::string> names;
+    for (const cfg::ScenarioScript* script : scripts) names.push_back(script->name);
+    const std::string wanted = MeantOf(context.arguments.Text("--script"), names);
     std::string refusal;
-    for (const cfg::ScenarioScript* script : scriptsOf(opened->File())) {
-        names.push_back(script->name);
+    for (std::size_t number = 0; number < scripts.size(); ++number) {
+        const cfg::ScenarioScript* const script = scripts[number];
         if (!wanted.empty() && script->name != wanted) continue;
         const ScriptUnderWay working(script->name);
         ProblemList list;
@@ -123,7 +126,7 @@ LoadedScript LoadFromTemplate(Context& context, const OpenedScenario& found,
         std::string cause = "the text is refused";
         LoadedScript loaded;
         loaded.file = opened->getFilePath();
-        loaded.number = names.size() - 1;
+        loaded.number = number;
         loaded.title = fmt::format("{}, script {}", opened->getPath(), script->name);
         loaded.path = opened->getPath();
         loaded.script = script->name;

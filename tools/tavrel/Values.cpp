@@ -8,6 +8,7 @@
 
 #include "Describe.h"
 #include "Files.h"
+#include "Spelling.h"
 
 namespace tavrel {
 
@@ -20,6 +21,13 @@ std::vector<AssignmentText> ReadAssignments(const std::vector<std::string>& text
         for (const std::string& text : texts) assignments.push_back(TavrelVariation::ReadAssignment(text));
         return assignments;
     });
+}
+
+void NameAsInScenario(const TavrelVariation::Settable& settable, std::vector<AssignmentText>& assignments) {
+    std::vector<std::string> names;
+    for (const TavrelVariation::Target& target : settable.Targets()) names.push_back(target.id);
+    for (const TavrelVariation::Declaration& declaration : settable.Declarations()) names.push_back(declaration.name);
+    for (AssignmentText& assignment : assignments) assignment.name = MeantOf(assignment.name, names);
 }
 
 std::vector<AssignmentText> ReadAssignmentFile(const std::string& path) {

@@ -14,6 +14,9 @@ namespace tavrel {
 // The assignments and criteria of a command line. All of these fail with a Failure for wrong usage.
 
 std::vector<TavrelVariation::AssignmentText> ReadAssignments(const std::vector<std::string>& texts);
+// Puts the names that the scenario has into the place of those that are written.
+void NameAsInScenario(const TavrelVariation::Settable& settable,
+                      std::vector<TavrelVariation::AssignmentText>& assignments);
 // Those of a file that holds an object of texts. Fails as unreadable where there is no such file.
 std::vector<TavrelVariation::AssignmentText> ReadAssignmentFile(const std::string& path);
 

@@ -6,12 +6,14 @@
 #include <tuple>
 
 #include <Commons/WholeFile.h>
+#include <lmkUtils/ConfigurationError.h>
 #include <lmkUtils/EnvConfig.h>
 #include <scenario/NearestName.h>
 
 #include "../Files.h"
 #include "../Progress.h"
 #include "../Scripts.h"
+#include "../Spelling.h"
 #include "../report/Baseline.h"
 #include "../report/Fixes.h"
 #include "../report/TextDiff.h"
@@ -95,6 +97,28 @@ bool IsInstallationNamed(const Arguments& arguments) {
     return arguments.Has("--config") || (fromEnvironment && *fromEnvironment);
 }
 
+// The configuration that is meant, as the first installation of those that are looked at writes it.
+std::string ConfigurationMeant(Context& context, const Options& options) {
+    if (!context.arguments.Has("--configuration")) return "";
+    std::vector<std::string> installations{options.installation};
+    for (const std::string& operand : context.arguments.Texts("PATH")) {
+        installations.push_back(operand + "/tavrel.xml");
+        installations.push_back(InstallationFileFor(context, operand));
+    }
+    const std::string wanted = context.arguments.Text("--configuration");
+    for (const std::string& file : installations) {
+        try {
+            lmkUtils::EnvConfig::setTavrelConfigFilePath(file);
+        } catch (const lmkUtils::ConfigurationError&) {
+            continue; // a folder that is none, or told where it is looked at
+        }
+        const std::vector<std::string> names = lmkUtils::EnvConfig::getConfigurationsList();
+        const std::string meant = MeantOf(wanted, names);
+        if (std::find(names.begin(), names.end(), meant) != names.end()) return meant;
+    }
+    return wanted;
+}
+
 Options OptionsOf(Context& context) {
     const Arguments& arguments = context.arguments;
     Options options;
@@ -103,7 +127,7 @@ Options OptionsOf(Context& context) {
     options.ignore = RuleChoices(arguments, "--ignore");
     options.installation = InstallationFileInUse(arguments);
     options.isInstallationFixed = IsInstallationNamed(arguments);
-    options.configuration = arguments.Text("--configuration");
+    options.configuration = ConfigurationMeant(context, options);
     options.modelFile = arguments.Text("--model");
     options.jobs = static_cast<unsigned>(NumberAboveZero(arguments, "--jobs", 0));
     options.seconds = context.Children().seconds;
@@ -131,7 +155,7 @@ std::vector<Job> JobsOf(Context& context, const Options& options, Result& found)
             add(operand);
             continue;
         }
-        const std::vector<FoundScenario> scenarios = FindScenarios(context, operand);
+        const std::vector<FoundScenario> scenarios = FindScenariosMeantBy(context, operand);
         for (const FoundScenario& scenario : scenarios)
             jobs.push_back(
                 {scenario.file, TavrelChecking::FileKind::Scenario, options.installation, scenario.configuration});

@@ -99,15 +99,16 @@ int RunRun(Context& context) {
     const std::uint32_t seed = seeded ? SeedOf(arguments.Text("--seed")) : 0;
     if (arguments.Has("--all") && arguments.Has("--output"))
         throw Failure{ExitUsage, "--all and --output exclude each other"};
-    const std::vector<TavrelVariation::AssignmentText> fromFile = arguments.Has("--set-file")
-                                                                      ? ReadAssignmentFile(arguments.Text("--set-file"))
-                                                                      : std::vector<TavrelVariation::AssignmentText>();
-    const std::vector<TavrelVariation::AssignmentText> given = ReadAssignments(arguments.Texts("--set"));
+    std::vector<TavrelVariation::AssignmentText> fromFile;
+    if (arguments.Has("--set-file")) fromFile = ReadAssignmentFile(arguments.Text("--set-file"));
+    std::vector<TavrelVariation::AssignmentText> given = ReadAssignments(arguments.Texts("--set"));
 
     LoadedScript loaded = LoadScript(context, arguments.Text("SCRIPT"), [&](Template& opened) {
         if (fromFile.empty() && given.empty()) return;
         WithRefusals([&] {
             TavrelVariation::Settable settable(opened.File(), opened.getRootScenarioNode());
+            NameAsInScenario(settable, fromFile);
+            NameAsInScenario(settable, given);
             const auto assignments = TavrelVariation::ReadAll(settable, fromFile, given);
             settable.Apply(assignments);
             for (const auto& assignment : assignments)

@@ -1,6 +1,7 @@
-#include <Commons/WholeFile.h>
-#include <cfg/CfgScenario.h>
+#include <memory>
+#include <utility>
 
+#include "../Saving.h"
 #include "../Scripts.h"
 #include "../Values.h"
 #include "Commands.h"
@@ -10,24 +11,20 @@ namespace tavrel {
 using namespace TavrelVariation;
 
 int RunSet(Context& context) {
-    const std::vector<AssignmentText> given = ReadAssignments(context.arguments.Texts("ASSIGNMENT"));
-    const std::string operand = context.arguments.Text("SCENARIO");
-    const OpenedScenario found = OpenScenario(context, operand);
-    const std::string path = found.scenario->getFilePath();
-    // From the reading on, so that what others save meanwhile is neither lost nor undone.
-    const Commons::FileLock lock(path);
-    if (!lock.isFree()) throw Failure{ExitUnreadable, fmt::format("{}: another program keeps it locked", path)};
-    Template opened(found.configuration.name, found.scenario->getPath(), found.directory);
-    OpenDespiteDeclarations(opened);
-    cfg::CfgScenario& file = opened.File();
+    std::vector<AssignmentText> given = ReadAssignments(context.arguments.Texts("ASSIGNMENT"));
+    OpenedScenario opened = OpenScenario(context, context.arguments.Text("SCENARIO"));
+    const std::string target = SaveTarget(context, opened);
+    const EditLock lock(target);
+    auto scenario = std::make_unique<Template>(opened.configuration.name, opened.scenario->getPath(), opened.directory);
+    OpenDespiteDeclarations(*scenario);
     std::vector<std::string> left;
     WithRefusals([&] {
-        Settable settable(file, opened.getRootScenarioNode());
+        Settable settable(scenario->File(), scenario->getRootScenarioNode());
+        NameAsInScenario(settable, given);
         settable.Apply(ReadAll(settable, {}, given, Ranges::AreTold, &left));
     });
-    const std::string target = context.arguments.Text("--output", path);
-    if (!file.save(target.c_str(), static_cast<Commons::Encoding::Mode>(1), false))
-        throw Failure{ExitUnreadable, PlacedLine(file.errorMessage)};
+    opened.scenario = std::move(scenario);
+    SaveScenario(opened, target);
     for (const std::string& sentence : left) Report(sentence);
     return context.status;
 }
