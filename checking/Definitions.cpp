@@ -35,6 +35,7 @@ Definitions::Definitions(std::shared_ptr<const ScriptTree> modelTree) : tree(std
     for (std::size_t list = 0; list < kListCount; ++list) {
         if (folders[list]) Enter(list, *folders[list]);
         for (const Item* item : all[list]) byName[list].emplace(item->name, item);
+        if (folders[list]) EnterLost(list, *folders[list]);
     }
 }
 
@@ -53,6 +54,14 @@ void Definitions::Enter(std::size_t list, const Item& item) {
         if (kListRows[list].kind != KindFunction) return;
     }
     for (const auto& child : item.children) Enter(list, *child);
+}
+
+// A definition whose kind is misspelt has its finding there, and not where it is used.
+void Definitions::EnterLost(std::size_t list, const Item& folder) {
+    for (const auto& child : folder.children) {
+        if (child->kind == KindNone && !child->name.empty()) byName[list].emplace(child->name, child.get());
+        if (child->kind == KindFolder) EnterLost(list, *child);
+    }
 }
 
 const Item* Definitions::Find(std::size_t list, std::string_view name) const {

@@ -41,6 +41,7 @@ public:
 private:
     void FindFolders(const Item& item);
     void Enter(std::size_t list, const Item& item);
+    void EnterLost(std::size_t list, const Item& folder);
 
     std::shared_ptr<const ScriptTree> tree;
     std::array<const Item*, kListCount> folders{};

@@ -57,22 +57,55 @@ void DropWhatFollowsFromEncoding(std::vector<Finding>& findings) {
     }
 }
 
+bool StandsWithin(std::string_view way, std::string_view outer) {
+    return way.starts_with(outer) && (way.size() == outer.size() || way.substr(outer.size()).starts_with(" / "));
+}
+
+// Whether an error that was found is why the item is not valid.
+bool Explains(const Finding& finding, const Verdict::Invalid& invalid, const std::string& path) {
+    if (finding.severity != Severity::Error) return false;
+    // What stands in an included file has its way from the top of that file.
+    if (finding.file != path) return true;
+    return finding.script == invalid.script && !finding.place.empty() &&
+           (StandsWithin(invalid.way, finding.place) || StandsWithin(finding.place, invalid.way));
+}
+
 // What the library has against the file beyond what was found. It is the judge: what it takes is no error.
 void Reconcile(const Verdict& verdict, const std::string& path, const std::vector<const ScriptTree*>& trees,
                std::vector<Finding>& findings) {
+    const auto isInvalid = [&](const Finding& finding) {
+        return std::any_of(verdict.invalid.begin(), verdict.invalid.end(), [&](const Verdict::Invalid& invalid) {
+            return invalid.script == finding.script && invalid.way == finding.place;
+        });
+    };
     if (verdict.IsRead()) {
         for (Finding& finding : findings) {
-            const bool mayStay = IsOfValidity(finding) && (!verdict.invalid.empty() || !finding.isInScript);
+            const bool mayStay =
+                isInvalid(finding) || (IsOfValidity(finding) && (!verdict.invalid.empty() || !finding.isInScript));
             if (finding.severity == Severity::Error && finding.file == path && !mayStay)
                 finding.severity = Severity::Warning;
         }
     }
-    if (HasError(findings) || verdict.IsFine()) return;
     // A line that is read all the same, so it seemed, and over which the library stumbles.
+    const auto isMisread = [&](const Finding& finding) {
+        return finding.rule->severity == Severity::Error && finding.severity == Severity::Warning &&
+               finding.file == path;
+    };
+    if (verdict.IsRead()) {
+        for (const Verdict::Invalid& invalid : verdict.invalid) {
+            const bool isExplained = std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
+                return Explains(finding, invalid, path);
+            });
+            if (isExplained) continue;
+            for (Finding& finding : findings)
+                if (isMisread(finding) && finding.script == invalid.script && finding.place == invalid.way)
+                    finding.severity = Severity::Error;
+        }
+    }
+    if (HasError(findings) || verdict.IsFine()) return;
     Finding* nearest = nullptr;
     for (Finding& finding : findings) {
-        if (finding.rule->severity != Severity::Error || finding.severity != Severity::Warning || finding.file != path)
-            continue;
+        if (!isMisread(finding)) continue;
         const std::uint32_t row = finding.isInScript ? finding.scriptRow : finding.span.row;
         if (!verdict.refusals.empty()) {
             const Verdict::Refusal& refusal = verdict.refusals.front();
@@ -263,6 +296,17 @@ Examiner::Model* Examiner::ModelOf(const std::string& path, const std::string& c
     return &model;
 }
 
+// What the text shows by itself, by its flow and in its surroundings.
+void Examiner::AddFaults(const ScriptTree& tree, const Definitions& definitions, TextRole role,
+                         const Surroundings& around, Examined& examined) {
+    std::vector<Fault> faults = TextChecks(tree, definitions, role).Run();
+    for (Fault& fault : FlowFaults(tree)) faults.push_back(std::move(fault));
+    for (PlacedFault& placed : TreeChecks(tree, around).Run(std::move(faults))) {
+        examined.findings.push_back(FindingOf(placed.fault, *placed.text));
+        examined.findings.back().related = std::move(placed.related);
+    }
+}
+
 void Examiner::GatherUses(const Item& item, Examined& examined) const {
     if (item.model && item.model != &item) examined.uses.insert({ListOf(item.kind), std::string(item.name)});
     if (IsParameter(item.kind))
@@ -310,16 +354,10 @@ void Examiner::ExamineScript(const Job& job, std::string bytes, bool isJudged, E
         return;
     }
     examined.model = fs::weakly_canonical(modelFile).string();
-    for (const Fault& fault : TextChecks(*tree, *model->definitions, TextRole::Script).Run())
-        examined.findings.push_back(FindingOf(fault, tree->Source()));
-    for (const Fault& fault : FlowFaults(*tree)) examined.findings.push_back(FindingOf(fault, tree->Source()));
     Surroundings around;
     around.definitions = model->definitions.get();
     around.includes = model->includes.get();
-    for (PlacedFault& placed : TreeChecks(*tree, around).Run()) {
-        examined.findings.push_back(FindingOf(placed.fault, *placed.text));
-        examined.findings.back().related = std::move(placed.related);
-    }
+    AddFaults(*tree, *model->definitions, TextRole::Script, around, examined);
     if (isJudged) {
         // A root model that is refused is told in its own file.
         const Verdict verdict = JudgeScript(std::string(tree->Source().View()), modelFile);
@@ -355,18 +393,12 @@ void Examiner::ExamineScenario(const Job& job, std::string bytes, bool isSaved, 
             for (const Fault& fault : tree.Faults()) examined.findings.push_back(FindingOf(fault, tree.Source()));
             continue;
         }
-        for (const Fault& fault : TextChecks(tree, *model->definitions, TextRole::SceneScript).Run())
-            examined.findings.push_back(FindingOf(fault, tree.Source()));
-        for (const Fault& fault : FlowFaults(tree)) examined.findings.push_back(FindingOf(fault, tree.Source()));
         Surroundings around;
         around.definitions = model->definitions.get();
         around.includes = model->includes.get();
         around.tables = &scene.Tables();
         around.declaredVariables = scene.DeclaredVariables(script);
-        for (PlacedFault& placed : TreeChecks(tree, around).Run()) {
-            examined.findings.push_back(FindingOf(placed.fault, *placed.text));
-            examined.findings.back().related = std::move(placed.related);
-        }
+        AddFaults(tree, *model->definitions, TextRole::SceneScript, around, examined);
         if (tree.Root()) {
             LookAtParametersFile(*tree.Root(), examined.findings);
             GatherUses(*tree.Root(), examined);

@@ -60,6 +60,8 @@ private:
     void ExamineScript(const Job& job, std::string bytes, bool isJudged, Examined& examined);
     void ExamineScenario(const Job& job, std::string bytes, bool isSaved, bool isJudged, Examined& examined);
     void LookAtParametersFile(const Item& root, std::vector<Finding>& findings) const;
+    static void AddFaults(const ScriptTree& tree, const Definitions& definitions, TextRole role,
+                          const Surroundings& around, Examined& examined);
     void GatherUses(const Item& item, Examined& examined) const;
 
     const Options& options;

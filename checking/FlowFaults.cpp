@@ -32,7 +32,8 @@ struct Flow {
     std::vector<Transition> transitions;
     std::set<std::string_view> states;
     std::map<std::string_view, std::vector<const Item*>> owners; // of the transitions, by their states
-    std::set<const Item*> lost;                                  // owners of transitions that lead nowhere
+    std::set<std::string_view> mayBeEntered;
+    std::set<const Item*> lost; // owners of transitions that lead nowhere
     std::vector<Fault> faults;
 
     Fault& AtHeader(const char* rule, const Item& item, std::string message) {
@@ -54,6 +55,12 @@ struct Flow {
             for (const auto& parameter : item.children)
                 if (IsParameter(parameter->kind) && parameter->Value("KIND") == "TASK" && parameter->Find("VALUE"))
                     transitions.push_back({&item, owner, parameter->Value("VALUE")});
+        // What is not understood may enter the state that its value names.
+        const std::string_view kind = item.Value("KIND");
+        const bool isUnderstood = IsParameter(item.kind) && item.parent && IsCall(item.parent->kind);
+        const bool isKind = std::find(ValueKinds().begin(), ValueKinds().end(), kind) != ValueKinds().end();
+        if (item.isDropped || IsParameter(item.kind))
+            if (!isKind || (kind == "TASK" && !isUnderstood)) mayBeEntered.insert(item.Value("VALUE"));
         for (const auto& child : item.children) Gather(*child, owner);
     }
 
@@ -92,7 +99,8 @@ struct Flow {
             const bool isRepeated = !taken.insert(state->name).second;
             const bool isEntered =
                 isFirst || state->isDropped || state->isMisplaced || state->isMalformed || state->name.empty() ||
-                isRepeated || std::any_of(transitions.begin(), transitions.end(), [&](const Transition& transition) {
+                isRepeated || mayBeEntered.count(state->name) > 0 ||
+                std::any_of(transitions.begin(), transitions.end(), [&](const Transition& transition) {
                     return transition.state == state->name && IsWithin(transition.owner, task);
                 });
             isFirst = false;

@@ -102,7 +102,7 @@ const std::vector<std::string>& Includes::Names() {
     for (const std::string& folder : EnvConfig::getSeparatedPath(kFolder)) {
         std::error_code error;
         for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
-            if (entry->path().extension() == ".sc")
+            if (std::error_code unknown; entry->path().extension() == ".sc" && entry->is_regular_file(unknown))
                 all.insert(entry->path().lexically_relative(folder).generic_string());
     }
     names.assign(all.begin(), all.end());

@@ -338,16 +338,16 @@ FileKind KindOfFile(const std::string& path) {
     const std::string extension = fs::path(path).extension().string();
     if (extension == ".sce") return FileKind::Scenario;
     if (extension == ".mdl") return FileKind::Model;
-    const FileKind byName = extension == ".sc" ? FileKind::Script : FileKind::Unknown;
+    if (extension == ".sc") return FileKind::Script;
     std::error_code error;
-    if (!fs::is_regular_file(path, error)) return byName;
+    if (!fs::is_regular_file(path, error)) return FileKind::Unknown;
     std::string start = FirstBytes(path);
     if (start.starts_with(kByteOrderMark)) start.erase(0, kByteOrderMark.size());
     start.erase(0, std::min(start.find_first_not_of("\t\n\f\r"), start.size()));
     if (start.starts_with("TYPEOF FOLDER")) return FileKind::Model;
     if (start.starts_with("TYPEOF ")) return FileKind::Script;
     if (start.starts_with("<") && start.find("<tavrel") != std::string::npos) return FileKind::Installation;
-    return byName;
+    return FileKind::Unknown;
 }
 
 std::vector<Job> JobsFor(const std::string& path, const Options& options, Result& found) {

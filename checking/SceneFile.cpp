@@ -535,9 +535,11 @@ std::vector<Finding> SceneFile::DeclarationFindings() const {
                 tell("TV5002", "the default " + Quoted(given) + " is none of its texts");
             continue;
         }
+        bool areNumbers = true; // one that is none has its own finding
         const auto numberOf = [&](const Element& section, const char* field) {
             double number = 0;
-            ParseNumber(FieldText(section, field), number);
+            const std::string written = FieldText(section, field);
+            areNumbers = areNumbers && (written.empty() || ParseNumber(written, number));
             return number;
         };
         const std::vector<const Element*> ranges =
@@ -561,6 +563,7 @@ std::vector<Finding> SceneFile::DeclarationFindings() const {
             isBeyond = isBeyond || std::min(least, most) < (lowest.empty() ? 0.0 : NumberOf(lowest)) ||
                        std::max(least, most) > (highest.empty() ? 9999.0 : NumberOf(highest));
         }
+        if (!areNumbers) continue;
         if (isReversed) tell("TV5003", "a range of it ends before it begins");
         if (!isInside && !isReversed)
             tell("TV5002", "the default " + FieldText(*typed, "default") + " lies in no range");

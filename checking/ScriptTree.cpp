@@ -62,6 +62,22 @@ bool HasItems(ScenarioItemKind kind) {
     }
 }
 
+// Kinds whose items mean nothing without a name.
+bool IsFoundByName(ScenarioItemKind kind) {
+    switch (kind) {
+    case KindAction:
+    case KindElseAction:
+    case KindCondition:
+    case KindFunction:
+    case KindParameter:
+    case KindReturn:
+    case KindVariable:
+        return true;
+    default:
+        return false;
+    }
+}
+
 // One row of the text.
 struct Row {
     std::size_t begin;  // behind the tabs and blanks
@@ -69,6 +85,9 @@ struct Row {
     std::size_t blanks; // where leading blanks begin; `begin` if there are none
     unsigned indent;    // tabs
     bool isSplit;       // something else stands before it on its line
+
+    // Blanks say nothing about the depth.
+    bool IsDepthShown() const { return begin == blanks && !isSplit; }
 };
 
 // What stands in a row.
@@ -88,6 +107,8 @@ Form FormOf(std::string_view line) {
 const Attribute* Item::Find(std::string_view key) const {
     for (const Attribute& attribute : attributes)
         if (attribute.key == key) return &attribute;
+    for (const Attribute& attribute : attributes)
+        if (attribute.meant == key) return &attribute;
     return nullptr;
 }
 
@@ -197,18 +218,15 @@ public:
     void Build() {
         if (!LookAtBytes()) return;
         SplitRows();
-        if (rows.empty()) {
+        const bool isBlank = std::all_of(rows.begin(), rows.end(), [](const Row& row) { return row.begin == row.end; });
+        if (isBlank) {
             if (!HasFault("TV1016")) Add("TV1020", 0, 0, "there is no item in the text");
             return;
         }
         isPlain = StandsPlain();
-        for (std::size_t row = 0; row < rows.size(); ++row) {
-            if (isEnded) {
-                EndText(row);
-                break;
-            }
-            Take(row);
-        }
+        std::size_t row = 0;
+        while (row < rows.size() && !isEnded) Take(row++);
+        if (isEnded) EndText(row);
         Finish();
     }
 
@@ -349,9 +367,10 @@ private:
         for (const Row& row : rows) {
             if (row.begin == row.end) continue;
             const Form form = FormOf(LineOf(row));
-            if (form == Form::Header) headers.push_back(row.indent);
+            if (form == Form::Header)
+                headers.push_back(row.IsDepthShown() || headers.empty() ? row.indent : headers.back() + 1);
             if (form != Form::Close) continue;
-            if (headers.empty() || headers.back() != row.indent) return false;
+            if (headers.empty() || (row.IsDepthShown() && headers.back() != row.indent)) return false;
             headers.pop_back();
             if (headers.empty()) return true;
         }
@@ -377,7 +396,7 @@ private:
 
     // Closes what the indentation of a line shows to have ended above it.
     void CloseAbove(const Row& row) {
-        if (isPlain || row.begin > row.blanks || row.isSplit || !IsIndented()) return;
+        if (isPlain || !row.IsDepthShown() || !IsIndented()) return;
         while (open.size() > 1 && indents.back() >= row.indent) NotClosed(row.begin);
     }
 
@@ -446,11 +465,12 @@ private:
             made->name = made->seenName = line.substr(opening + 1, closing - opening - 1);
             made->nameBegin = row.begin + opening + 1;
         }
-        Enter(std::move(made), row.indent);
+        Enter(std::move(made), row);
     }
 
-    void Enter(std::unique_ptr<Item> made, unsigned indent) {
+    void Enter(std::unique_ptr<Item> made, const Row& row) {
         Item* const kept = made.get();
+        const unsigned indent = row.IsDepthShown() || indents.empty() ? row.indent : indents.back() + 1;
         kept->parent = open.empty() ? nullptr : open.back();
         kept->depth = static_cast<unsigned>(open.size()) + 1;
         kept->closing = text.size();
@@ -458,8 +478,8 @@ private:
             tree.root = std::move(made);
         else
             open.back()->children.push_back(std::move(made));
-        open.push_back(kept);
         indents.push_back(indent);
+        open.push_back(kept);
     }
 
     void MissingBrace() {
@@ -519,8 +539,8 @@ private:
             Unknown(row.begin, row.begin + 1, "a closing brace without an item");
             return;
         }
-        if (!isPlain && !row.isSplit && IsIndented()) {
-            if ((row.indent > indents.back() || EndsTooEarly(row)) && row.begin == row.blanks) {
+        if (!isPlain && row.IsDepthShown() && IsIndented()) {
+            if (row.indent > indents.back() || EndsTooEarly(row)) {
                 Unknown(row.begin, row.begin + 1, "a closing brace without an item");
                 return;
             }
@@ -532,7 +552,10 @@ private:
         }
         open.back()->closing = row.begin;
         Close();
-        Trailing(row.begin + 1, row.end);
+        if (!isEnded)
+            Trailing(row.begin + 1, row.end);
+        else if (const std::size_t more = text.find_first_not_of(" \t\r\f", row.begin + 1); more < row.end)
+            endsAt = more;
     }
 
     // Whether the brace would end the text from far within, and another one does so later.
@@ -540,7 +563,7 @@ private:
         if (open.size() < 3 || row.indent != indents.front()) return false;
         bool isBehind = false;
         for (const Row& other : rows) {
-            if (isBehind && other.begin < other.end && other.indent == row.indent &&
+            if (isBehind && other.begin < other.end && other.IsDepthShown() && other.indent == row.indent &&
                 FormOf(LineOf(other)) == Form::Close)
                 return true;
             isBehind = isBehind || other.begin == row.begin;
@@ -657,7 +680,7 @@ private:
             item.nameBegin = item.headerEnd = row.begin + begin;
             // A carriage return behind the word makes a header without a name.
             const std::size_t behind = row.begin + begin;
-            const bool isNameless = behind < text.size() && text[behind] == '\r';
+            const bool isNameless = behind < text.size() && text[behind] == '\r' && !IsFoundByName(item.kind);
             if (!isNameless) isWrong("the name in brackets is missing", begin, begin, " (1)");
         } else {
             if (blanks == 0)
@@ -721,7 +744,7 @@ private:
                 "blocks are nested more than " + std::to_string(kDeepestItem) + " deep");
 
         const std::size_t behind = item.headerEnd;
-        Enter(std::move(made), row.indent);
+        Enter(std::move(made), row);
         awaitsBrace = true;
         const std::size_t more = text.find_first_not_of(" \t", behind);
         if (behind < row.end && (more >= row.end || text[more] != '{')) Trailing(behind, row.end);
@@ -760,6 +783,7 @@ private:
             std::size_t stop = end;
             while (stop > begin && (text[stop - 1] == ' ' || text[stop - 1] == '\t')) --stop;
             Unknown(begin, stop);
+            if (!open.empty()) KeepLost(begin, stop);
             return;
         }
         Attribute attribute;
@@ -843,6 +867,17 @@ private:
         return last != std::string_view::npos && line[last] == '"';
     }
 
+    // What the line says is not known; which key it has counts as present.
+    void KeepLost(std::size_t begin, std::size_t end) {
+        Attribute attribute;
+        attribute.isLost = attribute.isBroken = true;
+        attribute.keyBegin = begin;
+        const std::size_t quote = std::min(text.find('"', begin), end);
+        attribute.valueBegin = std::min(quote + 1, end);
+        attribute.valueEnd = std::min(text.find('"', attribute.valueBegin), end);
+        Keep(attribute);
+    }
+
     void Keep(Attribute& attribute) {
         attribute.value = text.substr(attribute.valueBegin, attribute.valueEnd - attribute.valueBegin);
         open.back()->attributes.push_back(attribute);
@@ -857,11 +892,13 @@ private:
         return text.substr(begin, end - begin);
     }
 
+    // `row` is the first one behind that of the last brace.
     void EndText(std::size_t row) {
-        const std::size_t begin = rows[row].begin == rows[row].end ? rows[row].blanks : rows[row].begin;
+        while (row < rows.size() && rows[row].begin == rows[row].end) ++row; // blanks are no text
+        if (endsAt == std::string_view::npos && row == rows.size()) return;
+        const std::size_t begin = std::min(endsAt, row < rows.size() ? rows[row].begin : text.size());
         std::size_t end = rows.back().end;
-        while (end > begin && text[end - 1] == ' ') --end;
-        // Blanks behind the end are no text.
+        while (end > begin && std::string_view(" \t\r\f\n").find(text[end - 1]) != std::string_view::npos) --end;
         if (end > begin) Add("TV1006", begin, end, "the reader does not see what stands behind the last brace", true);
     }
 
@@ -906,6 +943,7 @@ private:
     std::vector<unsigned> indents; // of the headers of `open`
     bool awaitsBrace = false;
     bool isEnded = false;
+    std::size_t endsAt = std::string_view::npos; // where text stands behind the last brace on its row
     bool isPlain = false;
     std::optional<bool> indentation;
 };

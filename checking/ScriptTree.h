@@ -27,6 +27,9 @@ struct Attribute {
     // What the reader takes for the value; nothing when it takes none. Another one than `value` if the line is broken.
     std::optional<std::string_view> seen;
     bool isBroken = false; // and has its own finding
+    bool isLost = false;   // the line is no attribute, and begins like one: `key` is empty
+    // The key that its author meant, as the checks find out, where the line has another one.
+    mutable std::string_view meant;
 
     std::size_t KeyEnd() const { return keyBegin + key.size(); }
 };
@@ -54,7 +57,7 @@ struct Item {
     Item(const Item&) = delete;
     Item& operator=(const Item&) = delete;
 
-    // The first attribute of that key, null if there is none.
+    // The first attribute of that key, or meant for it; null if there is none.
     const Attribute* Find(std::string_view key) const;
     // Its value as it is meant; empty if there is none.
     std::string_view Value(std::string_view key) const;

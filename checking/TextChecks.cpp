@@ -173,9 +173,19 @@ std::vector<Fault> TextChecks::Run() {
     if (!tree.Root()) return std::move(faults);
     LookAtTop();
     Visit(*tree.Root());
-    if (role == TextRole::Model) LookAtLists();
+    if (role == TextRole::Model && tree.Root()->kind == KindFolder) LookAtLists();
     LookAtUnknownLines();
     return std::move(faults);
+}
+
+// Whether a value that a line is taken for leaves the reader no room for the line of that key which follows.
+bool TextChecks::ShutsOut(const Key& key, std::string_view value, const Item& item, std::size_t at) {
+    const bool isClosed = (key.opens == Key::WhileEmpty || key.opens == Key::Once) ? !value.empty()
+                          : key.opens == Key::UntilSet                             ? value == "1"
+                                                                                   : false;
+    return isClosed && std::any_of(item.attributes.begin(), item.attributes.end(), [&](const Attribute& attribute) {
+               return attribute.key == key.word && attribute.keyBegin > at;
+           });
 }
 
 // A line that only begins with a key of its item is taken all the same: two signs are passed over, and all up to the
@@ -197,7 +207,8 @@ void TextChecks::LookAtUnknownLines() {
             Attribute seen;
             seen.key = key.word;
             seen.keyBegin = faults[at].begin;
-            const bool isTaken = LookAtValue(*item, seen, text.substr(behind, quote - behind), false);
+            const std::string_view value = text.substr(behind, quote - behind);
+            const bool isTaken = LookAtValue(*item, seen, value, false) && !ShutsOut(key, value, *item, seen.keyBegin);
             faults[at].isTaken = isTaken;
             break;
         }
@@ -249,16 +260,25 @@ void TextChecks::SuggestWord(Fault& fault, std::string_view word, const std::vec
 
 // Items.
 
+// The header cannot be read as it is meant, and what is read in its place will not do.
+void TextChecks::RefuseHeader(const Item& item) {
+    for (Fault& fault : faults)
+        if (std::string_view(fault.rule) == "TV1003" && fault.begin >= item.begin && fault.begin <= item.headerEnd)
+            fault.isTaken = false;
+}
+
 void TextChecks::LookAtTop() {
     const Item& root = *tree.Root();
     if (root.isDropped) return;
-    const bool isFolder =
+    const bool isLikeFolder =
         root.kind == KindFolder || root.kind == KindEnumTab || root.kind == KindGroup || root.kind == KindProgram;
     const auto atWord = [&](const std::string& message) -> Fault& {
+        isTopWrong = true;
         return Add("TV1021", nullptr, root.keywordBegin, root.keywordBegin + root.keyword.size(), message);
     };
     if (role == TextRole::Model) {
-        if (!isFolder) atWord("a root model is a FOLDER, not a " + std::string(root.keyword));
+        if (root.kind != KindFolder)
+            atWord("a root model is a FOLDER, not a " + std::string(root.keyword)).isTaken = isLikeFolder;
         return;
     }
     if (role == TextRole::SceneScript) {
@@ -277,6 +297,9 @@ void TextChecks::Visit(const Item& item) {
         const Attribute* index = parent->Find("ISA_INDEX");
         const bool isIndexEntry = index && index->value == "1" && index->keyBegin < item.begin;
         item.isMisplaced = !Accepts(parent->kind, isIndexEntry, IsJunction(*parent), item.kind);
+        // A condition of a name that is not known may be meant for AND or OR.
+        if (parent->kind == KindCondition && !parent->model && item.kind == KindCondition) item.isMisplaced = false;
+        if (isTopWrong && parent == tree.Root()) item.isMisplaced = false;
         if (item.isMisplaced)
             AtHeader("TV1014", item, TitleOf(*parent) + " takes no item of kind " + std::string(item.keyword));
     }
@@ -307,6 +330,12 @@ const Item* TextChecks::Definition(std::size_t list, std::string_view name, cons
 }
 
 void TextChecks::Link(const Item& item) {
+    if (item.isMalformed && item.kind == KindFolder && item.seenName != item.name) {
+        // A list that goes by another name is none.
+        const bool isList = std::any_of(kListRows.begin(), kListRows.end(),
+                                        [&](const ListRow& row) { return row.folder == item.name; });
+        if (isList && role == TextRole::Model) RefuseHeader(item);
+    }
     const std::size_t list = ListOf(item.kind);
     if (list >= kEnumTabs) {
         if (item.kind == KindVariable && role != TextRole::Model) {
@@ -315,11 +344,8 @@ void TextChecks::Link(const Item& item) {
                 const bool isOfScript = role == TextRole::SceneScript;
                 AtName("TV1018", item, "the name of a VARIABLE is a whole number").isTaken = !isOfScript;
             }
-            if (item.isMalformed)
-                for (Fault& fault : faults)
-                    if (std::string_view(fault.rule) == "TV1003" && fault.begin >= item.begin &&
-                        fault.begin <= item.headerEnd && !BeginsWithWholeNumber(item.seenName))
-                        fault.isTaken = fault.isTaken && role != TextRole::SceneScript;
+            if (item.isMalformed && !BeginsWithWholeNumber(item.seenName) && role == TextRole::SceneScript)
+                RefuseHeader(item);
         }
         return;
     }
@@ -329,7 +355,7 @@ void TextChecks::Link(const Item& item) {
     }
     const Item* const folder = definitions.Folder(list);
     if (!folder || (role == TextRole::Model && folder->begin > item.begin)) {
-        if (isListTold[list]) return;
+        if (isListTold[list] || item.isMisplaced) return;
         isListTold[list] = true;
         if (folder)
             AtHeader("TV2011", item,
@@ -346,15 +372,12 @@ void TextChecks::Link(const Item& item) {
     item.model = Definition(list, item.name, item, isLater);
     if (item.isMalformed) {
         bool isSeenLater = false;
-        const bool isTaken = Definition(list, item.seenName, item, isSeenLater) != nullptr;
-        for (Fault& fault : faults)
-            if (std::string_view(fault.rule) == "TV1003" && fault.begin >= item.begin && fault.begin <= item.headerEnd)
-                fault.isTaken = fault.isTaken && isTaken;
+        if (!Definition(list, item.seenName, item, isSeenLater)) RefuseHeader(item);
         return;
     }
     if (item.model) return;
     if (isLater) {
-        AtName("TV2011", item, Quoted(item.name) + " is defined behind this place");
+        if (!item.isMisplaced) AtName("TV2011", item, Quoted(item.name) + " is defined behind this place");
         item.model = definitions.Find(list, item.name);
         return;
     }
@@ -468,6 +491,10 @@ void TextChecks::LookAtAttributes(const Item& item) {
     const std::vector<Key> keys = KeysOf(item);
     std::vector<std::string_view> given;
     for (const Attribute& attribute : item.attributes) {
+        if (attribute.isLost) {
+            FindMeant(item, attribute, keys);
+            continue;
+        }
         const auto key =
             std::find_if(keys.begin(), keys.end(), [&](const Key& row) { return row.word == attribute.key; });
         if (key == keys.end()) {
@@ -514,6 +541,21 @@ void TextChecks::LookAtAttributes(const Item& item) {
     }
 }
 
+// What is missing for a misspelt key alone has its finding at the key.
+void TextChecks::FindMeant(const Item& item, const Attribute& attribute, const std::vector<Key>& keys) const {
+    std::string_view word = attribute.key;
+    if (attribute.isLost) {
+        word = tree.Source().View().substr(attribute.keyBegin, attribute.valueBegin - attribute.keyBegin);
+        word = word.substr(0, word.find_first_of(" \t=:\""));
+    }
+    std::vector<std::string> candidates;
+    for (const Key& key : keys)
+        if (!item.Find(key.word)) candidates.emplace_back(key.word);
+    const std::string near = NearestName(word, candidates);
+    for (const Key& key : keys)
+        if (key.word == near) attribute.meant = key.word;
+}
+
 void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, const std::vector<Key>& keys,
                                const std::vector<std::string_view>& given) {
     std::vector<std::string> candidates;
@@ -522,6 +564,7 @@ void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, con
     const std::string what = TitleOf(item) + " has no attribute " + std::string(attribute.key);
     Fault& fault = AtKey("TV1011", item, attribute, what + DidYouMean(attribute.key, candidates));
     SuggestWord(fault, attribute.key, candidates);
+    FindMeant(item, attribute, keys);
     // A key that begins with a known one is taken for it, with what stands after the next two signs as its value.
     for (const Key& key : keys) {
         if (!attribute.key.starts_with(key.word)) continue;
@@ -534,7 +577,8 @@ void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, con
         seen.key = key.word;
         fault.isTaken = true;
         const std::size_t place = faults.size() - 1;
-        const bool isTaken = LookAtValue(item, seen, text.substr(behind, quote - behind), false);
+        const std::string_view value = text.substr(behind, quote - behind);
+        const bool isTaken = LookAtValue(item, seen, value, false) && !ShutsOut(key, value, item, seen.keyBegin);
         faults[place].isTaken = isTaken;
         return;
     }
@@ -776,6 +820,10 @@ bool TextChecks::LookAtUserValue(const Item& item, const Attribute& attribute, s
         return true;
     const std::string_view least = item.model->Value("MINVALUE");
     const std::string_view most = item.model->Value("MAXVALUE");
+    // Between limits that are reversed, which is told, lies nothing.
+    if (isTold && !least.empty() && !most.empty() && NumberOf(most) <= NumberOf(least) &&
+        item.model->Find("MINVALUE")->keyBegin < item.model->Find("MAXVALUE")->keyBegin)
+        return true;
     const double number = NumberOf(value);
     const bool isBelow = !least.empty() && !(number >= NumberOf(least));
     const bool isAbove = !most.empty() && !(NumberOf(most) >= number);

@@ -31,12 +31,14 @@ private:
     Fault& AtEnd(const char* rule, const Item& item, std::string message);
     void SuggestWord(Fault& fault, std::string_view word, const std::vector<std::string>& candidates);
 
+    void RefuseHeader(const Item& item);
     void Visit(const Item& item);
     void Link(const Item& item);
     void LookAtTop();
     void LookAtAttributes(const Item& item);
     void LookAtUnknown(const Item& item, const Attribute& attribute, const std::vector<Key>& keys,
                        const std::vector<std::string_view>& taken);
+    void FindMeant(const Item& item, const Attribute& attribute, const std::vector<Key>& keys) const;
     void LookAtOrder(const Item& item);
     void LookAtLosses(const Item& item);
     // The faults of a value; false if the reader would refuse it.
@@ -50,6 +52,7 @@ private:
     void LookAtChildren(const Item& item);
     void LookAtLists();
     void LookAtUnknownLines();
+    static bool ShutsOut(const Key& key, std::string_view value, const Item& item, std::size_t at);
     bool IsUnset(const Item& item, const Attribute& attribute) const;
     std::vector<Key> KeysOf(const Item& item) const;
     // The definition of that name that may be referred to at this place; sets `isLater` when there is one after it.
@@ -59,6 +62,7 @@ private:
     const Definitions& definitions;
     const TextRole role;
     std::vector<Fault> faults;
+    bool isTopWrong = false; // then nothing says what it takes
     bool isListTold[kListCount] = {};
 };
 

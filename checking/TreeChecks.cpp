@@ -97,8 +97,9 @@ PlacedFault& TreeChecks::AtHeader(const char* rule, const Item& item, const Moun
     return placed;
 }
 
-std::vector<PlacedFault> TreeChecks::Run() {
-    if (!tree.Root()) return {};
+std::vector<PlacedFault> TreeChecks::Run(std::vector<Fault> ownFaults) {
+    for (Fault& fault : ownFaults) faults.push_back({std::move(fault), &tree.Source(), {}});
+    if (!tree.Root()) return std::move(faults);
     const Item& root = *tree.Root();
     rootFile = root.Value("FILE");
     auto own = std::make_unique<Mount>();
@@ -109,7 +110,18 @@ std::vector<PlacedFault> TreeChecks::Run() {
     for (std::size_t at = 0; at < variables.size(); ++at) variablesByName[variables[at].item->name].push_back(at);
     for (const Use& use : uses) LookAt(use);
     if (isWhole) LookAtVariables();
+    // A line that is read, and not as it is meant, is an error where what is read is not valid.
+    for (PlacedFault& placed : faults)
+        if (placed.fault.isTaken && misread.count({placed.text, placed.fault.key}) > 0) {
+            placed.fault.isTaken = false;
+            placed.fault.isValidity = true;
+        }
     return std::move(faults);
+}
+
+void TreeChecks::AddScores(const Item& evaluation) {
+    for (const Attribute& attribute : evaluation.attributes)
+        if (attribute.key == "SCORE") scores.insert(WholeNumberOf(attribute.value));
 }
 
 // In the order in which a search of the tree meets the items.
@@ -121,13 +133,12 @@ void TreeChecks::Enter(const Item& item, const Mount* mount) {
     }
     if (IsLostVariable(item)) hasLostVariable = true;
     if (item.kind == KindTask) tasks.insert(item.name);
-    if (item.kind == KindEvaluation) {
-        for (const Attribute& attribute : item.attributes)
-            if (attribute.key == "SCORE") scores.insert(WholeNumberOf(attribute.value));
-    }
+    if (item.kind == KindEvaluation) AddScores(item);
     if (IsParameter(item.kind) && item.model && item.model != &item && item.parent && IsCall(item.parent->kind) &&
         item.parent->model != item.parent)
         uses.push_back({&item, mount});
+    else if (IsParameter(item.kind) || item.isDropped)
+        MayUse(item);
     const bool isReference = item.kind == KindInclude || item.kind == KindEvaluation || item.kind == KindScenario;
     if (item.kind == KindInclude && item.parent) files.insert(std::string(item.Value("FILE")));
     if (isReference && item.IsIndexEntry() && !item.isDropped) {
@@ -138,6 +149,9 @@ void TreeChecks::Enter(const Item& item, const Mount* mount) {
 }
 
 void TreeChecks::EnterChildren(const Item& item, const Mount* mount) {
+    // One that is lost has its finding, and its scores not another one.
+    for (const auto& child : item.children)
+        if (child->isLost && child->kind == KindEvaluation) AddScores(*child);
     const auto enter = [&](std::initializer_list<ScenarioItemKind> kinds) {
         for (const auto& child : item.children)
             if (!child->isLost && std::find(kinds.begin(), kinds.end(), child->kind) != kinds.end())
@@ -190,6 +204,7 @@ void TreeChecks::EnterFile(const Item& item, const Mount* mount) {
                                   "the data path has no script " + Quoted(file) + DidYouMean(file, names));
         // Only an INCLUDE is asked for its file when it is looked at whether it is valid.
         placed.fault.isTaken = item.kind == KindEvaluation;
+        hasLostScores = hasLostScores || item.kind == KindEvaluation;
         if (const std::string near = NearestName(file, names); attribute && !near.empty()) {
             placed.fault.fixTitle = "replace " + Quoted(file) + " by " + Quoted(near);
             placed.fault.fixBegin = begin;
@@ -241,18 +256,35 @@ void TreeChecks::EnterFile(const Item& item, const Mount* mount) {
         EnterChildren(top, place);
 }
 
+// A parameter that is not understood may use the variable that its value names.
+void TreeChecks::MayUse(const Item& item) {
+    if (!item.Value("VALUE").empty()) mayBeUsed.insert(item.Value("VALUE"));
+}
+
 // Values.
 
 void TreeChecks::LookAt(const Use& use) {
     const Item& item = *use.parameter;
     const Attribute* kindLine = item.Find("KIND");
     const Attribute* valueLine = item.Find("VALUE");
-    if (!kindLine || kindLine->isBroken || (valueLine && valueLine->isBroken)) return;
-    const std::string_view kind = kindLine->value;
-    if (!Holds(WordsOf(item.model->Value("KINDLIST")), kind)) return;
-    if (kind == "FUNCTION") return LookAtCall(use);
-    const std::string_view value = valueLine ? valueLine->value : std::string_view();
+    if (!kindLine || kindLine->isBroken || !Holds(WordsOf(item.model->Value("KINDLIST")), kindLine->value))
+        return MayUse(item);
+    if (kindLine->value == "FUNCTION") return LookAtCall(use);
+    if (!valueLine || !valueLine->isBroken)
+        return LookAtValue(use, kindLine->value, valueLine ? valueLine->value : std::string_view());
+    // The line has its own finding. What it names as it is meant is used all the same.
+    const std::size_t count = faults.size();
+    LookAtValue(use, kindLine->value, valueLine->value);
+    faults.erase(faults.begin() + static_cast<std::ptrdiff_t>(count), faults.end());
+    if (valueLine->seen) LookAtValue(use, kindLine->value, *valueLine->seen);
+    const bool isValid = std::all_of(faults.begin() + static_cast<std::ptrdiff_t>(count), faults.end(),
+                                     [](const PlacedFault& placed) { return placed.fault.isTaken; });
+    faults.erase(faults.begin() + static_cast<std::ptrdiff_t>(count), faults.end());
+    if (!isValid) misread.insert({item.text, valueLine->keyBegin});
+}
 
+void TreeChecks::LookAtValue(const Use& use, std::string_view kind, std::string_view value) {
+    const Item& item = *use.parameter;
     const std::string_view type = TypeOf(item);
     const bool isNumeric = type == "FLOAT" || type == "INTEGER";
     const bool isNamed = kind == "ENUM" || kind == "FILE";
@@ -262,7 +294,7 @@ void TreeChecks::LookAt(const Use& use) {
     if (value.empty() && (isNamed || isInScene || isNumber || (kind == "USER" && isNumeric))) {
         PlacedFault& placed = AtValue("TV3011", use, "VALUE", "parameter " + Quoted(item.name) + " has no VALUE");
         placed.fault.isTaken = isNumber || (isInScene && !isWhole);
-        if (kind == "ENUM" && valueLine) placed.fault.isTaken = false;
+        if (kind == "ENUM" && item.Find("VALUE")) placed.fault.isTaken = false;
         return;
     }
     if (kind == "FILE") return LookAtFile(use, value);
@@ -274,7 +306,8 @@ void TreeChecks::LookAt(const Use& use) {
         if (!tasks.count(value)) AtValue("TV3005", use, "VALUE", "there is no TASK (" + std::string(value) + ")");
         return;
     }
-    if (kind == "USER" && item.name == "SCORE_NUMBER" && IsWholeNumber(value) && !scores.count(WholeNumberOf(value))) {
+    if (kind == "USER" && item.name == "SCORE_NUMBER" && IsWholeNumber(value)) {
+        if (hasLostScores || scores.count(WholeNumberOf(value)) > 0) return;
         AtValue("TV4010", use, "VALUE", "no EVALUATION has a SCORE " + std::string(value)).fault.isTaken = true;
         return;
     }
@@ -440,10 +473,9 @@ void TreeChecks::LookAtFile(const Use& use, std::string_view value) {
 
 // Those of the script itself: what a file of many scenarios holds may be used in another one.
 void TreeChecks::LookAtVariables() {
-    // A call that could not be read may use any of them.
     for (const Variable& variable : variables) {
         if (!variable.scope.empty() || variable.item->isMalformed || variable.item->isDropped ||
-            variable.item->isMisplaced)
+            variable.item->isMisplaced || mayBeUsed.count(variable.item->name) > 0)
             continue;
         // What a front end offers to its user is changed by him, and a host asks for it.
         const std::string_view offered = variable.item->Value("INTERACTIVE_TYPE");

@@ -36,7 +36,8 @@ class TreeChecks {
 public:
     TreeChecks(const ScriptTree& script, const Surroundings& around);
 
-    std::vector<PlacedFault> Run();
+    // Those of the script and its includes as well as `ownFaults`, which were found in the script by itself.
+    std::vector<PlacedFault> Run(std::vector<Fault> ownFaults);
 
 private:
     // Through which INCLUDE a text is read, from the outermost.
@@ -64,10 +65,13 @@ private:
     PlacedFault& AtHeader(const char* rule, const Item& item, const Mount* mount, std::string message);
     std::vector<RelatedPlace> PlacesOf(const Mount* mount) const;
 
+    void AddScores(const Item& evaluation);
     void Enter(const Item& item, const Mount* mount);
     void EnterChildren(const Item& item, const Mount* mount);
     void EnterFile(const Item& item, const Mount* mount);
+    void MayUse(const Item& item);
     void LookAt(const Use& use);
+    void LookAtValue(const Use& use, std::string_view kind, std::string_view value);
     void LookAtVariable(const Use& use, std::string_view value);
     void LookAtVehicle(const Use& use, std::string_view value);
     void LookAtChannel(const Use& use, std::string_view value, bool isInput);
@@ -85,10 +89,13 @@ private:
     std::unordered_map<std::string_view, std::vector<std::size_t>> variablesByName;
     std::set<std::string_view> tasks;
     std::set<int> scores;
-    std::set<std::string> files;        // of includes, as they are written
-    std::set<std::string> missingFiles; // what they hold still counts as present
-    bool hasLostVariable = false;       // one whose number is not known
+    std::set<std::string> files;          // of includes, as they are written
+    std::set<std::string> missingFiles;   // what they hold still counts as present
+    std::set<std::string_view> mayBeUsed; // names of variables in parameters that are not understood
+    bool hasLostScores = false;           // an EVALUATION whose file is not there
+    bool hasLostVariable = false;         // one whose number is not known
     std::vector<Use> uses;
+    std::set<std::pair<const Text*, std::size_t>> misread; // keys whose value is read as one that is not valid
 };
 
 } // namespace TavrelChecking

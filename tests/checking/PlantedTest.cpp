@@ -112,10 +112,12 @@ constexpr Severity kWarning = Severity::Warning;
 constexpr Plant kPlants[] = {
     {"TV1001", kError, "\t\tLABEL=", "\t\t@<hello world>@\n\t\tLABEL="},
     {"TV1001", kError, "\t\t\tMODIFIER=", "\t\t\t@<?>@\n\t\t\tMODIFIER="},
+    {"TV1001", kError, "\t\t\t\tKIND=\"ENUM\"", "\t\t\t\t@<KIND \"ENUM\">@\n\t\t\t\tKIND=\"ENUM\""},
     {"TV1002", kError, "ELSE_ACTION (PAINT)", "@<ELSEACTION>@ (PAINT)"},
     {"TV1003", kError, "ACTION (SET_SPEED)", "ACTION@<>@(SET_SPEED)"},
     {"TV1003", kError, "FUNCTION (GET_SPEED)", "FUNCTION (GET_SPEED@<>@"},
     {"TV1003", kError, "TYPEOF CONDITION", "TYPEOF@<>@CONDITION"},
+    {"TV1003", kError, "TYPEOF ACTION (SET_SPEED)", "TYPEOF ACTION@<>@"},
     {"TV1004", kError, "CONDITION (IS_MOVING)\n\t\t{\n", "CONDITION (IS_MOVING)@<>@\n"},
     {"TV1004", kError, "FUNCTION (GET_SPEED)\n\t\t\t\t{\n", "FUNCTION (GET_SPEED)@<>@\n"},
     {"TV1005", kError, "OWNER_FILE=\"\"\n\t\t\t}\n\t\t}\n\n\t\tTYPEOF ACTION (SET_VARIABLE)", "OWNER_FILE=\"\"\n\t\t\t}\n\n\t\t@<>@TYPEOF ACTION (SET_VARIABLE)"},
@@ -125,12 +127,16 @@ constexpr Plant kPlants[] = {
     {"TV1007", kError, "KIND=\"ENUM\"", "KIND=\"ENUM@<>@"},
     {"TV1008", kWarning, "LABEL=\"Rule", "LABEL=\"@<a \"b\" Rule"},
     {"TV1008", kError, "VALUE=\"50\"", "VALUE=\"@<5\t0>@\""},
+    {"TV1008", kError, "\t\tTYPEOF ELSE_ACTION (PAINT)", "\t\tTYPEOF ACTION (ATTACH)\n\t\t{\n\n\t\t\tTYPEOF PARAMETER (DRIVER)\n\t\t\t{\n\t\t\t\tKIND=\"DRIVER\"\n\t\t\t\tVALUE=\"@<no\"body>@\"\n\t\t\t}\n\t\t}\n\n\t\tTYPEOF ELSE_ACTION (PAINT)"},
+    {"TV1009", kError, "VALUE=\"RED\"\n\t\t\t}", "VALUE=\"RED\"\n@<            >@}"},
     {"TV1009", kError, "\t\t\tMODIFIER", "@<    >@MODIFIER"},
     {"TV1009", kError, "\t\tTYPEOF ACTION (SET_SPEED)", "\t\t@< >@TYPEOF ACTION (SET_SPEED)"},
     {"TV1010", kError, "\t\t\t\tVALUE=\"50\"\n", "\t\t\t\tVALUE=\"50\"\n\t\t\t\t@<VALUE>@=\"50\"\n"},
     {"TV1010", kError, "MODIFIER=\"BECOMES_TRUE\"\n", "MODIFIER=\"BECOMES_TRUE\"\n\t\t\t@<MODIFIER>@=\"IS_TRUE\"\n"},
     {"TV1011", kError, "\t\tLABEL=", "\t\t@<LABLE>@="},
     {"TV1011", kError, "\t\t\t\tVALUE=\"50\"\n", "\t\t\t\tVALUE=\"50\"\n\t\t\t\t@<UNIT>@=\"m\"\n"},
+    {"TV1011", kError, "\t\t\t\tKIND=\"ENUM\"", "\t\t\t\t@<KNID>@=\"ENUM\""},
+    {"TV1001", kError, "\t\t\t\tVALUE=\"50\"", "\t\t\t\t@<VALUE = \"50\">@"},
     {"TV1012", kWarning, "\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"50\"\n", "\t\t\t\tVALUE=\"50\"\n\t\t\t\t@<KIND>@=\"USER\"\n"},
     {"TV1013", kWarning, "VALUE=\"50\"\n\t\t\t\tOWNER_FILE=\"\"", "VALUE=\"50\"\n\t\t\t\t@<OWNER_FILE>@=\"fine.sc\""},
     {"TV1013", kWarning, "MODIFIER=\"BECOMES_TRUE\"\n", "MODIFIER=\"BECOMES_TRUE\"\n\t\t\t@<DURATION>@=\"3\"\n"},
@@ -140,6 +146,7 @@ constexpr Plant kPlants[] = {
     {"TV1019", kError, "\t\tLABEL=", "\t\tEVALUATION=\"@<HARD>@\"\n\t\tLABEL="},
     {"TV2001", kError, "ACTION (SET_VARIABLE)", "ACTION (@<SET_VARIABEL>@)"},
     {"TV2002", kError, "(IS_MOVING)", "(@<IS_MOVIN>@)"},
+    {"TV2002", kError, "", "\n\tTYPEOF RULE (9SLOT)\n\t{\n\t\tTYPEOF CONDITION (@<BOTH>@)\n\t\t{\n\t\t\tTYPEOF CONDITION (IS_MOVING)\n\t\t\t{\n\t\t\t\tTYPEOF PARAMETER (VEHICLE)\n\t\t\t\t{\n\t\t\t\t\tKIND=\"VEHICLE\"\n\t\t\t\t\tVALUE=\"0\"\n\t\t\t\t}\n\t\t\t}\n\t\t}\n\t}\n"},
     {"TV2003", kError, "(GET_SPEED)", "(@<GET_SPEDD>@)"},
     {"TV2004", kError, "PARAMETER (SPEED)", "PARAMETER (@<SPEDD>@)"},
     {"TV2005", kError, "\n\t\t\tTYPEOF PARAMETER (SPEED)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"50\"\n\t\t\t\tOWNER_FILE=\"\"\n\t\t\t}\n\t\t}", "\t\t@<>@}"},
@@ -358,6 +365,43 @@ TEST(PlantedTest, ManyFaultsAreFoundTogether) {
             cases.push_back({plants, forms[run % 3], run % 2 == 0, run % 5 == 0});
         }
     ExpectFound(cases);
+}
+
+TEST(PlantedTest, AFaultInAModelMakesNoOther) {
+    std::ifstream file(kExamples + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary);
+    const std::string model{std::istreambuf_iterator<char>(file), {}};
+    struct Row {
+        const char* rule;
+        const char* find;
+        const char* replacement;
+    };
+    // clang-format off
+    const Row rows[] = {
+        {"TV1002", "TYPEOF PARAMETER (SPEED)\n\t\t{\n\t\t\tLABEL", "TYPEOF @<PARAM>@ (SPEED)\n\t\t{\n\t\t\tLABEL"},
+        {"TV1002", "TYPEOF ENUMTAB", "TYPEOF @<ENUMTABLE>@"},
+        {"TV1003", "FOLDER (ACTION_LIST)", "FOLDER @<>@ACTION_LIST)"},
+        {"TV1011", "KINDLIST=\"TASK\"", "@<KINDLST>@=\"TASK\""},
+        {"TV1014", "\t\t\tTYPEOF ENUM (GREEN)", "\t\t\tTYPEOF @<ACTION (STOP)>@\n\t\t\t{\n\t\t\t}\n\t\t\tTYPEOF ENUM (GREEN)"},
+        {"TV1021", "TYPEOF FOLDER (root)", "TYPEOF @<GROUP>@ (root)"},
+        {"TV2016", "MAXVALUE=\"250\"", "MAXVALUE=\"@<0>@\""},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        ASSERT_NE(model.find(row.find), std::string::npos) << row.find;
+        std::string text = model;
+        const std::string mark = Replaced(Replaced(row.replacement, "@<", kBegin), ">@", kEnd);
+        text.replace(text.find(row.find), std::string(row.find).size(), mark);
+        const std::vector<Span> spans = TakeMarks(text);
+        Job job;
+        job.path = testing::TempDir() + "planted.mdl";
+        job.kind = FileKind::Model;
+        job.installation = kExamples + "/tavrel.xml";
+        std::vector<std::string> found;
+        for (const Finding& finding : CheckText(text, job, {}).findings)
+            found.push_back(Text(finding.rule->id, finding.severity, finding.span) + " " + finding.message);
+        ASSERT_EQ(found.size(), 1U) << row.replacement << testing::PrintToString(found);
+        EXPECT_TRUE(found[0].starts_with(Text(row.rule, kError, spans.at(0)))) << found[0];
+    }
 }
 
 } // namespace
