@@ -115,7 +115,8 @@ void ReadText(const std::string& text, const std::string& name, cfg::CfgScenario
 
 Verdict JudgeScenario(const std::string& path, const std::string& configuration) {
     Verdict verdict;
-    const std::filesystem::path file(path);
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::absolute(path, error); // a bare name has no folder
     const Template scenario(configuration, file.filename().string(), file.parent_path().string());
     scenarioRootModel = nullptr;
     std::string sentence;

@@ -137,7 +137,10 @@ TEST_F(ValuesTest, ADeclarationThatLeadsNowhereIsInNobodysWay) {
     ASSERT_NE(text.find(id), std::string::npos);
     std::ofstream(copy.path + kFile, std::ios::binary)
         << text.replace(text.find(id), id.size(), "/sce/Scenario/Weather/fgo</parameterId>");
-    EXPECT_EQ(ran({"--set", "Truck speed=60"}).status, 0);
+    const Result told = ran({"--set", "Truck speed=60"});
+    EXPECT_EQ(told.status, 0);
+    EXPECT_THAT(told.err, HasSubstr(kOvertaking + ": a declaration leads nowhere: "));
+    EXPECT_EQ(run({"set", kOvertaking, "Truck speed=60"}).status, 0);
     const Result result = ran({"--set", "Fog=true"});
     EXPECT_EQ(result.status, 2);
     EXPECT_THAT(result.err, HasSubstr("leads nowhere, did you mean \"/sce/Scenario/Weather/fog\""));

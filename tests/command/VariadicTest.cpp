@@ -1,8 +1,12 @@
+#include <chrono>
 #include <filesystem>
 #include <future>
 #include <map>
+#include <memory>
 #include <set>
+#include <thread>
 
+#include <Commons/WholeFile.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <support/InstallationBuilder.h>
@@ -195,6 +199,16 @@ TEST_F(VariadicTest, ManyAtTheSameTimeLoseNothing) {
         EXPECT_THAT(run({"get", kScenario, "/sce/Scenario/" + value.substr(0, sign)}).out,
                     testing::StartsWith(value.substr(sign + 1)));
     }
+}
+
+TEST_F(VariadicTest, ALongWaitForAnotherProgramIsTold) {
+    auto lock = std::make_unique<Commons::FileLock>(file);
+    auto result = std::async(std::launch::async, [this] { return run({"set", kScenario, "/sce/Scenario/lane=3"}); });
+    std::this_thread::sleep_for(std::chrono::seconds(4)); // twice what is waited for in silence
+    lock.reset();
+    const Result done = result.get();
+    EXPECT_EQ(done.status, 0);
+    EXPECT_EQ(done.err, "tavrel: " + file + ": another program is editing it; waiting\n");
 }
 
 TEST_F(VariadicTest, OddDeclarationsOfOthersCanBeEdited) {

@@ -47,7 +47,6 @@ ScenarioFile::ScenarioFile(const std::string& filePath)
       places(std::make_unique<Commons::TextPlaces>(text->Bytes())) {
     if (const auto& fault = text->FirstFault())
         throw Failure{ExitUnreadable, PlacedLine(fmt::format("{}:{}: {}", path, fault->row, fault->reason))};
-    if (!Root()) throw Failure{ExitUnreadable, path + ": it has no Scenario"};
 }
 
 const ScenarioFile::Element* ScenarioFile::Root() const {

@@ -97,25 +97,35 @@ bool IsInstallationNamed(const Arguments& arguments) {
     return arguments.Has("--config") || (fromEnvironment && *fromEnvironment);
 }
 
-// The configuration that is meant, as the first installation of those that are looked at writes it.
+// The configuration that is meant, as the first installation of those that are looked at writes it. Below a folder
+// there may be others, which have it.
 std::string ConfigurationMeant(Context& context, const Options& options) {
     if (!context.arguments.Has("--configuration")) return "";
-    std::vector<std::string> installations{options.installation};
-    for (const std::string& operand : context.arguments.Texts("PATH")) {
-        installations.push_back(operand + "/tavrel.xml");
-        installations.push_back(InstallationFileFor(context, operand));
-    }
     const std::string wanted = context.arguments.Text("--configuration");
+    std::vector<std::string> installations{options.installation};
+    bool mayBeBelow = false;
+    for (const std::string& operand : context.arguments.Texts("PATH")) {
+        std::error_code error;
+        mayBeBelow = mayBeBelow || fs::is_directory(operand, error);
+        installations.push_back(operand + "/tavrel.xml");
+        installations.push_back(KindOfFile(operand) == FileKind::Installation ? operand
+                                                                              : InstallationFileFor(context, operand));
+    }
+    std::vector<std::string> names;
     for (const std::string& file : installations) {
         try {
             lmkUtils::EnvConfig::setTavrelConfigFilePath(file);
         } catch (const lmkUtils::ConfigurationError&) {
-            continue; // a folder that is none, or told where it is looked at
+            continue; // there is none, or it is told where it is looked at
         }
-        const std::vector<std::string> names = lmkUtils::EnvConfig::getConfigurationsList();
+        names = lmkUtils::EnvConfig::getConfigurationsList();
         const std::string meant = MeantOf(wanted, names);
         if (std::find(names.begin(), names.end(), meant) != names.end()) return meant;
     }
+    if (!mayBeBelow && !names.empty())
+        throw Failure{ExitUnreadable,
+                      fmt::format("there is no configuration \"{}\"{}; {} has {}", wanted, DidYouMean(wanted, names),
+                                  lmkUtils::EnvConfig::ourConfigCfgFile, fmt::join(names, ", "))};
     return wanted;
 }
 
