@@ -45,19 +45,22 @@ std::string WritableText(const Value& value) {
     // Before several copies of it take the memory.
     if (IsText(value) && value.text->size() > Commons::kLargestFile) throw Unwritable{XmlFault{0, kTooLargeToSave}};
     std::string text = FormatValue(value);
-    const std::string& source = value.document->source;
-    const size_t row = value.place == kNotInFile ? 0 : Commons::detail::RowAt(source, value.place);
+    // Rows are counted from the begin of the file, so only for a complaint.
+    const auto row = [&] {
+        return value.place == kNotInFile ? 0 : Commons::detail::RowAt(value.document->source, value.place);
+    };
     const std::string tag = "<" + *value.name + ">";
     const size_t forbidden = Commons::detail::FindForbiddenCharacter(text);
     if (forbidden != std::string::npos) {
         const std::string point = PointText(text, forbidden);
         throw Unwritable{
-            XmlFault{row, "not saved: " + tag + " holds the character U+" + point + ", which no XML can hold"}};
+            XmlFault{row(), "not saved: " + tag + " holds the character U+" + point + ", which no XML can hold"}};
     }
-    const bool isAscii = std::all_of(text.begin(), text.end(), [](char c) { return (c & '\x80') == 0; });
-    if (value.document->isInOtherEncoding && !isAscii)
-        throw Unwritable{XmlFault{row, "not saved: the file declares another encoding than UTF-8, so the new text of " +
-                                           tag + " can hold ASCII characters only; convert the file to UTF-8"}};
+    if (value.document->isInOtherEncoding &&
+        std::any_of(text.begin(), text.end(), [](char c) { return (c & '\x80') != 0; }))
+        throw Unwritable{
+            XmlFault{row(), "not saved: the file declares another encoding than UTF-8, so the new text of " + tag +
+                                " can hold ASCII characters only; convert the file to UTF-8"}};
     return text;
 }
 
