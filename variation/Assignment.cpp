@@ -1,7 +1,6 @@
 #include <variation/Assignment.h>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -10,6 +9,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include <Commons/ShortestNumber.h>
 #include <TavrelScenarioTemplateDb/ScriptNode.h>
 #include <TavrelScenarioTemplateDb/TavrelScenario.h>
 #include <TavrelScenarioTemplateDb/TavrelScenarioNode.h>
@@ -27,6 +27,7 @@
 #include <variation/Decimal.h>
 
 #include "ScriptVariables.h"
+#include "Units.h"
 
 namespace TavrelVariation {
 
@@ -64,8 +65,7 @@ std::string NumberText(double number) {
     try {
         return Decimal::Shortest(number).Text();
     } catch (const NoDecimal&) {
-        std::array<char, 64> text;
-        return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
+        return Commons::ShortestNumber(number);
     }
 }
 
@@ -76,6 +76,12 @@ std::string NumberText(std::string_view written, double number) {
     } catch (const NoDecimal&) {
         return NumberText(number);
     }
+}
+
+std::string Below(const std::string& place, const std::string& step) {
+    std::string id;
+    id.reserve(place.size() + 1 + step.size());
+    return id.append(place).append(1, '/').append(step);
 }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -94,6 +100,13 @@ bool ReadInteger(std::string_view text, std::int64_t& number) {
     if (text.empty() || !(IsDigit(text[0]) || (text[0] == '-' && text.size() > 1 && IsDigit(text[1])))) return false;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size();
+}
+
+// What is missing in "60km/h"; empty for other texts.
+std::string HintAtBlank(const std::string& text) {
+    const std::size_t end = text.find_first_not_of("+-.0123456789");
+    if (end == 0 || end == std::string::npos || IsNoUnit(lmk::toTUnit(text.c_str() + end))) return "";
+    return "; a blank parts the number from its unit: " + Quoted(text.substr(0, end) + " " + text.substr(end));
 }
 
 // Whether an attribute of a scenario file can hold the text: characters that XML knows, in UTF-8.
@@ -233,33 +246,89 @@ AssignmentText ReadAssignment(const std::string& text) {
 double Converted(double number, lmk::t_unit from, lmk::t_unit to) {
     if (from == to || (IsNoUnit(from) && IsNoUnit(to))) return number;
     const double exact = lmk::convToUnit(to, lmk::convToSI(from, number));
-    constexpr int kDigits = 12;
-    std::array<char, 40> text;
-    const auto end =
-        std::to_chars(text.data(), text.data() + text.size(), exact, std::chars_format::scientific, kDigits - 1);
+    const std::string text = WithDigits(exact, 12);
     double rounded = exact;
-    std::from_chars(text.data(), end.ptr, rounded);
+    std::from_chars(text.data(), text.data() + text.size(), rounded);
     return rounded;
 }
+
+namespace {
+
+// Which targets have an id. A table of their indexes alone, since files have many targets and few of them are asked
+// for.
+class IdIndex {
+public:
+    // To be made when all are there.
+    void Make(const std::vector<Target>& all) {
+        std::size_t size = 2;
+        while (size < 2 * all.size()) size *= 2;
+        slots.assign(size, 0);
+        for (std::size_t index = 0; index < all.size(); ++index) {
+            std::size_t slot = FirstSlotOf(all[index].id);
+            while (slots[slot] != 0) slot = Next(slot);
+            slots[slot] = index + 1;
+        }
+    }
+    // In their order.
+    std::vector<std::size_t> Find(const std::string& id, const std::vector<Target>& all) const {
+        std::vector<std::size_t> found;
+        for (std::size_t slot = FirstSlotOf(id); slots[slot] != 0; slot = Next(slot))
+            if (all[slots[slot] - 1].id == id) found.push_back(slots[slot] - 1);
+        return found;
+    }
+
+private:
+    std::size_t FirstSlotOf(const std::string& id) const { return std::hash<std::string>()(id) & (slots.size() - 1); }
+    std::size_t Next(std::size_t slot) const { return (slot + 1) & (slots.size() - 1); }
+
+    std::vector<std::size_t> slots; // an index and one, 0 for none; a power of two of them, at most half of them taken
+};
+
+// The variables of a text by what their ids call them. Mostly they are asked for in the order of the text.
+class VariablesByNumber {
+public:
+    explicit VariablesByNumber(const std::vector<VariableInText>& variables) : all(variables) {}
+
+    std::optional<std::size_t> Find(std::string_view number) {
+        if (next < all.size() && all[next].name == number) return next++;
+        if (byNumber.empty())
+            for (std::size_t index = 0; index < all.size(); ++index) byNumber.emplace(NumberOf(all[index].name), index);
+        const auto known = byNumber.find(std::string(number));
+        if (known == byNumber.end()) return std::nullopt;
+        next = known->second + 1;
+        return known->second;
+    }
+
+private:
+    static std::string NumberOf(const std::string& name) {
+        std::int64_t number = 0;
+        return ReadInteger(name, number) ? std::to_string(static_cast<std::uint64_t>(number)) : name;
+    }
+
+    const std::vector<VariableInText>& all;
+    std::unordered_map<std::string, std::size_t> byNumber;
+    std::size_t next = 0;
+};
+
+} // namespace
 
 struct Settable::Parts {
     // Where a target stands in the file.
     struct Place {
         cfg::Section::ParameterIterator parameter; // of a section's parameter
         cfg::ScenarioScript* script = nullptr;     // of a variable
-        std::string variable;                      // its name in the text
+        std::size_t variable = 0;                  // its index in the text
     };
 
     std::vector<Target> targets;
     std::vector<Place> places;
     std::vector<Declaration> declarations;
-    // Ids as the tree forms them to targets, and to the reason of what cannot be set.
-    std::unordered_map<std::string, std::vector<std::size_t>> byId;
+    IdIndex byId;
+    // Ids as the tree forms them to the reason of what cannot be set.
     std::unordered_map<std::string, std::string> others;
     std::map<cfg::ScenarioScript*, std::vector<VariableInText>> variables;
 
     void Add(Target target, Place place) {
-        byId[target.id].push_back(targets.size());
         targets.push_back(std::move(target));
         places.push_back(std::move(place));
     }
@@ -272,7 +341,7 @@ struct Settable::Parts {
         cfg::Section& section = *sectionNode->getSection();
         for (auto parameter = section.beginParameter(); parameter != section.endParameter(); ++parameter) {
             Target target;
-            target.id = place + "/" + parameter.getCName();
+            target.id = Below(place, parameter.getCName());
             const std::optional<ValueType> type = TypeOf(parameter.getType());
             if (!type) {
                 others[target.id] = parameter.getType() == cfg::t_ParameterTypeVector ? "a vector" : "a list";
@@ -281,43 +350,36 @@ struct Settable::Parts {
             target.type = *type;
             target.isEnumeration = parameter.getType() == cfg::t_ParameterTypeEnumeration;
             target.unit = parameter.getUnit();
-            Add(std::move(target), {parameter, nullptr, ""});
+            Add(std::move(target), {parameter, nullptr, 0});
         }
         std::vector<ScenarioNode*> children;
         node.getChildren(children);
-        for (ScenarioNode* child : children) Walk(*child, place + "/" + child->getId());
+        for (ScenarioNode* child : children) Walk(*child, Below(place, child->getId()));
     }
 
     // The node says which variables there are and under which ids, the text where they stand.
     void WalkScript(ScriptNode& node, const std::string& place) {
         cfg::ScenarioScript* script = node.getScript();
         std::vector<VariableInText>& found = variables[script] = VariablesIn(script->text);
-        std::unordered_map<std::string, std::size_t> byNumber;
-        for (std::size_t index = 0; index < found.size(); ++index) {
-            std::int64_t number = 0;
-            const std::string id = ReadInteger(found[index].name, number)
-                                       ? std::to_string(static_cast<std::uint64_t>(number))
-                                       : found[index].name;
-            byNumber.emplace(id, index);
-        }
+        VariablesByNumber byNumber(found);
         std::vector<ScenarioTemplateDb::ScenarioParameter*> parameters;
         node.getParameters(parameters);
         for (const ScenarioTemplateDb::ScenarioParameter* parameter : parameters) {
             Target target;
             // "Variable[name=12]/value"
             const std::string step = parameter->getId();
-            target.id = place + "/" + step;
+            target.id = Below(place, step);
             target.isVariable = true;
             const std::size_t equals = step.find('=');
-            const std::string number = step.substr(equals + 1, step.find(']') - equals - 1);
-            const auto known = byNumber.find(number);
-            const std::optional<ValueType> type = known == byNumber.end() ? std::nullopt : TypeOf(found[known->second]);
+            const std::optional<std::size_t> known =
+                byNumber.Find(std::string_view(step).substr(equals + 1, step.find(']') - equals - 1));
+            const std::optional<ValueType> type = known ? TypeOf(found[*known]) : std::nullopt;
             if (!type) {
                 others[target.id] = "of a type that nobody knows";
                 continue;
             }
             target.type = *type;
-            Add(std::move(target), {{}, script, found[known->second].name});
+            Add(std::move(target), {{}, script, *known});
         }
     }
 
@@ -329,37 +391,34 @@ struct Settable::Parts {
             if (!variadic) continue;
             declarations.push_back(DeclarationOf(*variadic, declarations.size()));
             Declaration& declaration = declarations.back();
-            const auto found = byId.find(Spelled(declaration.parameterId));
-            if (found == byId.end()) continue;
-            declaration.targets = found->second.size();
-            for (const std::size_t target : found->second) targets[target].declarations.push_back(declaration.index);
+            const std::vector<std::size_t> found = WithId(declaration.parameterId);
+            declaration.targets = found.size();
+            for (const std::size_t target : found) targets[target].declarations.push_back(declaration.index);
         }
     }
 
-    // The id as the tree forms it.
-    std::string Spelled(const std::string& id) const { return byId.count(id) != 0 ? id : Normal(id); }
+    // Those whose id leads to the same place as this text.
+    std::vector<std::size_t> WithId(const std::string& id) const {
+        std::vector<std::size_t> found = byId.Find(id, targets);
+        return found.empty() ? byId.Find(Normal(id), targets) : found;
+    }
 
     // The one target of an id that `subject` has.
     std::size_t TargetOf(const std::string& id, const std::string& subject) const {
-        const std::string spelled = Spelled(id);
-        const auto found = byId.find(spelled);
-        if (found != byId.end()) {
-            if (found->second.size() == 1) return found->second.front();
-            throw AssignmentError(subject + " leads to " + std::to_string(found->second.size()) +
+        const std::vector<std::size_t> found = WithId(id);
+        if (found.size() == 1) return found.front();
+        if (found.size() > 1)
+            throw AssignmentError(subject + " leads to " + std::to_string(found.size()) +
                                   " places, so it is not known which of them is meant");
-        }
-        const auto other = others.find(spelled);
+        const auto known = others.find(id);
+        const auto other = known == others.end() ? others.find(Normal(id)) : known;
         if (other != others.end()) throw AssignmentError(subject + " is " + other->second + ", which cannot be set");
-        std::vector<std::string> known;
-        for (const Target& target : targets) known.push_back(target.id);
-        throw AssignmentError(subject + " leads nowhere" + DidYouMean(id, known));
+        std::vector<std::string> ids;
+        for (const Target& target : targets) ids.push_back(target.id);
+        throw AssignmentError(subject + " leads nowhere" + DidYouMean(id, ids));
     }
 
-    const VariableInText& VariableOf(const Place& place) const {
-        const std::vector<VariableInText>& all = variables.at(place.script);
-        return *std::find_if(all.begin(), all.end(),
-                             [&](const VariableInText& variable) { return variable.name == place.variable; });
-    }
+    const VariableInText& VariableOf(const Place& place) const { return variables.at(place.script)[place.variable]; }
 
     // What the file has in place of the value, so that it need not be touched.
     bool IsPresent(const Target& target, const Place& place, const Assignment& assignment) const {
@@ -403,6 +462,7 @@ Settable::Settable(cfg::CfgScenario& file, ScenarioNode* root) : parts(std::make
         root = own.get();
     }
     parts->Walk(*root, root->getNodeId());
+    parts->byId.Make(parts->targets);
     parts->ReadDeclarations(file);
 }
 
@@ -493,7 +553,7 @@ Assignment Settable::Read(const Named& named, const std::string& value, Ranges r
                                           : "is in " + std::string(lmk::toText(target.unit))));
         std::int64_t whole = 0;
         if (isInteger ? !ReadInteger(digits, whole) : !ReadReal(digits, assignment.number))
-            refuse(isInteger ? "is no integer" : "is no decimal number");
+            refuse((isInteger ? "is no integer" : "is no decimal number") + HintAtBlank(digits));
         if (isInteger) assignment.number = static_cast<double>(whole);
         const bool hasOwnUnit = assignment.unit == target.unit || (IsNoUnit(assignment.unit) && IsNoUnit(target.unit));
         assignment.text = (isInteger ? std::to_string(whole) : NumberText(digits, assignment.number)) +
@@ -585,9 +645,7 @@ void Settable::Apply(const std::vector<Assignment>& assignments) {
                                       : target.type == ValueType::Literal ? assignment.text
                                       : asGiven                           ? assignment.text
                                                                           : NumberText(si);
-            std::vector<VariableInText>& variables = parts->variables[place.script];
-            const auto index = static_cast<std::size_t>(&parts->VariableOf(place) - variables.data());
-            PutValue(place.script->text, variables, index, value);
+            PutValue(place.script->text, parts->variables[place.script], place.variable, value);
             continue;
         }
         switch (target.type) {

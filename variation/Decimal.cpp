@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include <Commons/ShortestNumber.h>
 #include <boost/multiprecision/cpp_int.hpp>
 
 namespace TavrelVariation {
@@ -98,10 +99,7 @@ Decimal Decimal::Read(std::string_view text) {
 
 Decimal Decimal::Shortest(double number) {
     if (!std::isfinite(number)) throw NoDecimal("the number is not finite");
-    std::array<char, 64> text;
-    const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc()) throw NoDecimal("the number does not fit");
-    return Read(std::string_view(text.data(), static_cast<std::size_t>(end - text.data())));
+    return Read(Commons::ShortestNumber(number));
 }
 
 Decimal Decimal::Rounded(double number, int places) {

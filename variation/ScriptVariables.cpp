@@ -12,11 +12,12 @@ namespace {
 constexpr std::string_view kSeparators("\t\n\r\f\0", 5); // what ends a line for the reader, and the text
 
 // Keys of a variable that the writer puts before VALUE.
-constexpr const char* kBefore[] = {"IS_SELECTED", "IS_EXPANDED", "ISA_INDEX", "LABEL", "FILE", "TYPE"};
+constexpr std::string_view kBefore[] = {"IS_SELECTED", "IS_EXPANDED", "ISA_INDEX", "LABEL", "FILE", "TYPE"};
 
 bool StandsBeforeValue(const ScenarioTextStream& stream) {
     const std::string_view rest(stream.cursor, static_cast<std::size_t>(stream.end - stream.cursor));
-    return std::any_of(std::begin(kBefore), std::end(kBefore), [&](const char* key) { return rest.starts_with(key); });
+    return std::any_of(std::begin(kBefore), std::end(kBefore),
+                       [&](std::string_view key) { return rest.starts_with(key); });
 }
 
 // The line end and the indentation right before `position`.
@@ -71,28 +72,30 @@ private:
 
     // From behind the brace to the closing one.
     void ScanVariable(const std::string& name) {
-        VariableInText variable;
+        VariableInText& variable = found.emplace_back();
         variable.name = name;
-        // Without a line that stands before VALUE, it goes behind the brace.
+        // The line behind which VALUE goes; without one that stands before it, the brace's.
         std::size_t behind = text.rfind('{', Position()) + 1;
         const std::size_t firstLine = Position();
         std::string value;
         bool any = false;
         while (stream.cursor < stream.end && *stream.cursor != '\0' && *stream.cursor != '}') {
             any = true;
-            if (ReadStringAttribute(stream, "VALUE", value)) {
+            // Most lines are of other keys.
+            const char first = *stream.cursor;
+            if (first == 'V' && ReadStringAttribute(stream, "VALUE", value)) {
                 // The first value counts; an empty one leaves the place to a later line.
                 if (variable.value.empty()) {
                     variable.hasValueLine = true;
                     variable.value = value;
                     variable.valueBegin = Position() + std::string_view("VALUE=\"").size();
                 }
-            } else if (ReadStringAttribute(stream, "TYPE", value)) {
+            } else if (first == 'T' && ReadStringAttribute(stream, "TYPE", value)) {
                 variable.type = value;
-            } else if (ReadStringAttribute(stream, "INTERACTIVE_TYPE", value)) {
+            } else if (first == 'I' && ReadStringAttribute(stream, "INTERACTIVE_TYPE", value)) {
                 variable.interactiveType = value;
             }
-            if (!variable.hasValueLine && StandsBeforeValue(stream)) behind = EndOfLine(text, Position());
+            if (!variable.hasValueLine && StandsBeforeValue(stream)) behind = Position();
             NextLine(stream);
         }
         if (!variable.hasValueLine) {
@@ -100,7 +103,6 @@ private:
             variable.lineBegin = LineBeginBefore(text, any ? firstLine : Position());
             if (!any) variable.lineBegin += '\t';
         }
-        found.push_back(std::move(variable));
         if (stream.cursor < stream.end && *stream.cursor == '}') NextLine(stream);
     }
 

@@ -9,12 +9,16 @@
 
 namespace TavrelVariation {
 
+std::string WithDigits(double number, int digits) {
+    std::array<char, 40> text;
+    return {
+        text.data(),
+        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::scientific, digits - 1).ptr};
+}
+
 Decimal InUnit(const Decimal& number, lmk::t_unit from, lmk::t_unit to) {
     if (IsSameUnit(from, to)) return number;
-    std::array<char, 40> text{};
-    const auto written = std::to_chars(text.data(), text.data() + text.size(), Converted(number.Number(), from, to),
-                                       std::chars_format::scientific, 14);
-    std::string digits(text.data(), written.ptr);
+    std::string digits = WithDigits(Converted(number.Number(), from, to), 15);
     // The mantissa's zeros are no decimals of the number.
     const std::size_t exponent = digits.find('e');
     if (exponent == std::string::npos) throw NoDecimal("the number does not fit");

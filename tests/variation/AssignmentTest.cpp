@@ -258,7 +258,7 @@ TEST_F(AssignmentTest, WhatCannotBeSetIsRefusedInOneSentence) {
         {"/sce/Scenario/speed", "fast", "no decimal number"},
         {"/sce/Scenario/speed", "1e999", "no decimal number"},
         {"/sce/Scenario/speed", "nan", "no decimal number"},
-        {"/sce/Scenario/speed", "72km/h", "no decimal number"},
+        {"/sce/Scenario/speed", "72km/h", "no decimal number; a blank parts the number from its unit: \"72 km/h\""},
         {"/sce/Scenario/speed", "72  km/h", "which is no unit"},
         {"/sce/Scenario/speed", "72 kmh", "which is no unit"},
         {"/sce/Scenario/speed", "72 kg", "is in kg, and the parameter is in km/h"},
