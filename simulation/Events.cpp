@@ -144,6 +144,14 @@ public:
         if (!member->is_array()) Refuse(name, "a list");
         for (const Json& entry : *member) take(entry);
     }
+    // Of a list of objects.
+    template <typename Take>
+    void EachObject(const char* name, const Take& take) const {
+        Each(name, [&](const Json& entry) {
+            if (!entry.is_object()) Refuse(name, "a list of objects");
+            take(Members(entry));
+        });
+    }
     std::vector<std::string> Texts(const char* name) const {
         std::vector<std::string> texts;
         Each(name, [&](const Json& entry) {
@@ -192,6 +200,12 @@ double NumberPart(const Json& entry, std::size_t index, const char* name) {
     return part.get<double>();
 }
 
+// A score is a list of its number and its value.
+std::pair<std::int32_t, double> ScoreOf(const Json& entry) {
+    return {Members::Converted<std::int32_t>(Members::Part(entry, 0, "scores"), "scores"),
+            NumberPart(entry, 1, "scores")};
+}
+
 Names NamesOf(const Json& json) {
     if (!json.is_object()) Members::Refuse("names", "an object");
     const Members members(json);
@@ -201,8 +215,8 @@ Names NamesOf(const Json& json) {
             {TextPart(entry, 0, "variables"), TextPart(entry, 1, "variables"), TextPart(entry, 2, "variables"), ""});
     });
     members.Each("scores", [&](const Json& entry) {
-        names.scores.push_back({Members::Converted<std::int32_t>(Members::Part(entry, 0, "scores"), "scores"),
-                                NumberPart(entry, 1, "scores")});
+        const auto [number, start] = ScoreOf(entry);
+        names.scores.push_back({number, start});
     });
     return names;
 }
@@ -224,9 +238,7 @@ RunStart StartOf(const Json& json) {
         }
     }
     if (const Json* names = members.Find("names")) start.names = NamesOf(*names);
-    members.Each("inputs", [&](const Json& entry) {
-        if (!entry.is_object()) Members::Refuse("inputs", "a list of objects");
-        const Members input(entry);
+    members.EachObject("inputs", [&](const Members& input) {
         start.inputs.push_back({input.Text("role"), input.Text("file"), input.Text("sha256")});
     });
     return start;
@@ -240,19 +252,12 @@ RunEnd EndOf(const Json& json) {
     end.rulesFired = members.WholeNumber<std::uint64_t>("rulesFired");
     end.neverTrue = members.Texts("neverTrue");
     end.neverEntered = members.Texts("neverEntered");
-    members.Each("scores", [&](const Json& entry) {
-        end.scores.emplace_back(Members::Converted<std::int32_t>(Members::Part(entry, 0, "scores"), "scores"),
-                                NumberPart(entry, 1, "scores"));
-    });
-    members.Each("evaluation", [&](const Json& entry) {
-        if (!entry.is_object()) Members::Refuse("evaluation", "a list of objects");
-        const Members finding(entry);
+    members.Each("scores", [&](const Json& entry) { end.scores.push_back(ScoreOf(entry)); });
+    members.EachObject("evaluation", [&](const Members& finding) {
         end.evaluation.push_back({finding.Text("rule"), finding.Text("label"), finding.Text("evaluation")});
     });
     end.verdict = members.Text("verdict");
-    members.Each("criteria", [&](const Json& entry) {
-        if (!entry.is_object()) Members::Refuse("criteria", "a list of objects");
-        const Members outcome(entry);
+    members.EachObject("criteria", [&](const Members& outcome) {
         Outcome criterion{outcome.Text("criterion"), outcome.Flag("holds"), std::nullopt};
         if (outcome.Find("margin")) criterion.margin = outcome.Number("margin");
         end.criteria.push_back(std::move(criterion));
