@@ -291,7 +291,14 @@ private:
             const bool byName =
                 alike == 1 && !declaration.name.empty() && declaration.name[0] != '/' && declaration.name[0] != '#';
             const std::string name = byName ? declaration.name : number;
-            if (std::count(linked.begin(), linked.end(), Find(number, name).target) != 0) continue;
+            std::optional<Named> named;
+            try {
+                named = settable.Find(byName ? name : number);
+            } catch (const AssignmentError& refused) {
+                throw Refused("parameters", std::string("missing, and not every declaration can vary: ") +
+                                                refused.what() + "; name those that are to vary");
+            }
+            if (std::count(linked.begin(), linked.end(), named->target) != 0) continue;
             AddFactor({Bind(number, "parameters/" + name)});
             parts.bound.back().told.name = name;
             MakeDomain(parts.bound.back());
@@ -941,8 +948,10 @@ std::vector<int> LevelCounts(const std::vector<Factor>& factors) {
 
 void CheckStrength(int strength, std::size_t factors, const std::string& place) {
     if (static_cast<std::size_t>(strength) > factors)
-        throw Refused(place, "is " + std::to_string(strength) + ", and the plan has only " + std::to_string(factors) +
-                                 " parameters");
+        throw Refused(place, "is " + std::to_string(strength) + ", and the plan has " +
+                                 (factors == 0   ? std::string("no parameter")
+                                  : factors == 1 ? "only 1 parameter"
+                                                 : "only " + std::to_string(factors) + " parameters"));
 }
 
 } // namespace

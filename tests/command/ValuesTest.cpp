@@ -153,6 +153,7 @@ TEST_F(ValuesTest, ARuleSaysWhyItDidNotFire) {
                 HasSubstr("SCENARIO (1) / TASK (2) / RULE (8) \"No oncoming traffic wanted\" did not fire"));
     EXPECT_THAT(result.out, HasSubstr("For 28.4 of 39 s nobody looked at it"));
     EXPECT_THAT(result.out, HasSubstr("held the rule back for 10.6 s"));
+    EXPECT_THAT(ran({"--explain", "8", "--expect", "fired(8)"}).out, EndsWith("fails  fired(8)\nverdict: failed\n"));
     const nlohmann::json json = ran({"--explain", "8", "--trace", "json"}).json();
     EXPECT_EQ(json["timesFired"], 0);
     EXPECT_EQ(json["looks"].front()["time"], 0.0);

@@ -205,6 +205,16 @@ TEST_F(VaryTest, WritesScenariosThatDifferInTheValuesAlone) {
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(variants), {}), list.out);
 }
 
+TEST_F(VaryTest, AWriteWhoseDrawsRunOutWritesNothing) {
+    // One of 5,000 draws is allowed, and found early.
+    const std::string plan = PlanWith(R"("method": {"name": "random", "count": 5}, "parameters": {"Truck speed": {}},
+        "constraints": ["[Truck speed] < 50.01;"])");
+    const Result write = RunTavrel({"vary", "write", plan, "--output", (folder / "out").string()});
+    EXPECT_EQ(write.status, 2);
+    EXPECT_THAT(write.err, HasSubstr("method/count: of 5000 draws only 1 "));
+    EXPECT_FALSE(fs::exists(folder / "out"));
+}
+
 TEST_F(VaryTest, CoverageCountsRunsThatAFileTells) {
     const std::string plan =
         PlanWith(R"("method": {"name": "grid"}, "parameters": {"Fog": {}, "Truck speed": {"values": ["60", "75"]}},
@@ -218,6 +228,10 @@ TEST_F(VaryTest, CoverageCountsRunsThatAFileTells) {
     EXPECT_EQ(coverage["covered"], 1);
     EXPECT_EQ(coverage["missing"][0][kTruck], "60");
     EXPECT_EQ(Json::parse(RunTavrel({"vary", "coverage", plan, "--strength", "1", "--json"}).out)["covered"], 4);
+    // Pairs, where there are any.
+    const std::string linked = PlanWith(R"("method": {"name": "list"}, "parameters": {},
+        "linked": [{"parameters": ["Fog", "Lane of the van"], "rows": [["true", 1], ["false", -1]]}])");
+    EXPECT_THAT(RunTavrel({"vary", "coverage", linked}).out, HasSubstr("2 of 2 combinations of 1 parameter covered"));
 }
 
 TEST_F(VaryTest, ValuesHaveTheirUnitWhereTheDeclarationHasAnother) {
@@ -244,6 +258,10 @@ TEST_F(VaryTest, AStarterPlanIsAPlan) {
     std::ofstream(folder / "starter.json") << starter.out;
     EXPECT_EQ(RunTavrel({"vary", "count", (folder / "starter.json").string()}).status, 0);
     EXPECT_THAT(starter.err, HasSubstr("Surface is left out"));
+    const Result judged =
+        RunTavrel({"vary", "plan", "--configuration", "Highway", kOvertaking, "--expect", "never fired(8)"});
+    EXPECT_EQ(Json::parse(judged.out)["criteria"], Json::array({"never fired(8)"}));
+    EXPECT_EQ(RunTavrel({"vary", "plan", "--configuration", "Highway", kOvertaking, "--expect", "never"}).status, 2);
 }
 
 TEST_F(VaryTest, RefusalsNameTheirPlace) {
@@ -251,6 +269,8 @@ TEST_F(VaryTest, RefusalsNameTheirPlace) {
         const char* members;
         const char* refusal;
     } rows[] = {
+        {R"("seed": 1)",
+         "parameters: missing, and not every declaration can vary: declaration \"Surface\", whose id is "},
         {R"("parameters": {"Fog": {"stepp": 5}})", "parameters/Fog/stepp: unknown, did you mean step"},
         {R"("metod": {})", "metod: unknown, did you mean method"},
         {R"("method": {"name": "gird"})", "method/name: \"gird\" is unknown, did you mean grid"},

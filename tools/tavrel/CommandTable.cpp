@@ -363,9 +363,10 @@ const std::vector<CommandRow>& Commands() {
          "Writes a plan with all declarations of a scenario that have values to choose from. What a plan may hold is what "
          "'vary schema' writes.",
          {kScenario},
-         {},
+         {{"--expect", "CRITERION", Many, None, "", "what the runs are to be judged by, such as 'never fired(8)'"}},
          Runs::InOneChild, RunVaryPlan,
-         {"tavrel vary plan overtaking.sce > plan.json"}},
+         {"tavrel vary plan overtaking.sce > plan.json",
+          "tavrel vary plan overtaking.sce --expect 'never fired(8)' > plan.json"}},
 
         {"vary count", "tell how many variants a plan has",
          "Writes how many variants there are. A grid with constraints is counted up to ten million combinations; beyond "

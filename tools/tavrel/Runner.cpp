@@ -72,7 +72,7 @@ public:
     std::string Text() const {
         std::string text;
         if (counts.size() == 1 && counts.count("error") != 0) return text; // each has had its sentence
-        for (const char* word : {"passed", "failed", "error", "skipped"})
+        for (const char* word : {"passed", "failed", "error", "timeout", "killed", "skipped"})
             if (const auto count = counts.find(word); count != counts.end())
                 text += fmt::format("{}{} {}", text.empty() ? "\n" : ", ", count->second, word);
         return text.empty() ? text : text + "\n";
@@ -149,7 +149,9 @@ int RunForAll(Context& context) {
         },
         [&](std::size_t item, const Death& death) {
             progress.Hide();
-            verdicts.Count("");
+            verdicts.Count(death.kind == DeathKind::OutOfTime   ? "timeout"
+                           : death.kind == DeathKind::Exception ? "error"
+                                                                : "killed");
             context.Tell({ExitUnreadable, DeathSentence(all[item].file, death)});
         });
     if (context.arguments.command->run == RunRun && !asLines) context.out.Print(verdicts.Text());

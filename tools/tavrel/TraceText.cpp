@@ -91,8 +91,11 @@ std::string SummaryText(const RunEnd& end) {
     for (const Finding& finding : end.evaluation)
         findings.push_back(finding.evaluation + "  " + finding.rule + Quoted(finding.label));
     list("rules of the evaluation that fired", findings);
-    if (!end.criteria.empty()) text += OutcomesText(end.criteria) + fmt::format("verdict: {}\n", end.verdict);
-    return text;
+    return text + VerdictText(end);
+}
+
+std::string VerdictText(const RunEnd& end) {
+    return end.criteria.empty() ? "" : OutcomesText(end.criteria) + fmt::format("verdict: {}\n", end.verdict);
 }
 
 std::string EventText(const Event& event) {

@@ -19,6 +19,9 @@ std::string SummaryText(const TavrelSimulation::RunEnd& end);
 // One line for each criterion.
 std::string OutcomesText(const std::vector<TavrelSimulation::Outcome>& outcomes);
 
+// The criteria with the verdict; empty where there are none.
+std::string VerdictText(const TavrelSimulation::RunEnd& end);
+
 // Why a rule did or did not fire, for people or as one object of JSON.
 std::string ExplanationText(const TavrelSimulation::Explanation& explanation, bool asJson);
 

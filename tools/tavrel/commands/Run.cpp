@@ -154,7 +154,11 @@ int RunRun(Context& context) {
         TraceWriter trace(context);
         const RunResult result = Run(*loaded.scenario, world, settings, [&](const Event& event) { trace.Take(event); });
         trace.Finish();
-        if (explainer) context.out.Print(ExplanationText(explainer->Finish(), arguments.Text("--trace") == "json"));
+        if (explainer) {
+            const bool asJson = arguments.Text("--trace") == "json";
+            context.out.Print(ExplanationText(explainer->Finish(), asJson));
+            if (!asJson) context.out.Print(VerdictText(result.end));
+        }
         context.verdict = WordOf(result.verdict);
         return result.verdict == Verdict::Passed ? context.status : std::max<int>(ExitFindings, context.status);
     });

@@ -10,6 +10,7 @@
 #include "../Plans.h"
 #include "../Progress.h"
 #include "../ScenarioLines.h"
+#include "../Values.h"
 #include "Commands.h"
 
 namespace tavrel {
@@ -22,13 +23,14 @@ constexpr std::size_t kRowsForWidths = 1000;     // of a table, by which its col
 constexpr std::size_t kMostMissing = 10;         // combinations that are told
 constexpr std::uint64_t kMostCovered = 10000000; // variants that are looked at for coverage
 
-std::uint64_t NumberOf(const Context& context, const std::string& name, std::uint64_t fallback) {
+std::uint64_t NumberOf(const Context& context, const std::string& name, std::uint64_t fallback,
+                       const char* wanted = "must be the number of a variant, 0 or more,") {
     if (!context.arguments.Has(name)) return fallback;
     const std::string text = context.arguments.Text(name);
     std::uint64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size())
-        throw Failure{ExitUsage, fmt::format("{} must be the number of a variant, 0 or more, not \"{}\"", name, text)};
+        throw Failure{ExitUsage, fmt::format("{} {} not \"{}\"", name, wanted, text)};
     return number;
 }
 
@@ -174,6 +176,14 @@ Json CombinationJson(const std::vector<AssignmentText>& combination) {
     return json;
 }
 
+// Of what coverage is counted where nothing is said: what a plan of `cover` asks for, else pairs, if there are any.
+int UsualStrength(const Plan& plan) {
+    if (plan.File().method.kind == MethodKind::Cover) return plan.File().method.strength;
+    std::size_t factors = plan.Parameters().size();
+    for (const PlanFile::Linked& set : plan.File().linked) factors -= set.parameters.size() - 1;
+    return factors < 2 ? 1 : 2;
+}
+
 // The values of runs: objects with a member "values", one a line, as list and campaigns write them.
 class RunLines {
 public:
@@ -217,11 +227,23 @@ private:
 
 int RunVaryPlan(Context& context) {
     const std::string operand = context.arguments.Text("SCENARIO");
+    const std::vector<std::string> criteria = context.arguments.Texts("--expect");
+    ReadCriteria(criteria);
     const SettableScenario scenario = OpenSettable(context, operand);
     std::vector<std::string> leftOut;
-    context.out.Print(WithPlanRefusals(
-        operand, [&] { return StarterPlan(operand, scenario.configuration, *scenario.settable, &leftOut); }));
+    std::string plan = WithPlanRefusals(
+        operand, [&] { return StarterPlan(operand, scenario.configuration, *scenario.settable, &leftOut); });
+    if (!criteria.empty()) {
+        Json json = Json::parse(plan);
+        json["criteria"] = criteria;
+        plan = json.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
+    }
+    context.out.Print(plan);
     for (const std::string& sentence : leftOut) Report(OneLine(sentence));
+    if (scenario.settable->Declarations().empty())
+        Report(OneLine(fmt::format("{} declares nothing that may vary; 'tavrel variadic add' does, and a plan may also "
+                                   "name parameters by their ids, as 'tavrel ids' lists them",
+                                   operand)));
     return context.status;
 }
 
@@ -302,6 +324,8 @@ int RunVaryWrite(Context& context) {
     const std::filesystem::path folder = context.arguments.Text("--output");
     const OpenedPlan opened = OpenPlan(context, context.arguments.Text("PLAN"));
     const Plan& plan = opened.plan;
+    // A plan whose draws run out is refused before anything is written.
+    WithPlanRefusals(opened.path, [&] { ForEachVariant(context, plan, [](const Variant&) {}); });
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error) throw Failure{ExitUnreadable, fmt::format("{}: {}", folder.string(), error.message())};
@@ -327,9 +351,8 @@ int RunVaryWrite(Context& context) {
 int RunVaryCoverage(Context& context) {
     const OpenedPlan opened = OpenPlan(context, context.arguments.Text("PLAN"));
     const Plan& plan = opened.plan;
-    const bool covers = plan.File().method.kind == MethodKind::Cover;
     const std::uint64_t strength =
-        NumberOf(context, "--strength", covers ? static_cast<std::uint64_t>(plan.File().method.strength) : 2);
+        NumberOf(context, "--strength", static_cast<std::uint64_t>(UsualStrength(plan)), "is from 1 to 6,");
     if (strength < 1 || strength > 6)
         throw Failure{ExitUsage, fmt::format("--strength is from 1 to 6, not {}", strength)};
     PlanCoverage coverage = WithPlanRefusals(opened.path, [&] {
