@@ -238,8 +238,10 @@ Examined Examiner::Examine(const Job& givenJob, const std::string* text, bool is
     try {
         UseInstallation(job);
     } catch (const lmkUtils::ConfigurationError& error) {
-        // What is wrong with it is told when the files of the installation are gathered.
-        examined.findings.push_back(WholeFileFinding("TV6013", job.installation, error.what()));
+        // As it is told when the files of the installation are gathered.
+        examined.findings = InstallationFindings(job.installation);
+        if (examined.findings.empty())
+            examined.findings.push_back(WholeFileFinding("TV6013", job.installation, error.what()));
         return examined;
     }
     switch (job.kind) {
@@ -348,9 +350,7 @@ void Examiner::ExamineScript(const Job& job, std::string bytes, bool isJudged, E
     Model* const model = ModelOf(modelFile, job.configuration);
     if (!model) {
         for (const Fault& fault : tree->Faults()) examined.findings.push_back(FindingOf(fault, tree->Source()));
-        examined.findings.push_back(
-            WholeFileFinding("TV6007", job.installation.empty() ? job.path : job.installation,
-                             "configuration \"" + job.configuration + "\" has no root model " + RootModel::kPath));
+        TellMissingModel(job, examined);
         return;
     }
     examined.model = fs::weakly_canonical(modelFile).string();
@@ -377,10 +377,7 @@ void Examiner::ExamineScenario(const Job& job, std::string bytes, bool isSaved, 
     const std::string modelFile = RootModel::fileOf(job.configuration);
     Model* const model = ModelOf(modelFile, job.configuration);
     if (!model) {
-        std::string place = EnvConfig::getConfigPath(job.configuration);
-        place = place.empty() ? job.installation.empty() ? job.path : job.installation : place + "/configuration.xml";
-        examined.findings.push_back(WholeFileFinding(
-            "TV6007", place, "configuration \"" + job.configuration + "\" has no root model " + RootModel::kPath));
+        TellMissingModel(job, examined);
     } else {
         examined.model = fs::weakly_canonical(modelFile).string();
         examined.findings.insert(examined.findings.end(), model->findings.begin(), model->findings.end());
@@ -406,6 +403,19 @@ void Examiner::ExamineScenario(const Job& job, std::string bytes, bool isSaved, 
     }
     for (Finding& finding : scene.DeclarationFindings()) examined.findings.push_back(std::move(finding));
     if (isJudged && isSaved) Reconcile(JudgeScenario(job.path, job.configuration), job.path, trees, examined.findings);
+}
+
+// It is missing for the configuration, and follows from what is wrong with its settings.
+void Examiner::TellMissingModel(const Job& job, Examined& examined) {
+    const std::string folder = EnvConfig::getConfigPath(job.configuration);
+    const std::vector<Finding> reasons = ConfigurationFindings(folder);
+    examined.findings.insert(examined.findings.end(), reasons.begin(), reasons.end());
+    if (HasError(reasons)) return;
+    const std::string place = !folder.empty()            ? folder + "/configuration.xml"
+                              : job.installation.empty() ? job.path
+                                                         : job.installation;
+    examined.findings.push_back(WholeFileFinding(
+        "TV6007", place, "configuration \"" + job.configuration + "\" has no root model " + RootModel::kPath));
 }
 
 // The library takes a parameters file that it cannot read for an empty one. There need not be any.

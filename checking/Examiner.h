@@ -59,6 +59,7 @@ private:
     void ExamineModel(const Job& job, std::string bytes, bool isJudged, Examined& examined);
     void ExamineScript(const Job& job, std::string bytes, bool isJudged, Examined& examined);
     void ExamineScenario(const Job& job, std::string bytes, bool isSaved, bool isJudged, Examined& examined);
+    static void TellMissingModel(const Job& job, Examined& examined);
     void LookAtParametersFile(const Item& root, std::vector<Finding>& findings) const;
     static void AddFaults(const ScriptTree& tree, const Definitions& definitions, TextRole role,
                           const Surroundings& around, Examined& examined);
@@ -72,6 +73,10 @@ private:
 // A fault of a text as a finding.
 Finding FindingOf(const Fault& fault, const Text& text);
 Finding WholeFileFinding(const char* rule, const std::string& file, std::string message);
+
+// What is wrong with an installation file, and with the settings in the folder of a configuration.
+std::vector<Finding> InstallationFindings(const std::string& path);
+std::vector<Finding> ConfigurationFindings(const std::string& folder);
 
 // The installation that a file on disk belongs to: the nearest "tavrel.xml" in the folders above it, else that of the
 // options.

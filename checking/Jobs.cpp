@@ -87,6 +87,83 @@ private:
     std::unique_ptr<ScenarioText> text;
 };
 
+// What is wrong with the file that names the configurations.
+void LookAtInstallation(const InstallationText& file, Result& result) {
+    const auto tell = [&](Finding finding) { result.findings.push_back(std::move(finding)); };
+    if (!file.Xml().IsXml()) {
+        const auto& fault = *file.Xml().FirstFault();
+        return tell(file.At("TV6013", fault.position, fault.position, fault.reason));
+    }
+    const ScenarioText::Element& top = file.Elements().front();
+    if (top.name != "tavrel")
+        return tell(file.AtName("TV6013", top, "the top element is <" + std::string(top.name) + ">, not <tavrel>"));
+    std::set<std::string> names;
+    for (const std::size_t child : top.children) {
+        const ScenarioText::Element& element = file.Elements()[child];
+        const std::string tag = "<" + std::string(element.name) + ">";
+        if (element.name != "pathVariable" && element.name != "configuration") {
+            tell(file.AtName("TV6013", element, "unknown element " + tag));
+            continue;
+        }
+        for (const char* needed : {"name", "path"}) {
+            if (element.name == "pathVariable" && std::string_view(needed) == "path") continue;
+            if (file.Value(element, needed).empty()) tell(file.AtName("TV6013", element, tag + " without a " + needed));
+        }
+        const std::string name = file.Value(element, "name");
+        if (element.name == "configuration" && !name.empty() && !names.insert(name).second)
+            tell(file.AtValue("TV6013", *ScenarioText::FindAttribute(element, "name"),
+                              "a second configuration " + Quoted(name)));
+    }
+}
+
+// False if nothing can be found by it.
+bool LookAtConfiguration(const InstallationText& file, const std::string& folder, Result& result) {
+    const auto tell = [&](Finding finding) { result.findings.push_back(std::move(finding)); };
+    if (!file.Xml().IsXml()) {
+        const auto& fault = *file.Xml().FirstFault();
+        tell(file.At("TV6013", fault.position, fault.position, fault.reason));
+        return false;
+    }
+    const ScenarioText::Element& top = file.Elements().front();
+    if (top.name != "configuration") {
+        tell(file.AtName("TV6013", top, "the top element is <" + std::string(top.name) + ">, not <configuration>"));
+        return false;
+    }
+    EnvConfig::Version version;
+    const auto* attribute = ScenarioText::FindAttribute(top, "version");
+    if (!attribute || file.Value(top, "version").empty())
+        tell(file.AtName("TV6013", top, "<configuration> without a version"));
+    else if (!EnvConfig::getConfigVersion(folder, version))
+        tell(file.AtValue("TV6013", *attribute,
+                          Quoted(file.Value(top, "version")) + " is no version, which is up to four numbers"));
+    const ScenarioText::Element* dataPath = file.Xml().Child(top, "dataPath");
+    if (!dataPath) return true;
+    for (const std::size_t child : dataPath->children) {
+        const ScenarioText::Element& root = file.Elements()[child];
+        if (root.name != "root") continue;
+        std::string text = file.Xml().TextOf(root).Text();
+        const std::size_t begin = std::min(text.find_first_not_of(" \t\r\n"), text.size());
+        text = text.substr(begin, text.find_last_not_of(" \t\r\n") + 1 - begin);
+        if (text.empty()) {
+            tell(file.AtName("TV6013", root, "<root> without a folder"));
+            continue;
+        }
+        std::string expanded;
+        Commons::System::ExpandLocalEnvironmentVariables(text, expanded, Commons::System::DaemonVariableMatchingPattern,
+                                                         {});
+        std::replace(expanded.begin(), expanded.end(), '\\', '/');
+        const fs::path place = fs::path(folder) / expanded;
+        std::error_code error;
+        const bool isThere = fs::is_directory(place, error);
+        if (isThere && fs::is_directory(place / "data/scenario", error)) continue;
+        tell(file.AtContent("TV6008", root,
+                            isThere ? "the folder " + Quoted(text) + " has no folder data/scenario"
+                                    : "the folder " + Quoted(text) + " is not there"));
+        if (!isThere) result.omissions.push_back({place.lexically_normal().string(), "there is no such folder"});
+    }
+    return true;
+}
+
 class JobList {
 public:
     JobList(const Options& userOptions, Result& target) : options(userOptions), result(target) {}
@@ -165,7 +242,7 @@ private:
         const InstallationText file(path);
         if (!file.IsRead()) return Unreadable("TV6001", path, file.Reason());
         const std::size_t before = result.findings.size();
-        LookAtInstallation(file);
+        LookAtInstallation(file, result);
         try {
             EnvConfig::setTavrelConfigFilePath(path);
         } catch (const lmkUtils::ConfigurationError& error) {
@@ -180,35 +257,6 @@ private:
         for (const std::string& name : EnvConfig::getConfigurationsList())
             if (options.configuration.empty() || options.configuration == name) AddConfiguration(path, name, file);
         EnvConfig::setConfig("", false);
-    }
-
-    void LookAtInstallation(const InstallationText& file) {
-        const auto tell = [&](Finding finding) { result.findings.push_back(std::move(finding)); };
-        if (!file.Xml().IsXml()) {
-            const auto& fault = *file.Xml().FirstFault();
-            return tell(file.At("TV6013", fault.position, fault.position, fault.reason));
-        }
-        const ScenarioText::Element& top = file.Elements().front();
-        if (top.name != "tavrel")
-            return tell(file.AtName("TV6013", top, "the top element is <" + std::string(top.name) + ">, not <tavrel>"));
-        std::set<std::string> names;
-        for (const std::size_t child : top.children) {
-            const ScenarioText::Element& element = file.Elements()[child];
-            const std::string tag = "<" + std::string(element.name) + ">";
-            if (element.name != "pathVariable" && element.name != "configuration") {
-                tell(file.AtName("TV6013", element, "unknown element " + tag));
-                continue;
-            }
-            for (const char* needed : {"name", "path"}) {
-                if (element.name == "pathVariable" && std::string_view(needed) == "path") continue;
-                if (file.Value(element, needed).empty())
-                    tell(file.AtName("TV6013", element, tag + " without a " + needed));
-            }
-            const std::string name = file.Value(element, "name");
-            if (element.name == "configuration" && !name.empty() && !names.insert(name).second)
-                tell(file.AtValue("TV6013", *ScenarioText::FindAttribute(element, "name"),
-                                  "a second configuration " + Quoted(name)));
-        }
     }
 
     void AddConfiguration(const std::string& installation, const std::string& name, const InstallationText& file) {
@@ -232,7 +280,7 @@ private:
         }
         if (std::find(result.files.begin(), result.files.end(), settings) == result.files.end())
             result.files.push_back(settings);
-        if (!LookAtConfiguration(configuration, folder)) return;
+        if (!LookAtConfiguration(configuration, folder, result)) return;
         EnvConfig::setConfig(name, false);
 
         const std::string model = TavrelScenarioTemplateDb::RootModel::fileOf(name);
@@ -271,54 +319,6 @@ private:
         result.findings.back().related.push_back({first->second, Span(), "the file that is found"});
     }
 
-    // False if nothing can be found by it.
-    bool LookAtConfiguration(const InstallationText& file, const std::string& folder) {
-        const auto tell = [&](Finding finding) { result.findings.push_back(std::move(finding)); };
-        if (!file.Xml().IsXml()) {
-            const auto& fault = *file.Xml().FirstFault();
-            tell(file.At("TV6013", fault.position, fault.position, fault.reason));
-            return false;
-        }
-        const ScenarioText::Element& top = file.Elements().front();
-        if (top.name != "configuration") {
-            tell(file.AtName("TV6013", top, "the top element is <" + std::string(top.name) + ">, not <configuration>"));
-            return false;
-        }
-        EnvConfig::Version version;
-        const auto* attribute = ScenarioText::FindAttribute(top, "version");
-        if (!attribute || file.Value(top, "version").empty())
-            tell(file.AtName("TV6013", top, "<configuration> without a version"));
-        else if (!EnvConfig::getConfigVersion(folder, version))
-            tell(file.AtValue("TV6013", *attribute,
-                              Quoted(file.Value(top, "version")) + " is no version, which is up to four numbers"));
-        const ScenarioText::Element* dataPath = file.Xml().Child(top, "dataPath");
-        if (!dataPath) return true;
-        for (const std::size_t child : dataPath->children) {
-            const ScenarioText::Element& root = file.Elements()[child];
-            if (root.name != "root") continue;
-            std::string text = file.Xml().TextOf(root).Text();
-            const std::size_t begin = std::min(text.find_first_not_of(" \t\r\n"), text.size());
-            text = text.substr(begin, text.find_last_not_of(" \t\r\n") + 1 - begin);
-            if (text.empty()) {
-                tell(file.AtName("TV6013", root, "<root> without a folder"));
-                continue;
-            }
-            std::string expanded;
-            Commons::System::ExpandLocalEnvironmentVariables(text, expanded,
-                                                             Commons::System::DaemonVariableMatchingPattern, {});
-            std::replace(expanded.begin(), expanded.end(), '\\', '/');
-            const fs::path place = fs::path(folder) / expanded;
-            std::error_code error;
-            const bool isThere = fs::is_directory(place, error);
-            if (isThere && fs::is_directory(place / "data/scenario", error)) continue;
-            tell(file.AtContent("TV6008", root,
-                                isThere ? "the folder " + Quoted(text) + " has no folder data/scenario"
-                                        : "the folder " + Quoted(text) + " is not there"));
-            if (!isThere) result.omissions.push_back({place.lexically_normal().string(), "there is no such folder"});
-        }
-        return true;
-    }
-
     // A file has one path, however it was come by; what is no file has its own.
     static std::string Canonical(const std::string& path) {
         std::error_code error;
@@ -333,6 +333,20 @@ private:
 };
 
 } // namespace
+
+std::vector<Finding> InstallationFindings(const std::string& path) {
+    Result result;
+    const InstallationText file(path);
+    if (file.IsRead()) LookAtInstallation(file, result);
+    return std::move(result.findings);
+}
+
+std::vector<Finding> ConfigurationFindings(const std::string& folder) {
+    Result result;
+    const InstallationText file(folder + "/configuration.xml");
+    if (file.IsRead()) LookAtConfiguration(file, folder, result);
+    return std::move(result.findings);
+}
 
 FileKind KindOfFile(const std::string& path) {
     const std::string extension = fs::path(path).extension().string();
