@@ -2,8 +2,9 @@
 
 #include <cmath>
 #include <iostream>
-#include <streambuf>
 #include <utility>
+
+#include <scenario/LogLines.h>
 
 namespace TavrelSimulation {
 
@@ -11,52 +12,20 @@ namespace {
 
 constexpr double kMostSteps = 1e9;
 constexpr int kError = 4;
-// A log that grows within one step must not grow for ever.
-constexpr std::size_t kLogLimit = 10000;
 
-// Cuts what the item model logs into lines. A severity stands before a line as a byte of its number.
-class LogLines : public std::streambuf {
-public:
-    std::vector<LogEntry> Take() { return std::exchange(lines, {}); }
-
-protected:
-    int_type overflow(int_type c) override {
-        if (!traits_type::eq_int_type(c, traits_type::eof())) Add(traits_type::to_char_type(c));
-        return traits_type::not_eof(c);
+// Control characters become blanks, runs of them one.
+std::string OnOneLine(const std::string& text) {
+    std::string line;
+    for (const char c : text) {
+        const bool control = static_cast<unsigned char>(c) < ' ' || c == '\x7f';
+        if (!control)
+            line += c;
+        else if (!line.empty() && line.back() != ' ')
+            line += ' ';
     }
-    std::streamsize xsputn(const char* text, std::streamsize size) override {
-        for (std::streamsize i = 0; i < size; ++i) Add(text[i]);
-        return size;
-    }
-
-private:
-    void Add(char c) {
-        if (c != '\n') {
-            current += c;
-            return;
-        }
-        const bool marked = !current.empty() && current[0] >= 1 && current[0] <= kError;
-        if (lines.size() < kLogLimit) lines.push_back({marked ? current[0] : 0, OnOneLine(marked ? 1 : 0)});
-        current.clear();
-    }
-
-    // Control characters become blanks, runs of them one.
-    std::string OnOneLine(std::size_t from) const {
-        std::string line;
-        for (const char c : current.substr(from)) {
-            const bool control = static_cast<unsigned char>(c) < ' ' || c == '\x7f';
-            if (!control)
-                line += c;
-            else if (!line.empty() && line.back() != ' ')
-                line += ' ';
-        }
-        while (!line.empty() && line.back() == ' ') line.pop_back();
-        return line;
-    }
-
-    std::string current;
-    std::vector<LogEntry> lines;
-};
+    while (!line.empty() && line.back() == ' ') line.pop_back();
+    return line;
+}
 
 // The model's log while a run lasts.
 class RunLog {
@@ -69,9 +38,9 @@ public:
     // Tells what came since the last call, and whether an error is among it.
     bool Tell(Trace& trace, int leastSeverity) {
         bool error = false;
-        for (LogEntry& entry : lines.Take()) {
-            error = error || entry.severity >= kError;
-            if (entry.severity >= leastSeverity) trace.Tell(std::move(entry));
+        for (const LogLine& line : lines.Take()) {
+            error = error || line.severity >= kError;
+            if (line.severity >= leastSeverity) trace.Tell(LogEntry{line.severity, OnOneLine(line.text)});
         }
         return error;
     }

@@ -19,16 +19,6 @@ using TavrelSimulation::Verdict;
 // The shortest spelling that reads back as the same number.
 std::string NumberText(double number) { return fmt::format("{}", number); }
 
-std::string CsvField(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-    std::string quoted = "\"";
-    for (const char letter : text) {
-        if (letter == '"') quoted += '"';
-        quoted += letter;
-    }
-    return quoted + '"';
-}
-
 const std::string* ValueOf(const RunRecord& record, const std::string& id) {
     for (const auto& [name, text] : record.values)
         if (name == id) return &text;
@@ -54,6 +44,16 @@ std::string ValuesText(const RunRecord& record) {
 }
 
 } // namespace
+
+std::string CsvField(const std::string& text) {
+    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+    std::string quoted = "\"";
+    for (const char letter : text) {
+        if (letter == '"') quoted += '"';
+        quoted += letter;
+    }
+    return quoted + '"';
+}
 
 std::string RangesText(const std::vector<std::uint64_t>& numbers) {
     std::string text;

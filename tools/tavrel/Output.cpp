@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
-#include <streambuf>
 #include <utility>
 
 #include <fcntl.h>
@@ -21,42 +20,9 @@ namespace {
 constexpr std::size_t kUsualColumns = 80, kLeastColumns = 20;
 constexpr std::size_t kPieceSize = std::size_t(64) * 1024;
 
-// A log that nobody takes must not grow for ever: a long run over broken files would end in it.
-constexpr std::size_t kLogLimit = 10000;
-
 } // namespace
 
-// Cuts what the library writes to std::cout into lines.
-class Output::LogBuffer : public std::streambuf {
-public:
-    std::vector<LogLine> lines;
-
-protected:
-    int_type overflow(int_type c) override {
-        if (!traits_type::eq_int_type(c, traits_type::eof())) Add(traits_type::to_char_type(c));
-        return traits_type::not_eof(c);
-    }
-    std::streamsize xsputn(const char* text, std::streamsize size) override {
-        for (std::streamsize i = 0; i < size; ++i) Add(text[i]);
-        return size;
-    }
-
-private:
-    void Add(char c) {
-        if (c != '\n') {
-            current += c;
-            return;
-        }
-        const bool marked = !current.empty() && current[0] >= 1 && current[0] <= 4;
-        if (lines.size() < kLogLimit)
-            lines.push_back({marked ? current[0] : 0, OneLine(marked ? current.substr(1) : current)});
-        current.clear();
-    }
-
-    std::string current;
-};
-
-Output::Output() : log(std::make_unique<LogBuffer>()) {
+Output::Output() {
     std::cout.flush();
     descriptor = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3);
     terminal = isatty(STDOUT_FILENO) == 1;
@@ -64,7 +30,7 @@ Output::Output() : log(std::make_unique<LogBuffer>()) {
     coloured = terminal && !std::getenv("NO_COLOR") && kind && *kind && std::strcmp(kind, "dumb") != 0;
     // Whatever is written to the descriptor itself must not mix with the results either.
     if (descriptor >= 0) dup2(STDERR_FILENO, STDOUT_FILENO);
-    former = std::cout.rdbuf(log.get());
+    former = std::cout.rdbuf(&log);
 }
 
 Output::~Output() {
@@ -116,8 +82,8 @@ std::string Output::Coloured(Colour colour, const std::string& text) const {
 }
 
 std::vector<LogLine> Output::TakeLog() {
-    std::vector<LogLine> lines;
-    lines.swap(log->lines);
+    std::vector<LogLine> lines = log.Take();
+    for (LogLine& line : lines) line.text = OneLine(line.text);
     return lines;
 }
 

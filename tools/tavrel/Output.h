@@ -2,20 +2,14 @@
 #define TAVREL_COMMAND_OUTPUT_H
 
 #include <iosfwd>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <fmt/format.h>
+#include <scenario/LogLines.h>
 
 namespace tavrel {
-
-// A line that the library wrote to its log while it read something.
-struct LogLine {
-    int severity; // 1 information, 2 progress, 3 warning, 4 error, 0 for a line without a mark
-    std::string text;
-};
 
 enum class Colour { Red, Yellow, Cyan };
 
@@ -52,12 +46,10 @@ public:
     // From now on the styles give all text back as it is: it goes to a file.
     void WithoutStyles() { coloured = false; }
 
-    // What the library has logged since the last call.
+    // What the library has logged since the last call, each line without control characters.
     std::vector<LogLine> TakeLog();
 
 private:
-    class LogBuffer;
-
     std::string Styled(const char* code, const std::string& text) const;
 
     int descriptor;
@@ -65,7 +57,7 @@ private:
     bool coloured;
     bool holds = false;
     std::string pending;
-    std::unique_ptr<LogBuffer> log;
+    LogLines log;
     std::streambuf* former; // what std::cout wrote to before
 };
 

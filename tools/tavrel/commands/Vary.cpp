@@ -4,6 +4,7 @@
 #include <limits>
 
 #include <cfg/CfgScenario.h>
+#include <variation/Results.h>
 
 #include "../Describe.h"
 #include "../Files.h"
@@ -88,20 +89,10 @@ private:
     std::vector<std::string> keys;
 };
 
-std::string CsvCell(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-    std::string quoted = "\"";
-    for (const char letter : text) {
-        if (letter == '"') quoted += '"';
-        quoted += letter;
-    }
-    return quoted + '"';
-}
-
 void ListCsv(Context& context, const Plan& plan) {
     const bool seeded = plan.File().repetitions > 1;
     std::string line = seeded ? "number,seed" : "number";
-    for (const PlannedParameter& parameter : plan.Parameters()) line += "," + CsvCell(parameter.id);
+    for (const PlannedParameter& parameter : plan.Parameters()) line += "," + CsvField(parameter.id);
     context.out.Print(line + "\n");
     std::string cell;
     ForEachVariant(context, plan, [&](const Variant& variant) {
@@ -111,7 +102,7 @@ void ListCsv(Context& context, const Plan& plan) {
             cell.clear();
             plan.AppendText(i, variant.values[i], cell);
             line += ',';
-            line += CsvCell(cell);
+            line += CsvField(cell);
         }
         line += '\n';
         context.out.Print(line);

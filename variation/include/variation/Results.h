@@ -45,6 +45,9 @@ TAVREL_VARIATION_API std::string ResultsJunit(const CampaignSheet& sheet, const 
 TAVREL_VARIATION_API std::string ResultsHtml(const CampaignSheet& sheet, const std::vector<RunRecord>& records,
                                              const std::vector<std::uint64_t>& missing);
 
+// A field of a line whose fields are separated by commas; in quotes if it holds a comma, a quote or a line end.
+TAVREL_VARIATION_API std::string CsvField(const std::string& text);
+
 // "0-3, 7, 9-12": numbers in their order, as ranges.
 TAVREL_VARIATION_API std::string RangesText(const std::vector<std::uint64_t>& numbers);
 
