@@ -73,34 +73,34 @@ bool Explains(const Finding& finding, const Verdict::Invalid& invalid, const std
 // What the library has against the file beyond what was found. It is the judge: what it takes is no error.
 void Reconcile(const Verdict& verdict, const std::string& path, const std::vector<const ScriptTree*>& trees,
                std::vector<Finding>& findings) {
-    const auto isInvalid = [&](const Finding& finding) {
-        return std::any_of(verdict.invalid.begin(), verdict.invalid.end(), [&](const Verdict::Invalid& invalid) {
-            return invalid.script == finding.script && invalid.way == finding.place;
-        });
+    std::map<std::pair<std::string_view, std::string_view>, const Verdict::Invalid*> invalidByWay;
+    for (const Verdict::Invalid& invalid : verdict.invalid)
+        invalidByWay.emplace(std::pair(std::string_view(invalid.script), std::string_view(invalid.way)), &invalid);
+    const auto invalidAt = [&](const Finding& finding) -> const Verdict::Invalid* {
+        const auto found = invalidByWay.find({finding.script, finding.place});
+        return found == invalidByWay.end() || finding.file != path ? nullptr : found->second;
     };
     if (verdict.IsRead()) {
         for (Finding& finding : findings) {
             const bool mayStay =
-                isInvalid(finding) || (IsOfValidity(finding) && (!verdict.invalid.empty() || !finding.isInScript));
+                invalidAt(finding) || (IsOfValidity(finding) && (!verdict.invalid.empty() || !finding.isInScript));
             if (finding.severity == Severity::Error && finding.file == path && !mayStay)
                 finding.severity = Severity::Warning;
         }
     }
+    for (Finding& finding : findings)
+        if (const Verdict::Invalid* invalid = invalidAt(finding)) finding.display = invalid->display;
     // A line that is read all the same, so it seemed, and over which the library stumbles.
     const auto isMisread = [&](const Finding& finding) {
         return finding.rule->severity == Severity::Error && finding.severity == Severity::Warning &&
                finding.file == path;
     };
-    if (verdict.IsRead()) {
-        for (const Verdict::Invalid& invalid : verdict.invalid) {
-            const bool isExplained = std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
-                return Explains(finding, invalid, path);
-            });
-            if (isExplained) continue;
-            for (Finding& finding : findings)
-                if (isMisread(finding) && finding.script == invalid.script && finding.place == invalid.way)
-                    finding.severity = Severity::Error;
-        }
+    for (Finding& finding : findings) {
+        const Verdict::Invalid* const invalid = verdict.IsRead() && isMisread(finding) ? invalidAt(finding) : nullptr;
+        if (!invalid) continue;
+        const bool isExplained = std::any_of(findings.begin(), findings.end(),
+                                             [&](const Finding& other) { return Explains(other, *invalid, path); });
+        if (!isExplained) finding.severity = Severity::Error;
     }
     if (HasError(findings) || verdict.IsFine()) return;
     Finding* nearest = nullptr;

@@ -81,7 +81,10 @@ bool AddInvalid(const ScenarioItem& item, bool isWhole, const std::string& scrip
     bool hasInvalid = false;
     for (const ScenarioItem* child : children) hasInvalid = AddInvalid(*child, isWhole, script, invalid) || hasInvalid;
     if (item.IsValid() || hasInvalid) return hasInvalid;
-    if (isWhole || !IsJudgedByScenario(item)) invalid.push_back({script, WayOf(item), WhyInvalid(item)});
+    if (!isWhole && IsJudgedByScenario(item)) return true;
+    invalid.push_back({script, WayOf(item), WhyInvalid(item), item.displayText});
+    for (char& c : invalid.back().display)
+        if (c == '\n' || c == '\r' || c == '\t') c = ' ';
     return true;
 }
 

@@ -23,6 +23,7 @@ struct Verdict {
         std::string script;
         std::string way; // "SCENARIO (1) / RULE (2)"
         std::string cause;
+        std::string display; // what a list of the application shows for the item, in one line
     };
     std::vector<Refusal> refusals;
     std::vector<Invalid> invalid; // the innermost items

@@ -6,6 +6,8 @@
 
 #include <scenario/NearestName.h>
 
+#include "Definitions.h"
+
 namespace TavrelChecking {
 
 namespace {
@@ -730,7 +732,8 @@ private:
             const bool isTaken =
                 isSeen && !endsEarly && KindFromKeyword(seenWord) == item.kind && item.kind != KindNone;
             Fault& fault = Add("TV1003", faultBegin, faultEnd, what, isTaken);
-            fault.fixTitle = "write the header as it is read";
+            const bool isNameKnown = !item.name.empty() || !IsFoundByName(item.kind);
+            if (isNameKnown) fault.fixTitle = "write the header as it is read";
             fault.fixBegin = faultBegin;
             fault.fixEnd = faultEnd;
             fault.fixText = fix;
@@ -766,6 +769,7 @@ private:
         fault.fixBegin = item.keywordBegin;
         fault.fixEnd = end;
         fault.fixText = near;
+        fault.fixIsSafe = OnlyOneLetterAway(word, KindWords()) == near;
     }
 
     void Unknown(std::size_t begin, std::size_t end, std::string message = "") {

@@ -56,9 +56,14 @@ bool Text::EditOf(std::size_t begin, std::size_t end, std::string_view replaceme
     edit.begin = begin;
     edit.end = end;
     edit.replacement = replacement;
-    if (!isScript) return true;
-    std::tie(edit.begin, edit.end) = written.InFile(begin, end);
-    return written.Write(replacement, begin, end, edit.replacement);
+    const bool isWritten = !isScript || written.Write(replacement, begin, end, edit.replacement);
+    if (isScript) std::tie(edit.begin, edit.end) = written.InFile(begin, end);
+    // A new line ends as the first one of the file does.
+    const std::size_t feed = file->bytes.find('\n');
+    if (feed == std::string::npos || feed == 0 || file->bytes[feed - 1] != '\r') return isWritten;
+    for (std::size_t at = 0; (at = edit.replacement.find('\n', at)) != std::string::npos; at += 2)
+        edit.replacement.insert(at, 1, '\r');
+    return isWritten;
 }
 
 } // namespace TavrelChecking

@@ -560,7 +560,7 @@ void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, con
                                const std::vector<std::string_view>& given) {
     std::vector<std::string> candidates;
     for (const Key& key : keys)
-        if (!item.Find(key.word) || key.opens == Key::Always) candidates.emplace_back(key.word);
+        if (!item.Find(key.word) || key.word == "SCORE") candidates.emplace_back(key.word);
     const std::string what = TitleOf(item) + " has no attribute " + std::string(attribute.key);
     Fault& fault = AtKey("TV1011", item, attribute, what + DidYouMean(attribute.key, candidates));
     SuggestWord(fault, attribute.key, candidates);

@@ -101,6 +101,11 @@ TEST_F(CheckTest, JsonHasTheFormerMembersAndTheNewOnes) {
     EXPECT_EQ(finding["cause"], finding["message"]);
     EXPECT_EQ(finding["fixes"][0]["edits"][0]["replacement"], "SetSpeed");
     EXPECT_EQ(finding, nlohmann::json::parse(run({"check", path, "--format", "jsonl"}).lines()[0]));
+    // An item that is read, and not valid, is shown as the application shows it.
+    installation.scenario("town", "b.sce", scenarioWith(script("SetSpeed", "500")));
+    const auto invalid = run({"check", "b.sce", "--json"}).json();
+    ASSERT_EQ(invalid.size(), 1U);
+    EXPECT_THAT(invalid[0]["display"].get<std::string>(), HasSubstr("500"));
 }
 
 TEST_F(CheckTest, MachinesGetTheSameBytesFromAnywhere) {
@@ -227,6 +232,46 @@ TEST_F(CheckTest, AFixThatMakesANewErrorIsTakenBack) {
     installation.write("town/data/script/include/a.sc", text);
     EXPECT_EQ(run({"check", path, "--fix"}).status, 0);
     EXPECT_EQ(readFile(path), script("SetSpeed", "50"));
+}
+
+TEST_F(CheckTest, LikelyFixesAreMadeWhereTheyAreAskedFor) {
+    const std::string good = script("SetSpeed", "50");
+    const struct {
+        const char* why;
+        const char* right;
+        const char* wrong;
+        bool isSafe;
+    } rows[] = {
+        {"one letter of a kind", "TYPEOF RULE (1)", "TYPEOF RUL (1)", true},
+        {"two letters of a name", "(SetSpeed)", "(SetSpede)", false},
+        {"a blank before a line", "\t\tTYPEOF ACTION", "\t\t TYPEOF ACTION", false},
+        {"a header without its bracket", "CONDITION (ALWAYS)", "CONDITION (ALWAYS", false},
+        {"a header without its brace", "TYPEOF RULE (1)\n\t{", "TYPEOF RULE (1)", false},
+        {"an opening quote", "KIND=\"USER\"", "KIND=USER\"", false},
+        {"a closing quote", "KIND=\"USER\"", "KIND=\"USER", true},
+    };
+    for (const std::string end : {"\n", "\r\n"})
+        for (const auto& row : rows) {
+            const auto written = [&](std::string text) {
+                if (end != "\n")
+                    for (std::size_t i = 0; (i = text.find('\n', i)) != std::string::npos; i += 2) text.insert(i, "\r");
+                return text;
+            };
+            std::string text = good;
+            ASSERT_NE(text.find(row.right), std::string::npos) << row.why;
+            text.replace(text.find(row.right), std::string(row.right).size(), row.wrong);
+            for (const bool isScene : {false, true}) {
+                if (isScene && end == "\n") continue;
+                const std::string file = isScene ? "town/data/scenario/a.sce" : "town/data/script/include/a.sc";
+                const std::string head = isScene ? "<sce version=\"1\">\n<Scenario><ScenarioScript><text>\n" : "";
+                const std::string tail = isScene ? "</text></ScenarioScript></Scenario></sce>" : "";
+                const std::string path = installation.write(file, written(head + text + tail));
+                EXPECT_EQ(run({"check", path, "--fix"}).status, row.isSafe ? 0 : 1) << row.why;
+                EXPECT_EQ(readFile(path), written(head + (row.isSafe ? good : text) + tail)) << row.why;
+                EXPECT_EQ(run({"check", path, "--unsafe-fixes"}).status, 0) << row.why;
+                EXPECT_EQ(readFile(path), written(head + good + tail)) << row.why;
+            }
+        }
 }
 
 TEST_F(CheckTest, TheSampleHasNothingAboveANote) {
