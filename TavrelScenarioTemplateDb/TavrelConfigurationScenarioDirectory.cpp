@@ -47,15 +47,13 @@ std::shared_ptr<Scenario> TavrelConfigurationScenarioDirectory::getScenario(std:
 void TavrelConfigurationScenarioDirectory::getScenarios(std::vector<std::shared_ptr<Scenario>>& scenarios) const {
     const auto place = std::make_shared<internal::ScenarioPlace>();
     place->configuration = configuration;
-    std::vector<std::string> paths;
+    std::vector<std::shared_ptr<Scenario>> listed;
     const auto found = [&](std::string_view folder, std::string_view name) {
-        paths.push_back(internal::relativePath(folder, name));
+        listed.push_back(std::make_shared<TavrelScenario>(place, internal::relativePath(folder, name)));
         return true;
     };
-    place->directory = database->forEachScenario(configuration, directoryIndex, {[&] { paths.clear(); }, found});
-    scenarios.clear();
-    scenarios.reserve(paths.size());
-    for (std::string& path : paths) scenarios.push_back(std::make_shared<TavrelScenario>(place, std::move(path)));
+    place->directory = database->forEachScenario(configuration, directoryIndex, {[&] { listed.clear(); }, found});
+    scenarios = std::move(listed);
 }
 
 std::string TavrelConfigurationScenarioDirectory::getName() const {

@@ -93,6 +93,11 @@ public:
         descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK);
         return descriptor >= 0;
     }
+    // Whether the entry can be reached, as a folder that may be listed need not let one in.
+    bool canReach(const dirent64& entry) const {
+        struct stat status {};
+        return ::fstatat(descriptor, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0;
+    }
     // The next entry but for the folder itself and the one above it; null at the end.
     const dirent64* next() {
         while (position < end || fill()) {
@@ -156,11 +161,15 @@ private:
             if (Commons::IsSaveUnderWay(name)) continue;
             if (length + name.size() >= PATH_MAX) return false;
             unsigned char type = entry->d_type;
-            if (type == DT_LNK || type == DT_UNKNOWN || !isChecked) {
+            if (type == DT_LNK || type == DT_UNKNOWN) {
                 path.resize(length);
                 path += name;
                 if (!look(type)) return false;
                 isChecked = isChecked || type != DT_UNKNOWN;
+            } else if (!isChecked) {
+                isChecked = entries.canReach(*entry);
+                if (!isChecked && errno == ENOENT) continue; // gone since it was listed
+                if (!isChecked) return false;
             }
             if (type == DT_DIR)
                 folders.push_back(folder + std::string(name) + '/');
@@ -195,7 +204,8 @@ std::string relativePath(std::string_view folder, std::string_view name) {
     std::string relative;
     relative.reserve(folder.size() + name.size());
     relative.append(folder).append(name);
-    std::replace(relative.begin(), relative.end(), '\\', '/');
+    for (std::size_t at = relative.find('\\'); at != std::string::npos; at = relative.find('\\', at))
+        relative[at] = '/';
     return relative;
 }
 
