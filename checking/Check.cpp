@@ -4,6 +4,7 @@
 #include <map>
 #include <stdexcept>
 
+#include <TavrelScenarioTemplateDb/ShareRootModels.h>
 #include <nlohmann/json.hpp>
 #include <processes/ChildProcess.h>
 
@@ -161,6 +162,7 @@ public:
         const bool isWhole = std::any_of(jobs.begin(), jobs.end(), [](const Job& job) {
             return job.kind == FileKind::Model && !job.installation.empty() && !job.configuration.empty();
         });
+        const TavrelScenarioTemplateDb::ShareRootModels sharing; // nothing here changes a root model
         Examiner examiner(options);
         std::vector<std::size_t> dead;
         std::map<std::size_t, TavrelProcesses::Death> deaths;

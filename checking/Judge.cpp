@@ -114,6 +114,18 @@ void ReadText(const std::string& text, const std::string& name, cfg::CfgScenario
     AddInvalid(*root, scenario && file, name, verdict.invalid);
 }
 
+bool IsModelInUse(const std::string& configuration) {
+    using TavrelScenarioTemplateDb::RootModel;
+    const Listener listener;
+    try {
+        const std::string file = RootModel::fileOf(configuration);
+        return !file.empty() && RootModel::use(file, nullptr, configuration) == RootModel::Outcome::InUse;
+    } catch (...) {
+        SentenceOf(std::current_exception()); // told by the load already
+        return false;
+    }
+}
+
 } // namespace
 
 Verdict JudgeScenario(const std::string& path, const std::string& configuration) {
@@ -121,7 +133,6 @@ Verdict JudgeScenario(const std::string& path, const std::string& configuration)
     std::error_code error;
     const std::filesystem::path file = std::filesystem::absolute(path, error); // a bare name has no folder
     const Template scenario(configuration, file.filename().string(), file.parent_path().string());
-    scenarioRootModel = nullptr;
     std::string sentence;
     LoadProblem problem;
     {
@@ -137,7 +148,8 @@ Verdict JudgeScenario(const std::string& path, const std::string& configuration)
     if (!sentence.empty())
         verdict.refusals.push_back(
             {problem.file, problem.script, problem.row, problem.cause.empty() ? sentence : problem.cause});
-    if (!scenarioRootModel) return verdict;
+    // Where the load failed, its root model need not be the one in use.
+    if (!sentence.empty() && !IsModelInUse(configuration)) return verdict;
     for (const cfg::ScenarioScript* script : TavrelScenarioTemplateDb::scriptsOf(scenario.File()))
         ReadText(script->text, script->name, &scenario.File(), verdict);
     return verdict;

@@ -4,6 +4,9 @@
 #include <map>
 #include <set>
 
+#include <TavrelScenarioTemplateDb/ShareRootModels.h>
+#include <lmkUtils/InstallationMoment.h>
+
 #include "CommandTable.h"
 #include "Describe.h"
 #include "Files.h"
@@ -110,6 +113,7 @@ int RunForAll(Context& context) {
     const bool asLines = context.arguments.Text("--trace") == "json";
     const char* separator = asArray ? "[\n" : "";
     const TavrelScenarioTemplateDb::ShareRootModels sharing; // nothing here changes a root model
+    const lmkUtils::InstallationMoment moment;               // the answers are of one state of the installation
     Verdicts verdicts;
     Progress progress(static_cast<double>(all.size()), "scenarios");
     ForEachInChildren(
