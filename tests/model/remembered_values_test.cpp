@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <charconv>
-#include <chrono>
 #include <cstdlib>
 #include <functional>
 #include <iterator>
 #include <random>
 
 #include <gtest/gtest.h>
+#include <support/RandomTest.h>
 #include <support/ScriptWorld.h>
 
 namespace {
@@ -69,25 +69,6 @@ const char* const kModel = R"(
             TYPEOF CONDITION (test) CODE="1"
                 TYPEOF PARAMETER (p) KIND="USER" VALUE="0"
                 TYPEOF PARAMETER (which) KIND="USER" VALUE="0")";
-
-// How long the random edits go on: a second each, or the seconds that the environment asks for.
-class Duration {
-public:
-    Duration() {
-        const char* asked = std::getenv("TAVREL_RANDOM_SECONDS");
-        end = Clock::now() + std::chrono::seconds(asked ? std::atoi(asked) : 1);
-    }
-    bool IsOver() const { return Clock::now() > end; }
-
-private:
-    using Clock = std::chrono::steady_clock;
-    Clock::time_point end;
-};
-
-unsigned Seed() {
-    const char* asked = std::getenv("TAVREL_RANDOM_SEED");
-    return asked ? static_cast<unsigned>(std::atoi(asked)) : 4711;
-}
 
 // A state of the host's own, which changes the tree before it steps and after.
 class HostTask : public Task {
@@ -194,7 +175,7 @@ protected:
 
     void Compare(const ParameterValue& value, Parameter& parameter, const char* where) {
         EXPECT_EQ(Shown(value), Shown(SearchedValue(parameter)))
-            << where << ", change " << changes << ", seed " << Seed();
+            << where << ", change " << changes << ", seed " << RandomSeed();
     }
     void Look(const char* where) {
         Parameter& parameter = Any(parameters);
@@ -249,7 +230,7 @@ protected:
         const ScenarioItemKind kind = isEntry ? KindEnum : KindVariable;
         const std::vector<Variable*> variables = Variables(owners, kind);
         Parameter& parameter = Any(parameters);
-        switch (Random(19)) {
+        switch (Random(20)) {
         case 0:
         case 1: {
             if (variables.size() > GetParam() + 30) break;
@@ -344,6 +325,22 @@ protected:
             shownByHost.value = Number();
             std::swap(static_cast<Folders&>(*world.root).children[0], static_cast<Folders&>(*world.root).children[1]);
             break;
+        case 19: {
+            // In depth alone: all items stay in their order.
+            auto& tab = static_cast<EnumTab&>(Any(tabs));
+            std::vector<ScenarioItem*>& around = static_cast<Folders&>(*tab.parent).children;
+            const auto next = std::find(around.begin(), around.end(), &tab) + 1;
+            if (next != around.end() && (*next)->kind == KindEnum) {
+                (*next)->parent = &tab;
+                tab.children.push_back(*next);
+                around.erase(next);
+            } else if (!tab.children.empty()) {
+                tab.children.back()->parent = tab.parent;
+                around.insert(next, tab.children.back());
+                tab.children.pop_back();
+            }
+            break;
+        }
         }
     }
 
@@ -354,7 +351,7 @@ protected:
     std::vector<Parameter*> parameters;
     std::vector<ScenarioItem*> levels;
     std::vector<ScenarioItem*> tabs;
-    std::mt19937 random{Seed()};
+    std::mt19937 random{RandomSeed()};
     double time = 0.0;
     int stepsWithin = 0;
     int evaluations = 0;
@@ -363,7 +360,7 @@ protected:
 
 TEST_P(RememberedValuesTest, NothingAHostChangesIsMissed) {
     scenarioLog = nullptr;
-    for (const Duration duration; !duration.IsOver() && !HasFailure();) {
+    for (const RandomDuration duration; !duration.IsOver() && !HasFailure();) {
         Change();
         Look("between steps");
     }
@@ -376,7 +373,7 @@ TEST_P(RememberedValuesTest, NothingThatIsChangedInAStepIsMissed) {
     auto& scenario = static_cast<ScenarioLib::Scenario&>(*script);
     scenarioLog = nullptr;
     scenario.Init("", 0.0);
-    for (const Duration duration; !duration.IsOver() && !HasFailure();) {
+    for (const RandomDuration duration; !duration.IsOver() && !HasFailure();) {
         time += 0.1;
         scenario.StepScenario(time);
         if (Random(20) == 0) scenario.Init("", time);

@@ -111,13 +111,15 @@ TEST_F(TaskTest, TaskKindIsAStrictNumber) {
 
 TEST_F(TaskTest, StatesAreFoundByTheNumberOfTheirName) {
     Task task;
-    for (const char* name : {"3", "x", "7up", "3", "-5", "120", "12", "+4", "04", "99999999999"})
+    for (const char* name : {"3", "x", "7up", "3", "-5", "120", "12", "+4", "04", "99999999999", "1234", "1239567",
+                             "1234567", "12395678", "12345678", "123456789", "1234567890", " 55", "55"})
         AddNew<Task>(task, KindTask, name);
     struct {
         std::int32_t number;
         std::ptrdiff_t index;
-    } rows[] = {{3, 0},  {0, 1},  {7, 2},   {-5, 4}, {-1, -1},       {99, -1},
-                {1, -1}, {12, 6}, {120, 5}, {4, 7},  {2147483647, 9}};
+    } rows[] = {{3, 0},      {0, 1},        {7, 2},         {-5, 4},         {-1, -1},         {99, -1},
+                {1, -1},     {12, 6},       {120, 5},       {4, 7},          {2147483647, 9},  {1234, 10},
+                {12345, -1}, {1234567, 12}, {12345678, 14}, {123456789, 15}, {1234567890, 16}, {55, 17}};
     for (const auto& row : rows) EXPECT_EQ(task.StateIndex(row.number), row.index) << row.number;
 
     task.stateNames[3] = "Start";

@@ -1,7 +1,9 @@
 // The reader and the writer: lines, blocks, files, refusals with their rows, and what is told of them.
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <random>
 #include <stdexcept>
 
@@ -12,6 +14,9 @@
 #include <gtest/gtest.h>
 #include <scenario/ItemModel.h>
 #include <support/ModelText.h>
+#include <support/RandomTest.h>
+
+#include "text/ByteGroup.h"
 
 namespace {
 
@@ -588,6 +593,25 @@ TEST(Reader, IsLinearInTheTextAtAnyShape) {
     std::string overlapping = "TYPEOF VARIABLE (0)\n{\n";
     for (int i = 0; i < 200000; ++i) overlapping += "CATEGORY\n";
     EXPECT_FALSE(ReadExactly(overlapping + "\"\n}\n").item);
+}
+
+// Readers on processors without the instructions have to give the same rows and the same texts.
+TEST(ByteGroups, GiveTheSameWithInstructionsOfTheProcessorAndWithout) {
+    std::mt19937 random(RandomSeed());
+    for (int round = 0; round < 2000; ++round) {
+        char text[ByteGroup::kSize];
+        for (char& c : text) c = static_cast<char>(random() % (round % 2 == 0 ? 256 : 40));
+        const ByteGroup group(text);
+        const PlainByteGroup plain(text);
+        const char c = round % 3 == 0 ? static_cast<char>(random() % 256) : text[random() % std::size(text)];
+        ASSERT_EQ(group.Equal(c), plain.Equal(c)) << round;
+        ASSERT_EQ(group.AtMost(c), plain.AtMost(c)) << round;
+        ASSERT_EQ(group.Separators(), plain.Separators()) << round;
+        for (std::size_t at = 0; at < std::size(text); ++at) {
+            ASSERT_EQ((plain.Equal(c) >> at & 1) != 0, text[at] == c) << round;
+            ASSERT_EQ((plain.Separators() >> at & 1) != 0, text[at] && std::strchr("\t\n\f\r", text[at])) << round;
+        }
+    }
 }
 
 } // namespace

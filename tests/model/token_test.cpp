@@ -1,7 +1,5 @@
 // Definitions and instances: the link by name, model and user attributes, validity, unique names.
 #include <algorithm>
-#include <chrono>
-#include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -14,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <scenario/ItemModel.h>
 #include <support/ModelText.h>
+#include <support/RandomTest.h>
 
 namespace {
 
@@ -405,12 +404,12 @@ private:
 
 // What a repository does while it is asked is seen by all that is read after it, in the text under way as well.
 TEST(Link, WhatARepositoryChangesIsFoundAtOnce) {
-    const char* const asked = std::getenv("TAVREL_RANDOM_SECONDS");
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(asked ? std::atoi(asked) : 1);
+    const RandomDuration duration;
     int changes = 0;
     int checked = 0;
     int refused = 0;
-    for (unsigned seed = 0; std::chrono::steady_clock::now() < end && !testing::Test::HasFailure(); ++seed) {
+    for (unsigned seed = RandomSeed(); !duration.IsOver() && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE("TAVREL_RANDOM_SEED=" + std::to_string(seed));
         const RootModel model(R"(
             TYPEOF FOLDER (m)
                 TYPEOF FOLDER (FUNCTION_LIST)
@@ -445,6 +444,20 @@ TEST(Link, WhatARepositoryChangesIsFoundAtOnce) {
     EXPECT_GT(changes, 1000);
     EXPECT_GT(checked, 500);
     EXPECT_GT(refused, 50);
+}
+
+TEST(Link, AFolderOfTheHostFindsInItsOwnWay) {
+    const RootModel model("TYPEOF FOLDER (m)\n    TYPEOF FOLDER (ACTION_LIST)\n        TYPEOF ACTION (c)");
+    auto* alias = new AliasFolder;
+    AddNew(*alias, KindAction, "b");
+    model.Get()->FindItem(KindFolder, "ACTION_LIST", "")->AddChild(alias, nullptr, true);
+    for (const bool isInUse : {false, true}) {
+        std::optional<RootModelUse> use;
+        if (isInUse) use.emplace();
+        const OwnedItem item = std::move(ReadExactly(ScriptText("TYPEOF ACTION (a)")).item);
+        ASSERT_TRUE(item);
+        EXPECT_EQ(static_cast<Token&>(*item).model, alias->children[0]);
+    }
 }
 
 TEST(Link, TheIndexOfAUseEndsWithIt) {

@@ -10,42 +10,24 @@
 #endif
 
 // Sixteen bytes of a text that are looked at together. Each answer has one bit for each byte, the first one lowest.
-class ByteGroup {
+class PlainByteGroup {
 public:
     static constexpr std::ptrdiff_t kSize = 16;
 
+    explicit PlainByteGroup(const char* at) { std::memcpy(bytes, at, sizeof bytes); }
+
     // Bytes that are equal to `c`.
-    std::uint32_t Equal(char c) const;
+    std::uint32_t Equal(char c) const {
+        return Bits([c](unsigned char byte) { return byte == static_cast<unsigned char>(c); });
+    }
     // Bytes that are at most `c`, unsigned.
-    std::uint32_t AtMost(char c) const;
+    std::uint32_t AtMost(char c) const {
+        return Bits([c](unsigned char byte) { return byte <= static_cast<unsigned char>(c); });
+    }
     // Tab, line feed, form feed and carriage return: IsSeparator of TextFormat.h.
-    std::uint32_t Separators() const;
-
-#ifdef __SSE2__
-
-    explicit ByteGroup(const char* at) : bytes(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at))) {}
-
-private:
-    static std::uint32_t Bits(__m128i marks) { return static_cast<std::uint32_t>(_mm_movemask_epi8(marks)); }
-    __m128i bytes;
-};
-
-inline std::uint32_t ByteGroup::Equal(char c) const { return Bits(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(c))); }
-
-inline std::uint32_t ByteGroup::AtMost(char c) const {
-    return Bits(_mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(c)), bytes));
-}
-
-inline std::uint32_t ByteGroup::Separators() const {
-    const __m128i fromTab = _mm_cmpgt_epi8(bytes, _mm_set1_epi8('\t' - 1));
-    const __m128i toReturn = _mm_cmplt_epi8(bytes, _mm_set1_epi8('\r' + 1));
-    const __m128i verticalTab = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\v'));
-    return Bits(_mm_andnot_si128(verticalTab, _mm_and_si128(fromTab, toReturn)));
-}
-
-#else
-
-    explicit ByteGroup(const char* at) { std::memcpy(bytes, at, sizeof bytes); }
+    std::uint32_t Separators() const {
+        return Bits([](unsigned char byte) { return byte >= '\t' && byte <= '\r' && byte != '\v'; });
+    }
 
 private:
     template <class Test>
@@ -57,17 +39,32 @@ private:
     unsigned char bytes[kSize];
 };
 
-inline std::uint32_t ByteGroup::Equal(char c) const {
-    return Bits([c](unsigned char byte) { return byte == static_cast<unsigned char>(c); });
-}
+#ifdef __SSE2__
 
-inline std::uint32_t ByteGroup::AtMost(char c) const {
-    return Bits([c](unsigned char byte) { return byte <= static_cast<unsigned char>(c); });
-}
+// The same answers from instructions of the processor.
+class ByteGroup {
+public:
+    static constexpr std::ptrdiff_t kSize = PlainByteGroup::kSize;
 
-inline std::uint32_t ByteGroup::Separators() const {
-    return Bits([](unsigned char byte) { return byte >= '\t' && byte <= '\r' && byte != '\v'; });
-}
+    explicit ByteGroup(const char* at) : bytes(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at))) {}
+
+    std::uint32_t Equal(char c) const { return Bits(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(c))); }
+    std::uint32_t AtMost(char c) const { return Bits(_mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(c)), bytes)); }
+    std::uint32_t Separators() const {
+        const __m128i fromTab = _mm_cmpgt_epi8(bytes, _mm_set1_epi8('\t' - 1));
+        const __m128i toReturn = _mm_cmplt_epi8(bytes, _mm_set1_epi8('\r' + 1));
+        const __m128i verticalTab = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\v'));
+        return Bits(_mm_andnot_si128(verticalTab, _mm_and_si128(fromTab, toReturn)));
+    }
+
+private:
+    static std::uint32_t Bits(__m128i marks) { return static_cast<std::uint32_t>(_mm_movemask_epi8(marks)); }
+    __m128i bytes;
+};
+
+#else
+
+using ByteGroup = PlainByteGroup;
 
 #endif
 
