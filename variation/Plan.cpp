@@ -109,6 +109,13 @@ struct Plan::Parts {
     mutable std::uint64_t looked = 0;
     mutable std::uint64_t found = 0;
     mutable std::vector<const Value*> scratch;
+    // Of a grid, the candidate that was asked for last.
+    struct GridPlace {
+        std::uint64_t index = kNoIndex;
+        std::vector<std::size_t> levels; // of each factor
+        std::vector<Value> values;
+    };
+    mutable GridPlace grid;
 
     const std::string* Kept(const std::string& text) {
         const auto known = textIndex.find(text);
@@ -126,11 +133,18 @@ struct Plan::Parts {
     }
 
     void Put(std::size_t factor, const Value* from, std::vector<Value>& values) const {
-        for (std::size_t i = 0; i < factors[factor].Width(); ++i) values[factors[factor].parameters[i]] = from[i];
+        const std::vector<std::size_t>& places = factors[factor].parameters;
+        // Nearly every factor is one parameter.
+        if (places.size() == 1) {
+            values[places[0]] = *from;
+            return;
+        }
+        for (const std::size_t place : places) values[place] = *from++;
     }
 
     // The candidate of an index in the method's own order.
     void Candidate(std::uint64_t index, std::vector<Value>& values) const;
+    void GridCandidate(std::uint64_t index, std::vector<Value>& values) const;
     void Sample(std::size_t factor, double u, std::vector<Value>& values) const;
     // Whether it is a variant; `values` holds it then.
     bool Exists(std::uint64_t index, std::vector<Value>& values) const;
@@ -162,14 +176,7 @@ void Plan::Parts::Candidate(std::uint64_t index, std::vector<Value>& values) con
         return;
     }
     case MethodKind::Grid:
-        for (std::size_t f = factors.size(); f-- > 0;) {
-            // Division takes most of the time, and that of small numbers much less.
-            const std::uint64_t rest = (index | bases[f]) >> 32 == 0
-                                           ? static_cast<std::uint32_t>(index) / static_cast<std::uint32_t>(bases[f])
-                                           : index / bases[f];
-            Put(f, factors[f].Level(static_cast<std::size_t>(index - rest * bases[f])), values);
-            index = rest;
-        }
+        GridCandidate(index, values);
         return;
     case MethodKind::List:
         values = rows[index];
@@ -198,6 +205,28 @@ void Plan::Parts::Candidate(std::uint64_t index, std::vector<Value>& values) con
             Put(f, factors[f].Level(static_cast<std::size_t>(covering[index][f])), values);
         return;
     }
+}
+
+// The next one is mostly asked for, and differs from the one before in its last values.
+void Plan::Parts::GridCandidate(std::uint64_t index, std::vector<Value>& values) const {
+    if (index != 0 && index - 1 == grid.index) {
+        for (std::size_t f = factors.size(); f-- > 0;) {
+            const bool isLast = ++grid.levels[f] == bases[f];
+            if (isLast) grid.levels[f] = 0;
+            Put(f, factors[f].Level(grid.levels[f]), grid.values);
+            if (!isLast) break;
+        }
+    } else {
+        grid.levels.resize(factors.size());
+        grid.values.resize(parameters.size());
+        std::uint64_t rest = index;
+        for (std::size_t f = factors.size(); f-- > 0; rest /= bases[f]) {
+            grid.levels[f] = static_cast<std::size_t>(rest % bases[f]);
+            Put(f, factors[f].Level(grid.levels[f]), grid.values);
+        }
+    }
+    grid.index = index;
+    values = grid.values;
 }
 
 bool Plan::Parts::Exists(std::uint64_t index, std::vector<Value>& values) const {
