@@ -106,7 +106,10 @@ BENCHMARK_CAPTURE(NthVariant, hypercube, R"({"name": "latin-hypercube", "count":
 BENCHMARK(ListMillion)->Unit(benchmark::kMillisecond);
 BENCHMARK(FormatMillion)->Unit(benchmark::kMillisecond);
 #define COVERING(name, ...)                                                                                            \
-    BENCHMARK_CAPTURE(Covering, name, std::vector<std::pair<int, int>> __VA_ARGS__, 1)                                 \
+    BENCHMARK_CAPTURE(Covering, name##_effort_1, std::vector<std::pair<int, int>> __VA_ARGS__, 1)                      \
+        ->Iterations(1)                                                                                                \
+        ->Unit(benchmark::kMillisecond);                                                                               \
+    BENCHMARK_CAPTURE(Covering, name##_effort_8, std::vector<std::pair<int, int>> __VA_ARGS__, 8)                      \
         ->Iterations(1)                                                                                                \
         ->Unit(benchmark::kMillisecond)
 COVERING(pairs_3x4, {{3, 4}});
