@@ -26,6 +26,7 @@ struct Span {
     // Each time is worked out from the number of its step, and not by adding up, so that 1.5 s is 1.5 s and not a
     // little less: scripts compare times.
     TAVREL_SIMULATION_API double TimeOf(std::size_t index) const;
+    // How many steps there are, the one at `from` among them. Of a span without a complaint.
     TAVREL_SIMULATION_API std::size_t Steps() const;
     // Why no run can have these times; empty if one can.
     TAVREL_SIMULATION_API std::string Complaint() const;
@@ -51,8 +52,9 @@ struct RunResult {
 // every event from the start to the end. The tables by CODE are those of the process: RegisterActions and its like, or
 // a host's own, come first. Several runs may follow one another with scenarios and worlds of their own. The log of the
 // item model is the run's while it lasts, and then what it was.
-// Throws CriterionError before anything runs, where a criterion is about something that the script does not have. What
-// an implementation or the listener throws passes through.
+// Throws std::invalid_argument with the complaint of the span, and CriterionError where a criterion is about something
+// that the script does not have, both before anything runs. What an implementation or the listener throws passes
+// through.
 TAVREL_SIMULATION_API RunResult Run(ScenarioLib::Scenario& scenario, World& world, const RunSettings& settings,
                                     const Trace::Listener& listener);
 

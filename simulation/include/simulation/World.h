@@ -18,6 +18,7 @@
 
 namespace TavrelSimulation {
 
+// A point on the road. A host fills in what the scenario says of it; the world moves it.
 struct Vehicle {
     double roadPosition = 0; // m along the road
     double x = 0;            // m
@@ -46,15 +47,17 @@ struct Vehicle {
     std::vector<std::string> outputNames;           // what an output of that index shows
 };
 
+// A stop watch of the script.
 struct Timer {
     bool runs = false;
     double startTime = 0; // s
     double shown = 0;     // s, while it stands
 };
 
+// Where an object stands.
 struct Place {
-    double x = 0;
-    double y = 0;
+    double x = 0; // m
+    double y = 0; // m
 };
 
 // Told of what an action does that nobody can see in the item tree, such as a text on the screen.
@@ -67,6 +70,10 @@ double Entry(const Map& map, const Key& key) {
     return found == map.end() ? 0.0 : static_cast<double>(found->second);
 }
 
+// The small world behind the CODE numbers: vehicles as points on one road, timers, weather and lights. The host owns it
+// and keeps it as long as implementations refer to it, see RegisterActions. The same start, seed and steps give the
+// same course of events everywhere. Nothing in it fails: what a script asks of a thing that is not there has an answer.
+// One thread at a time.
 class TAVREL_SIMULATION_API World {
 public:
     // What the host fills in before the start.
@@ -81,25 +88,25 @@ public:
     double rain = 0;           // 0 to 1
     double windSpeed = 0;      // m/s
     double friction = 1;
-    double dayHour = 12;
-    int weather = 0;
+    double dayHour = 12;           // h
+    int weather = 0;               // the number that a script gave it
     double speedLimit = 13.888889; // m/s
     EffectListener onEffect;       // may be empty
 
     // What happens while it runs.
-    std::map<int, Timer> timers;
-    std::map<int, float> exportedChannels;
+    std::map<int, Timer> timers;           // by number
+    std::map<int, float> exportedChannels; // by number
     std::map<std::string, float> channels; // by category and key
     std::set<std::string> firedTriggers;
-    int errorCount = 0;
+    int errorCount = 0; // that the script reported
 
     // Begins a run of `scenario`, which must outlive it, at `time`.
     void Start(ScenarioLib::Scenario& scenario, double time, std::uint32_t seed);
     // Moves the world on to `time`, in seconds. To be called before each step of the scenario.
     void Advance(double time);
 
-    double Now() const { return now; }
-    double Elapsed() const { return now - startTime; }
+    double Now() const { return now; }                 // s
+    double Elapsed() const { return now - startTime; } // s since the start
     // Whether a period of that length begins between the step before and this one; true at the first step.
     bool PeriodBegins(double period) const;
 
@@ -109,6 +116,7 @@ public:
     Task* TaskAround() const;
     // The first task of that number; null if there is none.
     Task* FindTask(int number) const;
+    // The one that runs; not before Start.
     ScenarioLib::Scenario& Scenario() const { return *scenario; }
     // The points of that number in the evaluation; 0 if there is none.
     double Score(int number) const { return scenario->evaluation ? Entry(scenario->evaluation->scores, number) : 0; }
@@ -119,6 +127,8 @@ public:
     const Vehicle& Look(int number) const;
     // m along the road from one to the other; a very large number if one of them is not there.
     double Distance(int from, int to) const;
+    // Seconds until a vehicle is where the other one is, and until it reaches the other one as that one goes on; a very
+    // large number where the other one is not ahead or is never reached.
     double Headway(int number, int other) const;
     double TimeToCollision(int number, int other) const;
 
@@ -126,8 +136,11 @@ public:
     double Draw();
     void Seed(std::uint32_t seed) { random.seed(seed); }
 
+    // Seconds; 0 for one that was never started.
     double TimerShows(int number) const;
+    // To `goal` m, evenly within `duration` s from now on.
     void ChangeVisibility(double goal, double duration);
+    // Tells the listener, if there is one.
     void Effect(const std::string& name, const std::vector<std::string>& arguments) const;
 
 private:
@@ -146,7 +159,7 @@ private:
 
 // A number in the shortest spelling that reads back as itself.
 TAVREL_SIMULATION_API std::string NumberText(float number);
-// An argument as a whole number.
+// An argument as a whole number, cut towards zero and to 32 bits; 0 for what is no number.
 TAVREL_SIMULATION_API int Whole(const ParameterValue& value);
 // An argument as people read it.
 TAVREL_SIMULATION_API std::string ArgumentText(const ParameterValue& value);
