@@ -360,7 +360,7 @@ protected:
 
 TEST_P(RememberedValuesTest, NothingAHostChangesIsMissed) {
     scenarioLog = nullptr;
-    for (const RandomDuration duration; !duration.IsOver() && !HasFailure();) {
+    for (RandomDuration duration(4000); !duration.IsOver() && !HasFailure();) {
         Change();
         Look("between steps");
     }
@@ -373,7 +373,7 @@ TEST_P(RememberedValuesTest, NothingThatIsChangedInAStepIsMissed) {
     auto& scenario = static_cast<ScenarioLib::Scenario&>(*script);
     scenarioLog = nullptr;
     scenario.Init("", 0.0);
-    for (const RandomDuration duration; !duration.IsOver() && !HasFailure();) {
+    for (RandomDuration duration(150); !duration.IsOver() && !HasFailure();) {
         time += 0.1;
         scenario.StepScenario(time);
         if (Random(20) == 0) scenario.Init("", time);

@@ -404,7 +404,7 @@ private:
 
 // What a repository does while it is asked is seen by all that is read after it, in the text under way as well.
 TEST(Link, WhatARepositoryChangesIsFoundAtOnce) {
-    const RandomDuration duration;
+    RandomDuration duration(1000);
     int changes = 0;
     int checked = 0;
     int refused = 0;

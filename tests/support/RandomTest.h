@@ -3,19 +3,23 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <optional>
 
-// How long the changes of a random test go on: a second, or as many as TAVREL_RANDOM_SECONDS asks for.
+// How long the changes of a random test go on: for so many rounds, whatever the machine does meanwhile, or for as many
+// seconds as TAVREL_RANDOM_SECONDS asks for.
 class RandomDuration {
 public:
-    RandomDuration() {
+    explicit RandomDuration(int rounds) : left(rounds) {
         const char* const asked = std::getenv("TAVREL_RANDOM_SECONDS");
-        end = Clock::now() + std::chrono::seconds(asked ? std::atoi(asked) : 1);
+        if (asked) end = Clock::now() + std::chrono::seconds(std::atoi(asked));
     }
-    bool IsOver() const { return Clock::now() > end; }
+    // Asked once before each round.
+    bool IsOver() { return end ? Clock::now() > *end : left-- <= 0; }
 
 private:
     using Clock = std::chrono::steady_clock;
-    Clock::time_point end;
+    std::optional<Clock::time_point> end;
+    int left;
 };
 
 // The seed that a random test begins with: always the same one, or TAVREL_RANDOM_SEED.
