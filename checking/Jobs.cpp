@@ -256,7 +256,7 @@ private:
             result.findings.push_back(WholeFileFinding("TV6013", path, "it names no configuration"));
         for (const std::string& name : EnvConfig::getConfigurationsList())
             if (options.configuration.empty() || options.configuration == name) AddConfiguration(path, name, file);
-        EnvConfig::setConfig("", false);
+        EnvConfig::leaveConfig();
     }
 
     void AddConfiguration(const std::string& installation, const std::string& name, const InstallationText& file) {
