@@ -427,13 +427,38 @@ private:
             bound.hasList = true;
         }
         if (!bound.declaration) return;
-        const Declaration& declaration = settable.Declarations()[*bound.declaration];
-        if (bound.told.type == ValueType::Literal) {
-            for (const std::string& literal : declaration.literals) AddOnce(bound.listed, {{}, parts.Kept(literal)});
-            bound.hasList = !bound.listed.empty();
-            return;
+        // A parameter may be declared several times, and a run holds it to all of them.
+        std::vector<std::size_t> all{*bound.declaration};
+        for (const std::size_t other : settable.Targets()[bound.target].declarations)
+            if (other != *bound.declaration) all.push_back(other);
+        bool isBound = false;
+        for (const std::size_t index : all) {
+            if (bound.told.type == ValueType::Literal)
+                isBound = Narrow(bound.listed, settable.Declarations()[index].literals, isBound);
+            else
+                isBound = Narrow(bound, index) || isBound;
+            if (isBound && (bound.told.type == ValueType::Literal ? bound.listed.empty() : bound.declared->IsEmpty()))
+                throw Refused(bound.told.place, "has no value that all declarations of it allow");
         }
-        const lmk::t_unit unit = settable.UnitOf({bound.target, bound.declaration});
+        if (bound.told.type == ValueType::Literal) bound.hasList = isBound;
+    }
+
+    // Leaves of the values those that are among the literals, or takes these where nothing has bound them before.
+    // Answers whether they are bound now.
+    bool Narrow(std::vector<Value>& listed, const std::vector<std::string>& literals, bool isBound) {
+        if (literals.empty()) return isBound;
+        std::vector<Value> allowed, narrowed;
+        for (const std::string& literal : literals) AddOnce(allowed, {{}, parts.Kept(literal)});
+        for (const Value& value : isBound ? listed : allowed)
+            if (std::find(allowed.begin(), allowed.end(), value) != allowed.end()) narrowed.push_back(value);
+        listed = std::move(narrowed);
+        return true;
+    }
+
+    // Leaves of the declared numbers those that this declaration allows, too. Answers whether it has ranges.
+    bool Narrow(Bound& bound, std::size_t index) {
+        const Declaration& declaration = settable.Declarations()[index];
+        const lmk::t_unit unit = settable.UnitOf({bound.target, index});
         std::vector<NumberRange> ranges;
         try {
             for (const auto& range : declaration.integerRanges)
@@ -444,12 +469,26 @@ private:
                                   InUnit(Decimal::Shortest(range.maximum), unit, bound.told.unit)});
             if (bound.whole)
                 for (NumberRange& range : ranges) range = WholePart(range);
-            if (!ranges.empty()) bound.declared.emplace(ranges, bound.whole, 0);
+            if (ranges.empty()) return false;
+            const NumberDomain allowed(ranges, bound.whole, 0);
+            bound.declared.emplace(bound.declared ? Common(*bound.declared, allowed) : allowed);
         } catch (const NoDecimal& refused) {
             throw Refused(bound.told.place, refused.what());
         } catch (const std::invalid_argument& refused) {
             throw Refused(bound.told.place, std::string(refused.what()) + " in the scenario");
         }
+        return true;
+    }
+
+    static NumberDomain Common(const NumberDomain& a, const NumberDomain& b) {
+        std::vector<NumberRange> ranges;
+        for (const auto& one : a.Ranges())
+            for (const auto& other : b.Ranges()) {
+                const Decimal minimum = std::max(a.At(one.minimum), b.At(other.minimum));
+                const Decimal maximum = std::min(a.At(one.maximum), b.At(other.maximum));
+                if (minimum <= maximum) ranges.push_back({minimum, maximum});
+            }
+        return {ranges, a.IsWhole(), 0};
     }
 
     // The whole numbers of a range; of one that has none the ends are the wrong way round, which is then told.

@@ -252,6 +252,23 @@ TEST_F(VaryTest, ValuesHaveTheirUnitWhereTheDeclarationHasAnother) {
     EXPECT_THAT(RunTavrel({"vary", "show", plan, "1"}).out, HasSubstr("75 mph"));
 }
 
+TEST_F(VaryTest, EveryDeclarationOfAParameterBinds) {
+    std::string text = readFile(sampleFolder() + "/packs/road/data/scenario/" + kOvertaking);
+    const auto declare = [&](const std::string& id, const std::string& typed) {
+        text.insert(text.rfind("  </Scenario>"), "<VariadicParameter><name>Again</name><parameterId>" + id +
+                                                     "</parameterId>" + typed + "</VariadicParameter>\n");
+    };
+    declare(kTruck, "<RealParameter><default>18</default><RealRange><minimum>18</minimum><maximum>22</maximum>"
+                    "</RealRange></RealParameter><parameterUnit>m/s</parameterUnit>");
+    std::ofstream(folder / "twice.sce", std::ios::binary) << text;
+    const std::string plan = (folder / "twice.json").string();
+    std::ofstream(plan) << R"({"format": "tavrel-plan/1", "scenario": "twice.sce", "method": {"name": "grid"},
+        "parameters": {"Truck speed": {"step": "4"}}})";
+    const Result list = RunTavrel({"vary", "list", plan});
+    // 18 to 22 m/s are 64.8 to 79.2 km/h, and a gap is left from 70 to 75.
+    EXPECT_EQ(list.out, "number  Truck speed\n0       64.8\n1       68.8\n2       75\n3       79\n") << list.err;
+}
+
 TEST_F(VaryTest, AStarterPlanIsAPlan) {
     const Result starter = RunTavrel({"vary", "plan", "--configuration", "Highway", kOvertaking});
     ASSERT_EQ(starter.status, 0) << starter.err;
