@@ -120,11 +120,8 @@ Campaign::Speed Campaign::MeanSpeed() const {
 
 CampaignCounts Campaign::Merge(const std::string& output) const {
     const CampaignFolder files(folder);
-    std::vector<RunRecord> records = files.Records();
-    // What is no number of this campaign does not count.
-    std::erase_if(records, [&](const RunRecord& record) {
-        return !std::binary_search(numbers.begin(), numbers.end(), record.number);
-    });
+    std::string lines;
+    const std::vector<RunRecord> records = files.Records(numbers, lines);
     std::map<std::uint64_t, Verdict> verdicts;
     for (const RunRecord& record : records) verdicts.emplace_hint(verdicts.end(), record.number, record.verdict);
     CampaignCounts counts = CountOf(verdicts, {});
@@ -135,7 +132,7 @@ CampaignCounts Campaign::Merge(const std::string& output) const {
     const auto write = [&](const char* name, const std::string& text) {
         WriteFlushed(target.FileBeside(".", 0), target.File(name), text);
     };
-    write("results.jsonl", ResultsJsonl(records));
+    write("results.jsonl", lines);
     write("results.csv", ResultsCsv(sheet, records));
     write("junit.xml", ResultsJunit(sheet, records, counts.missing));
     write("report.html", ResultsHtml(sheet, records, counts.missing));

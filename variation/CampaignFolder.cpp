@@ -22,6 +22,7 @@ using TavrelSimulation::Verdict;
 
 constexpr std::string_view kBeside = ".under-way";
 constexpr const char* kWork = "work";
+constexpr std::size_t kMostOfRecord = std::size_t{64} << 20;
 
 [[noreturn]] void Fail(const std::string& file, int error) {
     throw CampaignFileError(fmt::format("{}: {}", file, std::strerror(error)));
@@ -54,8 +55,8 @@ std::optional<std::string> BytesOf(const std::string& path, std::size_t most) {
         const ssize_t count = read(file.Get(), part, std::min(sizeof part, most - bytes.size()));
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) return std::nullopt;
-        if (count == 0) break;
         bytes.append(part, static_cast<std::size_t>(count));
+        if (static_cast<std::size_t>(count) < sizeof part) break; // of a file, that is the end
     }
     return bytes;
 }
@@ -136,24 +137,28 @@ std::optional<Verdict> CampaignFolder::VerdictOf(std::uint64_t number) const {
     return beginning ? VerdictInside(*beginning) : std::nullopt;
 }
 
-std::vector<RunRecord> CampaignFolder::Records() const {
+std::vector<RunRecord> CampaignFolder::Records(const std::vector<std::uint64_t>& wanted, std::string& lines) const {
     std::vector<std::uint64_t> numbers;
     ForEachName(File("runs"), [&](const std::string& name) {
-        if (const auto number = NumberOfName(name, ".json")) numbers.push_back(*number);
+        const auto number = NumberOfName(name, ".json");
+        if (number && std::binary_search(wanted.begin(), wanted.end(), *number)) numbers.push_back(*number);
     });
     std::sort(numbers.begin(), numbers.end());
     std::vector<RunRecord> records;
     records.reserve(numbers.size());
     for (const std::uint64_t number : numbers) {
-        const auto bytes = BytesOf(RunFile(number), std::size_t{64} << 20);
+        const auto bytes = BytesOf(RunFile(number), kMostOfRecord);
         auto record = bytes ? RecordOf(*bytes) : std::nullopt;
-        if (record && record->number == number) records.push_back(*std::move(record));
+        if (!record || record->number != number) continue;
+        // A record that was written here is a line already.
+        lines += bytes->find('\n') + 1 == bytes->size() ? *bytes : JsonOf(*record) + "\n";
+        records.push_back(*std::move(record));
     }
     return records;
 }
 
-void CampaignFolder::Write(const RunRecord& record) const {
-    WriteFlushed(FileBeside("runs", record.number), RunFile(record.number), JsonOf(record) + "\n");
+void CampaignFolder::Write(const RunRecord& record, const std::function<void()>& beforeFlush) const {
+    WriteFlushed(FileBeside("runs", record.number), RunFile(record.number), JsonOf(record) + "\n", beforeFlush);
 }
 
 void CampaignFolder::RemoveLeftovers(
@@ -196,10 +201,12 @@ void Claims::Release(std::uint64_t number) {
     fcntl(descriptor, F_OFD_SETLK, &lock);
 }
 
-void WriteFlushed(const std::string& beside, const std::string& file, std::string_view bytes) {
+void WriteFlushed(const std::string& beside, const std::string& file, std::string_view bytes,
+                  const std::function<void()>& beforeFlush) {
     OpenFile out(beside, O_WRONLY | O_CREAT | O_TRUNC);
-    int failure = out.Get() < 0 ? errno : 0;
-    if (failure == 0 && (!WriteAll(out.Get(), bytes) || fdatasync(out.Get()) != 0)) failure = errno;
+    int failure = out.Get() < 0 || !WriteAll(out.Get(), bytes) ? errno : 0;
+    if (failure == 0 && beforeFlush) beforeFlush();
+    if (failure == 0 && fdatasync(out.Get()) != 0) failure = errno;
     if (out.Get() >= 0 && !out.Close() && failure == 0) failure = errno;
     if (failure == 0 && rename(beside.c_str(), file.c_str()) != 0) failure = errno;
     if (failure == 0) return;

@@ -44,10 +44,11 @@ public:
     // The verdict of each number that has a run. A file that holds no record, as after a loss of power, is none.
     std::map<std::uint64_t, TavrelSimulation::Verdict> Verdicts() const;
     std::optional<TavrelSimulation::Verdict> VerdictOf(std::uint64_t number) const;
-    // All records, sorted by number.
-    std::vector<RunRecord> Records() const;
-    // Writes the record, flushes it and moves it to its place.
-    void Write(const RunRecord& record) const;
+    // The records of the wanted numbers, both sorted; `lines` gets them as lines of JSON.
+    std::vector<RunRecord> Records(const std::vector<std::uint64_t>& wanted, std::string& lines) const;
+    // Writes the record, flushes it and moves it to its place. `beforeFlush` is called when only the wait for the disk
+    // is left.
+    void Write(const RunRecord& record, const std::function<void()>& beforeFlush = {}) const;
     // Removes what processes that were killed have left. `withRight` calls what it is given while nobody else can work
     // on the number, or leaves it.
     void RemoveLeftovers(
@@ -80,7 +81,8 @@ private:
 };
 
 // Writes a file beside its place, flushes it and moves it there. Throws CampaignError, and leaves nothing then.
-void WriteFlushed(const std::string& beside, const std::string& file, std::string_view bytes);
+void WriteFlushed(const std::string& beside, const std::string& file, std::string_view bytes,
+                  const std::function<void()>& beforeFlush = {});
 
 } // namespace TavrelVariation
 

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <deque>
 #include <fstream>
 #include <new>
 #include <thread>
@@ -38,6 +39,8 @@ constexpr std::size_t kBatch = 100'000; // numbers that are given to the workers
 constexpr int kMostLooks = 2'000;       // at a lock of a run that is about to end
 constexpr auto kPause = std::chrono::milliseconds(1);
 constexpr int kRunDone = 0, kRunBroken = 1; // how the process of one run leaves
+constexpr char kKnown = '\n';               // ends a verdict that it tells
+constexpr std::size_t kMostFinishing = 8;   // runs of one worker that wait for the disk
 
 double SecondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
 
@@ -152,15 +155,15 @@ private:
     std::ofstream stream;
 };
 
-// The process of one run. It writes the trace and the record, and answers by its status.
+// The process of one run. It writes the trace and the record.
 class RunOfOne {
 public:
     RunOfOne(const CampaignFolder& files, const CampaignOptions& campaignOptions, const Plan& campaignPlan,
              const RunVariant& runVariant)
         : folder(files), options(campaignOptions), plan(campaignPlan), run(runVariant) {}
 
-    // Throws CampaignFileError.
-    Verdict Work(std::uint64_t number) const {
+    // Calls `known` when all is written but for the wait for the disk. Throws CampaignFileError.
+    void Work(std::uint64_t number, const std::function<void(Verdict)>& known) const {
         Variant variant;
         if (!plan.At(number, variant)) throw CampaignError(fmt::format("the plan has no variant {}", number));
         const std::string trace = options.traces == Traces::None ? "" : folder.FileBeside("traces", number);
@@ -173,8 +176,7 @@ public:
         }
         Complete(record, variant, plan);
         KeepTrace(record, trace);
-        folder.Write(record);
-        return record.verdict;
+        folder.Write(record, [&] { known(record.verdict); });
     }
 
 private:
@@ -224,12 +226,14 @@ void WriteAll(int descriptor, const std::string& text) {
     }
 }
 
-std::string ReadAll(int descriptor) {
+// To its end, or to the first `last`.
+std::string ReadAll(int descriptor, char last = '\0') {
     std::string text;
     char part[512];
     for (ssize_t count = 0; (count = read(descriptor, part, sizeof part)) != 0;) {
         if (count < 0 && errno != EINTR) break;
         if (count > 0) text.append(part, static_cast<std::size_t>(count));
+        if (last != '\0' && !text.empty() && text.back() == last) break;
     }
     return text;
 }
@@ -261,9 +265,9 @@ private:
 class Work {
 public:
     Work(const CampaignFolder& files, const Plan& campaignPlan, const CampaignOptions& campaignOptions,
-         const RunVariant& runVariant, const CampaignProgress& onProgress)
+         const RunVariant& runVariant, const CampaignProgress& onProgress, int failureEnd)
         : folder(files), plan(campaignPlan), options(campaignOptions), one(folder, options, plan, runVariant),
-          progress(onProgress), log(folder) {}
+          progress(onProgress), failure(failureEnd), log(folder) {}
 
     // Throws CampaignFileError.
     void Through(std::vector<std::uint64_t> numbers) {
@@ -328,37 +332,50 @@ private:
         }
     }
 
+    // While the process of one run waits for the disk, the worker goes on with the next. It has told its verdict then,
+    // and has nothing to lose by the worker's end; its lock tells others that the number is in work.
     Answer RunInItsProcess(std::uint64_t number) {
         const Clock::time_point begin = Clock::now();
         Pipe pipe;
         const pid_t child = Fork([&] {
+            int toTell = pipe.ends[1];
             try {
-                WriteAll(pipe.ends[1], WordOf(one.Work(number)));
+                one.Work(number, [&](Verdict verdict) {
+                    prctl(PR_SET_PDEATHSIG, 0);
+                    WriteAll(toTell, std::string(WordOf(verdict)) + kKnown);
+                    toTell = failure;
+                });
                 return kRunDone;
             } catch (const std::exception& error) {
-                WriteAll(pipe.ends[1], error.what());
+                WriteAll(toTell, error.what());
                 return kRunBroken;
             }
         });
         pipe.CloseWrite();
         Answer answer;
         answer.worker = getpid();
-        answer.sentence = ReadAll(pipe.ends[0]);
-        const int status = Await(child);
+        answer.sentence = ReadAll(pipe.ends[0], kKnown);
         answer.seconds = SecondsSince(begin);
+        if (answer.sentence.ends_with(kKnown)) {
+            answer.sentence.pop_back();
+            answer.verdict = VerdictOfWord(answer.sentence).value_or(Verdict::Error);
+            answer.sentence.clear();
+            finishing.push_back(child);
+            if (finishing.size() > kMostFinishing) {
+                Await(finishing.front());
+                finishing.pop_front();
+            }
+            return answer;
+        }
+        const int status = Await(child);
         // The worker dies as its run died, which is how the manager learns of such things.
         if (WIFSIGNALED(status)) {
             signal(WTERMSIG(status), SIG_DFL);
             raise(WTERMSIG(status));
         }
-        if (!WIFEXITED(status) || WEXITSTATUS(status) != kRunDone) {
-            answer.kind =
-                WIFEXITED(status) && WEXITSTATUS(status) == kRunBroken ? Answer::Kind::FileError : Answer::Kind::Done;
-            if (answer.kind == Answer::Kind::Done) _exit(WEXITSTATUS(status)); // the run ended the process by itself
-            return answer;
-        }
-        answer.verdict = VerdictOfWord(answer.sentence).value_or(Verdict::Error);
-        answer.sentence.clear();
+        if (!WIFEXITED(status) || WEXITSTATUS(status) != kRunBroken)
+            _exit(WEXITSTATUS(status)); // the run ended the process by itself
+        answer.kind = Answer::Kind::FileError;
         return answer;
     }
 
@@ -400,6 +417,8 @@ private:
     const CampaignOptions& options;
     const RunOfOne one;
     const CampaignProgress& progress;
+    const int failure; // where a sentence goes that comes too late for an answer
+    std::deque<pid_t> finishing;
     const Clock::time_point start = Clock::now();
     Log log;
     std::uint64_t done = 0, all = 0;
@@ -489,7 +508,7 @@ bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVa
         signal(SIGTERM, SIG_IGN);
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
         try {
-            Work(files, plan, options, run, progress).Through(wanted);
+            Work(files, plan, options, run, progress, failure.ends[1]).Through(wanted);
             return 0;
         } catch (const std::exception& error) {
             WriteAll(failure.ends[1], error.what());
@@ -508,7 +527,7 @@ bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVa
     if (WIFSIGNALED(status))
         throw CampaignFileError(
             fmt::format("the work was ended ({})", TavrelProcesses::TextOfSignal(WTERMSIG(status))));
-    if (WEXITSTATUS(status) != 0) throw CampaignFileError(sentence);
+    if (WEXITSTATUS(status) != 0 || !sentence.empty()) throw CampaignFileError(sentence);
     return true;
 }
 

@@ -95,12 +95,6 @@ std::string RepeatCommand(const CampaignSheet& sheet, const RunRecord& record) {
     return text;
 }
 
-std::string ResultsJsonl(const std::vector<RunRecord>& records) {
-    std::string text;
-    for (const RunRecord& record : records) text += JsonOf(record) + "\n";
-    return text;
-}
-
 std::string ResultsCsv(const CampaignSheet& sheet, const std::vector<RunRecord>& records) {
     std::string text = "number,verdict,seed";
     for (const CampaignSheet::Parameter& parameter : sheet.parameters) text += "," + CsvField(parameter.id);

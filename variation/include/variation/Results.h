@@ -31,8 +31,6 @@ struct CampaignSheet {
 
 // The texts take the records sorted by number, and the numbers of the variants that have none, in their order.
 
-// A line for each record, as it is kept in the folder.
-TAVREL_VARIATION_API std::string ResultsJsonl(const std::vector<RunRecord>& records);
 // Columns: number, verdict, seed, the values by their ids, the margins by their criteria. A text with a comma, a quote
 // or a line end stands in quotes.
 TAVREL_VARIATION_API std::string ResultsCsv(const CampaignSheet& sheet, const std::vector<RunRecord>& records);
