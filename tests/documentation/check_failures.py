@@ -193,6 +193,10 @@ def environment_failures():
                 if len(arguments) in (2, 3):
                     for text in texts(arguments[1]):
                         yield text, "", "reason"
+        # A text that two sources use stands in a header.
+        for match in re.finditer(r"\binline constexpr const char\* k\w+ToSave = ([^;]*);", source):
+            for text in texts(match.group(1)):
+                yield text, "", "reason"
         for match in re.finditer(r"fault->reason = ([^;]*);", source):
             for text in texts(match.group(1)):
                 yield text, "", "reason"
