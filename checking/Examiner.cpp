@@ -82,8 +82,7 @@ void Reconcile(const Verdict& verdict, const std::string& path, const std::vecto
     };
     if (verdict.IsRead()) {
         for (Finding& finding : findings) {
-            const bool mayStay =
-                invalidAt(finding) || (IsOfValidity(finding) && (!verdict.invalid.empty() || !finding.isInScript));
+            const bool mayStay = invalidAt(finding) || (IsOfValidity(finding) && !verdict.invalid.empty());
             if (finding.severity == Severity::Error && finding.file == path && !mayStay)
                 finding.severity = Severity::Warning;
         }
