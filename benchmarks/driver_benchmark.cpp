@@ -17,6 +17,8 @@
 #include <system_error>
 #include <vector>
 
+#include <dirent.h>
+#include <fcntl.h>
 #include <malloc.h>
 #include <unistd.h>
 
@@ -136,6 +138,22 @@ void listWithStandardLibrary(benchmark::State& state) {
     if (paths.size() != static_cast<std::size_t>(state.range(0))) state.SkipWithError("not all were found");
 }
 BENCHMARK(listWithStandardLibrary)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond)->MinTime(2);
+
+// The least that any listing takes: the kernel gives the entries of the folders, and nobody looks at them.
+void listEntries(benchmark::State& state) {
+    const Installation installation(listing(static_cast<std::size_t>(state.range(0))));
+    std::vector<std::string> folders{installation.scenarioFolder.string()};
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(installation.scenarioFolder))
+        if (entry.is_directory()) folders.push_back(entry.path().string());
+    std::vector<char> bytes(std::size_t(64) * 1024);
+    for (auto _ : state)
+        for (const std::string& folder : folders) {
+            const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY);
+            while (getdents64(descriptor, bytes.data(), bytes.size()) > 0) benchmark::DoNotOptimize(bytes.data());
+            close(descriptor);
+        }
+}
+BENCHMARK(listEntries)->Arg(10000)->Unit(benchmark::kMillisecond)->MinTime(1);
 
 // One call of a loop over all of them.
 void scenarioByIndex(benchmark::State& state) {
