@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include <TavrelScenarioTemplateDb/ShareRootModels.h>
+#include <lmkUtils/InstallationMoment.h>
 #include <nlohmann/json.hpp>
 #include <processes/ChildProcess.h>
 
@@ -163,6 +164,7 @@ public:
             return job.kind == FileKind::Model && !job.installation.empty() && !job.configuration.empty();
         });
         const TavrelScenarioTemplateDb::ShareRootModels sharing; // nothing here changes a root model
+        const lmkUtils::InstallationMoment moment;               // one state of the installation for all files
         Examiner examiner(options);
         std::vector<std::size_t> dead;
         std::map<std::size_t, TavrelProcesses::Death> deaths;
