@@ -6,7 +6,6 @@
 #include <memory>
 #include <string>
 
-#include <fmt/format.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -14,6 +13,7 @@
 #include <TavrelScenarioTemplateDb/TavrelDatabaseDriver.h>
 #include <TavrelScenarioTemplateDb/TavrelScenario.h>
 #include <benchmark/benchmark.h>
+#include <fmt/format.h>
 #include <variation/Campaign.h>
 #include <variation/VariantRunner.h>
 
