@@ -176,6 +176,8 @@ TEST_F(CheckTest, AnOperandIsAFileBeforeItIsAScenario) {
     EXPECT_EQ(misspeltPath.status, 3);
     EXPECT_THAT(misspeltPath.err, HasSubstr("did you mean"));
     EXPECT_EQ(rulesIn(run({"check", "--json"})), (std::set<std::string>{"TV2001"})) << "without an operand";
+    installation.scenario("town", "deep/far away.sce", scenarioWith(script("SetSpeed", "50")));
+    EXPECT_THAT(run({"outline", "far awy.sce"}).err, HasSubstr("did you mean \"deep/far away.sce\""));
 }
 
 TEST_F(CheckTest, ABaselineHoldsWhatIsKnown) {

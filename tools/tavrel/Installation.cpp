@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <set>
 
 #include <unistd.h>
@@ -340,7 +341,17 @@ std::vector<FoundScenario> FindScenarios(Context& context, const std::string& pa
 
 std::string NearestScenario(Context& context, const std::string& path) {
     const std::set<std::string> all = ScenarioPaths(context);
-    return NearestName(path, {all.begin(), all.end()});
+    const std::string near = NearestName(path, {all.begin(), all.end()});
+    if (!near.empty()) return near;
+    // Who leaves out the folders means the file.
+    std::map<std::string, std::string> pathsByName;
+    std::vector<std::string> names;
+    for (const std::string& one : all) {
+        names.push_back(std::filesystem::path(one).filename().string());
+        pathsByName.emplace(names.back(), one);
+    }
+    const std::string name = NearestName(std::filesystem::path(path).filename().string(), names);
+    return name.empty() ? name : pathsByName[name];
 }
 
 bool IsFileOnDisk(Context& context, const std::string& operand) {
