@@ -74,7 +74,8 @@ public:
     void Count(const std::string& verdict) { ++counts[verdict.empty() ? "error" : verdict]; }
     std::string Text() const {
         std::string text;
-        if (counts.size() == 1 && counts.count("error") != 0) return text; // each has had its sentence
+        // Each of these has had its sentence.
+        if (counts.count("error") + counts.count("timeout") + counts.count("killed") == counts.size()) return text;
         for (const char* word : {"passed", "failed", "error", "timeout", "killed", "skipped"})
             if (const auto count = counts.find(word); count != counts.end())
                 text += fmt::format("{}{} {}", text.empty() ? "\n" : ", ", count->second, word);
