@@ -125,7 +125,7 @@ void Reconcile(const Verdict& verdict, const std::string& path, const std::vecto
     for (const Verdict::Refusal& refusal : verdict.refusals) {
         const ScriptTree* tree = refusal.file.empty() ? treeOf(refusal.script) : nullptr;
         if (!tree || refusal.row == 0) {
-            findings.push_back(WholeFileFinding("TV1001", refusal.file.empty() ? path : refusal.file, refusal.cause));
+            findings.push_back(WholeFileFinding("TV6001", refusal.file.empty() ? path : refusal.file, refusal.cause));
             continue;
         }
         const std::string_view text = tree->Source().View();

@@ -378,7 +378,7 @@ void SceneFile::LookAtElement(const Element& section, std::string_view sectionNa
 
 std::optional<SceneFile::Target> SceneFile::FindVariable(const Script& script, const std::string& step) const {
     const Item* top = script.tree->Root();
-    Target lost; // in a text that cannot be looked at, or behind a header that is lost
+    Target lost; // in a text that cannot be looked at, or after a header that is lost
     lost.isKnown = false;
     if (!top) return lost;
     bool hasLost = false;

@@ -82,7 +82,7 @@ bool IsFoundByName(ScenarioItemKind kind) {
 
 // One row of the text.
 struct Row {
-    std::size_t begin;  // behind the tabs and blanks
+    std::size_t begin;  // after the tabs and blanks
     std::size_t end;    // before the line end and the separators before it
     std::size_t blanks; // where leading blanks begin; `begin` if there are none
     unsigned indent;    // tabs
@@ -511,7 +511,7 @@ private:
         Trailing(row.begin + 1, row.end);
     }
 
-    // What stands behind a brace or a header is passed over by the reader up to the next tab.
+    // What stands after a brace or a header is passed over by the reader up to the next tab.
     void Trailing(std::size_t begin, std::size_t end) {
         while (begin < end && text[begin] == ' ') ++begin;
         std::size_t stop = begin;
@@ -665,9 +665,9 @@ private:
         if (at == line.size()) {
             isWrong("the header names no kind", line.size(), line.size(), "");
         } else if (blanksBefore == 0) {
-            isWrong("the blank behind TYPEOF is missing", begin, begin, " ");
+            isWrong("the blank after TYPEOF is missing", begin, begin, " ");
         } else if (blanksBefore > 1 || line[begin] != ' ') {
-            isWrong("one blank stands behind TYPEOF, and no more", begin, at, " ");
+            isWrong("one blank stands after TYPEOF, and no more", begin, at, " ");
         }
         item.keywordBegin = row.begin + at;
         begin = at;
@@ -680,9 +680,9 @@ private:
         const std::size_t blanks = skipBlanks();
         if (at == line.size()) {
             item.nameBegin = item.headerEnd = row.begin + begin;
-            // A carriage return behind the word makes a header without a name.
-            const std::size_t behind = row.begin + begin;
-            const bool isNameless = behind < text.size() && text[behind] == '\r' && !IsFoundByName(item.kind);
+            // A carriage return after the word makes a header without a name.
+            const std::size_t after = row.begin + begin;
+            const bool isNameless = after < text.size() && text[after] == '\r' && !IsFoundByName(item.kind);
             if (!isNameless) isWrong("the name in brackets is missing", begin, begin, " (1)");
         } else {
             if (blanks == 0)
@@ -707,7 +707,7 @@ private:
             if (bracket == std::string_view::npos) {
                 std::size_t end = line.size();
                 while (end > at && (line[end - 1] == ' ' || line[end - 1] == '\t')) --end;
-                isWrong("the bracket behind the name is missing", end, end, ")");
+                isWrong("the bracket after the name is missing", end, end, ")");
                 item.name = line.substr(at, end - at);
                 item.headerEnd = row.begin + end;
             } else {
@@ -746,11 +746,11 @@ private:
             Add("TV1015", item.keywordBegin, item.headerEnd,
                 "blocks are nested more than " + std::to_string(kDeepestItem) + " deep");
 
-        const std::size_t behind = item.headerEnd;
+        const std::size_t after = item.headerEnd;
         Enter(std::move(made), row);
         awaitsBrace = true;
-        const std::size_t more = text.find_first_not_of(" \t", behind);
-        if (behind < row.end && (more >= row.end || text[more] != '{')) Trailing(behind, row.end);
+        const std::size_t more = text.find_first_not_of(" \t", after);
+        if (after < row.end && (more >= row.end || text[more] != '{')) Trailing(after, row.end);
     }
 
     void UnknownKind(const Item& item) {
@@ -780,7 +780,7 @@ private:
         Add("TV1001", begin, end, std::move(message));
     }
 
-    // An attribute, or nothing that is known; and what stands behind a tab on its line.
+    // An attribute, or nothing that is known; and what stands after a tab on its line.
     void TakeLine(std::size_t begin, std::size_t end) {
         const std::string_view line = text.substr(begin, end - begin);
         if (FormOf(line) != Form::Attribute || open.empty()) {
@@ -827,12 +827,12 @@ private:
             fault.key = begin;
             return;
         }
-        // What follows the quote: nothing, another line behind a tab, more of the value, or something else.
-        std::size_t behind = quote + 1;
-        while (behind < line.size() && line[behind] == ' ') ++behind;
+        // What follows the quote: nothing, another line after a tab, more of the value, or something else.
+        std::size_t after = quote + 1;
+        while (after < line.size() && line[after] == ' ') ++after;
         const bool hasTab = line.substr(from, quote - from).find('\t') != std::string_view::npos;
         const std::size_t last = line.rfind('"');
-        const std::string_view rest = line.substr(behind);
+        const std::string_view rest = line.substr(after);
         const bool isNextLine =
             !rest.empty() && rest.front() == '\t' &&
             FormOf(rest.substr(std::min(rest.find_first_not_of('\t'), rest.size() - 1))) != Form::Other;
@@ -857,13 +857,13 @@ private:
             std::replace(fault.fixText.begin(), fault.fixText.end(), '\t', ' ');
         }
         if (rest.empty()) return;
-        if (rest.front() != '\t' && quote + 1 == behind) {
+        if (rest.front() != '\t' && quote + 1 == after) {
             Add("TV1008", attribute.valueBegin, end,
                 "a quote stands inside the value of " + std::string(attribute.key) + " and ends it", true);
             if (!open.back()->attributes.empty()) open.back()->attributes.back().isBroken = true;
             return;
         }
-        Trailing(begin + behind, end);
+        Trailing(begin + after, end);
     }
 
     static bool LastIsQuote(std::string_view line) {
@@ -887,23 +887,23 @@ private:
         open.back()->attributes.push_back(attribute);
     }
 
-    // As the reader takes it: two characters behind the key, then all up to the next quote.
-    std::optional<std::string_view> SeenValue(std::size_t behindKey) const {
-        if (behindKey + 2 > text.size()) return std::nullopt;
-        const std::size_t begin = behindKey + 2;
+    // As the reader takes it: two characters after the key, then all up to the next quote.
+    std::optional<std::string_view> SeenValue(std::size_t afterKey) const {
+        if (afterKey + 2 > text.size()) return std::nullopt;
+        const std::size_t begin = afterKey + 2;
         const std::size_t end = text.find_first_of(std::string_view("\"\0", 2), begin);
         if (end == std::string_view::npos || text[end] == '\0') return std::nullopt;
         return text.substr(begin, end - begin);
     }
 
-    // `row` is the first one behind that of the last brace.
+    // `row` is the first one after that of the last brace.
     void EndText(std::size_t row) {
         while (row < rows.size() && rows[row].begin == rows[row].end) ++row; // blanks are no text
         if (endsAt == std::string_view::npos && row == rows.size()) return;
         const std::size_t begin = std::min(endsAt, row < rows.size() ? rows[row].begin : text.size());
         std::size_t end = rows.back().end;
         while (end > begin && std::string_view(" \t\r\f\n").find(text[end - 1]) != std::string_view::npos) --end;
-        if (end > begin) Add("TV1006", begin, end, "the reader does not see what stands behind the last brace", true);
+        if (end > begin) Add("TV1006", begin, end, "the reader does not see what stands after the last brace", true);
     }
 
     void Finish() {
@@ -947,7 +947,7 @@ private:
     std::vector<unsigned> indents; // of the headers of `open`
     bool awaitsBrace = false;
     bool isEnded = false;
-    std::size_t endsAt = std::string_view::npos; // where text stands behind the last brace on its row
+    std::size_t endsAt = std::string_view::npos; // where text stands after the last brace on its row
     bool isPlain = false;
     std::optional<bool> indentation;
 };

@@ -42,8 +42,8 @@ struct Item {
     std::string_view seenName; // as the reader takes it
     std::size_t begin = 0;     // of the header
     std::size_t keywordBegin = 0;
-    std::size_t nameBegin = 0; // behind the bracket
-    std::size_t headerEnd = 0; // behind the bracket, or the last character of the header
+    std::size_t nameBegin = 0; // after the bracket
+    std::size_t headerEnd = 0; // after the bracket, or the last character of the header
     std::size_t closing = 0;   // where the closing brace stands, or belongs
     bool isMalformed = false;  // the header has its own finding
     bool isDropped = false;    // it was passed over: of no known kind, or too deep

@@ -201,13 +201,13 @@ void TextChecks::LookAtUnknownLines() {
             if (key.opens == Key::WhileEmpty && !item->Value(key.word).empty() &&
                 item->Find(key.word)->keyBegin < faults[at].begin)
                 continue;
-            const std::size_t behind = std::min(faults[at].begin + key.word.size() + 2, text.size());
-            const std::size_t quote = text.find('"', behind);
+            const std::size_t after = std::min(faults[at].begin + key.word.size() + 2, text.size());
+            const std::size_t quote = text.find('"', after);
             if (quote == std::string_view::npos) break;
             Attribute seen;
             seen.key = key.word;
             seen.keyBegin = faults[at].begin;
-            const std::string_view value = text.substr(behind, quote - behind);
+            const std::string_view value = text.substr(after, quote - after);
             const bool isTaken = LookAtValue(*item, seen, value, false) && !ShutsOut(key, value, *item, seen.keyBegin);
             faults[at].isTaken = isTaken;
             break;
@@ -360,7 +360,7 @@ void TextChecks::Link(const Item& item) {
         if (folder)
             AtHeader("TV2011", item,
                      TitleOf(item) + " needs the folder " + std::string(kListRows[list].folder) +
-                         ", which stands behind it");
+                         ", which stands after it");
         else
             AtHeader("TV9001", item,
                      "the root model has no folder " + std::string(kListRows[list].folder) +
@@ -377,7 +377,7 @@ void TextChecks::Link(const Item& item) {
     }
     if (item.model) return;
     if (isLater) {
-        if (!item.isMisplaced) AtName("TV2011", item, Quoted(item.name) + " is defined behind this place");
+        if (!item.isMisplaced) AtName("TV2011", item, Quoted(item.name) + " is defined after this place");
         item.model = definitions.Find(list, item.name);
         return;
     }
@@ -569,15 +569,15 @@ void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, con
     for (const Key& key : keys) {
         if (!attribute.key.starts_with(key.word)) continue;
         if (key.opens == Key::WhileEmpty && HasName(given, key.word) && !item.Value(key.word).empty()) continue;
-        const std::size_t behind = attribute.keyBegin + key.word.size() + 2;
+        const std::size_t after = attribute.keyBegin + key.word.size() + 2;
         const std::string_view text = tree.Source().View();
-        const std::size_t quote = text.find('"', std::min(behind, text.size()));
+        const std::size_t quote = text.find('"', std::min(after, text.size()));
         if (quote == std::string_view::npos) return;
         Attribute seen = attribute;
         seen.key = key.word;
         fault.isTaken = true;
         const std::size_t place = faults.size() - 1;
-        const std::string_view value = text.substr(behind, quote - behind);
+        const std::string_view value = text.substr(after, quote - after);
         const bool isTaken = LookAtValue(item, seen, value, false) && !ShutsOut(key, value, item, seen.keyBegin);
         faults[place].isTaken = isTaken;
         return;
@@ -693,7 +693,7 @@ bool TextChecks::LookAtDefinitionValue(const Item& item, const Attribute& attrib
         if (Definition(kEnumTabs, value, item, isLater)) return true;
         if (!isTold) return false;
         if (isLater) {
-            AtValue("TV2011", item, attribute, "the enumeration " + Quoted(value) + " stands behind this definition");
+            AtValue("TV2011", item, attribute, "the enumeration " + Quoted(value) + " stands after this definition");
             return false;
         }
         const std::vector<std::string> names = definitions.Names(kEnumTabs);
@@ -843,12 +843,11 @@ bool TextChecks::LookAtUserValue(const Item& item, const Attribute& attribute, s
 // An attribute after one that has to follow it.
 void TextChecks::LookAtOrder(const Item& item) {
     const auto follows = [&](std::string_view later, std::string_view earlier) -> Fault* {
-        const Attribute* behind = item.Find(later);
+        const Attribute* after = item.Find(later);
         const Attribute* first = item.Find(earlier);
-        if (!behind || !first || behind->keyBegin < first->keyBegin) return nullptr;
-        Fault& fault =
-            AtKey("TV1012", item, *behind,
-                  std::string(later) + " stands behind " + std::string(earlier) + ", which has to follow it");
+        if (!after || !first || after->keyBegin < first->keyBegin) return nullptr;
+        Fault& fault = AtKey("TV1012", item, *after,
+                             std::string(later) + " stands after " + std::string(earlier) + ", which has to follow it");
         fault.isTaken = true;
         return &fault;
     };

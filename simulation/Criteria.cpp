@@ -138,7 +138,7 @@ private:
         if (!result.IsEvent())
             ParseComparison();
         else if (!AtEnd())
-            FailHere("nothing is expected behind an event");
+            FailHere("nothing is expected after an event");
     }
 
     [[noreturn]] void FailUnknown(std::size_t begin, std::string_view word) const {
@@ -155,7 +155,7 @@ private:
     // follows the outer one here.
     void ParseName(std::string_view word) {
         SkipBlanks();
-        if (!Take("(")) FailHere("\"(\" is expected behind \"" + std::string(word) + "\"");
+        if (!Take("(")) FailHere("\"(\" is expected after \"" + std::string(word) + "\"");
         SkipBlanks();
         result.nameColumn = at + 1;
         if (result.subject == Subject::Score) return ParseScore();
@@ -220,7 +220,7 @@ private:
         at += size;
         result.number = number;
         SkipBlanks();
-        if (!AtEnd()) FailHere("nothing is expected behind the number");
+        if (!AtEnd()) FailHere("nothing is expected after the number");
     }
 
     const std::string& text;
@@ -584,11 +584,11 @@ Outcome Judge::Watched::OutcomeOfTime(double begin, double end) const {
 
 // The value at the begin of the window, and those that it takes within.
 std::vector<Look> Judge::Watched::LooksIn(double begin, double end) const {
-    const auto behind =
+    const auto after =
         std::find_if(changes.begin(), changes.end(), [&](const Change& change) { return change.time > begin; });
     const Value initial = criterion.subject == Subject::State ? Value(-1.0) : start;
-    std::vector<Look> looks{LookAt(criterion, behind == changes.begin() ? initial : std::prev(behind)->value)};
-    for (auto change = behind; change != changes.end() && change->time <= end; ++change)
+    std::vector<Look> looks{LookAt(criterion, after == changes.begin() ? initial : std::prev(after)->value)};
+    for (auto change = after; change != changes.end() && change->time <= end; ++change)
         looks.push_back(LookAt(criterion, change->value));
     return looks;
 }

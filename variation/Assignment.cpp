@@ -544,7 +544,7 @@ Assignment Settable::Read(const Named& named, const std::string& value, Ranges r
             const std::string unit = value.substr(blank + 1);
             assignment.unit = lmk::toTUnit(unit.c_str());
             if (unit.empty() || (IsNoUnit(assignment.unit)))
-                refuse("has " + (unit.empty() ? "a blank behind the number" : Quoted(unit) + ", which is no unit"));
+                refuse("has " + (unit.empty() ? "a blank after the number" : Quoted(unit) + ", which is no unit"));
         }
         if (!lmk::sameDimension(assignment.unit, target.unit))
             refuse(std::string("is in ") + (IsNoUnit(assignment.unit) ? "no unit" : lmk::toText(assignment.unit)) +

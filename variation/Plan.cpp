@@ -95,7 +95,7 @@ struct Plan::Parts {
     std::vector<Constraint> constraints;
     std::vector<std::vector<Value>> written;                  // include rows
     std::vector<std::vector<Value>> rows;                     // of `list`
-    std::vector<std::vector<int>> covering;                   // of `cover`, behind the written ones
+    std::vector<std::vector<int>> covering;                   // of `cover`, after the written ones
     std::vector<std::pair<std::size_t, std::size_t>> changes; // one-at-a-time, boundary: factor and level; see At
     std::optional<Sobol> sobol;
     std::vector<std::uint64_t> scrambling; // key of each factor

@@ -70,12 +70,12 @@ private:
         return true;
     }
 
-    // From behind the brace to the closing one.
+    // From after the brace to the closing one.
     void ScanVariable(const std::string& name) {
         VariableInText& variable = found.emplace_back();
         variable.name = name;
-        // The line behind which VALUE goes; without one that stands before it, the brace's.
-        std::size_t behind = text.rfind('{', Position()) + 1;
+        // The line after which VALUE goes; without one that stands before it, the brace's.
+        std::size_t after = text.rfind('{', Position()) + 1;
         const std::size_t firstLine = Position();
         std::string value;
         bool any = false;
@@ -95,11 +95,11 @@ private:
             } else if (first == 'I' && ReadStringAttribute(stream, "INTERACTIVE_TYPE", value)) {
                 variable.interactiveType = value;
             }
-            if (!variable.hasValueLine && StandsBeforeValue(stream)) behind = Position();
+            if (!variable.hasValueLine && StandsBeforeValue(stream)) after = Position();
             NextLine(stream);
         }
         if (!variable.hasValueLine) {
-            variable.valueBegin = std::min(EndOfLine(text, behind), text.size());
+            variable.valueBegin = std::min(EndOfLine(text, after), text.size());
             variable.lineBegin = LineBeginBefore(text, any ? firstLine : Position());
             if (!any) variable.lineBegin += '\t';
         }
@@ -129,7 +129,7 @@ void PutValue(std::string& script, std::vector<VariableInText>& variables, std::
         variable.hasValueLine = true;
     }
     variable.value = value;
-    // What stands behind it has moved.
+    // What stands after it has moved.
     for (std::size_t i = 0; i < variables.size(); ++i)
         if (i != index && variables[i].valueBegin > place) variables[i].valueBegin += script.size() - former;
 }

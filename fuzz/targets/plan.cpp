@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Look(plan, plan.End() / 2);
         if (plan.End() > 0) Look(plan, plan.End() - 1);
         Variant variant;
-        Demand(!plan.NextFrom(plan.End(), variant), "no variant stands behind the last");
+        Demand(!plan.NextFrom(plan.End(), variant), "no variant stands after the last");
     } catch (const Refused&) {
     }
     return 0;
