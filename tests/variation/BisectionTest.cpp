@@ -1,6 +1,8 @@
 // The look for a limit, beside limits that are known: for each domain, tolerance and number of probes the bracket holds
 // the limit, is narrow enough, and took no more runs than halving can take.
 
+#include <variation/Bisection.h>
+
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -10,7 +12,6 @@
 
 #include <cfg/CfgScenario.h>
 #include <gtest/gtest.h>
-#include <variation/Bisection.h>
 #include <variation/CampaignError.h>
 #include <variation/Refused.h>
 
