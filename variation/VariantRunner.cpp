@@ -10,6 +10,7 @@
 #include <cfg/CfgScenario.h>
 #include <cfg/ScenarioScript.h>
 #include <fmt/format.h>
+#include <lmkUtils/InstallationMoment.h>
 #include <scenario/ItemModel.h>
 #include <simulation/Inputs.h>
 #include <simulation/Scene.h>
@@ -104,6 +105,7 @@ RunRecord VariantRunner::Run(const std::vector<AssignmentText>& values, std::opt
     settings.start.inputs = parts->inputs;
     settings.start.seed = seed ? *seed : Scene::SeedOf(*parts->setup.file);
 
+    const lmkUtils::InstallationMoment moment; // a run sees one state of the installation
     const std::unique_ptr<ScenarioItem> item = ReadScript(*parts->script);
     auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(item.get());
     if (!scenario) throw AssignmentError("with these values the script cannot be read");

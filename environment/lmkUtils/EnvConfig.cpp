@@ -163,7 +163,7 @@ std::string EnvConfig::Version::toString() const {
 
 void EnvConfig::setTavrelConfigFilePath(const std::string& path) {
     const Location location{path, LocateFile(path)};
-    detail::ForgetMomentFiles();
+    detail::ForgetMomentAnswers();
     detail::ReadInstallation(location.path, path);
     IsInitialFileKnown() = true;
     LocationInUse() = location;

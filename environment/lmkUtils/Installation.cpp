@@ -25,8 +25,12 @@ constexpr const char* kConfigurationFile = "configuration.xml";
 class XmlFile {
 public:
     XmlFile(const std::string& path, std::string shown) : shownPath(std::move(shown)) {
-        std::string reason;
-        if (!ReadMomentFile(path, text, reason)) Refuse(0, reason);
+        text = OnceInAMoment(&MomentAnswers::bytes, path, [&] {
+            std::string bytes;
+            std::string reason;
+            if (!Commons::detail::ReadPlainFile(path, bytes, reason)) Refuse(0, reason);
+            return bytes;
+        });
         if (const auto fault = document.Parse(text)) Refuse(fault->row, fault->reason);
     }
 
@@ -91,25 +95,7 @@ std::string TextOf(pugi::xml_node element) {
     return text;
 }
 
-} // namespace
-
-std::string AbsolutePath(const std::string& path, const std::string& folder) {
-    const std::string forward = WithForwardSlashes(path);
-    std::istringstream steps(forward.starts_with('/') ? forward : WithForwardSlashes(folder) + "/" + forward);
-    std::string absolute;
-    for (std::string step; std::getline(steps, step, '/');) {
-        if (step.empty() || step == ".") continue;
-        const bool leadsBack =
-            step == ".." && !absolute.empty() && !absolute.ends_with("/..") && IsRealFolder(absolute);
-        if (leadsBack)
-            absolute.erase(absolute.rfind('/'));
-        else if (step != ".." || !absolute.empty()) // above the top is the top
-            absolute += "/" + step;
-    }
-    return absolute.empty() ? "/" : absolute;
-}
-
-Installation ReadInstallation(const std::string& path, const std::string& shownPath) {
+Installation ParseInstallation(const std::string& path, const std::string& shownPath) {
     const XmlFile file(path, shownPath);
     Installation installation;
     std::set<std::string> names;
@@ -132,7 +118,7 @@ Installation ReadInstallation(const std::string& path, const std::string& shownP
     return installation;
 }
 
-std::vector<std::string> ReadDataPath(const std::string& folder) {
+std::vector<std::string> ParseDataPath(const std::string& folder) {
     const XmlFile file = OpenConfiguration(folder);
     std::vector<std::string> roots;
     for (const pugi::xml_node root : file.Top("configuration").child("dataPath").children("root")) {
@@ -141,6 +127,32 @@ std::vector<std::string> ReadDataPath(const std::string& folder) {
         roots.push_back(AbsolutePath(Expanded(text), folder));
     }
     return roots;
+}
+
+} // namespace
+
+std::string AbsolutePath(const std::string& path, const std::string& folder) {
+    const std::string forward = WithForwardSlashes(path);
+    std::istringstream steps(forward.starts_with('/') ? forward : WithForwardSlashes(folder) + "/" + forward);
+    std::string absolute;
+    for (std::string step; std::getline(steps, step, '/');) {
+        if (step.empty() || step == ".") continue;
+        const bool leadsBack =
+            step == ".." && !absolute.empty() && !absolute.ends_with("/..") && IsRealFolder(absolute);
+        if (leadsBack)
+            absolute.erase(absolute.rfind('/'));
+        else if (step != ".." || !absolute.empty()) // above the top is the top
+            absolute += "/" + step;
+    }
+    return absolute.empty() ? "/" : absolute;
+}
+
+Installation ReadInstallation(const std::string& path, const std::string& shownPath) {
+    return OnceInAMoment(&MomentAnswers::installations, path, [&] { return ParseInstallation(path, shownPath); });
+}
+
+std::vector<std::string> ReadDataPath(const std::string& folder) {
+    return OnceInAMoment(&MomentAnswers::dataPaths, folder, [&] { return ParseDataPath(folder); });
 }
 
 std::string ReadVersionText(const std::string& folder) {

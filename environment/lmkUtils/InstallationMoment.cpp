@@ -1,8 +1,5 @@
 #include <lmkUtils/InstallationMoment.h>
 
-#include <map>
-
-#include "../Commons/Files.h"
 #include "MomentFiles.h"
 
 namespace lmkUtils {
@@ -11,9 +8,9 @@ namespace {
 
 unsigned moments = 0;
 
-std::map<std::string, std::string>& BytesByPath() {
-    static std::map<std::string, std::string> bytes;
-    return bytes;
+detail::MomentAnswers& Answers() {
+    static detail::MomentAnswers answers;
+    return answers;
 }
 
 } // namespace
@@ -21,24 +18,14 @@ std::map<std::string, std::string>& BytesByPath() {
 InstallationMoment::InstallationMoment() { ++moments; }
 
 InstallationMoment::~InstallationMoment() {
-    if (--moments == 0) detail::ForgetMomentFiles();
+    if (--moments == 0) detail::ForgetMomentAnswers();
 }
 
 namespace detail {
 
-bool ReadMomentFile(const std::string& path, std::string& text, std::string& reason) {
-    if (moments == 0) return Commons::detail::ReadPlainFile(path, text, reason);
-    const auto known = BytesByPath().find(path);
-    if (known != BytesByPath().end()) {
-        text = known->second;
-        return true;
-    }
-    if (!Commons::detail::ReadPlainFile(path, text, reason)) return false;
-    BytesByPath().emplace(path, text);
-    return true;
-}
+MomentAnswers* AnswersOfMoment() { return moments == 0 ? nullptr : &Answers(); }
 
-void ForgetMomentFiles() { BytesByPath().clear(); }
+void ForgetMomentAnswers() { Answers() = {}; }
 
 } // namespace detail
 
