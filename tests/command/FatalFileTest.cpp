@@ -105,7 +105,7 @@ const std::vector<FatalFile>& FatalFiles() {
         {"torn", "not XML", All, Text("<sce version=\"1\"><Scenario>")},
         {"nested", "nested", All, Text(Nested(100000))},
         {"bytes", "not XML", All, Text(std::string("\xff\xfe\0<sce", 7))},
-        {"large", "not XML", All, Zeros(std::uintmax_t(64) << 20)},
+        {"large", "not XML", All, Zeros(std::uintmax_t(16) << 20)},
         {"huge", "with 1073741824 bytes it is larger than any file", All, Zeros(std::uintmax_t(1) << 30)},
         {"folder", "it is a folder", All, [](const std::string& path) { fs::create_directory(path); }},
         {"pipe", "it is no regular file", All, [](const std::string& path) { mkfifo(path.c_str(), 0600); }},
