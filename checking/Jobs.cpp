@@ -52,12 +52,7 @@ public:
     const ScenarioText& Xml() const { return *text; }
 
     Finding At(const char* rule, std::size_t begin, std::size_t end, std::string message) const {
-        Finding finding = Text(bytes).FindingAt(begin, end);
-        finding.rule = FindRule(rule);
-        finding.severity = finding.rule->severity;
-        finding.message = std::move(message);
-        finding.help = finding.rule->remedy;
-        return finding;
+        return Text(bytes).FindingAt(rule, begin, end, std::move(message));
     }
     Finding AtName(const char* rule, const ScenarioText::Element& element, std::string message) const {
         return At(rule, element.begin + 1, element.begin + 1 + element.name.size(), std::move(message));

@@ -231,12 +231,7 @@ void SceneFile::FindDeclarations(const Element& section) {
 }
 
 Finding SceneFile::At(const char* rule, std::size_t begin, std::size_t end, std::string message) const {
-    Finding finding = Text(bytes).FindingAt(begin, end);
-    finding.rule = FindRule(rule);
-    finding.severity = finding.rule->severity;
-    finding.message = std::move(message);
-    finding.help = finding.rule->remedy;
-    return finding;
+    return Text(bytes).FindingAt(rule, begin, end, std::move(message));
 }
 
 std::vector<Finding> SceneFile::FileFindings() const {

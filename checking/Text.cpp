@@ -1,6 +1,7 @@
 #include "Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace TavrelChecking {
 
@@ -47,6 +48,15 @@ Finding Text::FindingAt(std::size_t begin, std::size_t end) const {
     const std::size_t at = std::min(begin, view.size());
     finding.scriptRow =
         1 + static_cast<std::uint32_t>(std::count(view.begin(), view.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
+    return finding;
+}
+
+Finding Text::FindingAt(const char* rule, std::size_t begin, std::size_t end, std::string message) const {
+    Finding finding = FindingAt(begin, end);
+    finding.rule = FindRule(rule);
+    finding.severity = finding.rule->severity;
+    finding.message = std::move(message);
+    finding.help = finding.rule->remedy;
     return finding;
 }
 

@@ -46,6 +46,8 @@ public:
 
     // A finding with all that follows from its place: file, span, script and line.
     Finding FindingAt(std::size_t begin, std::size_t end) const;
+    // The same with the rule, and what the rule says by itself.
+    Finding FindingAt(const char* rule, std::size_t begin, std::size_t end, std::string message) const;
     Span SpanOf(std::size_t begin, std::size_t end) const;
     // A change of that part, as the file needs it. False if it cannot be written there.
     bool EditOf(std::size_t begin, std::size_t end, std::string_view replacement, Edit& edit) const;
