@@ -302,6 +302,16 @@ TEST_F(CheckTest, FormatIsTheIdentityOnItsOwnTexts) {
     }
 }
 
+TEST_F(CheckTest, AByteOrderMarkBeforeATextIsItsOnlyFault) {
+    const std::string text = installation.write("town/data/script/include/a.sc", script("SetSpeed", "50"));
+    ASSERT_EQ(run({"check", text}).status, 0);
+    installation.write("town/data/script/include/a.sc", "\xEF\xBB\xBF" + script("SetSpeed", "50"));
+    const Result marked = run({"check", text});
+    EXPECT_EQ(marked.status, 1);
+    EXPECT_THAT(marked.out, HasSubstr(text + ":1:1: error: a byte order mark stands before the header"));
+    EXPECT_THAT(marked.out, testing::EndsWith("1 error, 0 warnings, 0 notes\n"));
+}
+
 TEST_F(CheckTest, FormatRefusesWithTheRowAndTellsWhatIsLost) {
     const std::string source = installation.write("town/data/script/include/a.sc", script("SetSpedd", "50"));
     const std::string before = readFile(source);
