@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <locale>
 #include <random>
 #include <sstream>
 #include <string>
@@ -66,6 +67,7 @@ std::string rightsOf(const std::string& path) {
     struct stat status {};
     if (::lstat(path.c_str(), &status) != 0) return "missing";
     std::ostringstream out;
+    out.imbue(std::locale::classic());
     out << std::oct << status.st_mode << std::dec << " " << status.st_uid << ":" << status.st_gid;
     if (fs::is_symlink(path)) return out.str() + " -> " + fs::read_symlink(path).string();
     for (const char* name : {"system.posix_acl_access", "user.origin", "user.empty"}) {
