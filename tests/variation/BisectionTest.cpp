@@ -3,10 +3,12 @@
 
 #include <variation/Bisection.h>
 
+#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <string_view>
 
 #include <unistd.h>
 
@@ -19,6 +21,12 @@ namespace {
 
 using namespace TavrelVariation;
 using TavrelSimulation::Verdict;
+
+double numberOf(std::string_view text) {
+    double number = NAN;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
 
 struct Opened {
     Opened() {
@@ -74,15 +82,15 @@ TEST(Bisection, FindsALimitInTheRunsThatHalvingTakes) {
                 SCOPED_TRACE(testing::Message()
                              << entry << " tolerance " << tolerance << " probes " << probes << " limit " << limit
                              << " found " << found.low.value << " to " << found.high.value);
-                const double from = std::stod(found.low.value), to = std::stod(found.high.value);
+                const double from = numberOf(found.low.value), to = numberOf(found.high.value);
                 ASSERT_TRUE(found.differ);
                 EXPECT_LE(from, limit);
                 EXPECT_GT(to, limit);
-                EXPECT_LE(to - from, std::stod(tolerance) * (1 + 1e-9));
+                EXPECT_LE(to - from, numberOf(tolerance) * (1 + 1e-9));
                 EXPECT_EQ(found.low.record.verdict == Verdict::Passed, !rising);
                 EXPECT_EQ(found.changes, 1U);
                 const double halvings =
-                    std::log2((high - low) / (static_cast<double>(probes + 1) * std::stod(tolerance)));
+                    std::log2((high - low) / (static_cast<double>(probes + 1) * numberOf(tolerance)));
                 EXPECT_LE(static_cast<double>(found.runs),
                           2 + static_cast<double>(probes) + std::max(0.0, std::ceil(halvings - 1e-9)));
             }
@@ -94,8 +102,8 @@ TEST(Bisection, TakesTheFirstOfSeveralLimitsAndTellsOfTheOthers) {
                                         [](double value) { return value < 30 || (value > 50 && value < 70); });
     EXPECT_TRUE(found.differ);
     EXPECT_EQ(found.changes, 3U);
-    EXPECT_LE(std::stod(found.low.value), 30);
-    EXPECT_GE(std::stod(found.high.value), 30);
+    EXPECT_LE(numberOf(found.low.value), 30);
+    EXPECT_GE(numberOf(found.high.value), 30);
 }
 
 TEST(Bisection, RefusesWhatHasNoLimit) {
