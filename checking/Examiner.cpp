@@ -174,6 +174,9 @@ Finding FindingOf(const Fault& fault, const Text& text) {
     finding.place = WayTo(fault.item);
     finding.message = fault.message;
     finding.help = fault.help.empty() ? finding.rule->remedy : fault.help;
+    if (fault.about)
+        finding.related.push_back(
+            {text.File().path, text.SpanOf(fault.about->keywordBegin, fault.about->headerEnd), "it begins here"});
     if (!fault.fixTitle.empty()) {
         Fix fix{fault.fixTitle, fault.fixIsSafe, {}};
         Edit edit;
@@ -303,8 +306,8 @@ void Examiner::AddFaults(const ScriptTree& tree, const Definitions& definitions,
     std::vector<Fault> faults = TextChecks(tree, definitions, role).Run();
     for (Fault& fault : FlowFaults(tree)) faults.push_back(std::move(fault));
     for (PlacedFault& placed : TreeChecks(tree, around).Run(std::move(faults))) {
-        examined.findings.push_back(FindingOf(placed.fault, *placed.text));
-        examined.findings.back().related = std::move(placed.related);
+        Finding& finding = examined.findings.emplace_back(FindingOf(placed.fault, *placed.text));
+        for (RelatedPlace& place : placed.related) finding.related.push_back(std::move(place));
     }
 }
 

@@ -10,12 +10,6 @@ namespace TavrelChecking {
 
 namespace {
 
-std::string TitleOf(const Item& item) {
-    std::string title(item.keyword);
-    if (!item.name.empty()) title += " (" + std::string(item.name) + ")";
-    return title;
-}
-
 bool IsTaskLike(ScenarioItemKind kind) {
     return kind == KindTask || kind == KindScenario || kind == KindInclude || kind == KindCriteria ||
            kind == KindEvaluation;
@@ -105,7 +99,7 @@ struct Flow {
                 });
             isFirst = false;
             const bool mayBeMeant = MayBeMeant(task, std::exchange(before, state.get()));
-            if (!isEntered && !mayBeMeant) AtHeader("TV4001", *state, "nothing enters " + TitleOf(*state));
+            if (!isEntered && !mayBeMeant) AtHeader("TV4001", *state, "nothing enters " + state->Title());
         }
     }
 
@@ -124,7 +118,7 @@ struct Flow {
             if (!isNumbered || child->name.empty() || child->isMalformed || child->isDropped || child->isMisplaced)
                 continue;
             if (taken.emplace(child->kind, child->name).second) continue;
-            AtHeader("TV4003", *child, TitleOf(parent) + " holds another " + TitleOf(*child));
+            AtHeader("TV4003", *child, parent.Title() + " holds another " + child->Title());
         }
     }
 
@@ -134,7 +128,7 @@ struct Flow {
             if (child->kind != KindInclude) continue;
             const std::string_view file = child->Value("FILE");
             if (file.empty() || taken.insert(file).second) continue;
-            AtHeader("TV4007", *child, TitleOf(parent) + " includes \"" + std::string(file) + "\" already");
+            AtHeader("TV4007", *child, parent.Title() + " includes \"" + std::string(file) + "\" already");
         }
     }
 
@@ -177,14 +171,14 @@ struct Flow {
 
     void LookAtRule(const Item& rule) {
         if (rule.Value("IS_DISABLED") == "1") {
-            AtHeader("TV4004", rule, TitleOf(rule) + " is disabled").isNote = true;
+            AtHeader("TV4004", rule, rule.Title() + " is disabled").isNote = true;
             return;
         }
         for (const auto& child : rule.children) {
             if (child->kind != KindCondition) continue;
             if (ResultOf(*child) == false)
                 AtHeader("TV4004", rule,
-                         TitleOf(rule) + " can never fire: its condition compares literals and is false");
+                         rule.Title() + " can never fire: its condition compares literals and is false");
             return;
         }
     }
@@ -212,7 +206,7 @@ std::vector<Fault> FlowFaults(const ScriptTree& tree) {
         // A state that is nowhere is an unknown task.
         if (!flow.states.count(transition.state) || !told.insert(transition.action).second) continue;
         flow.AtHeader("TV4002", *transition.action,
-                      TitleOf(*transition.action) + " names TASK (" + std::string(transition.state) +
+                      transition.action->Title() + " names TASK (" + std::string(transition.state) +
                           "), which is no state beside or within its own");
     }
     flow.Visit(*tree.Root());

@@ -119,13 +119,15 @@ std::string_view Item::Value(std::string_view key) const {
     return attribute ? attribute->value : std::string_view();
 }
 
+std::string Item::Title() const {
+    std::string title(keyword.empty() ? "an item without a kind" : keyword);
+    if (!name.empty()) title += " (" + std::string(name) + ")";
+    return title;
+}
+
 std::string WayTo(const Item* item) {
     std::vector<std::string> steps;
-    for (; item; item = item->parent) {
-        std::string step(item->keyword);
-        if (!item->name.empty()) step += " (" + std::string(item->name) + ")";
-        steps.push_back(std::move(step));
-    }
+    for (; item; item = item->parent) steps.push_back(item->Title());
     // Of a way that nobody would read to its end the beginning and the end are told.
     constexpr std::size_t kLongest = 20;
     if (steps.size() > kLongest) {
@@ -488,16 +490,10 @@ private:
         awaitsBrace = false;
         Item& item = *open.back();
         Fault& fault =
-            Add("TV1004", item.headerEnd, item.headerEnd, "the opening brace of " + Title(item) + " is missing");
+            Add("TV1004", item.headerEnd, item.headerEnd, "the opening brace of " + item.Title() + " is missing");
         fault.fixTitle = "put the brace below the header";
         fault.fixBegin = fault.fixEnd = item.headerEnd;
         fault.fixText = "\n" + std::string(indents.back(), '\t') + "{";
-    }
-
-    static std::string Title(const Item& item) {
-        std::string title(item.keyword);
-        if (!item.name.empty()) title += " (" + std::string(item.name) + ")";
-        return title;
     }
 
     void TakeOpen(const Row& row) {
@@ -576,7 +572,7 @@ private:
     void NotClosed(std::size_t at) {
         Item& item = *open.back();
         item.closing = at;
-        Add("TV1005", at, at, Title(item) + " is not closed");
+        Add("TV1005", at, at, item.Title() + " is not closed").about = &item;
         Close();
     }
 
@@ -774,9 +770,9 @@ private:
 
     void Unknown(std::size_t begin, std::size_t end, std::string message = "") {
         if (message.empty())
-            message = open.empty()
-                          ? "the text does not begin with the header of an item"
-                          : "the line is neither an attribute of " + Title(*open.back()) + " nor the header of an item";
+            message = open.empty() ? "the text does not begin with the header of an item"
+                                   : "the line is neither an attribute of " + open.back()->Title() +
+                                         " nor the header of an item";
         Add("TV1001", begin, end, std::move(message));
     }
 

@@ -62,6 +62,8 @@ struct Item {
     // Its value as it is meant; empty if there is none.
     std::string_view Value(std::string_view key) const;
     bool IsIndexEntry() const { return Value("ISA_INDEX") == "1"; }
+    // "TASK (2)": what stands in its header.
+    std::string Title() const;
 
     // What the checks find out about it.
     mutable const Item* model = nullptr; // its definition; itself for a definition
@@ -79,12 +81,13 @@ struct Fault {
     std::size_t begin = 0;
     std::size_t end = 0;
     std::string message;
-    std::string help;           // in place of the rule's remedy; empty for that
-    const Item* item = nullptr; // in which it stands; null at the top
-    bool isTaken = false;       // the library takes it all the same, so it is no error
-    bool isNote = false;        // it is no more than a note
-    bool isValidity = false;    // the text is read, and a part of it is not valid
-    std::size_t key = kNoKey;   // where the key of its attribute begins, for a line that is broken
+    std::string help;            // in place of the rule's remedy; empty for that
+    const Item* item = nullptr;  // in which it stands; null at the top
+    const Item* about = nullptr; // which begins elsewhere; null where the place itself shows that
+    bool isTaken = false;        // the library takes it all the same, so it is no error
+    bool isNote = false;         // it is no more than a note
+    bool isValidity = false;     // the text is read, and a part of it is not valid
+    std::size_t key = kNoKey;    // where the key of its attribute begins, for a line that is broken
     // A change that mends it; no title for none.
     std::string fixTitle;
     std::size_t fixBegin = 0;

@@ -15,12 +15,6 @@ constexpr std::string_view kWrittenOrder[] = {"UNIT",    "TYPE",     "USAGE",   
 
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
-std::string TitleOf(const Item& item) {
-    std::string title(item.keyword);
-    if (!item.name.empty()) title += " (" + std::string(item.name) + ")";
-    return title;
-}
-
 std::string Joined(const std::vector<std::string_view>& words) {
     std::string joined;
     for (const std::string_view word : words) joined += (joined.empty() ? "" : " ") + std::string(word);
@@ -301,7 +295,7 @@ void TextChecks::Visit(const Item& item) {
         if (parent->kind == KindCondition && !parent->model && item.kind == KindCondition) item.isMisplaced = false;
         if (isTopWrong && parent == tree.Root()) item.isMisplaced = false;
         if (item.isMisplaced)
-            AtHeader("TV1014", item, TitleOf(*parent) + " takes no item of kind " + std::string(item.keyword));
+            AtHeader("TV1014", item, parent->Title() + " takes no item of kind " + std::string(item.keyword));
     }
     if (!item.isDropped) {
         Link(item);
@@ -359,7 +353,7 @@ void TextChecks::Link(const Item& item) {
         isListTold[list] = true;
         if (folder)
             AtHeader("TV2011", item,
-                     TitleOf(item) + " needs the folder " + std::string(kListRows[list].folder) +
+                     item.Title() + " needs the folder " + std::string(kListRows[list].folder) +
                          ", which stands after it");
         else
             AtHeader("TV9001", item,
@@ -520,7 +514,7 @@ void TextChecks::LookAtAttributes(const Item& item) {
             if (key->opens == Key::Once) isTaken = first.value.empty() || NumberOf(first.value) == -1.0;
             if (attribute.key == "KINDLIST") isTaken = WordsOf(first.value).empty();
             Fault& fault =
-                AtKey("TV1010", item, attribute, "a second " + std::string(attribute.key) + " of " + TitleOf(item));
+                AtKey("TV1010", item, attribute, "a second " + std::string(attribute.key) + " of " + item.Title());
             fault.isTaken = isTaken;
             if (first.value == attribute.value && !attribute.isBroken) {
                 fault.fixTitle = "remove the second line, which says the same";
@@ -561,7 +555,7 @@ void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, con
     std::vector<std::string> candidates;
     for (const Key& key : keys)
         if (!item.Find(key.word) || key.word == "SCORE") candidates.emplace_back(key.word);
-    const std::string what = TitleOf(item) + " has no attribute " + std::string(attribute.key);
+    const std::string what = item.Title() + " has no attribute " + std::string(attribute.key);
     Fault& fault = AtKey("TV1011", item, attribute, what + DidYouMean(attribute.key, candidates));
     SuggestWord(fault, attribute.key, candidates);
     FindMeant(item, attribute, keys);
@@ -720,7 +714,7 @@ bool TextChecks::LookAtDefinitionValue(const Item& item, const Attribute& attrib
             const Attribute* line = item.Find(needed);
             if (isTold && !(line && line->isBroken))
                 AtEnd("TV2015", item,
-                      TitleOf(item) + " allows " + std::string(word) + " and has no " + std::string(needed));
+                      item.Title() + " allows " + std::string(word) + " and has no " + std::string(needed));
         };
         needs("FILE", "FILEDIR");
         needs("ENUM", "ENUMTAB");
@@ -931,7 +925,7 @@ void TextChecks::LookAtParameter(const Item& item) {
             const Attribute* attribute = item.Find(key);
             if (attribute && (!attribute->value.empty() || attribute->isBroken)) return;
             if (attribute && key == "TYPE") return; // an empty word, which is told
-            AtEnd("TV2015", item, TitleOf(item) + " has no " + std::string(key));
+            AtEnd("TV2015", item, item.Title() + " has no " + std::string(key));
         };
         needs("KINDLIST");
         needs("TYPE");
@@ -945,7 +939,7 @@ void TextChecks::LookAtCall(const Item& item) {
     bool hasReturn = false;
     for (const auto& child : item.children) {
         if (child->kind != KindReturn) continue;
-        if (hasReturn && !IsJunction(item)) AtName("TV2017", *child, TitleOf(item) + " has a second RETURN");
+        if (hasReturn && !IsJunction(item)) AtName("TV2017", *child, item.Title() + " has a second RETURN");
         hasReturn = true;
     }
     if (!item.model || item.model == &item || IsJunction(item)) return;
@@ -1014,7 +1008,7 @@ void TextChecks::LookAtChildren(const Item& item) {
     };
     const auto passedOver = [&](const Item& child) {
         child.isLost = true;
-        AtHeader("TV4014", child, TitleOf(item) + " does not take " + TitleOf(child) + " in, and it is lost").isTaken =
+        AtHeader("TV4014", child, item.Title() + " does not take " + child.Title() + " in, and it is lost").isTaken =
             true;
     };
     // The last one stands in place of those before it.
@@ -1059,7 +1053,7 @@ void TextChecks::LookAtChildren(const Item& item) {
         }
         for (const auto& child : item.children) {
             if (hasCondition || !isKind(*child, {KindAction, KindElseAction})) continue;
-            AtHeader("TV4012", *child, TitleOf(item) + " has no condition, so its actions are not valid").isValidity =
+            AtHeader("TV4012", *child, item.Title() + " has no condition, so its actions are not valid").isValidity =
                 true;
             break;
         }
@@ -1068,13 +1062,13 @@ void TextChecks::LookAtChildren(const Item& item) {
         const bool isEmpty = std::none_of(item.children.begin(), item.children.end(), [](const auto& child) {
             return child->kind == KindCondition || child->kind == KindNone;
         });
-        if (isEmpty) AtHeader("TV4008", item, TitleOf(item) + " has no parts").isValidity = true;
+        if (isEmpty) AtHeader("TV4008", item, item.Title() + " has no parts").isValidity = true;
     }
     if (IsCall(item.kind) && item.model != &item && item.name.starts_with("EVALUATION")) {
         const Item* above = item.parent;
         while (above && above->kind != KindCriteria && above->kind != KindNone) above = above->parent;
         if (!above && role != TextRole::Model)
-            AtHeader("TV4013", item, TitleOf(item) + " stands outside of a CRITERIA").isValidity = true;
+            AtHeader("TV4013", item, item.Title() + " stands outside of a CRITERIA").isValidity = true;
     }
 }
 
@@ -1105,8 +1099,7 @@ void TextChecks::LookAtLists() {
             if (!code || code->value.empty() || code->isBroken || item->model != item) continue;
             const auto [known, isNew] = codes.emplace(code->value, item);
             if (!isNew)
-                AtValue("TV2012", *item, *code,
-                        "CODE " + Quoted(code->value) + " is that of " + TitleOf(*known->second))
+                AtValue("TV2012", *item, *code, "CODE " + Quoted(code->value) + " is that of " + known->second->Title())
                     .isTaken = true;
         }
     }

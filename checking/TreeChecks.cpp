@@ -14,12 +14,6 @@ using lmkUtils::EnvConfig;
 
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
-std::string TitleOf(const Item& item) {
-    std::string title(item.keyword);
-    if (!item.name.empty()) title += " (" + std::string(item.name) + ")";
-    return title;
-}
-
 std::string DidYouMean(std::string_view name, const std::vector<std::string>& candidates) {
     const std::string near = NearestName(name, candidates);
     return near.empty() ? near : ", did you mean " + Quoted(near);
@@ -375,7 +369,7 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
     if (!TypeFits(type, wanted)) {
         PlacedFault& placed =
             AtValue("TV3004", use, "VALUE",
-                    TitleOf(*variable->item) + " is of TYPE " + Quoted(type) + ", not " + Quoted(wanted));
+                    variable->item->Title() + " is of TYPE " + Quoted(type) + ", not " + Quoted(wanted));
         placed.related.push_back({variable->item->text->File().path,
                                   variable->item->text->SpanOf(variable->item->keywordBegin, variable->item->headerEnd),
                                   "the variable"});
@@ -384,7 +378,7 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
     const bool isNumeric = wanted == "FLOAT" || wanted == "INTEGER" || wanted == "BOOL";
     if (isNumeric && !isByAddress && type != "FLOAT")
         AtValue("TV4011", use, "VALUE",
-                TitleOf(*variable->item) + " is of TYPE " + Quoted(type) +
+                variable->item->Title() + " is of TYPE " + Quoted(type) +
                     ", and by value only a FLOAT is read; it gives 0")
             .fault.isTaken = true;
 }
@@ -487,10 +481,10 @@ void TreeChecks::LookAtVariables() {
         const std::vector<std::size_t>& named = variablesByName[variable.item->name];
         if (&variables[named.front()] != &variable && variables[named.front()].scope.empty()) continue;
         if (!variable.isRead)
-            AtHeader("TV4005", *variable.item, nullptr, "nothing uses " + TitleOf(*variable.item)).fault.isTaken = true;
+            AtHeader("TV4005", *variable.item, nullptr, "nothing uses " + variable.item->Title()).fault.isTaken = true;
         else if (variable.isCompared && !variable.isWritten)
             AtHeader("TV4006", *variable.item, nullptr,
-                     TitleOf(*variable.item) + " is compared, and nothing gives it another value")
+                     variable.item->Title() + " is compared, and nothing gives it another value")
                 .fault.isTaken = true;
     }
 }

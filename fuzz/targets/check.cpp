@@ -24,12 +24,16 @@ using namespace TavrelChecking;
 
 void LookAtPlaces(const std::vector<Finding>& findings, const std::string& path, const std::string& text) {
     const Commons::TextPlaces places(text);
-    std::set<std::tuple<std::string, std::uint32_t, std::uint32_t, std::string, std::string>> once;
+    using Place = std::pair<std::uint32_t, std::uint32_t>;
+    std::set<std::tuple<std::string, Place, std::string, std::string, std::vector<Place>>> once;
     for (const Finding& finding : findings) {
         if (finding.file != path) continue;
         const Span& span = finding.span;
         const std::string what = finding.rule->id + (" " + finding.message);
-        Demand(once.emplace(finding.rule->id, span.row, span.column, finding.message, finding.place).second,
+        std::vector<Place> related;
+        for (const RelatedPlace& place : finding.related) related.emplace_back(place.span.row, place.span.column);
+        const Place place(span.row, span.column);
+        Demand(once.emplace(finding.rule->id, place, finding.message, finding.place, related).second,
                "a finding comes once", what);
         Demand(std::tie(span.row, span.column) <= std::tie(span.endRow, span.endColumn), "a place has an order", what);
         for (const auto& [row, column] : {std::pair(span.row, span.column), std::pair(span.endRow, span.endColumn)}) {

@@ -75,6 +75,16 @@ TEST_F(CheckTest, TextMarksThePlace) {
     EXPECT_EQ(run({"check", good}).status, 0);
 }
 
+TEST_F(CheckTest, ItemsThatAreNotClosedAreToldWithTheirBeginnings) {
+    const std::string path =
+        installation.write("town/data/script/include/a.sc",
+                           "TYPEOF SCENARIO (1)\n{\n\tTYPEOF TASK (1)\n\t{\n\t\tTYPEOF TASK (1)\n\t\t{\n");
+    const std::string place = ": error: TASK (1) is not closed [TV1005 missing-close-brace]\n"
+                              "    in SCENARIO (1) / TASK (1) / TASK (1)\n";
+    EXPECT_THAT(run({"check", path}).out, HasSubstr(place + "    see " + path + ":5:10: it begins here\n    see " +
+                                                    path + ":3:9: it begins here\n"));
+}
+
 TEST_F(CheckTest, ControlCharactersAreShownAndNotSent) {
     const std::string path = installation.write("town/data/script/include/a.sc",
                                                 "TYPEOF SCENARIO (1)\n{\n\t\x1b[2J\xe2\x80\xae\xff here\n}\n");
