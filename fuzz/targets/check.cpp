@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include <Commons/TextPlaces.h>
+#include <TavrelScenarioTemplateDb/ShareRootModels.h>
 #include <lmkUtils/AssertAbort.h>
 #include <processes/ChildProcess.h>
 
@@ -47,6 +48,7 @@ void LookAtPlaces(const std::vector<Finding>& findings, const std::string& path,
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const TavrelScenarioTemplateDb::ShareRootModels sharing; // as where the command looks at many files
     static const Options options;
     static Examiner examiner(options);
     const std::string text(reinterpret_cast<const char*>(data), size);
