@@ -9,6 +9,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include <Commons/CodePoint.h>
 #include <Commons/ShortestNumber.h>
 #include <TavrelScenarioTemplateDb/ScriptNode.h>
 #include <TavrelScenarioTemplateDb/TavrelScenario.h>
@@ -111,26 +112,9 @@ std::string HintAtBlank(const std::string& text) {
 
 // Whether an attribute of a scenario file can hold the text: characters that XML knows, in UTF-8.
 bool IsXmlText(std::string_view text) {
-    for (std::size_t at = 0; at < text.size();) {
-        const auto byte = static_cast<unsigned char>(text[at]);
-        if (byte < 0x80) {
-            if (byte < ' ' && byte != '\t' && byte != '\n' && byte != '\r') return false;
-            ++at;
-            continue;
-        }
-        const std::size_t length = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : 2;
-        if (byte < 0xC2 || byte > 0xF4 || text.size() - at < length) return false;
-        std::uint32_t point = byte & (0xFFU >> (length + 1));
-        for (std::size_t i = 1; i < length; ++i) {
-            const auto next = static_cast<unsigned char>(text[at + i]);
-            if ((next & 0xC0) != 0x80) return false;
-            point = point << 6 | (next & 0x3FU);
-        }
-        constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-        if (point < kSmallest[length] || point > 0x10FFFF || (point >= 0xD800 && point <= 0xDFFF) || point == 0xFFFE ||
-            point == 0xFFFF)
-            return false;
-        at += length;
+    for (Commons::CodePoint point{}; !text.empty(); text.remove_prefix(point.size)) {
+        point = Commons::FirstCodePoint(text);
+        if (!point.IsInXml()) return false;
     }
     return true;
 }

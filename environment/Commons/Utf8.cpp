@@ -4,6 +4,18 @@
 #include <cstdint>
 #include <cstring>
 
+#include <Commons/CodePoint.h>
+
+namespace Commons {
+
+CodePoint FirstCodePoint(std::string_view text) {
+    const size_t size = detail::Utf8SequenceLength(text, 0);
+    if (size == 0) return {static_cast<unsigned char>(text[0]), 1, false};
+    return {detail::Utf8CodePoint(text, 0, size), size, true};
+}
+
+} // namespace Commons
+
 namespace Commons::detail {
 
 namespace {
