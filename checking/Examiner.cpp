@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <utility>
 
+#include <Commons/WholeFile.h>
 #include <TavrelScenarioTemplateDb/RootModel.h>
 #include <lmkUtils/ConfigurationError.h>
 #include <lmkUtils/EnvConfig.h>
@@ -228,7 +229,7 @@ Examined Examiner::Examine(const Job& givenJob, const std::string* text, bool is
         bytes = *text;
     } else {
         bool isTooLarge = false;
-        std::string reason = ReasonNotToOpen(job.path, isTooLarge);
+        std::string reason = Commons::ReasonNotToOpen(job.path, &isTooLarge);
         if (reason.empty()) ReadBytes(job.path, bytes, reason);
         if (!reason.empty()) {
             examined.unreadable = reason;
@@ -432,8 +433,7 @@ void Examiner::LookAtParametersFile(const Item& root, std::vector<Finding>& find
     std::replace(path.begin(), path.end(), '\\', '/');
     std::error_code error;
     if (path.empty() || fs::symlink_status(path, error).type() == fs::file_type::not_found) return;
-    bool isTooLarge = false;
-    const std::string reason = ReasonNotToOpen(path, isTooLarge);
+    const std::string reason = Commons::ReasonNotToOpen(path);
     if (!reason.empty())
         findings.push_back(WholeFileFinding("TV6012", path, "the parameters file cannot be read: " + reason));
 }

@@ -1,15 +1,11 @@
 #include "Includes.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <set>
 #include <system_error>
-
-#include <unistd.h>
 
 #include <Commons/WholeFile.h>
 #include <lmkUtils/EnvConfig.h>
@@ -25,33 +21,10 @@ using lmkUtils::EnvConfig;
 
 constexpr const char* kFolder = "data/script/include";
 
-std::string Sentence(const std::error_code& error) {
-    std::string words = error.message();
-    if (!words.empty() && words[0] >= 'A' && words[0] <= 'Z') words[0] = static_cast<char>(words[0] - 'A' + 'a');
-    return words;
-}
-
 } // namespace
 
-std::string ReasonNotToOpen(const std::string& path, bool& isTooLarge) {
-    isTooLarge = false;
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (path.empty() || status.type() == fs::file_type::not_found) return "there is no such file";
-    if (!fs::status_known(status)) return Sentence(error);
-    if (fs::is_directory(status)) return "it is a folder";
-    if (!fs::is_regular_file(status)) return "it is no regular file";
-    if (access(path.c_str(), R_OK) != 0) return Sentence({errno, std::generic_category()});
-    const std::uintmax_t size = fs::file_size(path, error);
-    if (error) return Sentence(error);
-    isTooLarge = size > Commons::kLargestFile;
-    if (isTooLarge) return "with " + std::to_string(size) + " bytes it is larger than any file that is read";
-    return "";
-}
-
 bool ReadBytes(const std::string& path, std::string& bytes, std::string& reason) {
-    bool isTooLarge = false;
-    reason = ReasonNotToOpen(path, isTooLarge);
+    reason = Commons::ReasonNotToOpen(path);
     if (!reason.empty()) return false;
     std::ifstream file(path, std::ios::binary);
     bytes.assign(std::istreambuf_iterator<char>(file), {});

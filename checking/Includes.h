@@ -40,8 +40,6 @@ private:
 // What makes a text one that the reader refuses.
 bool IsRefused(const std::vector<Fault>& faults);
 
-// Why a file is not to be opened, and whether it is just too large; empty if it may be.
-std::string ReasonNotToOpen(const std::string& path, bool& isTooLarge);
 // The bytes of a file; false with the reason.
 bool ReadBytes(const std::string& path, std::string& bytes, std::string& reason);
 

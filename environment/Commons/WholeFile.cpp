@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstdint>
+#include <filesystem>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -30,6 +31,29 @@ struct FileLock::State {
     std::thread::id thread = std::this_thread::get_id();
     bool isFree = true;
 };
+
+std::string WordsOf(const std::error_code& error) {
+    std::string words = error.message();
+    if (!words.empty() && words[0] >= 'A' && words[0] <= 'Z') words[0] = static_cast<char>(words[0] - 'A' + 'a');
+    return words;
+}
+
+std::string ReasonNotToOpen(const std::string& path, bool* isTooLarge) {
+    namespace fs = std::filesystem;
+    if (isTooLarge) *isTooLarge = false;
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (path.empty() || status.type() == fs::file_type::not_found) return "there is no such file";
+    if (!fs::status_known(status)) return WordsOf(error);
+    if (fs::is_directory(status)) return "it is a folder";
+    if (!fs::is_regular_file(status)) return "it is no regular file";
+    if (::access(path.c_str(), R_OK) != 0) return WordsOf({errno, std::generic_category()});
+    const std::uintmax_t size = fs::file_size(path, error);
+    if (error) return WordsOf(error);
+    if (size <= kLargestFile) return "";
+    if (isTooLarge) *isTooLarge = true;
+    return "with " + std::to_string(size) + " bytes it is larger than any file that is read";
+}
 
 namespace {
 

@@ -22,13 +22,6 @@ namespace {
     throw Failure{ExitUnreadable, fmt::format("cannot write {}: {}", path, std::strerror(errno))};
 }
 
-// The words of the system in the place of a reason, which goes on after a colon.
-std::string Sentence(const std::error_code& error) {
-    std::string words = error.message();
-    if (!words.empty() && words[0] >= 'A' && words[0] <= 'Z') words[0] = static_cast<char>(words[0] - 'A' + 'a');
-    return words;
-}
-
 bool WriteAndClose(int file, std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = write(file, text.data(), text.size());
@@ -46,20 +39,6 @@ bool WriteAndClose(int file, std::string_view text) {
 
 } // namespace
 
-std::string ReasonNotToOpen(const std::string& path) {
-    std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (path.empty() || status.type() == std::filesystem::file_type::not_found) return "there is no such file";
-    if (!std::filesystem::status_known(status)) return Sentence(error);
-    if (std::filesystem::is_directory(status)) return "it is a folder";
-    if (!std::filesystem::is_regular_file(status)) return "it is no regular file";
-    if (access(path.c_str(), R_OK) != 0) return Sentence({errno, std::generic_category()});
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error) return Sentence(error);
-    if (size > Commons::kLargestFile) return fmt::format("with {} bytes it is larger than any file that is read", size);
-    return "";
-}
-
 void Walk(const std::string& folder, const std::function<void(const std::string& path)>& found,
           const std::function<void(const std::string& sentence)>& failed) {
     std::vector<std::string> folders{folder};
@@ -72,7 +51,7 @@ void Walk(const std::string& folder, const std::function<void(const std::string&
             found(entry->path().string());
             if (!entry->is_symlink(unknown) && entry->is_directory(unknown)) folders.push_back(entry->path().string());
         }
-        if (error) failed(fmt::format("{}: {}", walked, Sentence(error)));
+        if (error) failed(fmt::format("{}: {}", walked, Commons::WordsOf(error)));
     }
 }
 

@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
+#include <Commons/WholeFile.h>
+
 namespace tavrel {
 
-// Why `path` is not to be opened: it does not exist, is no regular file (a pipe would block the reader for ever), may
-// not be read, or is larger than any file of an installation. Empty if it may be opened.
-std::string ReasonNotToOpen(const std::string& path);
+using Commons::ReasonNotToOpen;
 
 // Calls `found` for all that stands below `folder`, in the order of the file system; folders are among it, and links
 // are not followed. A folder that cannot be walked goes to `failed` as a sentence, and the others are walked all the

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include <environment/Export.h>
 
@@ -16,6 +17,14 @@ namespace Commons {
 // No file of an installation comes near it. What is larger was not meant, and might take all the memory there is: such
 // a file is not read, and who saves what is to be read again refuses it.
 inline constexpr std::size_t kLargestFile = std::size_t{256} << 20;
+
+// The words of the system as they go on after a colon: "permission denied".
+TAVREL_ENVIRONMENT_API std::string WordsOf(const std::error_code& error);
+
+// Why a file is not to be opened, in such words: it does not exist, is no regular file (a pipe would block the reader
+// for ever), may not be read, or is larger than any that is read, which `isTooLarge` tells where it is given. Empty if
+// it may be opened.
+TAVREL_ENVIRONMENT_API std::string ReasonNotToOpen(const std::string& path, bool* isTooLarge = nullptr);
 
 // Replaces or makes a file, whole or not at all: the bytes are written beside it, flushed and moved over it. False,
 // with a reason ("no permission"), if that cannot be done; what stood there is then untouched.
