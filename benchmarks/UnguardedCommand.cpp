@@ -10,6 +10,8 @@ std::string DeathSentence(const std::string& subject, const Death& death) { retu
 
 void DieOfAssertion(const std::string&, const Death&) { std::abort(); }
 
+std::size_t UsableCores() { return 1; }
+
 int RunInChild(const std::string&, const ChildSettings&, const std::function<int()>& work) { return work(); }
 
 void ForEachInChildren(std::size_t count, const ChildSettings&, const std::function<std::string(std::size_t)>& work,
