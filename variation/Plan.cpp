@@ -4,6 +4,7 @@
 #include <deque>
 #include <limits>
 #include <map>
+#include <numeric>
 
 #include <nlohmann/json.hpp>
 #include <scenario/NearestName.h>
@@ -998,15 +999,43 @@ std::vector<CoverRule> RulesOf(const std::vector<Constraint>& constraints, const
 }
 
 // The level that a factor has in a variant.
-int LevelOf(const Factor& factor, const std::vector<Value>& values) {
-    for (std::size_t level = 0; level < factor.LevelCount(); ++level) {
-        bool equal = true;
-        for (std::size_t j = 0; j < factor.Width() && equal; ++j)
-            equal = factor.Level(level)[j] == values[factor.parameters[j]];
-        if (equal) return static_cast<int>(level);
-    }
-    return kOtherLevel;
+int Order(const Value& a, const Value& b) {
+    if (a.text && b.text) return a.text->compare(*b.text);
+    if (a.text || b.text) return a.text ? 1 : -1;
+    return Compare(a.number, b.number);
 }
+
+// Finds the level that the values of a variant are: a real with a fine step has a million.
+class LevelIndex {
+public:
+    explicit LevelIndex(const Factor& itsFactor) : factor(&itsFactor), levels(itsFactor.LevelCount()) {
+        std::iota(levels.begin(), levels.end(), std::size_t(0));
+        std::stable_sort(levels.begin(), levels.end(), [&](std::size_t a, std::size_t b) {
+            return OrderOf(factor->Level(a), [&](std::size_t j) { return &factor->Level(b)[j]; }) < 0;
+        });
+    }
+
+    // The first of equal ones; kOtherLevel if it is none of them.
+    int Find(const std::vector<Value>& values) const {
+        const auto orderOf = [&](std::size_t level) {
+            return OrderOf(factor->Level(level), [&](std::size_t j) { return &values[factor->parameters[j]]; });
+        };
+        const auto found =
+            std::partition_point(levels.begin(), levels.end(), [&](std::size_t level) { return orderOf(level) < 0; });
+        return found == levels.end() || orderOf(*found) != 0 ? kOtherLevel : static_cast<int>(*found);
+    }
+
+private:
+    template <typename Other>
+    int OrderOf(const Value* level, const Other& other) const {
+        int order = 0;
+        for (std::size_t j = 0; j < factor->Width() && order == 0; ++j) order = Order(level[j], *other(j));
+        return order;
+    }
+
+    const Factor* factor;
+    std::vector<std::size_t> levels; // sorted
+};
 
 std::vector<int> LevelCounts(const std::vector<Factor>& factors) {
     std::vector<int> counts;
@@ -1195,9 +1224,10 @@ PlanCoverage Plan::Coverage(int strength, const NextValues& next, std::size_t mo
         CoverageCounter counter(LevelCounts(factors), RulesOf(parts->constraints, factors, parts->factorOf), strength);
         std::vector<Value> values;
         std::vector<int> row(factors.size());
+        const std::vector<LevelIndex> levels(factors.begin(), factors.end());
         PlanCoverage coverage;
         while (next(values)) {
-            for (std::size_t f = 0; f < factors.size(); ++f) row[f] = LevelOf(factors[f], values);
+            for (std::size_t f = 0; f < factors.size(); ++f) row[f] = levels[f].Find(values);
             counter.Add(row);
             ++coverage.variants;
         }

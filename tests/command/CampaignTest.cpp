@@ -379,14 +379,39 @@ TEST_F(CampaignTest, BisectionNarrowsTheFirstLimit) {
                        "Deceleration=" + value.get<std::string>(), "--expect", "eventually[0,20] entered(TASK (3))"})
                       .status,
                   status);
+    EXPECT_THAT(run({"campaign", "bisect", "plan.json", "--parameter", "Deceleration", "--tolerance", "0.1"}).out,
+                testing::MatchesRegex("Deceleration: the limit lies between \\([0-9]+ runs\\)\n  [0-9.]+ failed\n"
+                                      "    eventually.* does not hold\n  [0-9.]+ passed\n    eventually.* holds.*\n"));
     plan["criteria"] = {"never fired(10)"};
     std::ofstream(folder + "/plan.json") << plan.dump();
-    EXPECT_EQ(run({"campaign", "bisect", "plan.json", "--parameter", "Deceleration", "--tolerance", "0.01"}).status, 1);
-    for (const std::vector<const char*>& refused :
-         {std::vector{"Deceleration", "0.0001"}, {"Dezeleration", "1"}, {"Gap", "x"}})
-        EXPECT_EQ(run({"campaign", "bisect", "plan.json", "--parameter", refused[0], "--tolerance", refused[1]}).status,
-                  2)
-            << refused[0];
+    result = run({"campaign", "bisect", "plan.json", "--parameter", "Deceleration", "--tolerance", "0.01"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out, HasSubstr("Deceleration: the ends do not differ, so there is no limit to look for ("));
+}
+
+TEST_F(CampaignTest, RefusalsNameWhatIsMissing) {
+    begin("campaign");
+    const struct {
+        std::vector<std::string> arguments;
+        const char* sentence;
+    } rows[] = {
+        {{"init", "plan.json"}, "campaign init needs --output DIR"},
+        {{"run", "campaign", "--memory", "0"}, "--memory takes a number of megabytes, at least 1"},
+        {{"bisect", "plan.json"}, "campaign bisect needs --parameter"},
+        {{"bisect", "plan.json", "--parameter", "Gap"}, "campaign bisect needs --tolerance"},
+        {{"bisect", "plan.json", "--parameter", "Gap", "--tolerance", "1", "--probes", "x"},
+         "--probes takes a number of values from 0 on, not \"x\""},
+        {{"bisect", "plan.json", "--parameter", "Gap", "--tolerance", "x"}, "tolerance"},
+        {{"bisect", "plan.json", "--parameter", "Deceleration", "--tolerance", "0.0001"}, "tolerance"},
+        {{"bisect", "plan.json", "--parameter", "Dezeleration", "--tolerance", "1"}, "did you mean"},
+    };
+    for (const auto& row : rows) {
+        std::vector<std::string> arguments{"campaign"};
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        const Result result = run(arguments);
+        EXPECT_EQ(result.status, 2) << row.sentence << result;
+        EXPECT_THAT(result.err, HasSubstr(row.sentence));
+    }
 }
 
 } // namespace

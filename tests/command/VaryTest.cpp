@@ -341,4 +341,34 @@ TEST_F(VaryTest, RefusalsNameTheirPlace) {
     EXPECT_EQ(RunTavrel({"vary", "count", (folder / "none.json").string()}).status, 3);
 }
 
+TEST_F(VaryTest, TheSubCommandsSayWhatIsMissingOrTooMuch) {
+    const std::string grid = PlanWith(R"("method": {"name": "grid"}, "parameters": {"Truck speed": {"count": 2}})"),
+                      big = (folder / "big.json").string(), runs = (folder / "runs.jsonl").string(),
+                      bad = (folder / "bad.jsonl").string();
+    std::ofstream(big) << R"({"format": "tavrel-plan/1", "scenario": "motorway/Emergency braking.sce",
+        "configuration": "Highway", "method": {"name": "grid"}, "constraints": ["[Gap] > 15;"],
+        "parameters": {"Gap": {"count": 100000}, "Deceleration": {"count": 100000}}})";
+    std::ofstream(runs) << "{\"number\": 1}\n";
+    std::ofstream(bad) << "\n{\"values\": {\"" << kTruck << "\": \"fast\"}}\n";
+    const struct {
+        std::vector<std::string> arguments;
+        int status;
+        std::string sentence;
+    } rows[] = {
+        {{"vary", "show", grid, "x"}, 2, "N must be the number of a variant, 0 or more, not \"x\""},
+        {{"vary", "show", grid, "2"}, 2, "there is no variant 2; the numbers end before 2"},
+        {{"vary", "write", grid}, 2, "--output names the folder to write to; it is missing"},
+        {{"vary", "coverage", grid, "--strength", "7"}, 2, "--strength is from 1 to 6, not 7"},
+        {{"vary", "coverage", grid, "--runs", runs}, 3, runs + ":1: the line is no object with \"values\""},
+        {{"vary", "coverage", grid, "--runs", bad}, 3, bad + ":2: " + kTruck + " has a value that it cannot have: "},
+        {{"vary", "coverage", big}, 2, "method: makes too many variants to look at them all; write some with list"},
+        {{"vary", "count", big}, 0, "the constraints may allow fewer; so many are not counted one by one"},
+    };
+    for (const auto& row : rows) {
+        const Result result = RunTavrel(row.arguments);
+        EXPECT_EQ(result.status, row.status) << row.sentence << result;
+        EXPECT_THAT(result.err, HasSubstr(row.sentence));
+    }
+}
+
 } // namespace
