@@ -1,5 +1,6 @@
 #include "ShownText.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include <Commons/CodePoint.h>
@@ -50,6 +51,8 @@ void ForEachShown(std::string_view text, const Take& take) {
 } // namespace
 
 std::string ShownText(std::string_view text) {
+    // Nearly all texts are shown as they are.
+    if (std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; })) return std::string(text);
     std::string shown;
     ForEachShown(text, [&](const CodePoint&, const std::string& piece, std::size_t) { shown += piece; });
     return shown;
