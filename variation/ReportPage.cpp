@@ -66,8 +66,9 @@ svg{display:block;max-width:100%;font:11px system-ui,"DejaVu Sans",sans-serif}
 svg text{fill:var(--faint)}.axis{stroke:var(--line);fill:none}.zero{stroke:var(--faint);stroke-dasharray:3 3;fill:none}
 .dot{fill:none;stroke-width:5;stroke-linecap:round;stroke:currentColor;stroke-opacity:.65}
 .cross{fill:none;stroke-width:1.6;stroke:currentColor}
-@media print{body{max-width:none;padding:0;font-size:11px}.tools{display:none!important}th{position:static}
-thead{display:table-header-group}tr{break-inside:avoid}a{color:inherit}}
+@media print{body{max-width:none;padding:0;font-size:11px}.tools{display:none!important}.scroll{overflow:visible}
+table{min-width:0!important;font-size:9px}th,td{padding:2px 4px}th{position:static}th button{display:contents}
+thead{display:table-header-group}tr{break-inside:avoid}h2,h2+p{break-after:avoid}a{color:inherit}}
 )css";
 
 constexpr const char* kScript = R"js(
