@@ -90,9 +90,7 @@ Finding FindingIn(const Json& packed) {
 void Limit(std::vector<Finding>& findings, const Options& options) {
     std::map<std::string, std::vector<Finding>> byFile;
     for (Finding& finding : findings) {
-        const bool isSelected = options.select.empty() || IsChosen(*finding.rule, options.select);
-        if (!isSelected || IsChosen(*finding.rule, options.ignore)) continue;
-        byFile[finding.file].push_back(std::move(finding));
+        if (IsAskedFor(*finding.rule, options)) byFile[finding.file].push_back(std::move(finding));
     }
     findings.clear();
     for (auto& [file, ofFile] : byFile) {

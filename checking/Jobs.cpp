@@ -329,6 +329,10 @@ private:
 
 } // namespace
 
+bool IsAskedFor(const Rule& rule, const Options& options) {
+    return (options.select.empty() || IsChosen(rule, options.select)) && !IsChosen(rule, options.ignore);
+}
+
 std::vector<Finding> InstallationFindings(const std::string& path) {
     Result result;
     const InstallationText file(path);
@@ -366,6 +370,7 @@ std::vector<Job> JobsFor(const std::string& path, const Options& options, Result
     list.AddPath(path);
     EnvConfig::ourConfigCfgFile = formerFile;
     EnvConfig::setConfig(former, false);
+    std::erase_if(found.findings, [&](const Finding& finding) { return !IsAskedFor(*finding.rule, options); });
     SortFindings(found.findings);
     return std::move(list.jobs);
 }

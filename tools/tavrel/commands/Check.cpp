@@ -292,6 +292,8 @@ int StatusOf(Context& context, const CheckReport& report) {
 void ApplyBaseline(const Arguments& arguments, CheckReport& report) {
     if (arguments.Has("--write-baseline")) {
         Baseline baseline(arguments.Text("--write-baseline"));
+        const bool isPart = arguments.Has("--select") || arguments.Has("--ignore");
+        if (isPart && fs::exists(arguments.Text("--write-baseline"))) baseline.Read();
         baseline.Take(report);
         baseline.Save();
         baseline.Apply(report);
@@ -308,6 +310,8 @@ void ApplyBaseline(const Arguments& arguments, CheckReport& report) {
 int RunCheck(Context& context) {
     const Arguments& arguments = context.arguments;
     const Form* const form = FormOf(arguments);
+    if (arguments.Has("--diff") && (form || arguments.Has("--output")))
+        throw Failure{ExitUsage, "--diff shows changes and no findings, so it takes neither --format nor --output"};
     Options options = OptionsOf(context);
     const std::size_t most = options.mostFindings;
     const bool hasBaseline = arguments.Has("--baseline") || arguments.Has("--write-baseline");
@@ -324,7 +328,9 @@ int RunCheck(Context& context) {
             Append(found, Checked(jobs, options));
         }
     }
-    CheckReport report = ReportOf(std::move(found), form != nullptr);
+    std::vector<std::string> given = arguments.Texts("PATH");
+    if (given.empty()) given.push_back(options.installation);
+    CheckReport report = ReportOf(std::move(found), form ? Spelling(AbsolutePath) : SpellingOf(given));
     report.failOn = FailOn(arguments);
     report.base = BaseFolder(report, options);
     for (const Rule& rule : TavrelChecking::Rules())

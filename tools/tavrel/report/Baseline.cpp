@@ -26,6 +26,17 @@ bool TellsOfOmission(const Finding& finding) {
            std::end(kOmissionRules);
 }
 
+namespace {
+
+// A rule that is none any more was looked for: it has no findings.
+bool LooksFor(const CheckReport& report, const std::string& id) {
+    return TavrelChecking::FindRule(id.c_str()) == nullptr ||
+           std::any_of(report.rules.begin(), report.rules.end(),
+                       [&](const TavrelChecking::Rule* rule) { return rule->id == id; });
+}
+
+} // namespace
+
 Baseline::Baseline(const std::string& file)
     : path(file), folder(std::filesystem::path(AbsolutePath(file)).parent_path().generic_string()) {}
 
@@ -50,7 +61,7 @@ void Baseline::Read() {
 }
 
 void Baseline::Take(const CheckReport& report) {
-    counts.clear();
+    std::erase_if(counts, [&](const auto& entry) { return LooksFor(report, std::get<1>(entry.first)); });
     for (const ToldFinding& told : report.findings)
         if (!TellsOfOmission(told.finding)) ++counts[KeyOf(told.finding)];
 }
@@ -75,9 +86,9 @@ void Baseline::Apply(CheckReport& report) const {
         --held->second;
     }
     report.baseline = path;
-    // A file that was not looked at may have them still.
+    // A file that was not looked at may have them still, and so may any file those of a rule that was not looked for.
     for (const auto& [key, count] : left)
-        if (count > 0 && looked.count(std::get<0>(key)) != 0)
+        if (count > 0 && looked.count(std::get<0>(key)) != 0 && LooksFor(report, std::get<1>(key)))
             report.notes.push_back(
                 fmt::format("{} holds {} of {} in {}{} that {} no longer found; --write-baseline brings "
                             "it up to date",

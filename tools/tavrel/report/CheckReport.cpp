@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <set>
 
 namespace tavrel {
@@ -32,11 +33,11 @@ std::string HashOf(const Finding& finding) {
     return fmt::format("{:016x}", hash);
 }
 
-void MakeAbsolute(Finding& finding) {
-    finding.file = AbsolutePath(finding.file);
-    for (TavrelChecking::RelatedPlace& place : finding.related) place.file = AbsolutePath(place.file);
+void Spell(Finding& finding, const Spelling& spelling) {
+    finding.file = spelling(finding.file);
+    for (TavrelChecking::RelatedPlace& place : finding.related) place.file = spelling(place.file);
     for (TavrelChecking::Fix& fix : finding.fixes)
-        for (TavrelChecking::Edit& edit : fix.edits) edit.file = AbsolutePath(edit.file);
+        for (TavrelChecking::Edit& edit : fix.edits) edit.file = spelling(edit.file);
 }
 
 std::string Count(std::size_t count, const char* word) {
@@ -51,13 +52,43 @@ std::string AbsolutePath(const std::string& path) {
     return error ? path : absolute.lexically_normal().generic_string();
 }
 
-CheckReport ReportOf(TavrelChecking::Result result, bool absolute) {
-    CheckReport report;
-    if (absolute) {
-        for (Finding& finding : result.findings) MakeAbsolute(finding);
-        for (TavrelChecking::Omission& omission : result.omissions) omission.file = AbsolutePath(omission.file);
-        for (std::string& file : result.files) file = AbsolutePath(file);
+Spelling SpellingOf(const std::vector<std::string>& given) {
+    namespace fs = std::filesystem;
+    const auto canonical = [](const fs::path& path) {
+        std::error_code error;
+        const fs::path found = fs::weakly_canonical(fs::absolute(path, error), error);
+        return error ? path : found;
+    };
+    std::map<fs::path, fs::path> known; // what was given, by its place
+    for (const std::string& path : given) {
+        const fs::path folder = fs::path(path).parent_path();
+        if (TavrelChecking::KindOfFile(path) == TavrelChecking::FileKind::Installation)
+            known.emplace(canonical(folder.empty() ? "." : folder), folder);
+        else
+            known.emplace(canonical(path), path);
     }
+    auto told = std::make_shared<std::map<std::string, std::string>>();
+    return [known, told, canonical](const std::string& path) {
+        const auto [spelled, isNew] = told->emplace(path, path);
+        if (!isNew) return spelled->second;
+        const fs::path place = canonical(path);
+        for (fs::path above = place;; above = above.parent_path()) {
+            if (const auto found = known.find(above); found != known.end()) {
+                spelled->second = above == place ? found->second.string()
+                                                 : (found->second / place.lexically_relative(above)).string();
+                break;
+            }
+            if (above == above.parent_path()) break;
+        }
+        return spelled->second;
+    };
+}
+
+CheckReport ReportOf(TavrelChecking::Result result, const Spelling& spelling) {
+    CheckReport report;
+    for (Finding& finding : result.findings) Spell(finding, spelling);
+    for (TavrelChecking::Omission& omission : result.omissions) omission.file = spelling(omission.file);
+    for (std::string& file : result.files) file = spelling(file);
     // The faults of a root model or an include come with each scenario that uses it.
     TavrelChecking::SortFindings(result.findings);
     std::set<std::string> files(result.files.begin(), result.files.end());

@@ -1,6 +1,7 @@
 #ifndef TAVREL_COMMAND_CHECKREPORT_H
 #define TAVREL_COMMAND_CHECKREPORT_H
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -33,9 +34,16 @@ struct CheckReport {
     std::string base;     // the folder that the paths of SARIF start at, absolute, with "/" at the end
 };
 
-// Puts the findings of a run in order, without two that are alike, and gives them their fingerprints. With `absolute`
-// all paths become absolute first.
-CheckReport ReportOf(TavrelChecking::Result result, bool absolute);
+// How a path is told.
+using Spelling = std::function<std::string(const std::string& path)>;
+
+// Puts the findings of a run in order, without two that are alike, and gives them their fingerprints. The file of a
+// finding may have been come by in several ways: all paths are spelled alike first.
+CheckReport ReportOf(TavrelChecking::Result result, const Spelling& spelling);
+
+// For people: as the path was given, or as it was found below a folder, or the folder of an installation file, that was
+// given; others as they are.
+Spelling SpellingOf(const std::vector<std::string>& given);
 
 // A path as programs get it, whatever folder the command runs in.
 std::string AbsolutePath(const std::string& path);
