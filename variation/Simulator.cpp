@@ -19,6 +19,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <Commons/WholeFile.h>
 #include <fmt/format.h>
 #include <processes/ChildProcess.h>
 #include <simulation/Sha256.h>
@@ -91,17 +92,24 @@ std::string Filled(const std::string& word, const ValueOf& valueOf) {
     return filled;
 }
 
-bool IsThere(const std::string& program) {
-    if (program.find('/') != std::string::npos) return access(program.c_str(), X_OK) == 0;
+bool IsProgram(const std::string& file) {
+    std::error_code error;
+    return access(file.c_str(), X_OK) == 0 && fs::is_regular_file(file, error);
+}
+
+// The file of a program, looked for as a shell does; empty if there is none.
+std::string FileOfProgram(const std::string& program) {
+    if (program.find('/') != std::string::npos) return IsProgram(program) ? program : "";
     const char* path = std::getenv("PATH");
     const std::string folders = path ? path : "/usr/bin:/bin";
     for (std::size_t begin = 0; begin <= folders.size();) {
         const std::size_t end = std::min(folders.find(':', begin), folders.size());
         const std::string folder = folders.substr(begin, end - begin);
-        if (access(((folder.empty() ? "." : folder) + "/" + program).c_str(), X_OK) == 0) return true;
+        std::string file = (folder.empty() ? "." : folder) + "/" + program;
+        if (IsProgram(file)) return file;
         begin = end + 1;
     }
-    return false;
+    return "";
 }
 
 // The children of a process, whichever of its threads made them.
@@ -154,6 +162,7 @@ struct Ending {
 };
 
 [[noreturn]] void BecomeProgram(const std::vector<std::string>& words, const std::string& output, int complaint) {
+    const std::string program = FileOfProgram(words.front());
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     for (const int number : {SIGINT, SIGTERM, SIGPIPE, SIGCHLD}) signal(number, SIG_DFL);
@@ -177,8 +186,9 @@ struct Ending {
     std::vector<char*> arguments;
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
-    execvp(arguments[0], arguments.data());
-    const int failure = errno;
+    // What the system cannot start is not handed to a shell, which would take it for a script.
+    execv(program.c_str(), arguments.data());
+    const int failure = program.empty() ? ENOENT : errno;
     if (write(complaint, &failure, sizeof failure) < 0) _exit(126);
     _exit(127);
 }
@@ -272,11 +282,18 @@ struct Judged {
 
 Judged JudgeTrace(const std::string& file, const std::vector<TavrelSimulation::Criterion>& criteria) {
     Judged judged;
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
+    std::error_code error;
+    if (!fs::exists(file, error)) {
         judged.fault = "it left no trace";
         return judged;
     }
+    // A trace of any size can be judged, since it is read row by row.
+    bool isTooLarge = false;
+    if (const std::string reason = Commons::ReasonNotToOpen(file, &isTooLarge); !reason.empty() && !isTooLarge) {
+        judged.fault = "its trace: " + reason;
+        return judged;
+    }
+    std::ifstream stream(file, std::ios::binary);
     std::unique_ptr<TavrelSimulation::Judge> judge;
     std::string line;
     try {
@@ -290,15 +307,19 @@ Judged JudgeTrace(const std::string& file, const std::vector<TavrelSimulation::C
                 return judged;
             }
             ++judged.events;
+            if (!event) continue;
             if (!judge) {
-                const auto* start = event ? std::get_if<TavrelSimulation::RunStart>(&event->what) : nullptr;
+                const auto* start = std::get_if<TavrelSimulation::RunStart>(&event->what);
                 judge = std::make_unique<TavrelSimulation::Judge>(criteria,
                                                                   start && start->names ? &*start->names : nullptr);
             }
-            if (event) judge->Hear(*event);
+            judge->Hear(*event);
         }
-        if (!judge) judge = std::make_unique<TavrelSimulation::Judge>(criteria, nullptr);
-        judged.outcomes = judge->Outcomes();
+        // Criteria would hold over nothing.
+        if (judge)
+            judged.outcomes = judge->Outcomes();
+        else
+            judged.fault = "its trace: there is no event of a run in it";
     } catch (const TavrelSimulation::CriterionError& error) {
         judged.fault = error.what();
     }
@@ -309,7 +330,7 @@ Judged JudgeTrace(const std::string& file, const std::vector<TavrelSimulation::C
 
 Simulator::Simulator(const std::string& command, std::size_t mostMemory) : words(WordsOf(command)), memory(mostMemory) {
     ArgumentsFor({}); // the words in braces
-    if (!IsThere(words.front())) throw Refused(kPlace, "there is no program " + words.front());
+    if (FileOfProgram(words.front()).empty()) throw Refused(kPlace, "there is no program " + words.front());
 }
 
 std::vector<std::string> Simulator::ArgumentsFor(const Job& job) const {
@@ -407,7 +428,7 @@ RunVariant RunWith(const Simulator& simulator, VariantRunner& runner, const Plan
             if (record.verdict != Verdict::Passed && record.verdict != Verdict::Failed)
                 fs::copy_file(output, files.File(fmt::format("log/{:06}.txt", variant.number)),
                               fs::copy_options::overwrite_existing, error);
-            if (!traceFile.empty() && fs::exists(job.trace, error)) fs::rename(job.trace, traceFile, error);
+            if (!traceFile.empty() && fs::is_regular_file(job.trace, error)) fs::rename(job.trace, traceFile, error);
             return record;
         };
 }

@@ -233,6 +233,9 @@ TEST_F(CampaignTest, WhatWasNotHadIsRunAgainAndWhatWasIsNot) {
     fs::permissions(folder + "/no-program", fs::perms::owner_all);
     EXPECT_EQ(runWith(folder + "/no-program"), 3);
     EXPECT_THAT(record("verdicts", "000001")["message"], HasSubstr("cannot be started"));
+    std::ofstream(folder + "/no-program") << "exit 1\n"; // a shell would run it
+    EXPECT_EQ(runWith(folder + "/no-program"), 3);
+    EXPECT_THAT(record("verdicts", "000001")["message"], HasSubstr("cannot be started"));
     EXPECT_EQ(runWith("sh -c 'kill -SEGV $$'"), 3);
     EXPECT_EQ(record("verdicts", "000001")["verdict"], "killed");
     EXPECT_EQ(runWith("sh -c '[ {number} -ne 1 ]'"), 1);
@@ -273,6 +276,14 @@ TEST_F(CampaignTest, AnExternalSimulatorIsJudgedByItsTrace) {
     EXPECT_EQ(records[0], records[1]);
     EXPECT_EQ(run({"campaign", "run", "external", "--retry", "all", "--command", "true"}).status, 3);
     EXPECT_EQ(record("external", "000000")["message"], "it left no trace");
+    // Criteria hold over nothing, but that is no run.
+    for (const auto& [command, message] : {std::pair{"touch {trace}", "there is no event of a run in it"},
+                                           std::pair{"sh -c 'echo >$0' {trace}", "there is no event of a run in it"},
+                                           std::pair{"mkdir {trace}", "it is a folder"}}) {
+        EXPECT_EQ(run({"campaign", "run", "external", "--command", command}).status, 3) << command;
+        EXPECT_EQ(record("external", "000001")["verdict"], "error") << command;
+        EXPECT_THAT(record("external", "000001")["message"], HasSubstr(message)) << command;
+    }
 }
 
 TEST_F(CampaignTest, TheFrozenPlanSaysAllThatThePlanLeftOpen) {
