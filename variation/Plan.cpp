@@ -1154,10 +1154,11 @@ bool Plan::At(std::uint64_t number, Variant& variant) const {
     return true;
 }
 
-bool Plan::NextFrom(std::uint64_t number, Variant& variant) const {
+bool Plan::NextFrom(std::uint64_t number, Variant& variant, std::uint64_t last) const {
     const std::uint64_t repetitions = parts->file.repetitions;
     // What does not exist does not in any of its repetitions.
     for (; number < parts->numbersEnd; number = (number / repetitions + 1) * repetitions) {
+        if (number > last) return false;
         if (At(number, variant)) return true;
         if (parts->CountsFound() && parts->found >= parts->file.method.count &&
             number / repetitions >= parts->written.size() + parts->looked)

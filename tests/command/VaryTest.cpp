@@ -176,6 +176,17 @@ TEST_F(VaryTest, ListsInThreeFormsAndInPieces) {
     EXPECT_EQ(RunTavrel({"vary", "list", plan, "--format", "jsonl", "--from", "5"}).out,
               "{\"number\":5,\"values\":{\"" + std::string(kFog) + "\":\"true\",\"" + id + "\":\"75\"}}\n");
     EXPECT_EQ(RunTavrel({"vary", "list", plan, "--format", "jsonl", "--from", "6"}).out, "");
+    // The last variant stands before 10^9, and no search goes from there to the grid's end at 10^12.
+    const std::string sparse = PlanWith(
+        R"("method": {"name": "grid"}, "constraints": ["[Truck speed] = 50;"], "parameters": {"Truck speed": {"count": 1000},
+            "/sce/Scenario/duration": {"range": [0, 999], "step": 1}, "/sce/Scenario/Weather/hour": {"range": [0, 999], "step": 1},
+            "/sce/Scenario/Weather/visibility": {"range": [0, 999], "step": 1}})",
+        "sparse.json");
+    const auto listed = [&](const char* from, const char* to) {
+        return Lines(RunTavrel({"vary", "list", sparse, "--format", "jsonl", "--from", from, "--to", to}).out).size();
+    };
+    EXPECT_EQ(listed("999999998", "1000000002"), 2u);
+    EXPECT_EQ(listed("2000000000", "2000000001"), 0u);
     EXPECT_EQ(RunTavrel({"vary", "list", plan, "--from", "2", "--to", "1"}).status, 2);
     EXPECT_EQ(RunTavrel({"vary", "list", plan, "--from", "-1"}).status, 2);
 }

@@ -42,9 +42,7 @@ void ForEachVariant(const Context& context, const Plan& plan, const Visit& visit
     const std::uint64_t to = NumberOf(context, "--to", std::numeric_limits<std::uint64_t>::max());
     if (to < from) throw Failure{ExitUsage, fmt::format("--to {} lies before --from {}", to, from)};
     Variant variant;
-    for (std::uint64_t number = from; plan.NextFrom(number, variant) && variant.number <= to;
-         number = variant.number + 1)
-        visit(variant);
+    for (std::uint64_t number = from; plan.NextFrom(number, variant, to); number = variant.number + 1) visit(variant);
 }
 
 std::string Quoted(const std::string& text) { return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace); }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -77,8 +78,11 @@ public:
     // the same for any number, but in `random` and `sobol` with constraints beyond `count`: there those before must be
     // counted once. Throws Refused like Count.
     bool At(std::uint64_t number, Variant& variant) const;
-    // The variant with this number or the next one; false after the last. Throws Refused like Count.
-    bool NextFrom(std::uint64_t number, Variant& variant) const;
+    // The variant with this number or the next one up to the number `last`, which is the end of the search: constraints
+    // may leave long gaps. False, with `variant` in no certain state, where there is none. Throws Refused like Count;
+    // whether `random` and `sobol` find enough variants is certain only after a search to the end of all numbers.
+    bool NextFrom(std::uint64_t number, Variant& variant,
+                  std::uint64_t last = std::numeric_limits<std::uint64_t>::max()) const;
 
     // What an assignment to the parameter's id takes: a number with its unit, where it needs one.
     void AppendText(std::size_t parameter, const Value& value, std::string& text) const;
