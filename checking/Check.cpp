@@ -183,9 +183,12 @@ public:
                     deaths.emplace(at, death);
                     if (options.progress) options.progress(at + 1);
                 });
-            // Once more without the library's own reading, which is what ends a process.
+            // Once more without the library's own reading, which is what ends a process. It takes little time by
+            // itself.
+            TavrelProcesses::ChildSettings once = settings;
+            once.seconds = std::max(settings.seconds / 10, std::min(settings.seconds, 1.0));
             TavrelProcesses::ForEachInChildren(
-                dead.size(), settings,
+                dead.size(), once,
                 [&](std::size_t at) {
                     return PackedAnswer(examiner.Examine(jobs[dead[at]], text, false), options, isWhole).dump();
                 },

@@ -1,6 +1,5 @@
 #include "Text.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace TavrelChecking {
@@ -29,7 +28,7 @@ Text::Text(std::shared_ptr<const FileBytes> wholeFile) : file(std::move(wholeFil
 
 Text::Text(std::shared_ptr<const FileBytes> scenarioFile, cfg::WrittenText writtenText, std::string name)
     : file(std::move(scenarioFile)), written(std::move(writtenText)), scriptName(std::move(name)), isScript(true),
-      view(written.Text()) {}
+      view(written.Text()), places(view) {}
 
 Span Text::SpanOf(std::size_t begin, std::size_t end) const {
     if (!isScript) return file->SpanOf(begin, end);
@@ -45,9 +44,7 @@ Finding Text::FindingAt(std::size_t begin, std::size_t end) const {
     if (!isScript) return finding;
     finding.isInScript = true;
     finding.script = scriptName;
-    const std::size_t at = std::min(begin, view.size());
-    finding.scriptRow =
-        1 + static_cast<std::uint32_t>(std::count(view.begin(), view.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
+    finding.scriptRow = places->PlaceOf(begin).row;
     return finding;
 }
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -58,6 +59,7 @@ private:
     std::string scriptName;
     bool isScript = false;
     std::string_view view;
+    std::optional<Commons::TextPlaces> places; // of a script
 };
 
 } // namespace TavrelChecking

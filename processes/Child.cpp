@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/prctl.h>
@@ -41,9 +42,21 @@ ProcessFailure SystemFailure(const char* what) {
     return ProcessFailure(fmt::format("cannot {}: {}", what, std::strerror(errno)));
 }
 
-// A pipe that no program inherits which someone starts meanwhile.
+// A pipe that no program inherits which someone starts meanwhile. A host may have closed its standard streams; their
+// numbers stay free for those of the child.
 void MakePipe(int (&ends)[2]) {
     if (pipe2(ends, O_CLOEXEC) != 0) throw SystemFailure("make a pipe");
+    for (int& end : ends) {
+        if (end > STDERR_FILENO) continue;
+        const int moved = fcntl(end, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+        const int failure = errno;
+        close(std::exchange(end, moved));
+        if (moved >= 0) continue;
+        for (const int other : ends)
+            if (other >= 0) close(other);
+        errno = failure;
+        throw SystemFailure("make a pipe");
+    }
     fcntl(ends[0], F_SETFL, O_NONBLOCK);
     fcntl(ends[0], F_SETPIPE_SZ, kPipeSize); // or what the system gives
 }
@@ -86,9 +99,10 @@ void Prepare(const ChildSettings& settings, pid_t former, int errorEnd) {
     dup2(errorEnd, STDERR_FILENO);
     close(errorEnd);
     if (settings.quiet) {
-        const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+        const int nothing = open("/dev/null", O_RDWR);
         dup2(nothing, STDIN_FILENO);
         dup2(nothing, STDOUT_FILENO);
+        if (nothing > STDERR_FILENO) close(nothing);
     }
     const rlimit noCore = {0, 0};
     setrlimit(RLIMIT_CORE, &noCore);

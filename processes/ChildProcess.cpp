@@ -228,6 +228,10 @@ public:
             Wait();
             for (std::size_t place = 0; place < workers.size(); ++place)
                 if (workers[place]) Look(place);
+            // What a child took and never answered for, whatever became of it, is waited for by nobody.
+            const bool isAnyAtWork =
+                std::any_of(workers.begin(), workers.end(), [](const auto& worker) { return worker != nullptr; });
+            if (!isAnyAtWork && waiting.count(next) == 0) Add(next, {"", "", DeathOf({}, {}, settings.seconds)});
             HandOn();
         }
     }

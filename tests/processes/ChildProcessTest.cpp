@@ -269,6 +269,24 @@ TEST(ChildProcessTest, ASignalThatEndsTheParentLeavesNoOrphan) {
 }
 
 // Two threads of a host each have children; those of one inherit the pipes of the other's.
+TEST(ChildProcessTest, AHostMayHaveClosedItsStreams) {
+    for (const std::vector<int>& closed : {std::vector{0, 2}, {0, 1}, {0, 1, 2}}) {
+        const pid_t host = fork();
+        if (host == 0) {
+            alarm(20); // a result that never comes is waited for without end
+            for (const int stream : closed) close(stream);
+            Told told;
+            ChildSettings settings = With(2);
+            settings.quiet = true;
+            told.Run(20, settings, [](std::size_t item) { return std::to_string(item * item); });
+            _exit(told.lines.size() == 20 && told.lines[9] == "9=81" ? 0 : 1);
+        }
+        int status = 0;
+        waitpid(host, &status, 0);
+        EXPECT_EQ(status, 0) << closed.back();
+    }
+}
+
 TEST(ChildProcessTest, ThreadsOfAHostDoNotWaitForOneAnother) {
     std::atomic<bool> finished = false;
     std::thread slow([&] {
