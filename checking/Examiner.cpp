@@ -33,6 +33,12 @@ bool IsOfValidity(const Finding& finding) {
     return std::find(std::begin(kRules), std::end(kRules), finding.rule->id) != std::end(kRules);
 }
 
+// Rules of lines for which something elsewhere is not found.
+bool IsOfNames(const Finding& finding) {
+    const std::string_view rule = finding.rule->id;
+    return rule == "TV1003" || rule == "TV1007" || rule == "TV1008";
+}
+
 bool LiesIn(const fs::path& file, const std::string& folder) {
     std::error_code error;
     const fs::path root = fs::weakly_canonical(folder, error);
@@ -66,9 +72,57 @@ bool StandsWithin(std::string_view way, std::string_view outer) {
 bool Explains(const Finding& finding, const Verdict::Invalid& invalid, const std::string& path) {
     if (finding.severity != Severity::Error) return false;
     // What stands in an included file has its way from the top of that file.
-    if (finding.file != path) return true;
+    // A model has no way there, and all may follow from it.
+    if (finding.file != path)
+        return finding.related.empty() || invalid.way.find("/ INCLUDE (") != std::string::npos ||
+               invalid.way.find("/ EVALUATION (") != std::string::npos;
     return finding.script == invalid.script && !finding.place.empty() &&
            (StandsWithin(invalid.way, finding.place) || StandsWithin(finding.place, invalid.way));
+}
+
+// What the library stumbles over and no error explains is the fault of the nearest line that it reads in another way
+// than it is meant, whatever else is wrong with the file.
+template <class IsMisread>
+void BlameMisread(const Verdict& verdict, const std::string& path, const IsMisread& isMisread,
+                  std::vector<Finding>& findings) {
+    const auto rowOf = [](const Finding& finding) { return finding.isInScript ? finding.scriptRow : finding.span.row; };
+    const bool hadError = HasError(findings);
+    const auto isError = [&](const Finding& finding) {
+        return finding.severity == Severity::Error && finding.file == path;
+    };
+    for (const Verdict::Refusal& refusal : verdict.refusals) {
+        if (!refusal.file.empty() && hadError) continue;
+        Finding* nearest = nullptr;
+        bool isExplained = false;
+        for (Finding& finding : findings) {
+            if (refusal.script != finding.script || rowOf(finding) > refusal.row + (isError(finding) ? 1 : 0)) continue;
+            isExplained = isExplained || isError(finding);
+            if (isMisread(finding)) nearest = &finding;
+        }
+        if (nearest && !isExplained) nearest->severity = Severity::Error;
+        // Of a text that is refused for something else nothing shows what a brace too many has cost it.
+        for (Finding& finding : findings)
+            if (isExplained && isMisread(finding) && finding.script == refusal.script &&
+                std::string_view(finding.rule->id) == "TV1001" && finding.line.find('}') != std::string::npos)
+                finding.severity = Severity::Error;
+        if (!hadError) break;
+    }
+    // What a file that could not be had holds may be what is missing.
+    const bool lacksFile = std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
+        const std::string_view rule = finding.rule->id;
+        return isError(finding) && (rule == "TV6009" || rule == "TV6014");
+    });
+    if (lacksFile) return;
+    for (const Verdict::Invalid& invalid : verdict.invalid) {
+        Finding* nearest = nullptr;
+        bool isExplained = false;
+        for (Finding& finding : findings) {
+            isExplained = isExplained || Explains(finding, invalid, path);
+            if (isMisread(finding) && finding.script == invalid.script && StandsWithin(invalid.way, finding.place))
+                nearest = &finding;
+        }
+        if (nearest && !isExplained) nearest->severity = Severity::Error;
+    }
 }
 
 // What the library has against the file beyond what was found. It is the judge: what it takes is no error.
@@ -83,7 +137,8 @@ void Reconcile(const Verdict& verdict, const std::string& path, const std::vecto
     };
     if (verdict.IsRead()) {
         for (Finding& finding : findings) {
-            const bool mayStay = invalidAt(finding) || (IsOfValidity(finding) && !verdict.invalid.empty());
+            const bool isOfOthers = IsOfValidity(finding) || IsOfNames(finding);
+            const bool mayStay = invalidAt(finding) || (isOfOthers && !verdict.invalid.empty());
             if (finding.severity == Severity::Error && finding.file == path && !mayStay)
                 finding.severity = Severity::Warning;
         }
@@ -102,22 +157,9 @@ void Reconcile(const Verdict& verdict, const std::string& path, const std::vecto
                                              [&](const Finding& other) { return Explains(other, *invalid, path); });
         if (!isExplained) finding.severity = Severity::Error;
     }
-    if (HasError(findings) || verdict.IsFine()) return;
-    Finding* nearest = nullptr;
-    for (Finding& finding : findings) {
-        if (!isMisread(finding)) continue;
-        const std::uint32_t row = finding.isInScript ? finding.scriptRow : finding.span.row;
-        if (!verdict.refusals.empty()) {
-            const Verdict::Refusal& refusal = verdict.refusals.front();
-            if (refusal.script == finding.script && row <= refusal.row) nearest = &finding;
-        } else if (verdict.invalid.front().way.starts_with(finding.place)) {
-            nearest = &finding;
-        }
-    }
-    if (nearest) {
-        nearest->severity = Severity::Error;
-        return;
-    }
+    if (verdict.IsFine()) return;
+    BlameMisread(verdict, path, isMisread, findings);
+    if (HasError(findings)) return;
     const auto treeOf = [&](const std::string& script) -> const ScriptTree* {
         for (const ScriptTree* tree : trees)
             if (tree->Source().ScriptName() == script) return tree;

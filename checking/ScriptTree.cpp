@@ -494,6 +494,11 @@ private:
         fault.fixTitle = "put the brace below the header";
         fault.fixBegin = fault.fixEnd = item.headerEnd;
         fault.fixText = "\n" + std::string(indents.back(), '\t') + "{";
+        // One that stands behind the header is moved.
+        const std::size_t brace = text.find_first_not_of(" \t", item.headerEnd);
+        if (brace < text.size() && text[brace] == '{' &&
+            text.find_first_not_of(" \t\r", brace + 1) == text.find('\n', brace))
+            fault.fixEnd = brace + 1;
     }
 
     void TakeOpen(const Row& row) {
@@ -641,12 +646,13 @@ private:
         bool endsEarly = false;
         std::size_t faultBegin = 0;
         std::size_t faultEnd = 0;
+        std::size_t fixEnd = 0;
         std::string fix;
         const auto isWrong = [&](const char* message, std::size_t begin, std::size_t end, const char* mended) {
             if (what) return;
             what = message;
             faultBegin = row.begin + begin;
-            faultEnd = row.begin + end;
+            faultEnd = fixEnd = row.begin + end;
             fix = mended;
         };
 
@@ -685,20 +691,31 @@ private:
                 isWrong("the blank before the bracket is missing", begin, begin, " ");
             else if (blanks > 1 || line[begin] != ' ')
                 isWrong("one blank stands before the bracket, and no more", begin, at, " ");
+            char closing = ')';
             if (line[at] == '(') {
                 ++at;
             } else if (line[at] == '[' || line[at] == '{' || line[at] == '<') {
+                const std::string_view signs = "[]{}<>";
+                const char other = signs[signs.find(line[at]) + 1];
+                const std::size_t last = line.find(other, at);
+                const bool isPair = last != std::string_view::npos && line.find(')', at) == std::string_view::npos;
+                const bool isFirst = !what;
                 isWrong("the name stands in round brackets", at, at + 1, "(");
                 ++at;
+                if (isPair) closing = other;
+                if (isPair && isFirst) {
+                    fixEnd = row.begin + last + 1;
+                    fix += std::string(line.substr(at, last - at)) + ")";
+                }
             } else {
                 isWrong("the bracket before the name is missing", at, at, "(");
             }
             item.nameBegin = row.begin + at;
-            std::size_t bracket = line.find(')', at);
-            if (bracket == at && line.find(')', at + 1) == std::string_view::npos) {
+            std::size_t bracket = line.find(closing, at);
+            if (bracket == at && line.find(closing, at + 1) == std::string_view::npos) {
                 isWrong("the name between the brackets is missing", at, at, "1");
             } else if (bracket == at) {
-                bracket = line.find(')', at + 1); // as the reader takes it
+                bracket = line.find(closing, at + 1); // as the reader takes it
             }
             if (bracket == std::string_view::npos) {
                 std::size_t end = line.size();
@@ -728,10 +745,11 @@ private:
             const bool isTaken =
                 isSeen && !endsEarly && KindFromKeyword(seenWord) == item.kind && item.kind != KindNone;
             Fault& fault = Add("TV1003", faultBegin, faultEnd, what, isTaken);
+            fault.key = row.begin;
             const bool isNameKnown = !item.name.empty() || !IsFoundByName(item.kind);
             if (isNameKnown) fault.fixTitle = "write the header as it is read";
             fault.fixBegin = faultBegin;
-            fault.fixEnd = faultEnd;
+            fault.fixEnd = fixEnd;
             fault.fixText = fix;
         }
         if (!HasItems(item.kind)) {

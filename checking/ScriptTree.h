@@ -87,7 +87,7 @@ struct Fault {
     bool isTaken = false;        // the library takes it all the same, so it is no error
     bool isNote = false;         // it is no more than a note
     bool isValidity = false;     // the text is read, and a part of it is not valid
-    std::size_t key = kNoKey;    // where the key of its attribute begins, for a line that is broken
+    std::size_t key = kNoKey;    // where the key of its attribute begins, or its header, for a line that is broken
     // A change that mends it; no title for none.
     std::string fixTitle;
     std::size_t fixBegin = 0;

@@ -28,6 +28,10 @@ bool TypeFits(std::string_view given, std::string_view wanted) {
     return given == wanted || wanted == "STRING" || AreNumbers(given, wanted);
 }
 
+// Kinds whose items are passed over.
+constexpr std::initializer_list<ScenarioItemKind> kNoItems = {
+    KindNone, KindCatalog, KindExerciseLog, KindExerciseNdx, KindHistory, KindModifier, KindSessionLog, KindToken};
+
 std::string FolderOfFiles(std::string_view fileDir) {
     struct Row {
         std::string_view key;
@@ -125,8 +129,10 @@ void TreeChecks::Enter(const Item& item, const Mount* mount) {
         while (outermost && outermost->outer) outermost = outermost->outer;
         variables.push_back({&item, outermost ? outermost->file : std::string()});
     }
-    if (IsLostVariable(item)) hasLostVariable = true;
-    if (item.kind == KindTask) tasks.insert(item.name);
+    const bool isRead = !item.isMalformed || (!item.name.empty() && item.seenName == item.name);
+    if (item.isDropped || (item.isMalformed && (item.kind == KindVariable || item.kind == KindTask)))
+        lostItems.push_back(&item);
+    if (item.kind == KindTask && isRead) tasks.insert(item.name);
     if (item.kind == KindEvaluation) AddScores(item);
     if (IsParameter(item.kind) && item.model && item.model != &item && item.parent && IsCall(item.parent->kind) &&
         item.parent->model != item.parent)
@@ -146,7 +152,7 @@ void TreeChecks::EnterChildren(const Item& item, const Mount* mount) {
     // One that is lost has its finding, and its scores not another one.
     for (const auto& child : item.children)
         if (child->isLost && child->kind == KindEvaluation) AddScores(*child);
-    const auto enter = [&](std::initializer_list<ScenarioItemKind> kinds) {
+    const auto enter = [&](const std::initializer_list<ScenarioItemKind>& kinds) {
         for (const auto& child : item.children)
             if (!child->isLost && std::find(kinds.begin(), kinds.end(), child->kind) != kinds.end())
                 Enter(*child, mount);
@@ -160,14 +166,14 @@ void TreeChecks::EnterChildren(const Item& item, const Mount* mount) {
         enter({KindRule});
         enter({KindTask, KindCriteria});
         enter({KindEvaluation, KindGeneralParameters});
-        enter({KindNone});
+        enter(kNoItems);
         break;
     case KindTask:
     case KindCriteria:
         enter({KindVariable});
         enter({KindRule});
         enter({KindTask});
-        enter({KindNone});
+        enter(kNoItems);
         break;
     default:
         for (const auto& child : item.children)
@@ -183,6 +189,8 @@ void TreeChecks::EnterFile(const Item& item, const Mount* mount) {
     const std::size_t end = attribute ? attribute->valueEnd : item.closing;
     if (attribute && attribute->isBroken) { // it has its own finding
         missingFiles.insert(file);
+        const bool isFound = attribute->seen && around.includes->Find(std::string(*attribute->seen));
+        if (item.kind == KindInclude && !isFound) misread.insert({item.text, attribute->keyBegin});
         return;
     }
     if (item.kind == KindScenario) {
@@ -255,6 +263,30 @@ void TreeChecks::MayUse(const Item& item) {
     if (!item.Value("VALUE").empty()) mayBeUsed.insert(item.Value("VALUE"));
 }
 
+// Whether an item that was passed over, or is read by another name, may be the one that is asked for: one whose name
+// is that, else one whose name is lost.
+bool TreeChecks::IsHeldByLost(ScenarioItemKind kind, std::string_view name) {
+    const auto isOfKind = [&](const Item& item) {
+        return item.kind == kind || std::find(kNoItems.begin(), kNoItems.end(), item.kind) != kNoItems.end();
+    };
+    const auto isNameless = [&](const Item& item) {
+        if (!item.name.empty()) return false;
+        return kind == KindVariable ? IsLostVariable(item) : item.kind == kind || item.Find("TASK_KIND");
+    };
+    for (const bool byName : {true, false})
+        for (const Item* item : lostItems) {
+            if (!isOfKind(*item) || !(byName ? item->name == name : isNameless(*item))) continue;
+            NeedsHeader(*item);
+            return true;
+        }
+    return false;
+}
+
+// A header that is read with another name is an error where somebody asks for that which is meant.
+void TreeChecks::NeedsHeader(const Item& item) {
+    if (item.isMalformed && (item.name.empty() || item.seenName != item.name)) misread.insert({item.text, item.begin});
+}
+
 // Values.
 
 void TreeChecks::LookAt(const Use& use) {
@@ -297,7 +329,8 @@ void TreeChecks::LookAtValue(const Use& use, std::string_view kind, std::string_
     if (kind == "VEHICLE") return LookAtVehicle(use, value);
     if (kind == "VHC_INPUT" || kind == "VHC_OUTPUT") return LookAtChannel(use, value, kind == "VHC_INPUT");
     if (kind == "TASK") {
-        if (!tasks.count(value)) AtValue("TV3005", use, "VALUE", "there is no TASK (" + std::string(value) + ")");
+        if (!tasks.count(value) && !IsHeldByLost(KindTask, value))
+            AtValue("TV3005", use, "VALUE", "there is no TASK (" + std::string(value) + ")");
         return;
     }
     if (kind == "USER" && item.name == "SCORE_NUMBER" && IsWholeNumber(value)) {
@@ -350,12 +383,13 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
         }
     if (!variable) {
         // What a file that could not be had holds counts as present.
-        if (missingFiles.count(scope) == 0 && !hasLostVariable)
+        if (missingFiles.count(scope) == 0 && !IsHeldByLost(KindVariable, value))
             AtValue("TV3004", use, "VALUE",
                     "there is no VARIABLE (" + std::string(value) + ")" +
                         (owner.empty() ? "" : " in " + Quoted(owner)));
         return;
     }
+    NeedsHeader(*variable->item);
     const std::string_view wanted = TypeOf(item);
     const Attribute* typeLine = variable->item->Find("TYPE");
     const std::string_view type = typeLine ? typeLine->value : std::string_view();

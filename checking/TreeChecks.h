@@ -70,6 +70,8 @@ private:
     void EnterChildren(const Item& item, const Mount* mount);
     void EnterFile(const Item& item, const Mount* mount);
     void MayUse(const Item& item);
+    bool IsHeldByLost(ScenarioItemKind kind, std::string_view name);
+    void NeedsHeader(const Item& item);
     void LookAt(const Use& use);
     void LookAtValue(const Use& use, std::string_view kind, std::string_view value);
     void LookAtVariable(const Use& use, std::string_view value);
@@ -88,14 +90,16 @@ private:
     std::vector<Variable> variables; // in the order of a search
     std::unordered_map<std::string_view, std::vector<std::size_t>> variablesByName;
     std::set<std::string_view> tasks;
+    // Items whose names the reader does not see as they are meant: of another kind, or of a header that is broken.
+    std::vector<const Item*> lostItems;
     std::set<int> scores;
     std::set<std::string> files;          // of includes, as they are written
     std::set<std::string> missingFiles;   // what they hold still counts as present
     std::set<std::string_view> mayBeUsed; // names of variables in parameters that are not understood
     bool hasLostScores = false;           // an EVALUATION whose file is not there
-    bool hasLostVariable = false;         // one whose number is not known
     std::vector<Use> uses;
-    std::set<std::pair<const Text*, std::size_t>> misread; // keys whose value is read as one that is not valid
+    // Keys whose value is read as one that is not valid, and headers whose name is asked for and read as another one.
+    std::set<std::pair<const Text*, std::size_t>> misread;
 };
 
 } // namespace TavrelChecking
