@@ -41,6 +41,11 @@ Campaign Campaign::Begin(const CampaignSetup& setup, const std::string& folder) 
             throw CampaignError(fmt::format("{} holds another campaign: {}", folder, difference));
         return Open(folder);
     }
+    // They would count as those of the new one.
+    if (files.HasRuns())
+        throw CampaignError(fmt::format("{} has no campaign.json, but runs of another campaign in runs/; take another "
+                                        "folder, or move these away",
+                                        folder));
     fs::create_directories(folder, error);
     if (error) throw CampaignFileError(fmt::format("{}: {}", folder, error.message()));
     files.MakeFolders();
@@ -78,7 +83,21 @@ CampaignCounts Campaign::CountOf(const std::map<std::uint64_t, Verdict>& verdict
     return counts;
 }
 
-CampaignCounts Campaign::Count(const Shard& shard) const { return CountOf(CampaignFolder(folder).Verdicts(), shard); }
+std::map<std::uint64_t, Verdict> Campaign::VerdictsOf(const Shard& shard,
+                                                      const std::function<void(const std::string&)>& tell) const {
+    const auto isWanted = [&](std::uint64_t number) {
+        return shard.Has(number) && std::binary_search(numbers.begin(), numbers.end(), number);
+    };
+    return CampaignFolder(folder).Verdicts(isWanted, tell);
+}
+
+CampaignCounts Campaign::Count(const Shard& shard) const {
+    std::vector<std::string> faults;
+    const auto tell = [&](const std::string& sentence) { faults.push_back(sentence); };
+    CampaignCounts counts = CountOf(VerdictsOf(shard, tell), shard);
+    counts.faults = std::move(faults);
+    return counts;
+}
 
 Campaign::Speed Campaign::MeanSpeed() const {
     // The work that came last is that of the log that was written last.
@@ -121,10 +140,13 @@ Campaign::Speed Campaign::MeanSpeed() const {
 CampaignCounts Campaign::Merge(const std::string& output) const {
     const CampaignFolder files(folder);
     std::string lines;
-    const std::vector<RunRecord> records = files.Records(numbers, lines);
+    std::vector<std::string> faults;
+    const std::vector<RunRecord> records =
+        files.Records(numbers, lines, [&](const std::string& sentence) { faults.push_back(sentence); });
     std::map<std::uint64_t, Verdict> verdicts;
     for (const RunRecord& record : records) verdicts.emplace_hint(verdicts.end(), record.number, record.verdict);
     CampaignCounts counts = CountOf(verdicts, {});
+    counts.faults = std::move(faults);
     std::error_code error;
     fs::create_directories(output, error);
     if (error) throw CampaignFileError(fmt::format("{}: {}", output, error.message()));

@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <Commons/WholeFile.h>
 #include <fmt/format.h>
 #include <variation/CampaignError.h>
 
@@ -45,9 +46,9 @@ private:
     int descriptor;
 };
 
-// At most `most` bytes of a file; none if it cannot be read.
+// At most `most` bytes of a file; none if it cannot be read, and errno says why.
 std::optional<std::string> BytesOf(const std::string& path, std::size_t most) {
-    const OpenFile file(path, O_RDONLY);
+    const OpenFile file(path, O_RDONLY | O_NONBLOCK);
     if (file.Get() < 0) return std::nullopt;
     std::string bytes;
     char part[4096];
@@ -71,12 +72,28 @@ bool WriteAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
-// The number at the beginning of a file name, where `ending` and nothing else follows.
-std::optional<std::uint64_t> NumberOfName(std::string_view name, std::string_view ending) {
+// The number that a file of a run is called by. Only one spelling of it is, so that none counts twice.
+std::optional<std::uint64_t> NumberOfRun(std::string_view name) {
+    constexpr std::size_t kDigits = 6;
     std::uint64_t number = 0;
     const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
-    if (error != std::errc() || name.substr(static_cast<std::size_t>(end - name.data())) != ending) return std::nullopt;
+    const auto digits = static_cast<std::size_t>(end - name.data());
+    if (error != std::errc() || name.substr(digits) != ".json") return std::nullopt;
+    if (digits < kDigits || (digits > kDigits && name.front() == '0')) return std::nullopt;
     return number;
+}
+
+// The bytes of a file of a run. One that is there and cannot be read is told.
+std::optional<std::string> BytesOfRun(const std::string& file, const CampaignFolder::Tell& tell) {
+    auto bytes = BytesOf(file, kMostOfRecord);
+    if (!bytes && errno != ENOENT && tell)
+        tell(fmt::format("{}: {}, so its run counts as missing", file,
+                         Commons::WordsOf({errno, std::generic_category()})));
+    return bytes;
+}
+
+void TellNoRecord(const std::string& file, std::uint64_t number, const CampaignFolder::Tell& tell) {
+    if (tell) tell(fmt::format("{}: it is no whole record of run {}, which counts as missing", file, number));
 }
 
 // A folder that vanishes, or was never made, holds nothing.
@@ -120,36 +137,51 @@ void CampaignFolder::MakeFolders() const {
     }
 }
 
-std::map<std::uint64_t, Verdict> CampaignFolder::Verdicts() const {
-    std::map<std::uint64_t, Verdict> verdicts;
+std::vector<std::uint64_t> CampaignFolder::NumbersOfRuns() const {
     std::vector<std::uint64_t> numbers;
     ForEachName(File("runs"), [&](const std::string& name) {
-        if (const auto number = NumberOfName(name, ".json")) numbers.push_back(*number);
+        if (const auto number = NumberOfRun(name)) numbers.push_back(*number);
     });
     std::sort(numbers.begin(), numbers.end());
-    for (const std::uint64_t number : numbers)
-        if (const auto verdict = VerdictOf(number)) verdicts.emplace_hint(verdicts.end(), number, *verdict);
+    return numbers;
+}
+
+bool CampaignFolder::HasRuns() const { return !NumbersOfRuns().empty(); }
+
+std::map<std::uint64_t, Verdict> CampaignFolder::Verdicts(const std::function<bool(std::uint64_t)>& isWanted,
+                                                          const Tell& tell) const {
+    std::map<std::uint64_t, Verdict> verdicts;
+    for (const std::uint64_t number : NumbersOfRuns())
+        if (const auto verdict = isWanted(number) ? VerdictOf(number, tell) : std::nullopt)
+            verdicts.emplace_hint(verdicts.end(), number, *verdict);
     return verdicts;
 }
 
-std::optional<Verdict> CampaignFolder::VerdictOf(std::uint64_t number) const {
-    const auto beginning = BytesOf(RunFile(number), 256);
-    return beginning ? VerdictInside(*beginning) : std::nullopt;
+std::optional<Verdict> CampaignFolder::VerdictOf(std::uint64_t number, const Tell& tell) const {
+    const std::string file = RunFile(number);
+    const auto bytes = BytesOfRun(file, tell);
+    if (!bytes) return std::nullopt;
+    if (const auto verdict = VerdictInside(*bytes, number)) return verdict;
+    // Another hand may have written it.
+    const auto record = RecordOf(*bytes);
+    if (record && record->number == number) return record->verdict;
+    TellNoRecord(file, number, tell);
+    return std::nullopt;
 }
 
-std::vector<RunRecord> CampaignFolder::Records(const std::vector<std::uint64_t>& wanted, std::string& lines) const {
-    std::vector<std::uint64_t> numbers;
-    ForEachName(File("runs"), [&](const std::string& name) {
-        const auto number = NumberOfName(name, ".json");
-        if (number && std::binary_search(wanted.begin(), wanted.end(), *number)) numbers.push_back(*number);
-    });
-    std::sort(numbers.begin(), numbers.end());
+std::vector<RunRecord> CampaignFolder::Records(const std::vector<std::uint64_t>& wanted, std::string& lines,
+                                               const Tell& tell) const {
     std::vector<RunRecord> records;
-    records.reserve(numbers.size());
-    for (const std::uint64_t number : numbers) {
-        const auto bytes = BytesOf(RunFile(number), kMostOfRecord);
-        auto record = bytes ? RecordOf(*bytes) : std::nullopt;
-        if (!record || record->number != number) continue;
+    for (const std::uint64_t number : NumbersOfRuns()) {
+        if (!std::binary_search(wanted.begin(), wanted.end(), number)) continue;
+        const std::string file = RunFile(number);
+        const auto bytes = BytesOfRun(file, tell);
+        if (!bytes) continue;
+        auto record = RecordOf(*bytes);
+        if (!record || record->number != number) {
+            TellNoRecord(file, number, tell);
+            continue;
+        }
         // A record that was written here is a line already.
         lines += bytes->find('\n') + 1 == bytes->size() ? *bytes : JsonOf(*record) + "\n";
         records.push_back(*std::move(record));

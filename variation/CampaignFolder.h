@@ -28,6 +28,8 @@ namespace TavrelVariation {
 // CampaignError.
 class CampaignFolder {
 public:
+    using Tell = std::function<void(const std::string& sentence)>;
+
     explicit CampaignFolder(std::string path) : folder(std::move(path)) {}
 
     const std::string& Path() const { return folder; }
@@ -41,11 +43,16 @@ public:
 
     // Makes the folders that a run writes to.
     void MakeFolders() const;
-    // The verdict of each number that has a run. A file that holds no record, as after a loss of power, is none.
-    std::map<std::uint64_t, TavrelSimulation::Verdict> Verdicts() const;
-    std::optional<TavrelSimulation::Verdict> VerdictOf(std::uint64_t number) const;
-    // The records of the wanted numbers, both sorted; `lines` gets them as lines of JSON.
-    std::vector<RunRecord> Records(const std::vector<std::uint64_t>& wanted, std::string& lines) const;
+    // Whether there is any file of a run.
+    bool HasRuns() const;
+    // The verdict of each wanted number that has a run. A file that holds no whole record of its number, as after a
+    // loss of power, and one that cannot be read are none; `tell` gets a sentence for each of these.
+    std::map<std::uint64_t, TavrelSimulation::Verdict>
+    Verdicts(const std::function<bool(std::uint64_t number)>& isWanted, const Tell& tell) const;
+    std::optional<TavrelSimulation::Verdict> VerdictOf(std::uint64_t number, const Tell& tell = {}) const;
+    // The records of the wanted numbers, both sorted; `lines` gets them as lines of JSON. What is no run is none here.
+    std::vector<RunRecord> Records(const std::vector<std::uint64_t>& wanted, std::string& lines,
+                                   const Tell& tell) const;
     // Writes the record, flushes it and moves it to its place. `beforeFlush` is called when only the wait for the disk
     // is left.
     void Write(const RunRecord& record, const std::function<void()>& beforeFlush = {}) const;
@@ -56,6 +63,8 @@ public:
 
 private:
     std::string NumberedFile(const char* below, std::uint64_t number, const char* ending) const;
+    // The numbers that a file of a run is called by, sorted.
+    std::vector<std::uint64_t> NumbersOfRuns() const;
 
     std::string folder;
 };

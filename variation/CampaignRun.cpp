@@ -476,7 +476,7 @@ bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVa
     files.MakeFolders();
     std::vector<std::uint64_t> wanted;
     {
-        const std::map<std::uint64_t, Verdict> verdicts = files.Verdicts();
+        const std::map<std::uint64_t, Verdict> verdicts = VerdictsOf(options.shard, options.tell);
         for (const std::uint64_t number : numbers) {
             if (!options.shard.Has(number)) continue;
             const auto found = verdicts.find(number);

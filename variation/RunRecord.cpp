@@ -86,13 +86,13 @@ std::optional<RunRecord> RecordOf(const std::string& text) {
     return record;
 }
 
-std::optional<Verdict> VerdictInside(const std::string& beginning) {
-    constexpr std::string_view kBefore = "\"verdict\":\"";
-    const std::size_t begin = beginning.find(kBefore);
-    if (beginning.rfind(std::string("{\"format\":\"") + kFormat, 0) != 0 || begin == std::string::npos)
+std::optional<Verdict> VerdictInside(const std::string& bytes, std::uint64_t number) {
+    const std::string before =
+        std::string("{\"format\":\"") + kFormat + "\",\"number\":" + std::to_string(number) + ",\"verdict\":\"";
+    if (!bytes.starts_with(before) || !bytes.ends_with("}\n") || bytes.find('\0') != std::string::npos)
         return std::nullopt;
-    const std::size_t word = begin + kBefore.size();
-    return VerdictOfWord(beginning.substr(word, beginning.find('"', word) - word));
+    const std::size_t end = bytes.find('"', before.size());
+    return VerdictOfWord(bytes.substr(before.size(), end - before.size()));
 }
 
 std::optional<Verdict> VerdictOfWord(const std::string& word) {

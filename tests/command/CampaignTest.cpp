@@ -252,6 +252,47 @@ TEST_F(CampaignTest, WhatWasNotHadIsRunAgainAndWhatWasIsNot) {
     EXPECT_THAT(status.json()["missing"], ElementsAre());
 }
 
+// What is a finished record for one of the commands is one for all of them.
+TEST_F(CampaignTest, ARecordThatIsNoneIsToldAndRunAgain) {
+    plan["method"]["count"] = 6;
+    begin("harmed");
+    run({"campaign", "run", "harmed"});
+    const std::string whole = merged("harmed"), runs = folder + "/harmed/runs/";
+    const std::string record = readFile(runs + "000001.json");
+    std::ofstream(runs + "000001.json") << record.substr(0, record.size() / 2);
+    fs::copy(runs + "000000.json", runs + "000002.json", fs::copy_options::overwrite_existing);
+    std::ofstream(runs + "000004.json") << record.substr(0, 100) << std::string(record.size() - 102, '\0') << "}\n";
+    fs::copy(runs + "000003.json", runs + "3.json");
+    fs::permissions(runs + "000005.json", fs::perms::none);
+    run.heedsPermissions = true;
+    const auto tellsAll = testing::AllOf(HasSubstr("000001.json: it is no whole record of run 1"),
+                                         HasSubstr("000002.json: it is no whole record of run 2"),
+                                         HasSubstr("000004.json: it is no whole record of run 4"),
+                                         HasSubstr("000005.json: permission denied"));
+    Result result = run({"campaign", "status", "harmed", "--json"});
+    EXPECT_THAT(result.json()["missing"], ElementsAre(1, 2, 4, 5));
+    EXPECT_EQ(result.json()["finished"], 2);
+    EXPECT_THAT(result.err, tellsAll);
+    result = run({"campaign", "merge", "harmed"});
+    EXPECT_EQ(result.status, 3) << result;
+    EXPECT_THAT(result.err, tellsAll);
+    EXPECT_THAT(result.out, HasSubstr("4 missing"));
+    const std::string lines = readFile(folder + "/harmed/results.jsonl");
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 2);
+    result = run({"campaign", "run", "harmed"});
+    EXPECT_THAT(result.err, tellsAll);
+    EXPECT_EQ(result.status, 1) << result;
+    EXPECT_EQ(merged("harmed"), whole);
+    // Whatever another hand has written is a record, too.
+    std::ofstream(runs + "000001.json") << Json::parse(record).dump(2);
+    EXPECT_EQ(run({"campaign", "status", "harmed", "--json"}).json()["finished"], 6);
+
+    fs::remove(folder + "/harmed/campaign.json");
+    result = run({"campaign", "init", "plan.json", "--output", "harmed"});
+    EXPECT_EQ(result.status, 2) << "these runs are of another campaign";
+    EXPECT_THAT(result.err, HasSubstr("runs of another campaign"));
+}
+
 TEST_F(CampaignTest, AnExternalSimulatorIsJudgedByItsTrace) {
     plan["method"]["count"] = 4;
     begin("external");

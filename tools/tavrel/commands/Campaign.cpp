@@ -109,6 +109,10 @@ std::string CountsText(const CampaignCounts& counts) {
     return text;
 }
 
+void TellFaults(const CampaignCounts& counts) {
+    for (const std::string& fault : counts.faults) Report(OneLine(fault));
+}
+
 ExitStatus StatusOf(const CampaignCounts& counts) {
     if (counts.Open() > 0) return ExitUnreadable;
     return counts.Of(Verdict::Failed) > 0 ? ExitFindings : ExitClean;
@@ -219,7 +223,8 @@ int RunCampaignInit(Context& context) {
 int RunCampaignRun(Context& context) {
     const std::string folder = context.arguments.Text("DIR");
     return WithCampaignRefusals(folder, [&]() -> int {
-        const CampaignOptions options = OptionsOf(context);
+        CampaignOptions options = OptionsOf(context);
+        options.tell = [](const std::string& sentence) { Report(OneLine(sentence)); };
         const Campaign campaign = Campaign::Open(folder);
         std::optional<Simulator> simulator;
         if (context.arguments.Has("--command")) simulator.emplace(context.arguments.Text("--command"), options.memory);
@@ -252,6 +257,7 @@ int RunCampaignStatus(Context& context) {
     return WithCampaignRefusals(folder, [&]() -> int {
         const Campaign campaign = Campaign::Open(folder);
         const CampaignCounts counts = campaign.Count({});
+        TellFaults(counts);
         const Campaign::Speed speed = campaign.MeanSpeed();
         if (context.arguments.Has("--json")) {
             Json verdicts = Json::object();
@@ -279,6 +285,7 @@ int RunCampaignMerge(Context& context) {
     const std::string folder = context.arguments.Text("DIR");
     return WithCampaignRefusals(folder, [&]() -> int {
         const CampaignCounts counts = Campaign::Open(folder).Merge(context.arguments.Text("--output", folder));
+        TellFaults(counts);
         context.out.Print("{}\n", CountsText(counts));
         return StatusOf(counts);
     });

@@ -41,6 +41,9 @@ struct TAVREL_VARIATION_API CampaignSetup {
 struct TAVREL_VARIATION_API CampaignCounts {
     std::map<TavrelSimulation::Verdict, std::uint64_t> verdicts;
     std::vector<std::uint64_t> missing; // numbers without a run, in their order
+    // A sentence, with the file and the reason, for each file of a run that is none: cut short, of another number, or
+    // not to be read. These numbers are missing, too.
+    std::vector<std::string> faults;
 
     std::uint64_t Of(TavrelSimulation::Verdict verdict) const {
         const auto found = verdicts.find(verdict);
@@ -61,6 +64,9 @@ struct CampaignOptions {
     Traces traces = Traces::All;
     double seconds = 60;                       // for each run
     std::size_t memory = std::size_t(4) << 30; // address space of each run, in bytes
+    // Called, before anything runs, with a sentence for each file of a run of the shard that is none, so that it is run
+    // again; may be empty.
+    std::function<void(const std::string& sentence)> tell;
 };
 
 // Called after each run of this process, with what it did so far: `done` of `all` numbers that it set out with.
@@ -113,6 +119,8 @@ public:
 private:
     Campaign() = default;
 
+    std::map<std::uint64_t, TavrelSimulation::Verdict>
+    VerdictsOf(const Shard& shard, const std::function<void(const std::string&)>& tell) const;
     CampaignCounts CountOf(const std::map<std::uint64_t, TavrelSimulation::Verdict>& verdicts,
                            const Shard& shard) const;
 
