@@ -3,11 +3,13 @@
 
 // All of the environment: the installation, files and encodings, scenario files, units.
 
+#include <Commons/CodePoint.h>
 #include <Commons/ConfigFile.h>
 #include <Commons/Encoding.h>
 #include <Commons/FileUtils.h>
 #include <Commons/ShortestNumber.h>
 #include <Commons/System.h>
+#include <Commons/TextPlaces.h>
 #include <Commons/WholeFile.h>
 #include <cfg/BooleanParameter.h>
 #include <cfg/CfgScenario.h>
@@ -20,6 +22,7 @@
 #include <cfg/RealRange.h>
 #include <cfg/Scenario.h>
 #include <cfg/ScenarioScript.h>
+#include <cfg/ScenarioText.h>
 #include <cfg/Section.h>
 #include <cfg/VariadicParameter.h>
 #include <cfg/Vehicle.h>

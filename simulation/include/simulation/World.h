@@ -13,8 +13,7 @@
 #include <simulation/Export.h>
 
 // A small world for scripts to run in without a simulator: vehicles that are points on a road, timers, switches,
-// weather. Together with Functions.cpp, Conditions.cpp and Actions.cpp it stands behind the CODE numbers of the
-// sample's root model.
+// weather. The actions, conditions and functions of the sample's root model, by their CODE numbers, work on it.
 
 namespace TavrelSimulation {
 
