@@ -122,12 +122,16 @@ void TreeChecks::AddScores(const Item& evaluation) {
         if (attribute.key == "SCORE") scores.insert(WholeNumberOf(attribute.value));
 }
 
+// FILE of the outermost include; empty in the script itself.
+std::string TreeChecks::ScopeOf(const Mount* mount) {
+    while (mount && mount->outer) mount = mount->outer;
+    return mount ? mount->file : "";
+}
+
 // In the order in which a search of the tree meets the items.
 void TreeChecks::Enter(const Item& item, const Mount* mount) {
     if (item.kind == KindVariable) {
-        const Mount* outermost = mount;
-        while (outermost && outermost->outer) outermost = outermost->outer;
-        variables.push_back({&item, outermost ? outermost->file : std::string()});
+        variables.push_back({&item, ScopeOf(mount)});
     }
     const bool isRead = !item.isMalformed || (!item.name.empty() && item.seenName == item.name);
     if (item.isDropped || (item.isMalformed && (item.kind == KindVariable || item.kind == KindTask)))
@@ -232,6 +236,10 @@ void TreeChecks::EnterFile(const Item& item, const Mount* mount) {
         Add("TV6010", item, mount, begin, end, Quoted(file) + " leads back to itself").fault.isTaken = true;
         return;
     }
+    // Files that include one another twice at each level are 2^n mounts. In one scope they all show the same.
+    const std::string scope = mount ? ScopeOf(mount) : file;
+    constexpr unsigned kMostMounts = 10;
+    if (++mountCounts[{path, file, scope}] > kMostMounts) return;
     auto inner = std::make_unique<Mount>();
     inner->outer = mount;
     inner->include = &item;

@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <tuple>
 #include <unordered_map>
 #include <vector>
 
@@ -49,7 +50,7 @@ private:
     };
     struct Variable {
         const Item* item;
-        std::string scope; // FILE of the outermost include around it; empty in the script itself
+        std::string scope;
         bool isRead = false;
         bool isWritten = false;
         bool isCompared = false;
@@ -63,6 +64,7 @@ private:
                      std::string message);
     PlacedFault& AtValue(const char* rule, const Use& use, const char* key, std::string message);
     PlacedFault& AtHeader(const char* rule, const Item& item, const Mount* mount, std::string message);
+    static std::string ScopeOf(const Mount* mount);
     std::vector<RelatedPlace> PlacesOf(const Mount* mount) const;
 
     void AddScores(const Item& evaluation);
@@ -87,7 +89,8 @@ private:
     std::string rootFile;
     std::vector<PlacedFault> faults;
     std::vector<std::unique_ptr<Mount>> mounts;
-    std::vector<Variable> variables; // in the order of a search
+    std::map<std::tuple<std::string, std::string, std::string>, unsigned> mountCounts; // by path, FILE, scope
+    std::vector<Variable> variables;                                                   // in the order of a search
     std::unordered_map<std::string_view, std::vector<std::size_t>> variablesByName;
     std::set<std::string_view> tasks;
     // Items whose names the reader does not see as they are meant: of another kind, or of a header that is broken.

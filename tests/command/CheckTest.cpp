@@ -85,6 +85,20 @@ TEST_F(CheckTest, ItemsThatAreNotClosedAreToldWithTheirBeginnings) {
                                                     path + ":3:9: it begins here\n"));
 }
 
+TEST_F(CheckTest, FilesThatIncludeOthersTwiceAreNotDoubledAtEachLevel) {
+    constexpr int kLevels = 24;
+    for (int level = 0; level <= kLevels; ++level) {
+        std::string text = "TYPEOF INCLUDE (1)\n{\n";
+        for (int task = 1; level < kLevels && task <= 2; ++task)
+            text += "\tTYPEOF SCENARIO (" + std::to_string(task) + ")\n\t{\n\t\tTYPEOF INCLUDE (1)\n\t\t{\n" +
+                    "\t\t\tISA_INDEX=\"1\"\n\t\t\tFILE=\"" + std::to_string(level + 1) + ".sc\"\n\t\t}\n\t}\n";
+        installation.write("town/data/script/include/" + std::to_string(level) + ".sc", text + "}\n");
+    }
+    const Result result =
+        run({"check", installation.path() + "/town/data/script/include/0.sc", "--timeout", "30", "--fail-on", "error"});
+    EXPECT_EQ(result.status, 0) << result;
+}
+
 TEST_F(CheckTest, ControlCharactersAreShownAndNotSent) {
     const std::string path = installation.write("town/data/script/include/a.sc",
                                                 "TYPEOF SCENARIO (1)\n{\n\t\x1b[2J\xe2\x80\xae\xff here\n}\n");
