@@ -197,6 +197,8 @@ void SceneFile::FindTables(const Element& section) {
     for (const Element* vehicle : Below(section, "Vehicle"))
         if (const auto number = Number(*vehicle))
             tables.vehicles[*number] = {Below(*vehicle, "Input").size(), Below(*vehicle, "Output").size()};
+        else
+            tables.hasLostVehicle = true;
     for (const Element* driver : Below(section, "Driver")) tables.drivers.insert(Value(*driver, "name"));
     for (const Element* trigger : Below(section, "Trigger")) tables.triggers.insert(Value(*trigger, "name"));
     for (const Element* image : Below(section, "Image")) tables.images.insert(Value(*image, "name"));
@@ -249,6 +251,7 @@ std::vector<Finding> SceneFile::FileFindings() const {
                 while (end < source.size() && (source[end] & '\x80') != 0) ++end;
                 findings.push_back(
                     At("TV1017", 0, end, "the file is no UTF-8; it is likely " + LikelyEncoding(source)));
+                findings.back().help = ConversionHelp(source);
                 return findings;
             }
             for (std::size_t at = nul; at != std::string_view::npos; at = source.find('\0', at + 1))

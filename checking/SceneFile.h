@@ -24,6 +24,7 @@ struct SceneTables {
         std::size_t outputs = 0;
     };
     std::map<std::int32_t, Vehicle> vehicles;
+    bool hasLostVehicle = false; // one whose number is none, and so may be any
     std::set<std::string> drivers, triggers, images, sounds;
 };
 

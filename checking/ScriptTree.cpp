@@ -577,7 +577,9 @@ private:
     void NotClosed(std::size_t at) {
         Item& item = *open.back();
         item.closing = at;
-        Add("TV1005", at, at, item.Title() + " is not closed").about = &item;
+        // A brace without a header has its own finding.
+        const bool isBrace = item.isDropped && item.keyword.empty() && text[item.begin] == '{';
+        if (!isBrace) Add("TV1005", at, at, item.Title() + " is not closed").about = &item;
         Close();
     }
 

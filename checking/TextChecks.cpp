@@ -21,6 +21,22 @@ std::string Joined(const std::vector<std::string_view>& words) {
     return joined;
 }
 
+constexpr std::string_view kModifiers = "IS_TRUE IS_FALSE BECOMES_TRUE BECOMES_FALSE HAS_BEEN_TRUE HAS_BEEN_FALSE "
+                                        "HAS_BEEN_TRUE_FOR HAS_BEEN_FALSE_FOR";
+
+// Keys are written in capitals; one in small letters is meant for its like.
+std::string NearestKey(std::string_view word, const std::vector<std::string>& candidates) {
+    std::string capitals(word);
+    for (char& c : capitals)
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    const bool isSame = std::find(candidates.begin(), candidates.end(), capitals) != candidates.end();
+    return isSame ? capitals : NearestName(capitals, candidates);
+}
+
+bool IsValueKind(std::string_view word) {
+    return std::find(ValueKinds().begin(), ValueKinds().end(), word) != ValueKinds().end();
+}
+
 std::string DidYouMean(std::string_view name, const std::vector<std::string>& candidates) {
     const std::string near = NearestName(name, candidates);
     return near.empty() ? near : ", did you mean " + Quoted(near);
@@ -545,7 +561,7 @@ void TextChecks::FindMeant(const Item& item, const Attribute& attribute, const s
     std::vector<std::string> candidates;
     for (const Key& key : keys)
         if (!item.Find(key.word)) candidates.emplace_back(key.word);
-    const std::string near = NearestName(word, candidates);
+    const std::string near = NearestKey(word, candidates);
     for (const Key& key : keys)
         if (key.word == near) attribute.meant = key.word;
 }
@@ -556,8 +572,15 @@ void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, con
     for (const Key& key : keys)
         if (!item.Find(key.word) || key.word == "SCORE") candidates.emplace_back(key.word);
     const std::string what = item.Title() + " has no attribute " + std::string(attribute.key);
-    Fault& fault = AtKey("TV1011", item, attribute, what + DidYouMean(attribute.key, candidates));
-    SuggestWord(fault, attribute.key, candidates);
+    const std::string near = NearestKey(attribute.key, candidates);
+    Fault& fault = AtKey("TV1011", item, attribute, what + (near.empty() ? "" : ", did you mean " + Quoted(near)));
+    if (!near.empty()) {
+        fault.fixTitle = "replace " + Quoted(attribute.key) + " by " + Quoted(near);
+        fault.fixBegin = fault.begin;
+        fault.fixEnd = fault.end;
+        fault.fixText = near;
+        fault.fixIsSafe = OnlyOneLetterAway(attribute.key, candidates) == near;
+    }
     FindMeant(item, attribute, keys);
     // A key that begins with a known one is taken for it, with what stands after the next two signs as its value.
     for (const Key& key : keys) {
@@ -683,6 +706,8 @@ bool TextChecks::LookAtDefinitionValue(const Item& item, const Attribute& attrib
                LookAtWord(item, attribute, value, {"BY_VALUE", "BY_ADDRESS"}, isTold);
     if (key == "ENUMTAB") {
         if (isTold && IsUnset(item, attribute)) return true;
+        // A list that asks for one tells that there is none.
+        if (isTold && value.empty() && Holds(WordsOf(item.Value("KINDLIST")), "ENUM")) return false;
         bool isLater = false;
         if (Definition(kEnumTabs, value, item, isLater)) return true;
         if (!isTold) return false;
@@ -700,7 +725,7 @@ bool TextChecks::LookAtDefinitionValue(const Item& item, const Attribute& attrib
         bool isTaken = true;
         const std::vector<std::string_view> words = WordsOf(value);
         for (const std::string_view word : words) {
-            if (std::find(ValueKinds().begin(), ValueKinds().end(), word) != ValueKinds().end()) continue;
+            if (IsValueKind(word)) continue;
             isTaken = false;
             if (!isTold) break;
             const auto begin = attribute.valueBegin + static_cast<std::size_t>(word.data() - value.data());
@@ -757,7 +782,10 @@ bool TextChecks::LookAtUserValue(const Item& item, const Attribute& attribute, s
             if (isTold) AtValue("TV3011", item, attribute, "parameter " + Quoted(item.name) + " has no KIND");
             return false;
         }
-        if (kinds.empty() && item.model != &item) return true; // the definition has its own finding
+        // A definition without words, or with one that is none, has its own finding.
+        const bool isListBroken =
+            std::any_of(kinds.begin(), kinds.end(), [](std::string_view word) { return !IsValueKind(word); });
+        if (isListBroken || (kinds.empty() && item.model != &item)) return true;
         if (item.model == &item && item.Find("KINDLIST") && item.Find("KINDLIST")->keyBegin > attribute.keyBegin)
             return true; // told by the order
         if (Holds(kinds, value)) return true;
@@ -898,13 +926,15 @@ void TextChecks::LookAtLosses(const Item& item) {
     case KindReturn: {
         const std::string_view kind = item.Value("KIND");
         if (kind.empty()) break;
-        if (kind != "VARIABLE") isLost("OWNER_FILE", "only a VARIABLE has one");
+        if (kind != "VARIABLE" && IsValueKind(kind)) isLost("OWNER_FILE", "only a VARIABLE has one");
         if (kind == "FUNCTION") isLost("VALUE", "a FUNCTION stands in its place");
         break;
     }
     case KindCondition: {
         const std::string_view modifier = item.Value("MODIFIER");
-        if (modifier != "HAS_BEEN_TRUE_FOR" && modifier != "HAS_BEEN_FALSE_FOR")
+        // A word that is none has its own finding, and may be meant for one of these.
+        const bool isWord = modifier.empty() || Holds(WordsOf(kModifiers), modifier);
+        if (isWord && modifier != "HAS_BEEN_TRUE_FOR" && modifier != "HAS_BEEN_FALSE_FOR")
             isLost("DURATION", "its MODIFIER has no duration");
         break;
     }
@@ -953,6 +983,11 @@ void TextChecks::LookAtCall(const Item& item) {
     std::vector<std::string_view> upgraded = givenNames;
     UpgradeNames(item.name, upgraded, wantedNames);
     if (upgraded == wantedNames) return;
+    // Which parameters a definition has is not known where one of them is lost.
+    const bool isLost = std::any_of(item.model->children.begin(), item.model->children.end(), [](const auto& child) {
+        return child->isDropped || (child->isMalformed && child->name != child->seenName);
+    });
+    if (isLost) return;
     const bool isOverloadable = item.model->Value("IS_OVERLOADABLE") == "1";
     if (isOverloadable && upgraded.size() == wantedNames.size()) return;
 

@@ -119,7 +119,7 @@ std::vector<PlacedFault> TreeChecks::Run(std::vector<Fault> ownFaults) {
 
 void TreeChecks::AddScores(const Item& evaluation) {
     for (const Attribute& attribute : evaluation.attributes)
-        if (attribute.key == "SCORE") scores.insert(WholeNumberOf(attribute.value));
+        if (attribute.key == "SCORE" || attribute.meant == "SCORE") scores.insert(WholeNumberOf(attribute.value));
 }
 
 // FILE of the outermost include; empty in the script itself.
@@ -254,11 +254,27 @@ void TreeChecks::EnterFile(const Item& item, const Mount* mount) {
                 (included->reason.empty() ? "" : ": " + included->reason))
             .fault.isTaken = true;
     }
+    const std::size_t before = faults.size();
     // What is wrong with the file itself stands in the file.
     for (const Fault& fault : included->faults) faults.push_back({fault, &included->tree->Source(), PlacesOf(place)});
     if (!included->tree || !included->tree->Root()) return;
     const Item& top = *included->tree->Root();
-    if (top.kind != item.kind) return;
+    if (top.kind != item.kind) {
+        // What the file holds is lost, and has its finding there.
+        missingFiles.insert(file);
+        hasLostScores = hasLostScores || item.kind == KindEvaluation;
+        const auto told =
+            std::find_if(faults.begin() + static_cast<std::ptrdiff_t>(before), faults.end(),
+                         [](const PlacedFault& placed) { return std::string_view(placed.fault.rule) == "TV1021"; });
+        if (!top.isDropped) wrongTops.emplace(file, static_cast<std::size_t>(told - faults.begin()));
+        if (told != faults.end() || top.isDropped) return;
+        const std::size_t wordEnd = top.keywordBegin + top.keyword.size();
+        Add("TV1021", top, place, top.keywordBegin, wordEnd,
+            "the file of an " + std::string(item.keyword) + " begins with one, not with " + std::string(top.keyword));
+        faults.back().fault.item = nullptr;
+        faults.back().fault.isTaken = true;
+        return;
+    }
     // A file may hold no more than a reference to another.
     if (top.IsIndexEntry() && !top.isDropped)
         EnterFile(top, place);
@@ -373,6 +389,10 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
                 return child->kind == KindEvaluation && child->Value("FILE") == owner;
             });
         if (!isKnown) {
+            const bool isMissing = std::any_of(missingFiles.begin(), missingFiles.end(), [&](const std::string& file) {
+                return NearestName(owner, {file}) == file;
+            });
+            if (isMissing) return;
             const std::vector<std::string> names(files.begin(), files.end());
             AtValue("TV3009", use, "OWNER_FILE",
                     Quoted(owner) + " is no file of the scenario" + DidYouMean(owner, names));
@@ -391,6 +411,11 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
         }
     if (!variable) {
         // What a file that could not be had holds counts as present.
+        if (const auto top = wrongTops.find(scope); top != wrongTops.end()) {
+            // The library takes the file for one without variables.
+            faults[top->second].fault.isTaken = false;
+            faults[top->second].fault.isValidity = true;
+        }
         if (missingFiles.count(scope) == 0 && !IsHeldByLost(KindVariable, value))
             AtValue("TV3004", use, "VALUE",
                     "there is no VARIABLE (" + std::string(value) + ")" +
@@ -426,8 +451,15 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
 }
 
 void TreeChecks::LookAtVehicle(const Use& use, std::string_view value) {
+    // The library takes what begins with no number for 0.
     const int number = WholeNumberOf(value);
-    if (around.tables->vehicles.count(number)) return;
+    if (around.tables->vehicles.count(number)) {
+        if (!IsOfType(value, "INTEGER"))
+            AtValue("TV3001", use, "VALUE", "VALUE " + Quoted(value) + " is no number of a vehicle").fault.isTaken =
+                true;
+        return;
+    }
+    if (around.tables->hasLostVehicle) return;
     // The one parameter that may mean the environment in place of a vehicle.
     if (number == -1 && use.parameter->model->name == "VHL_NUMBER_PLUS") return;
     AtValue("TV3006", use, "VALUE", "the scenario has no vehicle " + std::string(value));
@@ -445,7 +477,7 @@ void TreeChecks::LookAtChannel(const Use& use, std::string_view value, bool isIn
     const char* word = isInput ? "input " : "output ";
     const auto known = around.tables->vehicles.find(number);
     if (number != -1 && known == around.tables->vehicles.end()) {
-        if (vehicle->Value("KIND") == "VEHICLE") return; // the vehicle has its own finding
+        if (vehicle->Value("KIND") == "VEHICLE" || around.tables->hasLostVehicle) return; // it has its own finding
         AtValue("TV3006", use, "VALUE", "the scenario has no vehicle " + std::to_string(number));
         return;
     }
@@ -453,6 +485,10 @@ void TreeChecks::LookAtChannel(const Use& use, std::string_view value, bool isIn
         AtValue("TV3006", use, "VALUE", "the call names no vehicle whose " + std::string(word) + "this could be");
         return;
     }
+    if (!IsOfType(value, "INTEGER"))
+        AtValue("TV3001", use, "VALUE",
+                "VALUE " + Quoted(value) + " is no number of an " + (isInput ? "input" : "output"))
+            .fault.isTaken = true;
     const std::size_t count = isInput ? known->second.inputs : known->second.outputs;
     if (static_cast<std::uint32_t>(WholeNumberOf(value)) >= count)
         AtValue("TV3006", use, "VALUE", "vehicle " + std::to_string(number) + " has no " + word + std::string(value));
@@ -483,7 +519,9 @@ void TreeChecks::LookAtCall(const Use& use) {
 }
 
 void TreeChecks::LookAtFile(const Use& use, std::string_view value) {
-    const std::string folder = FolderOfFiles(use.parameter->model->Value("FILEDIR"));
+    const std::string_view fileDir = use.parameter->model->Value("FILEDIR");
+    if (fileDir.empty()) return; // the definition has its own finding
+    const std::string folder = FolderOfFiles(fileDir);
     if (!EnvConfig::findInPath(folder, std::string(value)).empty()) return;
     std::vector<std::string> names;
     std::string forward = folder;

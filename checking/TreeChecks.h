@@ -96,10 +96,11 @@ private:
     // Items whose names the reader does not see as they are meant: of another kind, or of a header that is broken.
     std::vector<const Item*> lostItems;
     std::set<int> scores;
-    std::set<std::string> files;          // of includes, as they are written
-    std::set<std::string> missingFiles;   // what they hold still counts as present
-    std::set<std::string_view> mayBeUsed; // names of variables in parameters that are not understood
-    bool hasLostScores = false;           // an EVALUATION whose file is not there
+    std::set<std::string> files;                  // of includes, as they are written
+    std::set<std::string> missingFiles;           // what they hold still counts as present
+    std::map<std::string, std::size_t> wrongTops; // the places among `faults` of files that begin with another item
+    std::set<std::string_view> mayBeUsed;         // names of variables in parameters that are not understood
+    bool hasLostScores = false;                   // an EVALUATION whose file is not there
     std::vector<Use> uses;
     // Keys whose value is read as one that is not valid, and headers whose name is asked for and read as another one.
     std::set<std::pair<const Text*, std::size_t>> misread;

@@ -186,6 +186,12 @@ constexpr Plant kPlants[] = {
     {"TV1003", kError, "", "\n\tTYPEOF TASK @<[>@SLOT]\n\t{\n\t\tTASK_KIND=\"0\"\n\t}\n\n\tTYPEOF RULE (9SLOT)\n\t{\n\t\tTYPEOF CONDITION (IS_MOVING)\n\t\t{\n\t\t\tTYPEOF PARAMETER (VEHICLE)\n\t\t\t{\n\t\t\t\tKIND=\"VEHICLE\"\n\t\t\t\tVALUE=\"0\"\n\t\t\t}\n\t\t}\n\t\tTYPEOF ACTION (NEXT_STATE)\n\t\t{\n\t\t\tTYPEOF PARAMETER (STATE)\n\t\t\t{\n\t\t\t\tKIND=\"TASK\"\n\t\t\t\tVALUE=\"SLOT\"\n\t\t\t}\n\t\t}\n\t}\n"},
     {"TV1003", kError, "", "\n\tTYPEOF VARIABLE (SLOT@<>@\n\t{\n\t\tTYPE=\"FLOAT\"\n\t}\n\n\tTYPEOF RULE (9SLOT)\n\t{\n\t\tTYPEOF CONDITION (IS_MOVING)\n\t\t{\n\t\t\tTYPEOF PARAMETER (VEHICLE)\n\t\t\t{\n\t\t\t\tKIND=\"VEHICLE\"\n\t\t\t\tVALUE=\"0\"\n\t\t\t}\n\t\t}\n\t\tTYPEOF ACTION (SET_VARIABLE)\n\t\t{\n\t\t\tTYPEOF PARAMETER (TARGET)\n\t\t\t{\n\t\t\t\tKIND=\"VARIABLE\"\n\t\t\t\tVALUE=\"SLOT\"\n\t\t\t}\n\t\t\tTYPEOF PARAMETER (SPEED)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"7\"\n\t\t\t}\n\t\t}\n\t}\n"},
     {"TV1007", kError, "", "\n\tTYPEOF INCLUDE (SLOT)\n\t{\n\t\tISA_INDEX=\"1\"\n\t\tTASK_KIND=\"0\"\n\t\tFILE=\"steps.sc@<>@\n\t}\n"},
+    // What has its own finding makes no other one.
+    {"TV1011", kError, "\t\t\t\tKIND=\"ENUM\"", "\t\t\t\t@<kind>@=\"ENUM\""},
+    {"TV1019", kError, "\t\t\tMODIFIER=\"BECOMES_TRUE\"", "\t\t\tMODIFIER=\"@<HAS_BEN_TRUE_FOR>@\"\n\t\t\tDURATION=\"3\""},
+    {"TV3003", kError, "KIND=\"VARIABLE\"\n\t\t\t\tVALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"\"", "KIND=\"@<VARIABL>@\"\n\t\t\t\tVALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"fine.sc\""},
+    {"TV3001", kWarning, "VALUE=\"0\"", "VALUE=\"@<Car>@\""},
+    {"TV1001", kError, "\t\t\tMODIFIER=", "\t\t\t@<{>@\n\t\t\tMODIFIER="},
 };
 // clang-format on
 
@@ -388,6 +394,7 @@ TEST(PlantedTest, AFaultInAModelMakesNoOther) {
         {"TV1002", "TYPEOF ENUMTAB", "TYPEOF @<ENUMTABLE>@"},
         {"TV1003", "FOLDER (ACTION_LIST)", "FOLDER @<>@ACTION_LIST)"},
         {"TV1011", "KINDLIST=\"TASK\"", "@<KINDLST>@=\"TASK\""},
+        {"TV1019", "KINDLIST=\"TASK\"", "KINDLIST=\"@<TASKS>@\""},
         {"TV1014", "\t\t\tTYPEOF ENUM (GREEN)", "\t\t\tTYPEOF @<ACTION (STOP)>@\n\t\t\t{\n\t\t\t}\n\t\t\tTYPEOF ENUM (GREEN)"},
         {"TV1021", "TYPEOF FOLDER (root)", "TYPEOF @<GROUP>@ (root)"},
         {"TV2016", "MAXVALUE=\"250\"", "MAXVALUE=\"@<0>@\""},
