@@ -282,8 +282,7 @@ struct Judged {
 
 Judged JudgeTrace(const std::string& file, const std::vector<TavrelSimulation::Criterion>& criteria) {
     Judged judged;
-    std::error_code error;
-    if (!fs::exists(file, error)) {
+    if (std::error_code unknown; !fs::exists(file, unknown)) {
         judged.fault = "it left no trace";
         return judged;
     }
