@@ -70,6 +70,10 @@ void Campaign::HoldAgainst(const std::vector<TavrelSimulation::Input>& now) cons
         throw CampaignError(fmt::format("{}: {}; begin a new campaign for it", folder, difference));
 }
 
+void Campaign::HoldAgainstFiles(const std::string& installationFile) const {
+    HoldAgainst(AsTheyAreNow(inputs, installationFile));
+}
+
 CampaignCounts Campaign::CountOf(const std::map<std::uint64_t, Verdict>& verdicts, const Shard& shard) const {
     CampaignCounts counts;
     for (const std::uint64_t number : numbers) {

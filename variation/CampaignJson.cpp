@@ -1,5 +1,6 @@
 #include "CampaignJson.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <utility>
@@ -7,6 +8,7 @@
 #include <fmt/format.h>
 #include <lmk/units.h>
 #include <nlohmann/json.hpp>
+#include <simulation/Sha256.h>
 #include <variation/Refused.h>
 
 namespace TavrelVariation {
@@ -191,12 +193,22 @@ std::string DifferenceOf(const std::vector<Input>& present, const std::vector<In
         const Input* now = find(wanted, input);
         if (!now)
             tell(input, "is not there any more");
+        else if (now->sha256.empty() && !input.sha256.empty())
+            tell(input, "cannot be read any more");
         else if (now->sha256 != input.sha256)
             tell(input, "has changed since the campaign began");
     }
     for (const Input& input : wanted)
         if (!find(present, input)) tell(input, "is new");
     return text;
+}
+
+std::vector<Input> AsTheyAreNow(std::vector<Input> inputs, const std::string& installationFile) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    const fs::path folder = fs::weakly_canonical(fs::absolute(installationFile).parent_path(), error);
+    for (Input& input : inputs) input.sha256 = TavrelSimulation::Sha256OfFile((folder / input.file).string());
+    return inputs;
 }
 
 } // namespace TavrelVariation

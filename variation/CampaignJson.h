@@ -31,6 +31,10 @@ std::string DifferenceOf(const FrozenCampaign& present, const FrozenCampaign& wa
 std::string DifferenceOf(const std::vector<TavrelSimulation::Input>& present,
                          const std::vector<TavrelSimulation::Input>& wanted);
 
+// The same files as they are now; one that cannot be read has no check sum.
+std::vector<TavrelSimulation::Input> AsTheyAreNow(std::vector<TavrelSimulation::Input> inputs,
+                                                  const std::string& installationFile);
+
 } // namespace TavrelVariation
 
 #endif

@@ -38,9 +38,9 @@ using TavrelSimulation::Verdict;
 constexpr std::size_t kBatch = 100'000; // numbers that are given to the workers at once
 constexpr int kMostLooks = 2'000;       // at a lock of a run that is about to end
 constexpr auto kPause = std::chrono::milliseconds(1);
-constexpr int kRunDone = 0, kRunBroken = 1; // how the process of one run leaves
-constexpr char kKnown = '\n';               // ends a verdict that it tells
-constexpr std::size_t kMostFinishing = 8;   // runs of one worker that wait for the disk
+constexpr int kRunDone = 0, kRunBroken = 1, kRunRefused = 2, kRunOutOfMemory = 3; // how the process of one run leaves
+constexpr char kKnown = '\n';                                                     // ends a verdict that it tells
+constexpr std::size_t kMostFinishing = 8; // runs of one worker that wait for the disk
 
 double SecondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
 
@@ -52,7 +52,7 @@ bool IsWanted(std::optional<Verdict> verdict, Retry retry) {
 
 // What a worker answers for a number.
 struct Answer {
-    enum class Kind : char { Done = 'd', Busy = 'b', Elsewhere = 'e', FileError = 'f' };
+    enum class Kind : char { Done = 'd', Busy = 'b', Elsewhere = 'e', FileError = 'f', Refused = 'r' };
     Kind kind = Kind::Done;
     Verdict verdict = Verdict::Error;
     double seconds = 0;
@@ -111,7 +111,7 @@ RunRecord RecordOfRun(const RunVariant& run, const Variant& variant, const std::
     RunRecord record;
     try {
         record = run(variant, trace);
-    } catch (const CampaignFileError&) {
+    } catch (const CampaignError&) {
         throw;
     } catch (const std::bad_alloc&) {
         record.verdict = Verdict::Killed;
@@ -170,7 +170,7 @@ public:
         RunRecord record;
         try {
             record = RecordOfRun(run, variant, trace);
-        } catch (const CampaignFileError&) {
+        } catch (const CampaignError&) {
             if (!trace.empty()) unlink(trace.c_str());
             throw;
         }
@@ -299,6 +299,7 @@ private:
             [&](std::size_t item, const std::string& text) {
                 const Answer answer = Answer::Of(text);
                 if (answer.kind == Answer::Kind::FileError) throw CampaignFileError(answer.sentence);
+                if (answer.kind == Answer::Kind::Refused) throw CampaignError(answer.sentence);
                 if (answer.kind == Answer::Kind::Busy) return busy.push_back(numbers[item]);
                 if (answer.kind == Answer::Kind::Done) log.Tell(numbers[item], answer, SecondsSince(start));
                 ++done;
@@ -346,6 +347,15 @@ private:
                     toTell = failure;
                 });
                 return kRunDone;
+            } catch (const CampaignFileError& error) {
+                WriteAll(toTell, error.what());
+                return kRunBroken;
+            } catch (const CampaignError& error) {
+                WriteAll(toTell, error.what());
+                return kRunRefused;
+            } catch (const std::bad_alloc& error) {
+                WriteAll(toTell, error.what());
+                return kRunOutOfMemory;
             } catch (const std::exception& error) {
                 WriteAll(toTell, error.what());
                 return kRunBroken;
@@ -373,9 +383,11 @@ private:
             signal(WTERMSIG(status), SIG_DFL);
             raise(WTERMSIG(status));
         }
-        if (!WIFEXITED(status) || WEXITSTATUS(status) != kRunBroken)
-            _exit(WEXITSTATUS(status)); // the run ended the process by itself
-        answer.kind = Answer::Kind::FileError;
+        const int left = WEXITSTATUS(status);
+        if (answer.sentence.empty() || (left != kRunBroken && left != kRunRefused && left != kRunOutOfMemory))
+            _exit(left); // the run ended the process by itself
+        if (left == kRunOutOfMemory) throw std::bad_alloc();
+        answer.kind = left == kRunRefused ? Answer::Kind::Refused : Answer::Kind::FileError;
         return answer;
     }
 
@@ -509,10 +521,16 @@ bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVa
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
         try {
             Work(files, plan, options, run, progress, failure.ends[1]).Through(wanted);
-            return 0;
+            return kRunDone;
+        } catch (const CampaignFileError& error) {
+            WriteAll(failure.ends[1], error.what());
+            return kRunBroken;
+        } catch (const CampaignError& error) {
+            WriteAll(failure.ends[1], error.what());
+            return kRunRefused;
         } catch (const std::exception& error) {
             WriteAll(failure.ends[1], error.what());
-            return 1;
+            return kRunBroken;
         }
     });
     const EndsTheManager handler(manager);
@@ -527,7 +545,11 @@ bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVa
     if (WIFSIGNALED(status))
         throw CampaignFileError(
             fmt::format("the work was ended ({})", TavrelProcesses::TextOfSignal(WTERMSIG(status))));
-    if (WEXITSTATUS(status) != 0 || !sentence.empty()) throw CampaignFileError(sentence);
+    if (WEXITSTATUS(status) == kRunRefused) {
+        removeLeftovers();
+        throw CampaignError(fmt::format("{}: {}", folder, sentence));
+    }
+    if (WEXITSTATUS(status) != kRunDone || !sentence.empty()) throw CampaignFileError(sentence);
     return true;
 }
 

@@ -423,6 +423,7 @@ RunVariant RunWith(const Simulator& simulator, VariantRunner& runner, const Plan
             runner.Save(plan.Assignments(variant), job.scenario);
             const std::string output = folder.path + "/output.txt";
             RunRecord record = simulator.Run(job, criteria, output);
+            runner.HoldIncludes(); // it may have read them
             std::error_code error;
             if (record.verdict != Verdict::Passed && record.verdict != Verdict::Failed)
                 fs::copy_file(output, files.File(fmt::format("log/{:06}.txt", variant.number)),

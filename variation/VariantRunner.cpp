@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <new>
 #include <utility>
 
 #include <TavrelScenarioTemplateDb/ScenarioScripts.h>
@@ -17,6 +18,8 @@
 #include <simulation/Sha256.h>
 #include <simulation/Trace.h>
 #include <variation/CampaignError.h>
+
+#include "CampaignJson.h"
 
 namespace TavrelVariation {
 
@@ -65,6 +68,15 @@ struct VariantRunner::Parts {
         for (const Assignment& assignment : assignments) start->values.emplace_back(assignment.id, assignment.text);
     }
 
+    // Each run reads the includes anew. `now` is the script as it was just read; null if it could not be.
+    void Hold(const ScenarioLib::Scenario* now) const {
+        std::vector<Input> then = inputs;
+        std::erase_if(then, [](const Input& input) { return input.role != "include"; });
+        const std::string difference =
+            DifferenceOf(then, now ? IncludesOf(*now, setup.installation) : AsTheyAreNow(then, setup.installation));
+        if (!difference.empty()) throw CampaignError(difference + "; no run was made with it");
+    }
+
     const Setup setup;
     Settable settable;
     const cfg::ScenarioScript* script = nullptr; // stays where it is when its text is set
@@ -87,6 +99,8 @@ bool VariantRunner::HasScript() const { return parts->script != nullptr; }
 std::string VariantRunner::Script() const { return parts->script ? parts->script->name : ""; }
 const std::vector<Input>& VariantRunner::Inputs() const { return parts->inputs; }
 const Settable& VariantRunner::Values() const { return parts->settable; }
+std::uint32_t VariantRunner::OwnSeed() const { return Scene::SeedOf(*parts->setup.file); }
+void VariantRunner::HoldIncludes() const { parts->Hold(nullptr); }
 
 RunRecord VariantRunner::Run(const std::vector<AssignmentText>& values, std::optional<std::uint32_t> seed,
                              const std::string& traceFile) {
@@ -103,11 +117,12 @@ RunRecord VariantRunner::Run(const std::vector<AssignmentText>& values, std::opt
     settings.start.scenario = parts->setup.scenario;
     settings.start.script = parts->script->name;
     settings.start.inputs = parts->inputs;
-    settings.start.seed = seed ? *seed : Scene::SeedOf(*parts->setup.file);
+    settings.start.seed = seed ? *seed : OwnSeed();
 
     const lmkUtils::InstallationMoment moment; // a run sees one state of the installation
     const std::unique_ptr<ScenarioItem> item = ReadScript(*parts->script);
     auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(item.get());
+    parts->Hold(scenario);
     if (!scenario) throw AssignmentError("with these values the script cannot be read");
     TavrelScenarioTemplateDb::ScenarioTables tables;
     tables.fill(*scenario, *parts->setup.file);
@@ -142,8 +157,10 @@ RunRecord VariantRunner::Run(const std::vector<AssignmentText>& values, std::opt
 
 void VariantRunner::Save(const std::vector<AssignmentText>& values, const std::string& file) {
     parts->Set(values, nullptr);
-    if (!parts->setup.file->save(file.c_str(), static_cast<Commons::Encoding::Mode>(1), false))
-        throw CampaignFileError(parts->setup.file->errorMessage);
+    if (parts->setup.file->save(file.c_str(), static_cast<Commons::Encoding::Mode>(1), false)) return;
+    // That is the fault of this variant, or of its limit, and not of the folder.
+    if (parts->setup.file->errorMessage.ends_with("out of memory")) throw std::bad_alloc();
+    throw CampaignFileError(parts->setup.file->errorMessage);
 }
 
 } // namespace TavrelVariation

@@ -363,6 +363,67 @@ TEST_F(CampaignTest, AnotherPlanAndChangedInputsAreRefused) {
     EXPECT_EQ(run({"campaign", "run", "nowhere"}).status, 2);
 }
 
+TEST_F(CampaignTest, AChangedInputIsNamedWhateverItBreaks) {
+    const std::string scenario = sample.path + "/packs/road/data/scenario/motorway/Emergency braking.sce";
+    const std::string bytes = readFile(scenario);
+    ASSERT_FALSE(bytes.empty());
+    plan["configuration"] = "Fahrschule S\u00FCd"; // it has the include
+    plan["method"]["count"] = 4;
+    begin("inputs");
+    const Json frozen = Json::parse(readFile(folder + "/inputs/campaign.json"));
+    std::string model, include;
+    for (const Json& input : frozen["inputs"]) {
+        if (input["role"] == "rootModel") model = input["file"];
+        if (input["role"] == "include") include = input["file"];
+    }
+    ASSERT_FALSE(model.empty() || include.empty());
+    const auto refusedFor = [&](const std::string& file) {
+        const Result result = run({"campaign", "run", "inputs"});
+        EXPECT_EQ(result.status, 2) << result;
+        EXPECT_THAT(result.err, HasSubstr(file));
+    };
+    for (const auto& [from, to] :
+         {std::pair{"<scriptName>main<", "<scriptName>Main<"}, std::pair{"<name>Gap<", "<name>Gab<"}}) {
+        std::string renamed = bytes;
+        const std::size_t at = renamed.find(from);
+        ASSERT_NE(at, std::string::npos) << from;
+        std::ofstream(scenario) << renamed.replace(at, std::string(from).size(), to);
+        refusedFor("Emergency braking.sce has changed");
+    }
+    std::ofstream(scenario) << bytes.substr(0, bytes.size() / 2);
+    refusedFor("Emergency braking.sce has changed");
+    fs::remove(scenario);
+    refusedFor("Emergency braking.sce cannot be read any more");
+    std::ofstream(scenario) << bytes;
+    const std::string rootModel = readFile(sample.path + "/" + model);
+    fs::remove(sample.path + "/" + model);
+    refusedFor(model);
+    std::ofstream(sample.path + "/" + model) << rootModel;
+    EXPECT_LT(run({"campaign", "run", "inputs"}).status, 2) << "all is as it was";
+
+    // Each run reads the includes anew, and so may a simulator.
+    const std::string file = sample.path + "/" + include, before = readFile(file);
+    Result result = run({"campaign", "run", "inputs", "--retry", "all", "--jobs", "1", "--command",
+                         "sh -c 'echo >>\"$0\"; echo >$1' '" + file + "' {trace}"});
+    EXPECT_EQ(result.status, 2) << result;
+    EXPECT_THAT(result.err, HasSubstr(include + " has changed since the campaign began"));
+    std::ofstream(file) << before;
+    plan["method"]["count"] = 2000;
+    begin("edited");
+    const std::string errors = folder + "/errors", runs = folder + "/edited/runs";
+    const pid_t child = start({"campaign", "run", "edited", "--jobs", "2"}, errors);
+    while (fs::is_empty(runs)) std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    std::ofstream(file, std::ios::app) << "\n";
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 2);
+    EXPECT_THAT(readFile(errors), HasSubstr(include + " has changed since the campaign began"));
+    std::ofstream(file) << before;
+    const Json state = run({"campaign", "status", "edited", "--json"}).json();
+    EXPECT_EQ(state["verdicts"]["error"], 0) << "no record of a run with another include";
+    EXPECT_GT(state["missing"].size(), 0U);
+}
+
 TEST_F(CampaignTest, EnginesTellTheirPart) {
     plan["method"]["count"] = 6;
     begin("engines");

@@ -230,6 +230,10 @@ int RunCampaignRun(Context& context) {
         if (context.arguments.Has("--command")) simulator.emplace(context.arguments.Text("--command"), options.memory);
         Arguments arguments = context.arguments;
         Context own = WithInstallation(context, arguments, campaign.Installation());
+        // What was cut short or has other names now cannot be opened, or not with this plan.
+        const std::string installation = InstallationFileInUse(own.arguments);
+        std::error_code error;
+        if (std::filesystem::exists(installation, error)) campaign.HoldAgainstFiles(installation);
         Workshop shop = OpenWorkshopSafely(own, campaign.ThePlan(), folder);
         campaign.HoldAgainst(shop.runner->Inputs());
         const RunVariant run =

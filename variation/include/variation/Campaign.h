@@ -73,7 +73,8 @@ struct CampaignOptions {
 using CampaignProgress = std::function<void(std::uint64_t done, std::uint64_t all)>;
 
 // Runs one variant and tells what came of it. It is called in a process of its own, which ends afterwards. The trace is
-// written to `traceFile` unless that is empty. What is thrown becomes the message of a run that could not be had.
+// written to `traceFile` unless that is empty. What is thrown becomes the message of a run that could not be had, but
+// for CampaignError, which ends the work without a record.
 using RunVariant = std::function<RunRecord(const Variant& variant, const std::string& traceFile)>;
 
 class TAVREL_VARIATION_API Campaign {
@@ -95,11 +96,15 @@ public:
 
     // Throws CampaignError that names which input is another one than when the campaign began.
     void HoldAgainst(const std::vector<TavrelSimulation::Input>& inputs) const;
+    // The same of the files below the folder of this installation file, without opening any as what it is. It finds
+    // what is cut short or gone; HoldAgainst finds what came to these files or took the place of one.
+    void HoldAgainstFiles(const std::string& installationFile) const;
 
     // How the numbers of a shard stand.
     CampaignCounts Count(const Shard& shard) const;
     // Runs what is not finished of a shard. The plan must be the frozen one. Numbers that another process is at are
-    // waited for. Throws CampaignFileError if the folder cannot be written to. Answers false when it was interrupted by
+    // waited for. Throws CampaignFileError if the folder cannot be written to, and another CampaignError if `run`
+    // throws one that is no CampaignFileError: the campaign cannot go on then. Answers false when it was interrupted by
     // SIGINT or SIGTERM: what was finished until then is there, and nothing is half there.
     bool Run(const Plan& plan, const CampaignOptions& options, const RunVariant& run,
              const CampaignProgress& progress) const;

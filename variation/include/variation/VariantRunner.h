@@ -49,14 +49,19 @@ public:
     // What a run is made from, includes among it.
     const std::vector<TavrelSimulation::Input>& Inputs() const;
     const Settable& Values() const;
+    // The seed of the world that the scenario gives.
+    std::uint32_t OwnSeed() const;
+    // Throws CampaignError, which names it, if an include is not what it was when this object was made. Run does so by
+    // itself.
+    void HoldIncludes() const;
 
     // Sets the values and runs. The trace is written to `traceFile` unless that is empty. Number, seed and values of
     // the record are left to the caller. Throws AssignmentError for a value that cannot be had, CampaignFileError for a
-    // trace that cannot be written.
+    // trace that cannot be written, CampaignError for an include that is not what it was.
     RunRecord Run(const std::vector<AssignmentText>& values, std::optional<std::uint32_t> seed,
                   const std::string& traceFile);
-    // Sets the values and saves the scenario as another file, for a simulator that reads it. Throws AssignmentError and
-    // CampaignFileError.
+    // Sets the values and saves the scenario as another file, for a simulator that reads it. Throws AssignmentError,
+    // CampaignFileError, and std::bad_alloc where memory is too short.
     void Save(const std::vector<AssignmentText>& values, const std::string& file);
 
 private:
