@@ -576,8 +576,10 @@ std::string Settable::OutsideOf(const Declaration& declaration, const Assignment
     if (target.type == ValueType::Integer || target.type == ValueType::Real) {
         const lmk::t_unit unit = IsNoUnit(declaration.unit) ? target.unit : declaration.unit;
         const double number = Converted(assignment.number, assignment.unit, unit);
+        // An end that is told in another unit has lost digits, and may lie outside when it comes back.
+        const auto isEnd = [&](double end) { return Converted(end, unit, assignment.unit) == assignment.number; };
         const auto look = [&](double minimum, double maximum) {
-            within = within || (minimum <= number && number <= maximum);
+            within = within || (minimum <= number && number <= maximum) || isEnd(minimum) || isEnd(maximum);
             tell(NumberText(minimum) + " to " + NumberText(maximum));
         };
         for (const auto& range : declaration.integerRanges) look(range.minimum, range.maximum);

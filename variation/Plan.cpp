@@ -522,6 +522,14 @@ private:
         }
     }
 
+    // The declared end where that is what was given, in digits that lie just outside when they are converted.
+    static Decimal Inwards(const Decimal& converted, const Decimal& given, lmk::t_unit unit, const Bound& bound) {
+        const NumberDomain& declared = *bound.declared;
+        if (IsSameUnit(unit, bound.told.unit) || declared.Contains(converted)) return converted;
+        const Decimal near = declared.At(declared.Nearest(converted.WithDecimals(declared.Decimals()).units));
+        return InUnit(near, bound.told.unit, unit) == given ? near : converted;
+    }
+
     // Reads what an assignment under that name takes. The scenario says whether it can be had.
     Value Read(const Bound& bound, const Named& named, const std::string& text, const std::string& place,
                Ranges ranges = Ranges::Bind) {
@@ -530,7 +538,8 @@ private:
             if (!IsNumber(bound.told.type)) return {{}, parts.Kept(text)};
             const auto [number, unitText] = NumberAndUnit(text);
             const lmk::t_unit unit = unitText.empty() ? settable.UnitOf(named) : lmk::toTUnit(unitText.c_str());
-            return {InUnit(Decimal::Read(number), unit, bound.told.unit), nullptr};
+            const Decimal given = Decimal::Read(number), converted = InUnit(given, unit, bound.told.unit);
+            return {bound.declared ? Inwards(converted, given, unit, bound) : converted, nullptr};
         } catch (const AssignmentError& refused) {
             throw Refused(place, refused.what());
         } catch (const NoDecimal& refused) {

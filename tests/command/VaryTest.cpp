@@ -263,6 +263,45 @@ TEST_F(VaryTest, ValuesHaveTheirUnitWhereTheDeclarationHasAnother) {
     EXPECT_THAT(RunTavrel({"vary", "show", plan, "1"}).out, HasSubstr("75 mph"));
 }
 
+TEST_F(VaryTest, TheEndsOfADeclarationInAnotherUnitCanBeHad) {
+    std::string text = readFile(sampleFolder() + "/packs/road/data/scenario/" + kOvertaking);
+    const auto declare = [&](const std::string& name, const std::string& range, const std::string& unit) {
+        text.insert(text.rfind("  </Scenario>"), "<VariadicParameter><name>" + name +
+                                                     "</name><parameterId>/sce/Scenario/Weather/" + name +
+                                                     "</parameterId><RealParameter><default>0</default><RealRange>" +
+                                                     range + "</RealRange></RealParameter><parameterUnit>" + unit +
+                                                     "</parameterUnit></VariadicParameter>\n");
+    };
+    declare("windSpeed", "<minimum>0</minimum><maximum>37</maximum>", "km/h");   // the file: m/s
+    declare("temperature", "<minimum>0</minimum><maximum>97</maximum>", "degF"); // the file: degC
+    std::ofstream(folder / "ends.sce", std::ios::binary) << text;
+    const std::string plan = (folder / "ends.json").string();
+    const auto lines = [&](const std::string& parameters) {
+        std::ofstream(plan) << R"({"format": "tavrel-plan/1", "scenario": "ends.sce", "method": {"name": "grid"},
+            "parameters": {)"
+                            << parameters << "}}";
+        const Result list = RunTavrel({"vary", "list", plan, "--format", "jsonl"});
+        EXPECT_EQ(list.status, 0) << list.err;
+        return Lines(list.out);
+    };
+    const std::string wind = "/sce/Scenario/Weather/windSpeed";
+    const auto byId = lines(
+        "\"" + wind + R"(": {"count": 2}, "/sce/Scenario/Weather/temperature": {"values": ["0 degF", "97 degF"]})");
+    ASSERT_EQ(byId.size(), 4u);
+    EXPECT_EQ(byId[3]["values"][wind], "10.2777777778");
+    EXPECT_EQ(byId[0]["values"]["/sce/Scenario/Weather/temperature"], "-17.7777777778");
+    // Each value is read as run reads it.
+    const Result write = RunTavrel({"vary", "write", plan, "--output", (folder / "out").string()});
+    EXPECT_EQ(write.status, 0) << write.err;
+    // The other way round: what is written in the file's unit is the declared end.
+    const auto byName = lines(R"("windSpeed": {"values": ["10.2777777778 m/s"]})");
+    ASSERT_EQ(byName.size(), 1u);
+    EXPECT_EQ(byName[0]["values"][wind], "37 km/h");
+    std::ofstream(plan) << R"({"format": "tavrel-plan/1", "scenario": "ends.sce",
+        "parameters": {"windSpeed": {"values": ["10.2777777779 m/s"]}}})";
+    EXPECT_EQ(RunTavrel({"vary", "count", plan}).status, 2);
+}
+
 TEST_F(VaryTest, EveryDeclarationOfAParameterBinds) {
     std::string text = readFile(sampleFolder() + "/packs/road/data/scenario/" + kOvertaking);
     const auto declare = [&](const std::string& id, const std::string& typed) {
