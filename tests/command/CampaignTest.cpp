@@ -350,6 +350,11 @@ TEST_F(CampaignTest, AnotherPlanAndChangedInputsAreRefused) {
     EXPECT_THAT(result.err, HasSubstr("its plan is another one"));
     EXPECT_EQ(run({"campaign", "init", "plan.json", "--output", "frozen"}).status, 0)
         << "the same plan changes nothing";
+    plan["criteria"].push_back("never fired(99999)");
+    std::ofstream(folder + "/other.json") << plan.dump();
+    result = run({"campaign", "init", "other.json", "--output", "lacking"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.err, HasSubstr("other.json: criteria/1: criterion 'never fired(99999)'"));
 
     run({"campaign", "run", "frozen", "--shard", "0/3"});
     const Result edit = run({"set", "motorway/Emergency braking.sce", "--configuration", "Highway", "Gap=44"});

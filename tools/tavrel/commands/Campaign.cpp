@@ -63,6 +63,19 @@ auto WithCampaignRefusals(const std::string& subject, const Work& work) {
     }
 }
 
+// Refuses, with its place in the plan, the first criterion that the script has no part for.
+void RefuseCriterion(VariantRunner::Setup setup) {
+    const std::vector<TavrelSimulation::Criterion> criteria = setup.criteria;
+    for (std::size_t i = 0; i < criteria.size(); ++i) {
+        setup.criteria = {criteria[i]};
+        try {
+            const VariantRunner alone(setup);
+        } catch (const TavrelSimulation::CriterionError& refused) {
+            throw Refused(fmt::format("criteria/{}", i), refused.what());
+        }
+    }
+}
+
 Workshop OpenWorkshop(Context& context, const PlanFile& file, const std::string& path) {
     Workshop shop{OpenPlan(context, file, path), "", {}, nullptr};
     shop.installation = shop.plan.scenario.installation;
@@ -80,7 +93,12 @@ Workshop OpenWorkshop(Context& context, const PlanFile& file, const std::string&
     setup.span = SpanOf(file);
     if (const std::string complaint = setup.span.Complaint(); !complaint.empty()) throw Refused("run", complaint);
     setup.criteria = shop.criteria;
-    shop.runner = std::make_unique<VariantRunner>(setup);
+    try {
+        shop.runner = std::make_unique<VariantRunner>(setup);
+    } catch (const TavrelSimulation::CriterionError&) {
+        RefuseCriterion(setup);
+        throw;
+    }
     return shop;
 }
 
