@@ -5,6 +5,7 @@
 #include <limits>
 #include <map>
 #include <numeric>
+#include <set>
 
 #include <nlohmann/json.hpp>
 #include <scenario/NearestName.h>
@@ -51,6 +52,33 @@ std::pair<std::string, std::string> NumberAndUnit(const std::string& text) {
     if (blank == std::string::npos) return {text, ""};
     return {text.substr(0, blank), text.substr(blank + 1)};
 }
+
+// Below, above or 0, which it is for values that are equal.
+int Order(const Value& a, const Value& b) {
+    if (a.text && b.text) return a.text->compare(*b.text);
+    if (a.text || b.text) return a.text ? 1 : -1;
+    return Compare(a.number, b.number);
+}
+
+// Rows of as many values each, to keep each row once, or to know whether one is among them.
+class ValueRows {
+public:
+    explicit ValueRows(std::size_t itsWidth = 1) : rows(Less{itsWidth}) {}
+    // False for a row that is there already. The values must stay where they are.
+    bool Add(const Value* row) { return rows.insert(row).second; }
+    bool Has(const Value* row) const { return rows.count(row) != 0; }
+
+private:
+    struct Less {
+        std::size_t width;
+        bool operator()(const Value* a, const Value* b) const {
+            int order = 0;
+            for (std::size_t i = 0; i < width && order == 0; ++i) order = Order(a[i], b[i]);
+            return order < 0;
+        }
+    };
+    std::set<const Value*, Less> rows;
+};
 
 } // namespace
 
@@ -349,20 +377,17 @@ private:
                     factor.levels.push_back(Read(parts.bound[members[j]], NamedAs(members[j]), set.rows[r][j],
                                                  place + "/rows/" + std::to_string(r) + "/" + std::to_string(j)));
             // A row that comes twice counts once, but where the rows are the variants.
-            if (file.method.kind != MethodKind::List) DropDoubles(factor);
+            if (file.method.kind != MethodKind::List) DropDoubles(factor.levels, factor.Width());
         }
     }
 
-    static void DropDoubles(Factor& factor) {
-        Factor kept;
-        kept.parameters = factor.parameters;
-        for (std::size_t r = 0; r < factor.LevelCount(); ++r) {
-            bool known = false;
-            for (std::size_t k = 0; k < kept.LevelCount() && !known; ++k)
-                known = std::equal(factor.Level(r), factor.Level(r) + factor.Width(), kept.Level(k));
-            if (!known) kept.levels.insert(kept.levels.end(), factor.Level(r), factor.Level(r) + factor.Width());
-        }
-        factor.levels = std::move(kept.levels);
+    // Keeps the first of rows that are equal.
+    static void DropDoubles(std::vector<Value>& values, std::size_t width = 1) {
+        std::vector<Value> kept;
+        ValueRows known(width);
+        for (auto row = values.cbegin(); row != values.cend(); row += static_cast<std::ptrdiff_t>(width))
+            if (known.Add(&*row)) kept.insert(kept.end(), row, row + static_cast<std::ptrdiff_t>(width));
+        values = std::move(kept);
     }
 
     void AddFactor(const std::vector<std::size_t>& parameters) {
@@ -449,10 +474,15 @@ private:
     bool Narrow(std::vector<Value>& listed, const std::vector<std::string>& literals, bool isBound) {
         if (literals.empty()) return isBound;
         std::vector<Value> allowed, narrowed;
-        for (const std::string& literal : literals) AddOnce(allowed, {{}, parts.Kept(literal)});
-        for (const Value& value : isBound ? listed : allowed)
-            if (std::find(allowed.begin(), allowed.end(), value) != allowed.end()) narrowed.push_back(value);
-        listed = std::move(narrowed);
+        for (const std::string& literal : literals) allowed.push_back({{}, parts.Kept(literal)});
+        DropDoubles(allowed);
+        if (isBound) {
+            ValueRows known;
+            for (const Value& value : allowed) known.Add(&value);
+            for (const Value& value : listed)
+                if (known.Has(&value)) narrowed.push_back(value);
+        }
+        listed = std::move(isBound ? narrowed : allowed);
         return true;
     }
 
@@ -549,10 +579,6 @@ private:
 
     // ---- domains ----
 
-    static void AddOnce(std::vector<Value>& values, const Value& value) {
-        if (std::find(values.begin(), values.end(), value) == values.end()) values.push_back(value);
-    }
-
     void MakeDomain(Bound& bound) {
         const PlanFile::Parameter* entry = bound.entry;
         const std::string& place = bound.told.place;
@@ -569,7 +595,8 @@ private:
         if (entry && entry->values) {
             bound.listed.clear();
             for (std::size_t i = 0; i < entry->values->size(); ++i)
-                AddOnce(bound.listed, Read(bound, named, (*entry->values)[i], place + "/values/" + std::to_string(i)));
+                bound.listed.push_back(Read(bound, named, (*entry->values)[i], place + "/values/" + std::to_string(i)));
+            DropDoubles(bound.listed);
             bound.hasList = true;
             return;
         }
@@ -745,13 +772,15 @@ private:
                       const std::string& place) {
         const Named named{bound.target, bound.namedDeclaration};
         std::vector<std::pair<Value, double>> elements;
+        ValueRows listed;
+        for (const Value& value : bound.listed) listed.Add(&value);
         for (std::size_t i = 0; i < sampling.elements.size(); ++i) {
             const std::string at = place + "/elements/" + std::to_string(i) + "/value";
             // Numbers outside are cut away like the tails of the others; a text outside is a slip of the pen.
             const Value value = Read(bound, named, sampling.elements[i].value, at,
                                      IsNumber(bound.told.type) ? Ranges::AreTold : Ranges::Bind);
             const bool inside = bound.hasList
-                                    ? std::find(bound.listed.begin(), bound.listed.end(), value) != bound.listed.end()
+                                    ? listed.Has(&value)
                                     : value.text || bound.domain->IsEmpty() || bound.domain->Contains(value.number);
             if (inside) elements.emplace_back(value, sampling.elements[i].weight);
         }
@@ -1005,13 +1034,6 @@ std::vector<CoverRule> RulesOf(const std::vector<Constraint>& constraints, const
         rules.push_back(std::move(rule));
     }
     return rules;
-}
-
-// The level that a factor has in a variant.
-int Order(const Value& a, const Value& b) {
-    if (a.text && b.text) return a.text->compare(*b.text);
-    if (a.text || b.text) return a.text ? 1 : -1;
-    return Compare(a.number, b.number);
 }
 
 // Finds the level that the values of a variant are: a real with a fine step has a million.

@@ -302,6 +302,24 @@ TEST_F(VaryTest, TheEndsOfADeclarationInAnotherUnitCanBeHad) {
     EXPECT_EQ(RunTavrel({"vary", "count", plan}).status, 2);
 }
 
+TEST_F(VaryTest, ValuesAndRowsCountOnceInTheirOrder) {
+    Json values = Json::array(), rows = Json::array();
+    for (int i = 0; i < 6; ++i) {
+        const int mixed = i * 5 % 4; // 0 1 2 3 0 1
+        values.push_back("place " + std::to_string(3 - mixed));
+        rows.push_back({std::to_string(mixed / 2), i == 5 ? "1.0" : std::to_string(mixed % 2)});
+    }
+    EXPECT_THAT(Values(R"("method": {"name": "grid"}, "parameters": {"/sce/Scenario/Road/name": {"values": )" +
+                           values.dump() + "}}",
+                       "/sce/Scenario/Road/name"),
+                ElementsAre("place 3", "place 2", "place 1", "place 0"));
+    EXPECT_THAT(Values(R"("method": {"name": "grid"}, "parameters": {}, "linked": [{"parameters":
+                          ["/sce/Scenario/duration", "/sce/Scenario/Weather/rain"], "rows": )" +
+                           rows.dump() + "}]",
+                       "/sce/Scenario/duration"),
+                ElementsAre("0", "0", "1", "1"));
+}
+
 TEST_F(VaryTest, EveryDeclarationOfAParameterBinds) {
     std::string text = readFile(sampleFolder() + "/packs/road/data/scenario/" + kOvertaking);
     const auto declare = [&](const std::string& id, const std::string& typed) {
