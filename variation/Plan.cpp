@@ -688,6 +688,35 @@ private:
         const Bound& bound = parts.bound[factor.parameters[0]];
         RefuseDistribution(bound);
         factor.levels = LevelsOf(parts, bound);
+        CheckStored(bound, factor.levels);
+    }
+
+    // Integers are stored in SI units, and few of a smaller unit are whole there.
+    void CheckStored(const Bound& bound, const std::vector<Value>& values) const {
+        const auto isStored = [](lmk::t_unit unit) { return lmk::convToSI(unit, 1) == 1; };
+        if (bound.told.type != ValueType::Integer || (isStored(bound.told.unit) && isStored(bound.targetUnit))) return;
+        for (const Value& value : values) {
+            std::string text = value.number.Text();
+            if (!bound.told.unitText.empty()) text += " " + bound.told.unitText;
+            try {
+                settable.Read({bound.target, std::nullopt}, text, Ranges::AreTold);
+            } catch (const AssignmentError& refused) {
+                throw Refused(bound.told.place,
+                              std::string(refused.what()) + "; add values that do, or range and step to them");
+            }
+        }
+    }
+
+    // Neighbours are enough: where a unit is too small, one of a few does not come back.
+    void CheckStored(const Bound& bound, const NumberDomain& domain) const {
+        constexpr std::int64_t kNeighbours = 1000;
+        std::vector<Value> values;
+        for (const NumberDomain::Range& range : domain.Ranges()) {
+            for (std::int64_t i = 0; i < kNeighbours && i <= Difference(range.maximum, range.minimum); ++i)
+                values.push_back({domain.At(range.minimum + i), nullptr});
+            values.push_back({domain.At(range.maximum), nullptr});
+        }
+        CheckStored(bound, values);
     }
 
     // Linked sets have their rows from the beginning.
@@ -705,6 +734,7 @@ private:
         try {
             for (const std::int64_t number : bound.domain->Boundary(StepOf(bound)))
                 factor.levels.push_back({bound.domain->At(number), nullptr});
+            CheckStored(bound, factor.levels);
         } catch (const NoDecimal& refused) {
             throw NoValues(bound, refused.what());
         }
@@ -759,8 +789,10 @@ private:
                 throw NoValues(bound, "has no declared range; add range or values");
             factor.byNumber.emplace(*bound.domain, sampling ? sampling->distribution : Distribution());
             factor.decimals = bound.domain->Decimals();
+            CheckStored(bound, *bound.domain);
             if (bound.domain->IsEmpty()) // the far ends are asked for once, so that no number fails later
-                for (const double u : {UnitNumber(0), UnitNumber(~std::uint64_t{0})}) factor.byNumber->At(u);
+                for (const double u : {UnitNumber(0), UnitNumber(~std::uint64_t{0})})
+                    CheckStored(bound, {{{factor.byNumber->At(u), factor.decimals}, nullptr}});
         } catch (const std::invalid_argument& refused) {
             throw Refused(place, refused.what());
         } catch (const NoDecimal& refused) {

@@ -302,6 +302,42 @@ TEST_F(VaryTest, TheEndsOfADeclarationInAnotherUnitCanBeHad) {
     EXPECT_EQ(RunTavrel({"vary", "count", plan}).status, 2);
 }
 
+TEST_F(VaryTest, IntegersThatTheFileCannotStoreAreRefused) {
+    std::string text = readFile(sampleFolder() + "/packs/road/data/scenario/" + kOvertaking);
+    text.insert(text.rfind("  </Scenario>"),
+                "<VariadicParameter><name>Mass</name><parameterId>/sce/Scenario/Vehicle[id/@ScenarioTreeValue=3]/mass"
+                "</parameterId><IntegerParameter><default>1000</default><IntegerRange><minimum>1000</minimum>"
+                "<maximum>3001</maximum></IntegerRange></IntegerParameter><parameterUnit>g</parameterUnit>"
+                "</VariadicParameter>\n"); // the file: kg
+    std::ofstream(folder / "grams.sce", std::ios::binary) << text;
+    const std::string plan = (folder / "grams.json").string();
+    const auto list = [&](const std::string& method, const std::string& mass) {
+        std::ofstream(plan) << R"({"format": "tavrel-plan/1", "scenario": "grams.sce", "method": {"name": ")" << method
+                            << R"(}, "parameters": {"Mass": {)" << mass << "}}}";
+        return RunTavrel({"vary", "list", plan});
+    };
+    EXPECT_EQ(list("grid\"", "\"step\": 1000").out, "number  Mass\n0       1000 g\n1       2000 g\n2       3000 g\n");
+    const char* const kTail = " would not read back as itself";
+    const struct {
+        const char* method;
+        const char* mass;
+        const char* value;
+    } rows[] = {{"grid\"", "\"count\": 2", "3001 g"},
+                {"boundary\"", "", "1001 g"},
+                {"random\", \"count\": 1", "", "1001 g"},
+                {"sobol\", \"count\": 1", R"("distribution": {"name": "normal", "expectedValue": 2000, "variance": 4})",
+                 "1001 g"}};
+    for (const auto& row : rows) {
+        const Result refused = list(row.method, row.mass);
+        EXPECT_EQ(refused.status, 2) << row.method << refused.out;
+        EXPECT_THAT(refused.err, HasSubstr(std::string("parameters/Mass: \"") + row.value)) << row.method;
+        EXPECT_THAT(refused.err, HasSubstr(kTail));
+    }
+    const Result starter = RunTavrel({"vary", "plan", "--configuration", "Highway", (folder / "grams.sce").string()});
+    EXPECT_THAT(starter.err, HasSubstr("Mass is left out: "));
+    EXPECT_FALSE(Json::parse(starter.out)["parameters"].contains("Mass"));
+}
+
 TEST_F(VaryTest, ValuesAndRowsCountOnceInTheirOrder) {
     Json values = Json::array(), rows = Json::array();
     for (int i = 0; i < 6; ++i) {
