@@ -380,6 +380,34 @@ TEST(PlantedTest, ManyFaultsAreFoundTogether) {
     ExpectFound(cases);
 }
 
+// The library passes over a file that holds something else than an include; it is an error where somebody needs it.
+TEST(PlantedTest, AnIncludeThatBeginsWithAnotherItemIsTold) {
+    const std::string folder = testing::TempDir() + "other_top";
+    std::filesystem::copy(kExamples, folder,
+                          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing |
+                              std::filesystem::copy_options::skip_symlinks);
+    std::ofstream(folder + "/pack/data/script/include/part.sc")
+        << "TYPEOF SCENARIO (1)\n{\n\tTYPEOF VARIABLE (9)\n\t{\n\t\tTYPE=\"FLOAT\"\n\t}\n}\n";
+    for (const bool isNeeded : {false, true}) {
+        std::string script = Script({});
+        script.insert(
+            script.find("\n\tTYPEOF VARIABLE (1)"),
+            "\n\tTYPEOF INCLUDE (2)\n\t{\n\t\tISA_INDEX=\"1\"\n\t\tTASK_KIND=\"0\"\n\t\tFILE=\"part.sc\"\n\t}\n");
+        const std::string use = "VALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"\"";
+        if (isNeeded) script.replace(script.find(use), use.size(), "VALUE=\"9\"\n\t\t\t\tOWNER_FILE=\"part.sc\"");
+        Job job;
+        job.path = folder + "/other_top.sce";
+        job.kind = FileKind::Scenario;
+        job.installation = folder + "/tavrel.xml";
+        job.configuration = "Faults";
+        std::ofstream(job.path, std::ios::binary) << File(script, Form::Plain, false, false);
+        std::vector<std::string> found;
+        for (const Finding& finding : Check({job}, {}).findings)
+            found.push_back(Text(finding.rule->id, finding.severity, finding.span));
+        EXPECT_EQ(found, std::vector<std::string>{Text("TV1021", isNeeded ? kError : kWarning, {1, 8, 1, 16})});
+    }
+}
+
 TEST(PlantedTest, AFaultInAModelMakesNoOther) {
     std::ifstream file(kExamples + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary);
     const std::string model{std::istreambuf_iterator<char>(file), {}};
