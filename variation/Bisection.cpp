@@ -37,12 +37,21 @@ bool HasDecimals(const Plan& plan, const std::string& name) {
 }
 
 // The same numbers, of reals with as many decimals as a search needs, unless the plan says how many they have.
-NumberDomain Refined(const NumberDomain& domain, bool asItIs) {
-    if (domain.IsWhole() || asItIs || domain.Decimals() >= kDecimals) return domain;
+NumberDomain Refined(const NumberDomain& domain, bool asItIs, int decimals) {
+    if (domain.IsWhole() || asItIs || domain.Decimals() >= decimals) return domain;
     std::vector<NumberRange> ranges;
     for (const NumberDomain::Range& range : domain.Ranges())
         ranges.push_back({domain.At(range.minimum), domain.At(range.maximum)});
-    return {ranges, false, kDecimals};
+    return {ranges, false, decimals};
+}
+
+// A bracket that cannot be as wide as the tolerance would take more runs than that needs.
+int DecimalsOf(const std::string& tolerance) {
+    try {
+        return Decimal::Read(Decimal::Read(tolerance).Text()).decimals;
+    } catch (const NoDecimal& error) {
+        throw Refused("tolerance", error.what());
+    }
 }
 
 // The tolerance in units of the domain's last decimal.
@@ -110,7 +119,16 @@ Bisection Bisect(const Plan& plan, const std::string& name, const std::string& t
     if (!planned) throw Refused("parameter", "the values of \"" + name + "\" have no order to search in");
     if (planned->Ranges().size() != 1)
         throw Refused("parameter", "the domain of \"" + name + "\" has a gap: " + planned->Text());
-    const NumberDomain domain = Refined(*planned, HasDecimals(plan, plan.Parameters()[parameter].name));
+    const bool asItIs = HasDecimals(plan, plan.Parameters()[parameter].name);
+    const NumberDomain coarse = Refined(*planned, asItIs, kDecimals);
+    UnitsOf(tolerance, coarse); // refuses one below its last decimal
+    const NumberDomain domain = [&] {
+        try {
+            return Refined(coarse, asItIs, DecimalsOf(tolerance));
+        } catch (const NoDecimal& error) {
+            throw Refused("tolerance", error.what());
+        }
+    }();
     const std::int64_t least = UnitsOf(tolerance, domain);
     const std::int64_t first = domain.Ranges().front().minimum, last = domain.Ranges().front().maximum;
 
