@@ -129,6 +129,12 @@ std::string CampaignFolder::FileBeside(const std::string& of, std::uint64_t numb
 
 std::string CampaignFolder::WorkFolder(std::uint64_t number) const { return NumberedFile(kWork, number, ""); }
 
+void CampaignFolder::KeepOutput(std::uint64_t number) const {
+    std::error_code ignored;
+    fs::copy_file(OutputFile(number), NumberedFile("log", number, ".txt"), fs::copy_options::overwrite_existing,
+                  ignored);
+}
+
 void CampaignFolder::MakeFolders() const {
     for (const char* name : {"runs", "traces", "log"}) {
         std::error_code error;

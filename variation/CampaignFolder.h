@@ -41,6 +41,11 @@ public:
     // A folder for whoever has the right to work on the number.
     std::string WorkFolder(std::uint64_t number) const;
 
+    // What a simulator prints.
+    std::string OutputFile(std::uint64_t number) const { return WorkFolder(number) + "/output.txt"; }
+    // Keeps it as log/NUMBER.txt, if there is any.
+    void KeepOutput(std::uint64_t number) const;
+
     // Makes the folders that a run writes to.
     void MakeFolders() const;
     // Whether there is any file of a run.

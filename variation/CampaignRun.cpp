@@ -407,6 +407,7 @@ private:
         Complete(record, variant, plan);
         record.verdict = VerdictOf(death);
         record.message = MessageOf(death, options.seconds);
+        folder.KeepOutput(number);
         folder.RemoveLeftovers([&](std::uint64_t left, const auto& remove) {
             if (left == number) remove();
         });

@@ -340,7 +340,8 @@ std::vector<std::string> Simulator::ArgumentsFor(const Job& job) const {
             if (name == "trace") return job.trace;
             if (name == "number") return std::to_string(job.number);
             if (name == "folder") return job.folder;
-            throw Refused(kPlace, "{" + name + "} is none of {scenario}, {trace}, {number} and {folder}");
+            if (name == "seed") return job.seed ? std::to_string(*job.seed) : "";
+            throw Refused(kPlace, "{" + name + "} is none of {scenario}, {trace}, {number}, {seed} and {folder}");
         }));
     return arguments;
 }
@@ -417,17 +418,15 @@ RunVariant RunWith(const Simulator& simulator, VariantRunner& runner, const Plan
             const WorkFolder folder(fs::absolute(files.WorkFolder(variant.number)).string());
             Simulator::Job job;
             job.number = variant.number;
+            job.seed = variant.seed ? static_cast<std::uint32_t>(*variant.seed) : runner.OwnSeed();
             job.folder = folder.path;
             job.scenario = fmt::format("{}/{:06}.sce", folder.path, variant.number);
             job.trace = folder.path + "/trace.jsonl";
             runner.Save(plan.Assignments(variant), job.scenario);
-            const std::string output = folder.path + "/output.txt";
-            RunRecord record = simulator.Run(job, criteria, output);
+            RunRecord record = simulator.Run(job, criteria, files.OutputFile(variant.number));
             runner.HoldIncludes(); // it may have read them
             std::error_code error;
-            if (record.verdict != Verdict::Passed && record.verdict != Verdict::Failed)
-                fs::copy_file(output, files.File(fmt::format("log/{:06}.txt", variant.number)),
-                              fs::copy_options::overwrite_existing, error);
+            if (record.verdict != Verdict::Passed) files.KeepOutput(variant.number);
             if (!traceFile.empty() && fs::is_regular_file(job.trace, error)) fs::rename(job.trace, traceFile, error);
             return record;
         };

@@ -229,6 +229,10 @@ TEST_F(CampaignTest, WhatWasNotHadIsRunAgainAndWhatWasIsNot) {
     EXPECT_EQ(runWith("python3 -c '" + eats + "'", {"--memory", "150"}), 3);
     EXPECT_EQ(record("verdicts", "000002")["verdict"], "killed");
     EXPECT_THAT(record("verdicts", "000002")["message"], HasSubstr("150 MB"));
+    EXPECT_EQ(runWith("true", {"--memory", "1"}), 3) << "of one variant, not of the command";
+    EXPECT_EQ(record("verdicts", "000001")["verdict"], "killed");
+    EXPECT_EQ(runWith("sh -c 'echo seen; sleep 60'", {"--timeout", "1"}), 3);
+    EXPECT_EQ(readFile(folder + "/verdicts/log/000001.txt"), "seen\n");
     std::ofstream(folder + "/no-program") << "#!/no/such/interpreter\n";
     fs::permissions(folder + "/no-program", fs::perms::owner_all);
     EXPECT_EQ(runWith(folder + "/no-program"), 3);
@@ -305,6 +309,13 @@ TEST_F(CampaignTest, AnExternalSimulatorIsJudgedByItsTrace) {
         EXPECT_TRUE(kept["criteria"][0]["margin"].is_number()) << kept;
         EXPECT_GT(kept["events"], 2) << kept;
     }
+    // The world's seed, which is another one in each repetition.
+    plan["repetitions"] = 2;
+    begin("seeds");
+    run({"campaign", "run", "seeds", "--command", "sh -c 'echo \"$0\" >>" + folder + "/seed-{number}' {seed}"});
+    for (const char* number : {"000000", "000001"})
+        EXPECT_EQ(readFile(folder + "/seed-" + number[5]), record("seeds", number)["seed"].dump() + "\n");
+    EXPECT_NE(readFile(folder + "/seed-0"), readFile(folder + "/seed-1"));
     // A trace that names its files is the same again.
     const std::string naming =
         R"(sh -c 'echo "{{\"time\":0,\"event\":\"start\",\"scenario\":\"$0\"}}" >$1' {scenario} {trace})";
@@ -491,6 +502,10 @@ TEST_F(CampaignTest, BisectionNarrowsTheFirstLimit) {
     EXPECT_EQ(found["low"]["verdict"], "failed");
     EXPECT_EQ(found["high"]["verdict"], "passed");
     EXPECT_LE(found["runs"], 13) << "2 + 4 + ceil(log2(6 / (5 * 0.01)))";
+    EXPECT_LE(run({"campaign", "bisect", "plan.json", "--parameter", "Deceleration", "--tolerance", "0.0015", "--json"})
+                  .json()["runs"],
+              16)
+        << "2 + 4 + ceil(log2(6 / (5 * 0.0015)))";
     // The limit is where it was found to be.
     for (const auto& [value, status] : {std::pair{found["low"]["value"], 1}, std::pair{found["high"]["value"], 0}})
         EXPECT_EQ(run({"run", "motorway/Emergency braking.sce", "--configuration", "Highway", "--until", "20", "--set",

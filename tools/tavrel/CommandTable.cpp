@@ -326,7 +326,7 @@ const std::vector<CommandRow>& Commands() {
           kJobs,
           {"--retry", "WHICH", One, Words, "failed all", "also run again what failed, or everything"},
           {"--command", "TEXT", One, None, "", "run an external simulator: a program with arguments, in which {scenario}, "
-           "{trace}, {number} and {folder} are filled in"},
+           "{trace}, {number}, {seed} and {folder} are filled in"},
           {"--traces", "WHICH", One, Words, "all failed none", "which traces are kept in DIR/traces (default all)"},
           {"--memory", "MB", One, None, "", "memory that a run may take (default 4096)"}},
          Runs::OverItsOwnChildren, RunCampaignRun,

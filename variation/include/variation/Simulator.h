@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,17 +20,18 @@ namespace TavrelVariation {
 class TAVREL_VARIATION_API Simulator {
 public:
     // A command with its arguments, parted by blanks; quotes and backslashes keep blanks together, as in a shell, but
-    // there is none: no variable, no pipe. "{scenario}", "{trace}", "{number}" and "{folder}" are filled in for each
-    // run; "{{" and "}}" are plain braces. A run in which the program and all that it started have more than
+    // there is none: no variable, no pipe. "{scenario}", "{trace}", "{number}", "{seed}" and "{folder}" are filled in
+    // for each run; "{{" and "}}" are plain braces. A run in which the program and all that it started have more than
     // `mostMemory` bytes of memory in use is ended; 0 is no limit. Throws Refused for quotes that are not closed, for
     // other words in braces, and for a program that is not there.
     explicit Simulator(const std::string& command, std::size_t mostMemory = 0);
 
     struct Job {
         std::uint64_t number = 0;
-        std::string scenario; // file that holds the variant
-        std::string trace;    // file that it is to write
-        std::string folder;   // its own, for whatever it likes; removed by the caller
+        std::optional<std::uint32_t> seed; // of the world; none fills in nothing
+        std::string scenario;              // file that holds the variant
+        std::string trace;                 // file that it is to write
+        std::string folder;                // its own, for whatever it likes; removed by the caller
     };
     // The program with its arguments for one run.
     std::vector<std::string> ArgumentsFor(const Job& job) const;
@@ -47,8 +49,8 @@ private:
 };
 
 // Runs variants of a campaign with a simulator: each is written as a scenario file into a folder of its own below that
-// of the campaign, and its trace is moved to where the campaign wants it. What a simulator printed whose run could not
-// be had is kept as log/NUMBER.txt. All that is given must outlive the answer.
+// of the campaign, and its trace is moved to where the campaign wants it. What a simulator printed whose run did
+// not pass is kept as log/NUMBER.txt. All that is given must outlive the answer.
 TAVREL_VARIATION_API RunVariant RunWith(const Simulator& simulator, VariantRunner& runner, const Plan& plan,
                                         const std::vector<TavrelSimulation::Criterion>& criteria,
                                         const std::string& campaignFolder);
