@@ -27,11 +27,11 @@ Span FileBytes::SpanOf(std::size_t begin, std::size_t end) const {
 Text::Text(std::shared_ptr<const FileBytes> wholeFile) : file(std::move(wholeFile)), view(file->bytes) {}
 
 Text::Text(std::shared_ptr<const FileBytes> scenarioFile, cfg::WrittenText writtenText, std::string name)
-    : file(std::move(scenarioFile)), written(std::move(writtenText)), scriptName(std::move(name)), isScript(true),
-      view(written.Text()), places(view) {}
+    : file(std::move(scenarioFile)), written(std::move(writtenText)), scriptName(std::move(name)), view(written.Text()),
+      places(view) {}
 
 Span Text::SpanOf(std::size_t begin, std::size_t end) const {
-    if (!isScript) return file->SpanOf(begin, end);
+    if (!places) return file->SpanOf(begin, end);
     const auto [from, to] = written.InFile(begin, end);
     return file->SpanOf(from, to);
 }
@@ -41,7 +41,7 @@ Finding Text::FindingAt(std::size_t begin, std::size_t end) const {
     finding.file = file->path;
     finding.span = SpanOf(begin, end);
     finding.line = ShownLine(file->places.Line(finding.span.row));
-    if (!isScript) return finding;
+    if (!places) return finding;
     finding.isInScript = true;
     finding.script = scriptName;
     finding.scriptRow = places->PlaceOf(begin).row;
@@ -63,8 +63,8 @@ bool Text::EditOf(std::size_t begin, std::size_t end, std::string_view replaceme
     edit.begin = begin;
     edit.end = end;
     edit.replacement = replacement;
-    const bool isWritten = !isScript || written.Write(replacement, begin, end, edit.replacement);
-    if (isScript) std::tie(edit.begin, edit.end) = written.InFile(begin, end);
+    const bool isWritten = !places || written.Write(replacement, begin, end, edit.replacement);
+    if (places) std::tie(edit.begin, edit.end) = written.InFile(begin, end);
     // A new line ends as the first one of the file does.
     const std::size_t feed = file->bytes.find('\n');
     if (feed == std::string::npos || feed == 0 || file->bytes[feed - 1] != '\r') return isWritten;

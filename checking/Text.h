@@ -42,7 +42,7 @@ public:
     std::string_view View() const { return view; }
     std::size_t End() const { return view.size(); }
     const FileBytes& File() const { return *file; }
-    bool IsScript() const { return isScript; }
+    bool IsScript() const { return places.has_value(); }
     const std::string& ScriptName() const { return scriptName; }
 
     // A finding with all that follows from its place: file, span, script and line.
@@ -57,9 +57,8 @@ private:
     std::shared_ptr<const FileBytes> file;
     cfg::WrittenText written;
     std::string scriptName;
-    bool isScript = false;
     std::string_view view;
-    std::optional<Commons::TextPlaces> places; // of a script
+    std::optional<Commons::TextPlaces> places; // of a script; none of a whole file
 };
 
 } // namespace TavrelChecking

@@ -21,8 +21,9 @@ std::string Joined(const std::vector<std::string_view>& words) {
     return joined;
 }
 
-constexpr std::string_view kModifiers = "IS_TRUE IS_FALSE BECOMES_TRUE BECOMES_FALSE HAS_BEEN_TRUE HAS_BEEN_FALSE "
-                                        "HAS_BEEN_TRUE_FOR HAS_BEEN_FALSE_FOR";
+constexpr std::initializer_list<const char*> kModifiers = {"IS_TRUE",           "IS_FALSE",          "BECOMES_TRUE",
+                                                           "BECOMES_FALSE",     "HAS_BEEN_TRUE",     "HAS_BEEN_FALSE",
+                                                           "HAS_BEEN_TRUE_FOR", "HAS_BEEN_FALSE_FOR"};
 
 // Keys are written in capitals; one in small letters is meant for its like.
 std::string NearestKey(std::string_view word, const std::vector<std::string>& candidates) {
@@ -660,11 +661,7 @@ bool TextChecks::LookAtValue(const Item& item, const Attribute& attribute, std::
             return value.empty() || LookAtWord(item, attribute, value, {"NORMAL", "WARNING", "ERROR"}, isTold);
         return true;
     case KindCondition:
-        if (key == "MODIFIER")
-            return LookAtWord(item, attribute, value,
-                              {"IS_TRUE", "IS_FALSE", "BECOMES_TRUE", "BECOMES_FALSE", "HAS_BEEN_TRUE",
-                               "HAS_BEEN_FALSE", "HAS_BEEN_TRUE_FOR", "HAS_BEEN_FALSE_FOR"},
-                              isTold);
+        if (key == "MODIFIER") return LookAtWord(item, attribute, value, kModifiers, isTold);
         if (key == "DURATION") return wantsNumber(value.empty() || IsNumber(value), "number of seconds");
         [[fallthrough]];
     case KindAction:
@@ -933,7 +930,8 @@ void TextChecks::LookAtLosses(const Item& item) {
     case KindCondition: {
         const std::string_view modifier = item.Value("MODIFIER");
         // A word that is none has its own finding, and may be meant for one of these.
-        const bool isWord = modifier.empty() || Holds(WordsOf(kModifiers), modifier);
+        const bool isWord =
+            modifier.empty() || std::find(kModifiers.begin(), kModifiers.end(), modifier) != kModifiers.end();
         if (isWord && modifier != "HAS_BEEN_TRUE_FOR" && modifier != "HAS_BEEN_FALSE_FOR")
             isLost("DURATION", "its MODIFIER has no duration");
         break;

@@ -46,13 +46,7 @@ NumberDomain Refined(const NumberDomain& domain, bool asItIs, int decimals) {
 }
 
 // A bracket that cannot be as wide as the tolerance would take more runs than that needs.
-int DecimalsOf(const std::string& tolerance) {
-    try {
-        return Decimal::Read(Decimal::Read(tolerance).Text()).decimals;
-    } catch (const NoDecimal& error) {
-        throw Refused("tolerance", error.what());
-    }
-}
+int DecimalsOf(const std::string& tolerance) { return Decimal::Read(Decimal::Read(tolerance).Text()).decimals; }
 
 // The tolerance in units of the domain's last decimal.
 std::int64_t UnitsOf(const std::string& tolerance, const NumberDomain& domain) {

@@ -4,8 +4,7 @@
 #include <deque>
 #include <limits>
 #include <map>
-#include <numeric>
-#include <set>
+#include <optional>
 
 #include <nlohmann/json.hpp>
 #include <scenario/NearestName.h>
@@ -60,13 +59,18 @@ int Order(const Value& a, const Value& b) {
     return Compare(a.number, b.number);
 }
 
-// Rows of as many values each, to keep each row once, or to know whether one is among them.
+// Rows of as many values each, to keep each row once, or to find one: a real with a fine step has a million.
 class ValueRows {
 public:
     explicit ValueRows(std::size_t itsWidth = 1) : rows(Less{itsWidth}) {}
     // False for a row that is there already. The values must stay where they are.
-    bool Add(const Value* row) { return rows.insert(row).second; }
+    bool Add(const Value* row, std::size_t place = 0) { return rows.emplace(row, place).second; }
     bool Has(const Value* row) const { return rows.count(row) != 0; }
+    // Where the first of those rows stands; none if it is not there.
+    std::optional<std::size_t> PlaceOf(const Value* row) const {
+        const auto found = rows.find(row);
+        return found == rows.end() ? std::nullopt : std::optional(found->second);
+    }
 
 private:
     struct Less {
@@ -77,7 +81,7 @@ private:
             return order < 0;
         }
     };
-    std::set<const Value*, Less> rows;
+    std::map<const Value*, std::size_t, Less> rows;
 };
 
 } // namespace
@@ -1068,36 +1072,23 @@ std::vector<CoverRule> RulesOf(const std::vector<Constraint>& constraints, const
     return rules;
 }
 
-// Finds the level that the values of a variant are: a real with a fine step has a million.
+// Finds the level that the values of a variant are.
 class LevelIndex {
 public:
-    explicit LevelIndex(const Factor& itsFactor) : factor(&itsFactor), levels(itsFactor.LevelCount()) {
-        std::iota(levels.begin(), levels.end(), std::size_t(0));
-        std::stable_sort(levels.begin(), levels.end(), [&](std::size_t a, std::size_t b) {
-            return OrderOf(factor->Level(a), [&](std::size_t j) { return &factor->Level(b)[j]; }) < 0;
-        });
+    explicit LevelIndex(const Factor& itsFactor) : parameters(itsFactor.parameters), levels(itsFactor.Width()) {
+        for (std::size_t level = 0; level < itsFactor.LevelCount(); ++level) levels.Add(itsFactor.Level(level), level);
     }
 
-    // The first of equal ones; kOtherLevel if it is none of them.
     int Find(const std::vector<Value>& values) const {
-        const auto orderOf = [&](std::size_t level) {
-            return OrderOf(factor->Level(level), [&](std::size_t j) { return &values[factor->parameters[j]]; });
-        };
-        const auto found =
-            std::partition_point(levels.begin(), levels.end(), [&](std::size_t level) { return orderOf(level) < 0; });
-        return found == levels.end() || orderOf(*found) != 0 ? kOtherLevel : static_cast<int>(*found);
+        std::vector<Value> row;
+        for (const std::size_t parameter : parameters) row.push_back(values[parameter]);
+        const auto level = levels.PlaceOf(row.data());
+        return level ? static_cast<int>(*level) : kOtherLevel;
     }
 
 private:
-    template <typename Other>
-    int OrderOf(const Value* level, const Other& other) const {
-        int order = 0;
-        for (std::size_t j = 0; j < factor->Width() && order == 0; ++j) order = Order(level[j], *other(j));
-        return order;
-    }
-
-    const Factor* factor;
-    std::vector<std::size_t> levels; // sorted
+    const std::vector<std::size_t>& parameters;
+    ValueRows levels;
 };
 
 std::vector<int> LevelCounts(const std::vector<Factor>& factors) {

@@ -228,6 +228,47 @@ TEST_F(CheckTest, ABaselineHoldsWhatIsKnown) {
     EXPECT_EQ(run({"check", path, "--baseline", other}).status, 3);
 }
 
+TEST_F(CheckTest, ABaselineIsBroughtUpToDateInParts) {
+    const std::string path =
+        installation.scenario("town", "a.sce", scenarioWith(script("SetSpedd", "50") + script("SetSpeed", "500")));
+    const std::string two = installation.scenario("town", "b.sce", scenarioWith(script("SetSpeed", "500")));
+    const std::string baseline = installation.path() + "/baseline.json";
+    EXPECT_EQ(run({"check", path, two, "--write-baseline", baseline}).status, 0);
+    EXPECT_EQ(run({"check", path, two, "--baseline", baseline, "--select", "TV3"}).err, "");
+    EXPECT_EQ(run({"check", path, two, "--write-baseline", baseline, "--select", "TV3"}).status, 0);
+    EXPECT_EQ(run({"check", path, two, "--baseline", baseline}).status, 0);
+}
+
+TEST_F(CheckTest, APathIsToldAsItWasGivenAndAFindingOnce) {
+    installation.write(
+        "town/data/script/include/inc.sc",
+        ScriptText("    TYPEOF INCLUDE (1)\n        TYPEOF RULE (1)\n            TYPEOF CONDITION (ALWAYS)\n"
+                   "            TYPEOF ACTION (SetSpedd)\n"));
+    installation.scenario("town", "a.sce",
+                          scenarioWith("TYPEOF SCENARIO (1)\n{\n\tTYPEOF INCLUDE (1)\n\t{\n\t\tISA_INDEX=\"1\"\n"
+                                       "\t\tFILE=\"inc.sc\"\n\t}\n}\n"));
+    run.folder = installation.path();
+    for (const std::string given : {"town", "./town", "tavrel.xml", "."}) {
+        const Result result = run({"check", given, "--select", "TV2001"});
+        const std::string folder = given == "tavrel.xml" ? "town" : given == "." ? "./town" : given;
+        EXPECT_THAT(result.out, testing::StartsWith(folder + "/data/script/include/inc.sc:")) << given;
+        EXPECT_THAT(result.out, testing::EndsWith("\n1 error, 0 warnings, 0 notes\n")) << given;
+        EXPECT_THAT(result.out, testing::Not(HasSubstr(installation.path()))) << given;
+    }
+}
+
+TEST_F(CheckTest, RulesOfTheInstallationAreChosenLikeOthers) {
+    installation.scenario("town", "a.sce", scenarioWith(script("SetSpeed", "50")));
+    installation.configuration("Bare", "1.0", {"bare"});
+    std::filesystem::create_directories(installation.path() + "/bare/data/scenario");
+    EXPECT_EQ(rulesIn(run({"check", "--json", "--select", "TV6"})), std::set<std::string>{"TV6007"});
+    for (const auto& [option, rules] : {std::pair("--ignore", "TV6007"), {"--select", "TV1"}}) {
+        const Result result = run({"check", option, rules});
+        EXPECT_EQ(result.status, 0) << option << result;
+        EXPECT_THAT(result.out, testing::Not(HasSubstr("TV6007"))) << option;
+    }
+}
+
 TEST_F(CheckTest, AFixTouchesItsSpanAndNothingElse) {
     for (const std::string end : {"\n", "\r\n"})
         for (const std::string mark : {"", "\xEF\xBB\xBF"}) {

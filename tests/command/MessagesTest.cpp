@@ -132,6 +132,7 @@ TEST_F(MessagesTest, EachFailureHasItsSentence) {
         {{"check", ""}, 2, "an empty PATH is no file and no scenario"},
         {{"check", "--select", "x"}, 2, "--select: no rule has the id \"x\" or begins with it"},
         {{"check", "--json", "--format", "sarif"}, 2, "--json means --format json, and --format sarif says otherwise"},
+        {{"check", "a.sce", "--diff", "--format", "json"}, 2, "--diff shows changes and no findings, so it takes "},
         {{"check", "--max-findings", "0"}, 2, "--max-findings takes a whole number above 0, not \"0\""},
         {{"check", "--baseline", "list.json"},
          3,

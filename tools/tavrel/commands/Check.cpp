@@ -293,7 +293,7 @@ void ApplyBaseline(const Arguments& arguments, CheckReport& report) {
     if (arguments.Has("--write-baseline")) {
         Baseline baseline(arguments.Text("--write-baseline"));
         const bool isPart = arguments.Has("--select") || arguments.Has("--ignore");
-        if (isPart && fs::exists(arguments.Text("--write-baseline"))) baseline.Read();
+        if (std::error_code error; isPart && fs::exists(arguments.Text("--write-baseline"), error)) baseline.Read();
         baseline.Take(report);
         baseline.Save();
         baseline.Apply(report);

@@ -19,23 +19,18 @@ namespace {
 constexpr int kVersion = 1;
 constexpr std::string_view kOmissionRules[] = {"TV6001", "TV6004", "TV6008"};
 
+// A rule that is none any more was looked for: it has no findings.
+bool LooksFor(const CheckReport& report, const std::string& id) {
+    const TavrelChecking::Rule* const rule = TavrelChecking::FindRule(id);
+    return !rule || std::find(report.rules.begin(), report.rules.end(), rule) != report.rules.end();
+}
+
 } // namespace
 
 bool TellsOfOmission(const Finding& finding) {
     return std::find(std::begin(kOmissionRules), std::end(kOmissionRules), finding.rule->id) !=
            std::end(kOmissionRules);
 }
-
-namespace {
-
-// A rule that is none any more was looked for: it has no findings.
-bool LooksFor(const CheckReport& report, const std::string& id) {
-    return TavrelChecking::FindRule(id.c_str()) == nullptr ||
-           std::any_of(report.rules.begin(), report.rules.end(),
-                       [&](const TavrelChecking::Rule* rule) { return rule->id == id; });
-}
-
-} // namespace
 
 Baseline::Baseline(const std::string& file)
     : path(file), folder(std::filesystem::path(AbsolutePath(file)).parent_path().generic_string()) {}
