@@ -46,22 +46,48 @@ bool LiesIn(const fs::path& file, const std::string& folder) {
     return !error && !relative.empty() && *relative.begin() != "..";
 }
 
-// Names that are not found because their bytes are no UTF-8 follow from the encoding of their file, which is told.
-void DropWhatFollowsFromEncoding(std::vector<Finding>& findings) {
+// Whether the line is one that the reader knows, but for its bytes.
+bool IsLineButForBytes(std::string_view line) {
+    std::string plain;
+    for (const char c : line)
+        if (c > ' ' && c < '\x7F') plain += c;
+    const std::size_t key = plain.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_0123456789");
+    return plain == "{" || plain == "}" || plain.starts_with("TYPEOF") ||
+           (key != std::string::npos && key > 0 && plain.compare(key, 2, "=\"") == 0);
+}
+
+// Names and words that are not known because of their bytes follow from what is told of the bytes.
+void DropWhatFollowsFromBytes(std::vector<Finding>& findings) {
+    const auto isOfBytes = [](const Finding& finding) {
+        const std::string_view rule = finding.rule->id;
+        return rule == "TV1016" || rule == "TV1017";
+    };
+    std::vector<Finding*> told;
+    for (Finding& finding : findings)
+        if (isOfBytes(finding)) told.push_back(&finding);
+    if (told.empty()) return;
+    const auto holds = [](const Span& outer, const Span& inner) {
+        return std::pair(outer.row, outer.column) <= std::pair(inner.row, inner.column) &&
+               std::pair(inner.endRow, inner.endColumn) <= std::pair(outer.endRow, outer.endColumn);
+    };
+    std::vector<bool> follows(findings.size());
     for (std::size_t at = 0; at < findings.size(); ++at) {
-        if (std::string_view(findings[at].rule->id) != "TV1017") continue;
-        const std::string file = findings[at].file;
-        bool isError = false;
-        const auto follows = [&](const Finding& finding) {
-            const bool is = finding.file == file && FindOtherEncoding(finding.message) != std::string_view::npos;
-            isError = isError || (is && finding.severity == Severity::Error);
-            return is;
-        };
-        std::erase_if(findings, follows);
-        for (Finding& finding : findings)
-            if (isError && finding.file == file && std::string_view(finding.rule->id) == "TV1017")
-                finding.severity = Severity::Error;
+        const Finding& finding = findings[at];
+        const bool hasBytes = FindOtherEncoding(finding.message) != std::string_view::npos;
+        const std::string_view rule = finding.rule->id;
+        if (isOfBytes(finding) || rule == "TV6003" || (rule == "TV1001" && !IsLineButForBytes(finding.line))) continue;
+        for (Finding* bytes : told) {
+            if (bytes->file != finding.file) continue;
+            const bool isNamed = hasBytes && std::string_view(bytes->rule->id) == "TV1017";
+            if (!isNamed && !holds(finding.span, bytes->span)) continue;
+            follows[at] = true;
+            bytes->severity = std::max(bytes->severity, finding.severity);
+        }
     }
+    std::vector<Finding> left;
+    for (std::size_t at = 0; at < findings.size(); ++at)
+        if (!follows[at]) left.push_back(std::move(findings[at]));
+    findings = std::move(left);
 }
 
 bool StandsWithin(std::string_view way, std::string_view outer) {
@@ -300,7 +326,7 @@ Examined Examiner::Examine(const Job& givenJob, const std::string* text, bool is
         ExamineScript(job, std::move(bytes), isJudged, examined);
         break;
     }
-    DropWhatFollowsFromEncoding(examined.findings);
+    DropWhatFollowsFromBytes(examined.findings);
     return examined;
 }
 
@@ -419,6 +445,7 @@ void Examiner::ExamineScenario(const Job& job, std::string bytes, bool isSaved, 
     const auto file = std::make_shared<FileBytes>(job.path, std::move(bytes));
     const SceneFile scene(file);
     examined.findings = scene.FileFindings();
+    const std::size_t ofFile = examined.findings.size();
     const std::string modelFile = RootModel::fileOf(job.configuration);
     Model* const model = ModelOf(modelFile, job.configuration);
     if (!model) {
@@ -446,6 +473,12 @@ void Examiner::ExamineScenario(const Job& job, std::string bytes, bool isSaved, 
             GatherUses(*tree.Root(), examined);
         }
     }
+    // The bytes of a script are those of its file, and told as such.
+    const auto isOfBytes = [&](const Finding& finding) {
+        return finding.isInScript && finding.file == job.path && std::string_view(finding.rule->id) == "TV1017";
+    };
+    const auto ofScripts = examined.findings.begin() + static_cast<std::ptrdiff_t>(ofFile);
+    examined.findings.erase(std::remove_if(ofScripts, examined.findings.end(), isOfBytes), examined.findings.end());
     for (Finding& finding : scene.DeclarationFindings()) examined.findings.push_back(std::move(finding));
     if (isJudged && isSaved) Reconcile(JudgeScenario(job.path, job.configuration), job.path, trees, examined.findings);
 }

@@ -144,12 +144,20 @@ std::optional<std::int64_t> LongNumberOf(std::string_view text) {
     return number;
 }
 
-SceneFile::SceneFile(std::shared_ptr<const FileBytes> fileBytes) : bytes(std::move(fileBytes)), text(bytes->bytes) {
-    if (!text.IsXml() || text.Elements().empty()) return;
-    const Element& top = text.Elements().front();
-    root = text.Child(top, "Scenario");
+SceneFile::SceneFile(std::shared_ptr<const FileBytes> fileBytes)
+    : bytes(std::move(fileBytes)), text(std::make_unique<cfg::ScenarioText>(bytes->bytes)) {
+    if (!text->IsXml()) {
+        xmlFault = text->FirstFault();
+        mended = std::make_shared<MendedXml>(bytes->bytes);
+        text = std::make_unique<cfg::ScenarioText>(mended->Copy());
+    }
+    if (!text->IsXml() || text->Elements().empty()) return;
+    const Element& top = text->Elements().front();
+    root = text->Child(top, "Scenario");
     if (!root) return;
     FindTables(*root);
+    tables.hasLostElements = mended && mended->HasLostElements();
+    tables.hasLostVehicle = tables.hasLostVehicle || tables.hasLostElements;
     FindScripts(*root);
     FindDeclarations(*root);
 }
@@ -161,26 +169,26 @@ bool SceneFile::IsParameter(const Element& element) const {
 std::vector<const SceneFile::Element*> SceneFile::Below(const Element& section, std::string_view name) const {
     std::vector<const Element*> found;
     for (const std::size_t child : section.children)
-        if (text.Elements()[child].name == name && !IsParameter(text.Elements()[child]))
-            found.push_back(&text.Elements()[child]);
+        if (text->Elements()[child].name == name && !IsParameter(text->Elements()[child]))
+            found.push_back(&text->Elements()[child]);
     return found;
 }
 
 // Of the parameter of that name; empty without one.
 std::string SceneFile::Value(const Element& section, std::string_view name) const {
     for (const std::size_t child : section.children) {
-        const Element& element = text.Elements()[child];
+        const Element& element = text->Elements()[child];
         if (element.name != name) continue;
         if (const auto* value = ScenarioText::FindAttribute(element, "ScenarioTreeValue"))
-            return text.TextOf(*value).Text();
+            return text->TextOf(*value).Text();
     }
     return {};
 }
 
 std::string SceneFile::FieldText(const Element& section, std::string_view name) const {
     for (const std::size_t child : section.children) {
-        const Element& element = text.Elements()[child];
-        if (element.name == name && !IsParameter(element)) return text.TextOf(element).Text();
+        const Element& element = text->Elements()[child];
+        if (element.name == name && !IsParameter(element)) return text->TextOf(element).Text();
     }
     return {};
 }
@@ -209,20 +217,20 @@ void SceneFile::FindTables(const Element& section) {
 void SceneFile::FindScripts(const Element& section, unsigned level) {
     if (level > kDeepestSection) return; // the library refuses the file for it
     for (const std::size_t child : section.children) {
-        const Element& element = text.Elements()[child];
+        const Element& element = text->Elements()[child];
         if (IsParameter(element) || TavrelScenarioTemplateDb::isHiddenSection(element.name)) continue;
         if (element.name != "ScenarioScript") {
             FindScripts(element, level + 1);
             continue;
         }
         const std::string type = FieldText(element, "scriptType");
-        const Element* body = text.Child(element, "text");
+        const Element* body = text->Child(element, "text");
         if (!body || body->hasElements() || (!type.empty() && type != "nuro")) continue;
-        cfg::WrittenText written = text.TextOf(*body);
+        cfg::WrittenText written = text->TextOf(*body);
         if (written.Text().empty()) continue;
         const std::string name = FieldText(element, "scriptName");
         scripts.push_back(
-            {name, std::make_shared<ScriptTree>(std::make_shared<Text>(bytes, std::move(written), name))});
+            {name, std::make_shared<ScriptTree>(std::make_shared<Text>(bytes, std::move(written), name, mended))});
         scriptElements.push_back(&element);
     }
 }
@@ -233,56 +241,62 @@ void SceneFile::FindDeclarations(const Element& section) {
 }
 
 Finding SceneFile::At(const char* rule, std::size_t begin, std::size_t end, std::string message) const {
+    if (mended) {
+        begin = mended->InFile(begin);
+        end = mended->InFile(end);
+    }
     return Text(bytes).FindingAt(rule, begin, end, std::move(message));
+}
+
+// What stands in a script is told with its place there.
+void SceneFile::PlaceInScript(Finding& finding, std::size_t position) const {
+    for (const Script& script : scripts)
+        if (const auto place = script.tree->Source().InText(position)) {
+            finding.isInScript = true;
+            finding.script = script.name;
+            finding.scriptRow = Commons::TextPlaces(script.tree->Source().View()).PlaceOf(*place).row;
+            finding.place = WayTo(script.tree->ItemAt(*place));
+        }
+}
+
+bool SceneFile::LookAtXml(std::vector<Finding>& findings) const {
+    bool hasMarkup = false;
+    for (const MendedXml::Fault& fault : mended->Faults()) {
+        using What = MendedXml::Fault::What;
+        const char* const rule = fault.what == What::Nul        ? "TV1016"
+                                 : fault.what == What::Encoding ? "TV1017"
+                                                                : "TV6002";
+        hasMarkup = hasMarkup || fault.what == What::Markup;
+        Finding finding = Text(bytes).FindingAt(rule, fault.begin, fault.end, fault.reason);
+        if (fault.what == What::Encoding) finding.help = ConversionHelp(bytes->bytes);
+        PlaceInScript(finding, mended->InCopy(fault.begin));
+        findings.push_back(std::move(finding));
+    }
+    // The reader is the judge of what is XML.
+    const bool isWide = mended->Copy().empty() && !mended->Faults().empty();
+    if (mended->Faults().empty() || (!text->IsXml() && !hasMarkup && !isWide))
+        findings.push_back(Text(bytes).FindingAt("TV6002", xmlFault->position, xmlFault->position, xmlFault->reason));
+    return text->IsXml();
 }
 
 std::vector<Finding> SceneFile::FileFindings() const {
     std::vector<Finding> findings;
-    const std::string_view source = bytes->bytes;
-    if (text.DocumentType().first != ScenarioText::kNone)
-        findings.push_back(At("TV6003", text.DocumentType().first, text.DocumentType().second,
+    if (text->DocumentType().first != ScenarioText::kNone)
+        findings.push_back(At("TV6003", text->DocumentType().first, text->DocumentType().second,
                               "the document type is passed over, and its entities are not resolved"));
-    const auto& fault = text.FirstFault();
-    if (!text.IsXml()) {
-        if (const std::size_t nul = source.find('\0'); nul != std::string_view::npos) {
-            const auto nuls = static_cast<std::size_t>(std::count(source.begin(), source.end(), '\0'));
-            if (nuls * 4 > source.size()) {
-                std::size_t end = 0;
-                while (end < source.size() && (source[end] & '\x80') != 0) ++end;
-                findings.push_back(
-                    At("TV1017", 0, end, "the file is no UTF-8; it is likely " + LikelyEncoding(source)));
-                findings.back().help = ConversionHelp(source);
-                return findings;
-            }
-            for (std::size_t at = nul; at != std::string_view::npos; at = source.find('\0', at + 1))
-                findings.push_back(At("TV1016", at, at + 1, "a NUL character stands in the file"));
-            return findings;
-        }
-        if (fault->reason == "invalid UTF-8") {
-            std::size_t end = fault->position;
-            while (end < source.size() && Commons::TextPlaces::CharacterLength(source, end) == 1 &&
-                   (source[end] & '\x80') != 0)
-                ++end;
-            findings.push_back(
-                At("TV1017", fault->position, end, "the file is no UTF-8; it is likely " + LikelyEncoding(source)));
-            findings.back().help = ConversionHelp(source);
-            return findings;
-        }
-        findings.push_back(At("TV6002", fault->position, fault->position, fault->reason));
-        return findings;
-    }
+    const auto& fault = text->FirstFault();
+    if (mended && !LookAtXml(findings)) return findings;
     // A file that says to be in another encoding keeps its bytes as they are.
-    if (const std::size_t broken = FindOtherEncoding(source); broken != std::string_view::npos) {
-        std::size_t end = broken;
-        while (end < source.size() && Commons::TextPlaces::CharacterLength(source, end) == 1 &&
-               (source[end] & '\x80') != 0)
-            ++end;
-        Finding finding = At("TV1017", broken, end, "the file is no UTF-8; it is likely " + LikelyEncoding(source));
-        finding.severity = Severity::Warning;
-        finding.help = ConversionHelp(source);
-        findings.push_back(std::move(finding));
-    }
-    const Element& top = text.Elements().front();
+    if (!mended)
+        for (const auto& [begin, end] : PartsInOtherEncoding(bytes->bytes)) {
+            Finding finding =
+                At("TV1017", begin, end, "the file is no UTF-8; it is likely " + LikelyEncoding(bytes->bytes));
+            finding.severity = Severity::Warning;
+            finding.help = ConversionHelp(bytes->bytes);
+            PlaceInScript(finding, begin);
+            findings.push_back(std::move(finding));
+        }
+    const Element& top = text->Elements().front();
     const auto atName = [&](const Element& element, const std::string& message) {
         findings.push_back(At("TV6002", element.begin + 1, element.begin + 1 + element.name.size(), message));
     };
@@ -291,16 +305,16 @@ std::vector<Finding> SceneFile::FileFindings() const {
         return findings;
     }
     if (const auto* version = ScenarioText::FindAttribute(top, "version");
-        version && text.TextOf(*version).Text() != "1")
+        version && text->TextOf(*version).Text() != "1")
         findings.push_back(At("TV6002", version->valueBegin, version->valueEnd,
-                              "scenario files of version " + text.TextOf(*version).Text() + " are not known"));
+                              "scenario files of version " + text->TextOf(*version).Text() + " are not known"));
     if (!root) {
         findings.push_back(At("TV6002", top.contentEnd, top.contentEnd, "there is no <Scenario>"));
         return findings;
     }
     bool isSecond = false;
     for (const std::size_t child : top.children) {
-        const Element& element = text.Elements()[child];
+        const Element& element = text->Elements()[child];
         if (element.name != "Scenario") continue;
         if (isSecond) atName(element, "a second <Scenario>");
         isSecond = true;
@@ -319,7 +333,7 @@ void SceneFile::LookAtElement(const Element& section, std::string_view sectionNa
     std::set<std::string_view> fields;
     std::set<std::string_view> parameters;
     for (const std::size_t child : section.children) {
-        const Element& element = text.Elements()[child];
+        const Element& element = text->Elements()[child];
         const std::string tag = "<" + std::string(element.name) + ">";
         for (const auto& attribute : element.attributes) {
             const bool isKnown = attribute.name == "ScenarioTreeValue" || attribute.name == "type" ||
@@ -333,7 +347,7 @@ void SceneFile::LookAtElement(const Element& section, std::string_view sectionNa
             if (declared && !parameters.insert(element.name).second) declared = nullptr;
             std::string type = declared ? std::string(declared->type) : "string";
             if (const auto* word = ScenarioText::FindAttribute(element, "type")) {
-                const std::string given = text.TextOf(*word).Text();
+                const std::string given = text->TextOf(*word).Text();
                 const bool isWord = std::find(kTypeWords.begin(), kTypeWords.end(), given) != kTypeWords.end();
                 if (!isWord || (declared && given != type)) {
                     const std::string near = NearestName(given, kTypeWords);
@@ -345,10 +359,10 @@ void SceneFile::LookAtElement(const Element& section, std::string_view sectionNa
                 }
                 type = given;
             }
-            if (!IsOfTypeWord(text.TextOf(*value).Text(), type))
-                findings.push_back(
-                    At("TV6006", value->valueBegin, value->valueEnd,
-                       tag + " is of type " + type + " and holds " + Quoted(text.TextOf(*value).Text().substr(0, 80))));
+            if (!IsOfTypeWord(text->TextOf(*value).Text(), type))
+                findings.push_back(At("TV6006", value->valueBegin, value->valueEnd,
+                                      tag + " is of type " + type + " and holds " +
+                                          Quoted(text->TextOf(*value).Text().substr(0, 80))));
             continue;
         }
         if (const Declared* field = FindDeclared(kFields, sectionName, element.name)) {
@@ -360,7 +374,7 @@ void SceneFile::LookAtElement(const Element& section, std::string_view sectionNa
                 } else if (element.hasElements()) {
                     findings.push_back(At("TV6002", element.begin + 1, element.begin + 1 + element.name.size(),
                                           tag + " holds elements, not a text"));
-                } else if (const std::string value = text.TextOf(element).Text(); !IsOfTypeWord(value, field->type)) {
+                } else if (const std::string value = text->TextOf(element).Text(); !IsOfTypeWord(value, field->type)) {
                     findings.push_back(At("TV6006", element.contentBegin, element.contentEnd,
                                           tag + " is of type " + std::string(field->type) + " and holds " +
                                               Quoted(value.substr(0, 80))));
@@ -416,7 +430,7 @@ std::optional<SceneFile::Target> SceneFile::Find(const std::string& id) const {
     for (std::size_t at = 2; at + 1 < steps.size(); ++at) {
         const Element* next = nullptr;
         for (const std::size_t child : node->children) {
-            const Element& element = text.Elements()[child];
+            const Element& element = text->Elements()[child];
             if (IsParameter(element) || FindDeclared(kFields, node->name, element.name)) continue;
             std::string step(element.name);
             if (element.name == "Vehicle" || element.name == "Driver")
@@ -445,13 +459,13 @@ std::optional<SceneFile::Target> SceneFile::Find(const std::string& id) const {
     };
     const Declared* declared = FindDeclared(kParameters, node->name, steps.back());
     for (const std::size_t child : node->children) {
-        const Element& element = text.Elements()[child];
+        const Element& element = text->Elements()[child];
         if (element.name != steps.back() || !IsParameter(element)) continue;
         std::string type = declared ? std::string(declared->type) : "string";
-        if (const auto* word = ScenarioText::FindAttribute(element, "type")) type = text.TextOf(*word).Text();
+        if (const auto* word = ScenarioText::FindAttribute(element, "type")) type = text->TextOf(*word).Text();
         Target target = targetOf(type);
         if (const auto* unit = ScenarioText::FindAttribute(element, "unit"))
-            target.unit = lmk::toTUnit(text.TextOf(*unit).Text().c_str());
+            target.unit = lmk::toTUnit(text->TextOf(*unit).Text().c_str());
         return target;
     }
     if (declared) return targetOf(declared->type);
@@ -481,7 +495,7 @@ std::vector<Finding> SceneFile::DeclarationFindings() const {
         };
         const std::string what = "the declaration of " + Quoted(declaration.id);
         const std::optional<Target> target = Find(declaration.id);
-        if (!target) {
+        if (!target && !tables.hasLostElements) {
             // An id of another form is passed over when the file is opened.
             const std::vector<std::string> steps = StepsOf(declaration.id);
             const bool isLookedUp = steps.size() > 2 && steps[0] == "sce" && steps[1] == "Scenario";
@@ -491,7 +505,7 @@ std::vector<Finding> SceneFile::DeclarationFindings() const {
                     .severity = Severity::Warning;
             else
                 tell("TV5001", what + " names no parameter of the scenario");
-        } else if (!ids.insert(declaration.id).second) {
+        } else if (target && !ids.insert(declaration.id).second) {
             tell("TV5007", "the parameter " + Quoted(declaration.id) + " is declared already");
         }
 

@@ -13,6 +13,7 @@
 #include <cfg/t_ParameterType.h>
 #include <lmk/units.h>
 
+#include "MendedXml.h"
 #include "ScriptTree.h"
 
 namespace TavrelChecking {
@@ -26,6 +27,7 @@ struct SceneTables {
     std::map<std::int32_t, Vehicle> vehicles;
     bool hasLostVehicle = false; // one whose number is none, and so may be any
     std::set<std::string> drivers, triggers, images, sounds;
+    bool hasLostElements = false; // any of them may be missing here
 };
 
 // A scenario file: its elements, its scripts, its declarations.
@@ -79,9 +81,15 @@ private:
                        unsigned level = 0) const;
     Finding At(const char* rule, std::size_t begin, std::size_t end, std::string message) const;
 
+    // What the file cannot be read for. False where nothing more can be said of it.
+    bool LookAtXml(std::vector<Finding>& findings) const;
+    void PlaceInScript(Finding& finding, std::size_t position) const;
+
     std::shared_ptr<const FileBytes> bytes;
-    cfg::ScenarioText text;
-    const Element* root = nullptr; // the section Scenario
+    std::shared_ptr<const MendedXml> mended;          // of a file that is no XML; null for others
+    std::optional<cfg::ScenarioText::Fault> xmlFault; // of a file that is no XML
+    std::unique_ptr<const cfg::ScenarioText> text;    // of the file, or of its mended copy
+    const Element* root = nullptr;                    // the section Scenario
     SceneTables tables;
     std::vector<Script> scripts;
     std::vector<const Element*> scriptElements; // of `scripts`

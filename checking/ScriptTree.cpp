@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 #include <utility>
 
 #include <scenario/NearestName.h>
@@ -186,13 +187,37 @@ bool Accepts(ScenarioItemKind parent, bool isIndexEntry, bool isJunction, Scenar
     }
 }
 
+bool IsNoUtf8(std::string_view text, std::size_t at) {
+    return (text[at] & '\x80') != 0 && Commons::TextPlaces::CharacterLength(text, at) == 1;
+}
+
 std::size_t FindOtherEncoding(std::string_view text) {
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t length = Commons::TextPlaces::CharacterLength(text, at);
-        if (length == 1 && (text[at] & '\x80') != 0) return at;
-        at += length;
-    }
+    for (std::size_t at = 0; at < text.size(); at += Commons::TextPlaces::CharacterLength(text, at))
+        if (IsNoUtf8(text, at)) return at;
     return std::string_view::npos;
+}
+
+std::vector<std::pair<std::size_t, std::size_t>> PartsInOtherEncoding(std::string_view text) {
+    std::vector<std::pair<std::size_t, std::size_t>> parts;
+    bool hasUtf8 = false;
+    std::size_t row = 0; // of the last part, where it begins
+    for (std::size_t at = text.starts_with("\xEF\xBB\xBF") ? 3 : 0; at < text.size();) {
+        if ((text[at] & '\x80') == 0) {
+            if (text[at] == '\n') row = at;
+            ++at;
+            continue;
+        }
+        if (!IsNoUtf8(text, at)) {
+            hasUtf8 = true;
+            at += Commons::TextPlaces::CharacterLength(text, at);
+            continue;
+        }
+        const std::size_t begin = at;
+        while (at < text.size() && IsNoUtf8(text, at)) ++at;
+        if (parts.empty() || parts.back().first < row) parts.emplace_back(begin, at);
+    }
+    if (!hasUtf8 && parts.size() > 1) parts.resize(1);
+    return parts;
 }
 
 std::string LikelyEncoding(std::string_view text) {
@@ -212,7 +237,13 @@ std::string LikelyEncoding(std::string_view text) {
 }
 
 std::string ConversionHelp(std::string_view text) {
-    return "Convert the file to UTF-8: iconv -f " + LikelyEncoding(text) + " -t UTF-8 OLD > NEW";
+    const std::string command = "iconv -f " + LikelyEncoding(text) + " -t UTF-8 OLD > NEW";
+    bool hasUtf8 = false;
+    for (std::size_t at = kByteOrderMark.size(); at < text.size(); at += Commons::TextPlaces::CharacterLength(text, at))
+        hasUtf8 = hasUtf8 || Commons::TextPlaces::CharacterLength(text, at) > 1;
+    return hasUtf8 ? "Write these characters in UTF-8, as the others of the file are; of a file that has no others, " +
+                         command + " makes one in UTF-8."
+                   : "Convert the file to UTF-8: " + command;
 }
 
 class TreeBuilder {
@@ -232,6 +263,7 @@ public:
         while (row < rows.size() && !isEnded) Take(row++);
         if (isEnded) EndText(row);
         Finish();
+        PlaceBytes();
     }
 
 private:
@@ -254,34 +286,34 @@ private:
     // Encodings and NULs. False when nothing more is to be said.
     bool LookAtBytes() {
         const std::size_t nul = text.find('\0');
-        const std::size_t broken = FindOtherEncoding(text);
         const auto nuls = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\0'));
-        const bool isWide = nuls * 4 > text.size();
-        if (broken != std::string_view::npos || isWide) {
-            std::size_t begin = broken;
-            std::size_t end = broken;
-            if (broken == std::string_view::npos) {
-                begin = end = 0; // all of it is
-            } else {
-                while (end < text.size() && Commons::TextPlaces::CharacterLength(text, end) == 1 &&
-                       (text[end] & '\x80') != 0)
-                    ++end;
-            }
+        const auto tell = [&](std::size_t begin, std::size_t end) {
             // Values are taken as they are; the reader looks at no byte of them.
             Fault& fault =
                 Add("TV1017", begin, end, "the text is no UTF-8; it is likely " + LikelyEncoding(text), true);
             fault.help = ConversionHelp(text);
-            if (isWide) {
-                tree.faults.back().isTaken = false;
-                tree.isOtherEncoding = true;
-                return false;
-            }
+        };
+        const std::vector<std::pair<std::size_t, std::size_t>> parts = PartsInOtherEncoding(text);
+        if (nuls * 4 > text.size()) {
+            tell(0, 0); // all of it is
+            if (!parts.empty()) std::tie(tree.faults.back().begin, tree.faults.back().end) = parts.front();
+            tree.faults.back().isTaken = false;
+            tree.isOtherEncoding = true;
+            return false;
         }
+        for (const auto& [begin, end] : parts) tell(begin, end);
         for (std::size_t at = nul; at != std::string_view::npos; at = text.find('\0', at + 1))
             Add("TV1016", at, at + 1, "a NUL character stands in the text");
         if (text.starts_with(kByteOrderMark))
             Add("TV1003", 0, 0, "a byte order mark stands before the header; a text begins with TYPEOF");
         return true;
+    }
+
+    // Where characters are wrong is known before there are items.
+    void PlaceBytes() {
+        for (Fault& fault : tree.faults)
+            if (std::string_view(fault.rule) == "TV1016" || std::string_view(fault.rule) == "TV1017")
+                fault.item = tree.ItemAt(fault.begin);
     }
 
     void SplitRows() {
@@ -969,6 +1001,19 @@ private:
 };
 
 ScriptTree::ScriptTree(std::shared_ptr<const Text> source) : text(std::move(source)) { TreeBuilder(*this).Build(); }
+
+const Item* ScriptTree::ItemAt(std::size_t position) const {
+    const auto holds = [&](const std::unique_ptr<Item>& item) {
+        return item && item->begin <= position && position <= item->closing;
+    };
+    const Item* item = holds(root) ? root.get() : nullptr;
+    while (item) {
+        const auto inner = std::find_if(item->children.begin(), item->children.end(), holds);
+        if (inner == item->children.end()) break;
+        item = inner->get();
+    }
+    return item;
+}
 
 // Level by level: a broken text may nest deeper than the stack would carry.
 ScriptTree::~ScriptTree() {

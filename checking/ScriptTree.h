@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <scenario/ItemText.h>
@@ -110,6 +111,8 @@ public:
     const Text& Source() const { return *text; }
     Item* Root() const { return root.get(); }
     const std::vector<Fault>& Faults() const { return faults; }
+    // The innermost item that holds the byte of the text; null if none does.
+    const Item* ItemAt(std::size_t position) const;
     // Bytes that are no UTF-8, or a text of two bytes for each character: then nothing else is said of it.
     bool IsOtherEncoding() const { return isOtherEncoding; }
 
@@ -126,6 +129,11 @@ constexpr unsigned kDeepestItem = 1000;
 
 // Where the text ceases to be UTF-8, npos if it is throughout.
 std::size_t FindOtherEncoding(std::string_view text);
+// Whether the byte belongs to no character of UTF-8.
+bool IsNoUtf8(std::string_view text, std::size_t at);
+// The bytes that are no UTF-8, each part from its begin to its end. One part stands for all of a text that is in
+// another encoding throughout; of one that holds characters of UTF-8 as well, the first part of each row.
+std::vector<std::pair<std::size_t, std::size_t>> PartsInOtherEncoding(std::string_view text);
 // The name of the encoding that the bytes most likely are in, as iconv knows it.
 std::string LikelyEncoding(std::string_view text);
 // The remedy, with the command that converts.

@@ -1,5 +1,6 @@
 #include "Text.h"
 
+#include <tuple>
 #include <utility>
 
 namespace TavrelChecking {
@@ -26,13 +27,25 @@ Span FileBytes::SpanOf(std::size_t begin, std::size_t end) const {
 
 Text::Text(std::shared_ptr<const FileBytes> wholeFile) : file(std::move(wholeFile)), view(file->bytes) {}
 
-Text::Text(std::shared_ptr<const FileBytes> scenarioFile, cfg::WrittenText writtenText, std::string name)
-    : file(std::move(scenarioFile)), written(std::move(writtenText)), scriptName(std::move(name)), view(written.Text()),
-      places(view) {}
+Text::Text(std::shared_ptr<const FileBytes> scenarioFile, cfg::WrittenText writtenText, std::string name,
+           std::shared_ptr<const MendedXml> mendedFile)
+    : file(std::move(scenarioFile)), mended(std::move(mendedFile)), written(std::move(writtenText)),
+      scriptName(std::move(name)), view(written.Text()), places(view) {}
+
+std::pair<std::size_t, std::size_t> Text::InFile(std::size_t begin, std::size_t end) const {
+    if (!places) return {begin, end};
+    const auto [from, to] = written.InFile(begin, end);
+    return mended ? std::pair(mended->InFile(from), mended->InFile(to)) : std::pair(from, to);
+}
+
+std::optional<std::size_t> Text::InText(std::size_t position) const {
+    if (!places) return position;
+    if (position < written.Begin() || position > written.End()) return std::nullopt;
+    return written.InText(position);
+}
 
 Span Text::SpanOf(std::size_t begin, std::size_t end) const {
-    if (!places) return file->SpanOf(begin, end);
-    const auto [from, to] = written.InFile(begin, end);
+    const auto [from, to] = InFile(begin, end);
     return file->SpanOf(from, to);
 }
 
@@ -60,11 +73,9 @@ Finding Text::FindingAt(const char* rule, std::size_t begin, std::size_t end, st
 bool Text::EditOf(std::size_t begin, std::size_t end, std::string_view replacement, Edit& edit) const {
     edit.file = file->path;
     edit.span = SpanOf(begin, end);
-    edit.begin = begin;
-    edit.end = end;
+    std::tie(edit.begin, edit.end) = InFile(begin, end);
     edit.replacement = replacement;
     const bool isWritten = !places || written.Write(replacement, begin, end, edit.replacement);
-    if (places) std::tie(edit.begin, edit.end) = written.InFile(begin, end);
     // A new line ends as the first one of the file does.
     const std::size_t feed = file->bytes.find('\n');
     if (feed == std::string::npos || feed == 0 || file->bytes[feed - 1] != '\r') return isWritten;

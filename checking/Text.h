@@ -7,10 +7,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <Commons/TextPlaces.h>
 #include <cfg/ScenarioText.h>
 #include <checking/Finding.h>
+
+#include "MendedXml.h"
 
 namespace TavrelChecking {
 
@@ -34,8 +37,9 @@ class Text {
 public:
     // A file as a whole.
     explicit Text(std::shared_ptr<const FileBytes> wholeFile);
-    // A script of a scenario file.
-    Text(std::shared_ptr<const FileBytes> scenarioFile, cfg::WrittenText written, std::string scriptName);
+    // A script of a scenario file; of the mended copy of one that is no XML.
+    Text(std::shared_ptr<const FileBytes> scenarioFile, cfg::WrittenText written, std::string scriptName,
+         std::shared_ptr<const MendedXml> mendedFile = nullptr);
     Text(const Text&) = delete;
     Text& operator=(const Text&) = delete;
 
@@ -44,6 +48,9 @@ public:
     const FileBytes& File() const { return *file; }
     bool IsScript() const { return places.has_value(); }
     const std::string& ScriptName() const { return scriptName; }
+
+    // The byte of the text that stands at a byte of the file, or of its mended copy; none if it lies outside.
+    std::optional<std::size_t> InText(std::size_t position) const;
 
     // A finding with all that follows from its place: file, span, script and line.
     Finding FindingAt(std::size_t begin, std::size_t end) const;
@@ -54,7 +61,10 @@ public:
     bool EditOf(std::size_t begin, std::size_t end, std::string_view replacement, Edit& edit) const;
 
 private:
+    std::pair<std::size_t, std::size_t> InFile(std::size_t begin, std::size_t end) const;
+
     std::shared_ptr<const FileBytes> file;
+    std::shared_ptr<const MendedXml> mended; // the file that `written` stands in; null where that is the file itself
     cfg::WrittenText written;
     std::string scriptName;
     std::string_view view;

@@ -372,7 +372,7 @@ void TreeChecks::LookAtValue(const Use& use, std::string_view kind, std::string_
                             {"IMAGE", &around.tables->images, "image"},
                             {"SOUND", &around.tables->sounds, "sound"}};
     for (const Table& table : tables) {
-        if (kind != table.kind || table.names->count(std::string(value))) continue;
+        if (kind != table.kind || table.names->count(std::string(value)) || around.tables->hasLostElements) continue;
         const std::vector<std::string> names(table.names->begin(), table.names->end());
         AtValue("TV3008", use, "VALUE",
                 std::string("the scenario has no ") + table.word + " " + Quoted(value) + DidYouMean(value, names));

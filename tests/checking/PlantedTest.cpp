@@ -380,6 +380,62 @@ TEST(PlantedTest, ManyFaultsAreFoundTogether) {
     ExpectFound(cases);
 }
 
+// A file that cannot be loaded is looked at as far as its tags show what was meant.
+TEST(PlantedTest, AFaultOfTheFileHidesNoneOfItsScripts) {
+    using namespace std::string_literals;
+    struct Row {
+        const char* rule;
+        const char* find;
+        std::string replacement;
+    };
+    // clang-format off
+    const Row rows[] = {
+        {"TV1016", "Planted\"",       "Plan@<"s + '\0' + ">@ted\""},
+        {"TV1016", "<name>Planted",   "<name>@<"s + '\0' + ">@Planted"},
+        {"TV1016", "FILE=\"planted",  "FILE=\"@<&#0;>@planted"},
+        {"TV1017", "LABEL=\"Target",  "LABEL=\"T@<\xE4>@rget"},
+        {"TV1017", "KIND=\"USER\"",   "KIND=\"US@<\xC4>@ER\""},
+        {"TV1017", "<scriptName>",    "<scriptName>@<\xFF\xFE>@"},
+        {"TV6002", "LABEL=\"Target",  "LABEL=\"@<&#xD800;>@Target"},
+        {"TV6002", "LABEL=\"Target",  "LABEL=\"@<<>@ 5 Target"},
+        {"TV6002", "</name>",         "</@<nmae>@>"},
+        {"TV6002", "</scriptName>",   "@<>@"},
+        {"TV6002", "\n    </Vehicle>", "@<>@"},
+        {"TV6002", "<id ScenarioTreeValue=\"0\"/>", "<id ScenarioTreeValue=\"0@<>@/>"},
+        {"TV6002", "<id ScenarioTreeValue=\"0\"/>", "<id ScenarioTreeValue=@<>@0/>"},
+        {"TV6002", "<Vehicle>",       "<Vehicle@<>@"},
+        {"TV6002", "<Vehicle>",       "@<<!-->@ once\n    <Vehicle>"},
+        {"TV6002", "  </Scenario>",   "@<</Vehicle>>@\n  </Scenario>"},
+        {"TV6002", "</sce>",          "</sce>@<more>@"},
+        {"TV6002", "</sce>\n",        "@<>@"},
+    };
+    // clang-format on
+    const std::vector<const Plant*> inScript = {&kPlants[0], &kPlants[3], &kPlants[30]};
+    for (const Row& row : rows) {
+        std::string file = File(Script(inScript), Form::Plain, false, false);
+        ASSERT_NE(file.find(row.find), std::string::npos) << row.find;
+        file.replace(file.find(row.find), std::string(row.find).size(),
+                     Replaced(Replaced(row.replacement, "@<", kBegin), ">@", kEnd));
+        const std::vector<Span> spans = TakeMarks(file);
+        Job job;
+        job.path = testing::TempDir() + "planted.sce";
+        job.kind = FileKind::Scenario;
+        job.installation = kExamples + "/tavrel.xml";
+        job.configuration = "Faults";
+        std::vector<std::string> expected, found;
+        for (const Span& span : spans) expected.push_back(Text("", kError, span));
+        std::string all;
+        std::size_t ofRow = 0;
+        for (const Finding& finding : CheckText(file, job, {}).findings) {
+            found.push_back(Text("", finding.severity, finding.span));
+            all += found.back() + " " + finding.rule->id + " " + finding.message + "\n";
+            ofRow += std::string_view(finding.rule->id) == row.rule ? 1U : 0U;
+        }
+        EXPECT_EQ(found, expected) << row.replacement << "\n" << all;
+        EXPECT_EQ(ofRow, 1U) << row.replacement << "\n" << all;
+    }
+}
+
 // The library passes over a file that holds something else than an include; it is an error where somebody needs it.
 TEST(PlantedTest, AnIncludeThatBeginsWithAnotherItemIsTold) {
     const std::string folder = testing::TempDir() + "other_top";
