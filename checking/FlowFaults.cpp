@@ -45,17 +45,32 @@ struct Flow {
     void Gather(const Item& item, const Item* owner) {
         if (item.kind == KindTask) states.insert(item.name);
         if (IsTaskLike(item.kind)) owner = &item;
-        if (item.kind == KindAction || item.kind == KindElseAction)
+        if (item.kind == KindAction || item.kind == KindElseAction) {
             for (const auto& parameter : item.children)
                 if (IsParameter(parameter->kind) && parameter->Value("KIND") == "TASK" && parameter->Find("VALUE"))
                     transitions.push_back({&item, owner, parameter->Value("VALUE")});
+            if (LacksState(item)) transitions.push_back({&item, owner, {}});
+        }
         // What is not understood may enter the state that its value names.
         const std::string_view kind = item.Value("KIND");
         const bool isUnderstood = IsParameter(item.kind) && item.parent && IsCall(item.parent->kind);
-        const bool isKind = std::find(ValueKinds().begin(), ValueKinds().end(), kind) != ValueKinds().end();
+        const bool isKind = std::find(ValueKinds().begin(), ValueKinds().end(), kind) != ValueKinds().end() &&
+                            (!item.model || item.model == &item || Holds(WordsOf(item.model->Value("KINDLIST")), kind));
         if (item.isDropped || IsParameter(item.kind))
             if (!isKind || (kind == "TASK" && !isUnderstood)) mayBeEntered.insert(item.Value("VALUE"));
         for (const auto& child : item.children) Gather(*child, owner);
+    }
+
+    // Whether the action goes on to a state, and which one is missing. That has its own finding.
+    static bool LacksState(const Item& action) {
+        if (!action.model || action.model == &action) return false;
+        const std::vector<const Item*> wanted = ParametersOf(*action.model);
+        return std::any_of(wanted.begin(), wanted.end(), [&](const Item* state) {
+            if (!state->model || !Holds(WordsOf(state->model->Value("KINDLIST")), "TASK")) return false;
+            return std::none_of(action.children.begin(), action.children.end(), [&](const auto& given) {
+                return given->name == state->name && !given->Value("VALUE").empty();
+            });
+        });
     }
 
     static bool HasState(const Item* task, std::string_view name) {

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
+#include <limits>
 
 #include <TavrelScenarioTemplateDb/ScenarioScripts.h>
 #include <scenario/NearestName.h>
@@ -400,11 +401,16 @@ std::optional<SceneFile::Target> SceneFile::FindVariable(const Script& script, c
         pending.pop_back();
         if (item->kind == KindInclude) continue;
         hasLost = hasLost || IsLostVariable(*item);
-        if (item->kind == KindVariable) {
+        // A word that is no kind may be meant for that of a variable.
+        if (item->kind == KindVariable || item->isDropped) {
             const auto number = LongNumberOf(item->name);
             if (number && "Variable[name=" + std::to_string(static_cast<std::uint64_t>(*number)) + "]/value" == step) {
+                hasLost = hasLost || item->kind != KindVariable;
+                if (item->kind != KindVariable) continue;
                 Target target;
-                const std::string_view type = item->Value("INTERACTIVE_TYPE");
+                const Attribute* typeLine = item->Find("INTERACTIVE_TYPE");
+                target.isKnown = !typeLine || !typeLine->isBroken;
+                const std::string_view type = typeLine ? typeLine->value : std::string_view();
                 target.type = type == "INTEGER"  ? Target::Integer
                               : type == "STRING" ? Target::Literal
                               : type == "BOOL"   ? Target::Boolean
@@ -570,10 +576,15 @@ std::vector<Finding> SceneFile::DeclarationFindings() const {
             isReversed = isReversed || least > most;
             isInside = isInside || (given >= least && given <= most);
             if (!target || !target->variable) continue;
-            const std::string_view lowest = target->variable->Value("INTERACTIVE_MIN_VALUE");
-            const std::string_view highest = target->variable->Value("INTERACTIVE_MAX_VALUE");
-            isBeyond = isBeyond || std::min(least, most) < (lowest.empty() ? 0.0 : NumberOf(lowest)) ||
-                       std::max(least, most) > (highest.empty() ? 9999.0 : NumberOf(highest));
+            // What is no number, and so has its own finding, limits nothing.
+            const auto limitOf = [&](const char* key, double fallback, double none) {
+                const Attribute* line = target->variable->Find(key);
+                if (line && (line->isBroken || (!line->value.empty() && !IsNumber(line->value)))) return none;
+                return line && !line->value.empty() ? NumberOf(line->value) : fallback;
+            };
+            constexpr double kInfinity = std::numeric_limits<double>::infinity();
+            isBeyond = isBeyond || std::min(least, most) < limitOf("INTERACTIVE_MIN_VALUE", 0.0, -kInfinity) ||
+                       std::max(least, most) > limitOf("INTERACTIVE_MAX_VALUE", 9999.0, kInfinity);
         }
         if (!areNumbers) continue;
         if (isReversed) tell("TV5003", "a range of it ends before it begins");

@@ -922,7 +922,9 @@ void TextChecks::LookAtLosses(const Item& item) {
     case KindParameter:
     case KindReturn: {
         const std::string_view kind = item.Value("KIND");
-        if (kind.empty()) break;
+        // A kind that cannot stand here is the fault that is told.
+        const bool isMeant = !item.model || item.model == &item || Holds(WordsOf(item.model->Value("KINDLIST")), kind);
+        if (kind.empty() || !isMeant) break;
         if (kind != "VARIABLE" && IsValueKind(kind)) isLost("OWNER_FILE", "only a VARIABLE has one");
         if (kind == "FUNCTION") isLost("VALUE", "a FUNCTION stands in its place");
         break;

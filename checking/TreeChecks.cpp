@@ -100,6 +100,8 @@ std::vector<PlacedFault> TreeChecks::Run(std::vector<Fault> ownFaults) {
     if (!tree.Root()) return std::move(faults);
     const Item& root = *tree.Root();
     rootFile = root.Value("FILE");
+    // It has its own finding, and those who name the file as it is meant have none.
+    if (const Attribute* file = root.Find("FILE"); file && file->isBroken) missingFiles.insert(rootFile);
     auto own = std::make_unique<Mount>();
     own->path = std::filesystem::weakly_canonical(tree.Source().File().path).string();
     mounts.push_back(std::move(own));
@@ -138,6 +140,7 @@ void TreeChecks::Enter(const Item& item, const Mount* mount) {
         lostItems.push_back(&item);
     if (item.kind == KindTask && isRead) tasks.insert(item.name);
     if (item.kind == KindEvaluation) AddScores(item);
+    if (IsCall(item.kind) && item.model && item.model != &item) GatherUnnamed(item);
     if (IsParameter(item.kind) && item.model && item.model != &item && item.parent && IsCall(item.parent->kind) &&
         item.parent->model != item.parent)
         uses.push_back({&item, mount});
@@ -287,6 +290,28 @@ void TreeChecks::MayUse(const Item& item) {
     if (!item.Value("VALUE").empty()) mayBeUsed.insert(item.Value("VALUE"));
 }
 
+// A call that lacks a parameter which can be nothing but a variable, or the name in it, has its own finding.
+void TreeChecks::GatherUnnamed(const Item& call) {
+    if (IsJunction(call)) return;
+    for (const Item* wanted : ParametersOf(*call.model)) {
+        if (!wanted->model || WordsOf(wanted->model->Value("KINDLIST")) != std::vector<std::string_view>{"VARIABLE"})
+            continue;
+        const bool isNamed = std::any_of(call.children.begin(), call.children.end(), [&](const auto& given) {
+            return given->name == wanted->name && !given->Value("VALUE").empty();
+        });
+        if (!isNamed) unnamed.push_back(TypeOf(*wanted));
+    }
+}
+
+// Whether a variable of that type may be one of those; each of them is one variable.
+bool TreeChecks::IsUnnamed(std::string_view type) {
+    const auto found =
+        std::find_if(unnamed.begin(), unnamed.end(), [&](std::string_view wanted) { return TypeFits(type, wanted); });
+    if (found == unnamed.end()) return false;
+    unnamed.erase(found);
+    return true;
+}
+
 // Whether an item that was passed over, or is read by another name, may be the one that is asked for: one whose name
 // is that, else one whose name is lost.
 bool TreeChecks::IsHeldByLost(ScenarioItemKind kind, std::string_view name) {
@@ -359,6 +384,12 @@ void TreeChecks::LookAtValue(const Use& use, std::string_view kind, std::string_
     }
     if (kind == "USER" && item.name == "SCORE_NUMBER" && IsWholeNumber(value)) {
         if (hasLostScores || scores.count(WholeNumberOf(value)) > 0) return;
+        // A number that no score can have is told as that.
+        const auto isLimit = [&](const char* key) { return !item.model->Value(key).empty(); };
+        const double number = NumberOf(value);
+        if ((isLimit("MINVALUE") && number < NumberOf(item.model->Value("MINVALUE"))) ||
+            (isLimit("MAXVALUE") && number > NumberOf(item.model->Value("MAXVALUE"))))
+            return;
         AtValue("TV4010", use, "VALUE", "no EVALUATION has a SCORE " + std::string(value)).fault.isTaken = true;
         return;
     }
@@ -381,7 +412,11 @@ void TreeChecks::LookAtValue(const Use& use, std::string_view kind, std::string_
 
 void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
     const Item& item = *use.parameter;
-    const std::string_view owner = item.Value("OWNER_FILE");
+    const Attribute* ownerLine = item.Find("OWNER_FILE");
+    const bool isOwnerBroken = ownerLine && ownerLine->isBroken; // and has its own finding
+    const std::string_view owner = !ownerLine                         ? std::string_view()
+                                   : isOwnerBroken && ownerLine->seen ? *ownerLine->seen
+                                                                      : ownerLine->value;
     if (!owner.empty() && owner != rootFile) {
         const bool isKnown =
             files.count(std::string(owner)) > 0 ||
@@ -389,6 +424,11 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
                 return child->kind == KindEvaluation && child->Value("FILE") == owner;
             });
         if (!isKnown) {
+            MayUse(item); // whichever file was meant
+            if (isOwnerBroken) {
+                misread.insert({item.text, ownerLine->keyBegin});
+                return;
+            }
             const bool isMissing = std::any_of(missingFiles.begin(), missingFiles.end(), [&](const std::string& file) {
                 return NearestName(owner, {file}) == file;
             });
@@ -416,7 +456,9 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
             faults[top->second].fault.isTaken = false;
             faults[top->second].fault.isValidity = true;
         }
-        if (missingFiles.count(scope) == 0 && !IsHeldByLost(KindVariable, value))
+        if (isOwnerBroken)
+            misread.insert({item.text, ownerLine->keyBegin});
+        else if (missingFiles.count(scope) == 0 && !IsHeldByLost(KindVariable, value))
             AtValue("TV3004", use, "VALUE",
                     "there is no VARIABLE (" + std::string(value) + ")" +
                         (owner.empty() ? "" : " in " + Quoted(owner)));
@@ -560,9 +602,11 @@ void TreeChecks::LookAtVariables() {
         // One that is not found is a second one of its number.
         const std::vector<std::size_t>& named = variablesByName[variable.item->name];
         if (&variables[named.front()] != &variable && variables[named.front()].scope.empty()) continue;
+        const bool isUnwritten = variable.isCompared && !variable.isWritten;
+        if ((!variable.isRead || isUnwritten) && IsUnnamed(variable.item->Value("TYPE"))) continue;
         if (!variable.isRead)
             AtHeader("TV4005", *variable.item, nullptr, "nothing uses " + variable.item->Title()).fault.isTaken = true;
-        else if (variable.isCompared && !variable.isWritten)
+        else if (isUnwritten)
             AtHeader("TV4006", *variable.item, nullptr,
                      variable.item->Title() + " is compared, and nothing gives it another value")
                 .fault.isTaken = true;

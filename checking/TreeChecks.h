@@ -72,6 +72,8 @@ private:
     void EnterChildren(const Item& item, const Mount* mount);
     void EnterFile(const Item& item, const Mount* mount);
     void MayUse(const Item& item);
+    void GatherUnnamed(const Item& call);
+    bool IsUnnamed(std::string_view type);
     bool IsHeldByLost(ScenarioItemKind kind, std::string_view name);
     void NeedsHeader(const Item& item);
     void LookAt(const Use& use);
@@ -100,6 +102,7 @@ private:
     std::set<std::string> missingFiles;           // what they hold still counts as present
     std::map<std::string, std::size_t> wrongTops; // the places among `faults` of files that begin with another item
     std::set<std::string_view> mayBeUsed;         // names of variables in parameters that are not understood
+    std::vector<std::string_view> unnamed;        // types of the variables that calls should name, and do not
     bool hasLostScores = false;                   // an EVALUATION whose file is not there
     std::vector<Use> uses;
     // Keys whose value is read as one that is not valid, and headers whose name is asked for and read as another one.

@@ -109,6 +109,15 @@ constexpr Severity kError = Severity::Error;
 constexpr Severity kWarning = Severity::Warning;
 
 // clang-format off
+#define TASK_OF(name, inside) "\n\tTYPEOF TASK (" name ")\n\t{\n\t\tTASK_KIND=\"0\"\n" inside "\t}\n"
+#define VARIABLE_OF(name) "\n\tTYPEOF VARIABLE (" name ")\n\t{\n\t\tTYPE=\"FLOAT\"\n\t}\n"
+#define RULE_OF(name, action, inside) \
+    "\n\tTYPEOF RULE (9" name ")\n\t{\n\t\tTYPEOF CONDITION (IS_MOVING)\n\t\t{\n\t\t\tTYPEOF PARAMETER (VEHICLE)\n\t\t\t{\n" \
+    "\t\t\t\tKIND=\"VEHICLE\"\n\t\t\t\tVALUE=\"0\"\n\t\t\t}\n\t\t}\n\t\tTYPEOF ACTION (" action ")\n\t\t{\n" inside "\t\t}\n\t}\n"
+#define PARAMETER_OF(name, lines) "\t\t\tTYPEOF PARAMETER (" name ")\n\t\t\t{\n\t\t\t\t" lines "}\n"
+#define STATE_OF(name, lines) RULE_OF(name, "NEXT_STATE", PARAMETER_OF("STATE", lines))
+#define TARGET_OF(name, lines) \
+    RULE_OF(name, "SET_VARIABLE", PARAMETER_OF("TARGET", lines) PARAMETER_OF("SPEED", "KIND=\"USER\"\n\t\t\t\tVALUE=\"7\"\n\t\t\t"))
 constexpr Plant kPlants[] = {
     {"TV1001", kError, "\t\tLABEL=", "\t\t@<hello world>@\n\t\tLABEL="},
     {"TV1001", kError, "\t\t\tMODIFIER=", "\t\t\t@<?>@\n\t\t\tMODIFIER="},
@@ -192,6 +201,16 @@ constexpr Plant kPlants[] = {
     {"TV3003", kError, "KIND=\"VARIABLE\"\n\t\t\t\tVALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"\"", "KIND=\"@<VARIABL>@\"\n\t\t\t\tVALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"fine.sc\""},
     {"TV3001", kWarning, "VALUE=\"0\"", "VALUE=\"@<Car>@\""},
     {"TV1001", kError, "\t\t\tMODIFIER=", "\t\t\t@<{>@\n\t\t\tMODIFIER="},
+    {"TV1008", kError, "VALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"\"", "VALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"@<fine\t.sc>@\""},
+    {"TV3002", kError, "\t\tTYPEOF ELSE_ACTION (PAINT)", "\t\tTYPEOF ACTION (ADD_SCORE)\n\t\t{\n\t\t\tTYPEOF PARAMETER (SCORE_NUMBER)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"@<100>@\"\n\t\t\t}\n\t\t}\n\n\t\tTYPEOF ELSE_ACTION (PAINT)"},
+    {"TV3003", kError, "", STATE_OF("SLOT", "KIND=\"@<VEHICLE>@\"\n\t\t\t\tVALUE=\"SLOT\"\n\t\t\t") TASK_OF("SLOT", "")},
+    {"TV3011", kError, "", STATE_OF("SLOT", "KIND=\"TASK\"\n\t\t\t\tVALUE=\"SLOT\"\n\t\t\t")
+                           TASK_OF("SLOT", "\n\t\tTYPEOF RULE (8SLOT)\n\t\t{\n\n\t\t\tTYPEOF CONDITION (IS_MOVING)\n\t\t\t{\n\n\t\t\t\tTYPEOF PARAMETER (VEHICLE)\n\t\t\t\t{\n\t\t\t\t\tKIND=\"VEHICLE\"\n\t\t\t\t\tVALUE=\"0\"\n\t\t\t\t}\n\t\t\t}\n\n\t\t\tTYPEOF ACTION (NEXT_STATE)\n\t\t\t{\n\n\t\t\t\tTYPEOF PARAMETER (STATE)\n\t\t\t\t{\n\t\t\t\t\tKIND=\"TASK\"\n\t\t\t\t@<>@}\n\t\t\t}\n\t\t}\n") TASK_OF("7SLOT", "")},
+    {"TV3009", kError, "", VARIABLE_OF("SLOT") TARGET_OF("SLOT", "KIND=\"VARIABLE\"\n\t\t\t\tVALUE=\"SLOT\"\n\t\t\t\tOWNER_FILE=\"@<gone.sc>@\"\n\t\t\t")},
+};
+// Which of several unused variables is the one that is not named shows only where there is one.
+constexpr Plant kAlone[] = {
+    {"TV3011", kError, "", VARIABLE_OF("SLOT") TARGET_OF("SLOT", "KIND=\"VARIABLE\"\n\t\t\t@<>@")},
 };
 // clang-format on
 
@@ -362,6 +381,7 @@ TEST(PlantedTest, EachFaultIsFoundAloneInEveryForm) {
     for (const Plant& plant : kPlants)
         for (const Form form : {Form::Plain, Form::CData, Form::References})
             cases.push_back({{&plant}, form, form != Form::Plain, form != Form::CData});
+    for (const Plant& plant : kAlone) cases.push_back({{&plant}, Form::Plain, false, false});
     ExpectFound(cases);
 }
 
@@ -433,6 +453,45 @@ TEST(PlantedTest, AFaultOfTheFileHidesNoneOfItsScripts) {
         }
         EXPECT_EQ(found, expected) << row.replacement << "\n" << all;
         EXPECT_EQ(ofRow, 1U) << row.replacement << "\n" << all;
+    }
+}
+
+// What a variable is declared for is not known where a line of it has its own finding.
+TEST(PlantedTest, AFaultOfAVariableMakesNoneOfItsDeclaration) {
+    const std::string declaration =
+        "    <VariadicParameter>\n      <name>a</name>\n      <parameterId>/sce/Scenario/ScenarioScript[scriptName="
+        "\"main\"]/Variable[name=5]/value</parameterId>\n      <LiteralParameter>\n        <default>a</default>\n"
+        "        <LiteralRange>\n          <literal>a</literal>\n        </LiteralRange>\n      </LiteralParameter>\n"
+        "    </VariadicParameter>\n";
+    const std::string number =
+        Replaced(Replaced(declaration, "Literal", "Real"), "<literal>a</literal>", "<minimum>-7</minimum>");
+    struct Row {
+        const char* rule;
+        const char* variable;
+        const std::string& declaration;
+    };
+    const Row rows[] = {
+        {"TV1002", "TYPEOF @<VARIABL>@ (5)\n\t{\n\t\tINTERACTIVE_TYPE=\"STRING\"\n\t}\n", declaration},
+        {"TV1008", "TYPEOF VARIABLE (5)\n\t{\n\t\tINTERACTIVE_TYPE=\"@<STR\tING>@\"\n\t}\n", declaration},
+        {"TV1018",
+         "TYPEOF VARIABLE (5)\n\t{\n\t\tINTERACTIVE_TYPE=\"FLOAT\"\n\t\tINTERACTIVE_MIN_VALUE=\"@<low>@\"\n\t}\n",
+         Replaced(number, "<default>a", "<default>-1")},
+    };
+    for (const Row& row : rows) {
+        const std::string variable = Replaced(Replaced(row.variable, "@<", kBegin), ">@", kEnd);
+        std::string file = File(Replaced(Script({}), "\tTYPEOF TASK (1)", "\t" + variable + "\n\tTYPEOF TASK (1)"),
+                                Form::Plain, false, false);
+        file.insert(file.find("  </Scenario>"), row.declaration);
+        const std::vector<Span> spans = TakeMarks(file);
+        Job job;
+        job.path = testing::TempDir() + "planted.sce";
+        job.kind = FileKind::Scenario;
+        job.installation = kExamples + "/tavrel.xml";
+        job.configuration = "Faults";
+        std::vector<std::string> found;
+        for (const Finding& finding : CheckText(file, job, {}).findings)
+            found.push_back(Text(finding.rule->id, finding.severity, finding.span));
+        EXPECT_EQ(found, std::vector<std::string>{Text(row.rule, kError, spans.at(0))});
     }
 }
 
