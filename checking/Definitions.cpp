@@ -4,6 +4,8 @@
 
 #include <scenario/DefinitionLists.h>
 
+#include "TextChecks.h"
+
 namespace TavrelChecking {
 
 // clang-format off
@@ -59,7 +61,7 @@ void Definitions::Enter(std::size_t list, const Item& item) {
 // A definition whose kind is misspelt has its finding there, and not where it is used.
 void Definitions::EnterLost(std::size_t list, const Item& folder) {
     for (const auto& child : folder.children) {
-        if (child->kind == KindNone && !child->name.empty()) byName[list].emplace(child->name, child.get());
+        if (child->kind == KindNone && !child->name.empty()) byName[list].emplace(child->name, child);
         if (child->kind == KindFolder) EnterLost(list, *child);
     }
 }
@@ -73,6 +75,25 @@ std::vector<std::string> Definitions::Names(std::size_t list) const {
     std::vector<std::string> names;
     for (const Item* item : all[list]) names.emplace_back(item->name);
     return names;
+}
+
+ParameterFacts::ParameterFacts(const Item& definition, const Item* enumTab)
+    : kinds(WordsOf(definition.Value("KINDLIST"))),
+      isListBroken(std::any_of(kinds.begin(), kinds.end(), [](std::string_view word) { return !IsValueKind(word); })),
+      type(definition.Value("TYPE")), isByAddress(definition.Value("USAGE") == "BY_ADDRESS"),
+      least(definition.Value("MINVALUE")), most(definition.Value("MAXVALUE")), leastNumber(NumberOf(least)),
+      mostNumber(NumberOf(most)),
+      areLimitsReversed(!least.empty() && !most.empty() && mostNumber <= leastNumber &&
+                        definition.Find("MINVALUE")->keyBegin < definition.Find("MAXVALUE")->keyBegin),
+      tab(enumTab) {}
+
+ParameterFacts Definitions::ReadFacts(const Item& definition) const {
+    return {definition, Find(kEnumTabs, definition.Value("ENUMTAB"))};
+}
+
+const ParameterFacts& Definitions::FactsOf(const Item& definition) const {
+    const auto known = facts.find(&definition);
+    return known != facts.end() ? known->second : facts.emplace(&definition, ReadFacts(definition)).first->second;
 }
 
 std::vector<std::string_view> WordsOf(std::string_view value) {
@@ -99,9 +120,35 @@ std::vector<const Item*> ParametersOf(const Item& call) {
         if (child->kind == KindReturn && !hasReturn)
             hasReturn = true;
         else
-            parameters.push_back(child.get());
+            parameters.push_back(child);
     }
     return parameters;
+}
+
+bool HaveSameParameters(const Item& call, const Item& other) {
+    // The next one from there on; the first RETURN is none.
+    struct Walk {
+        explicit Walk(const Item& walked) : at(walked.children.begin()), end(walked.children.end()) {}
+        const Item* Next() {
+            for (; at != end; ++at) {
+                if (!IsParameter((*at)->kind)) continue;
+                const bool isResult = (*at)->kind == KindReturn && !hasReturn;
+                hasReturn = hasReturn || isResult;
+                if (!isResult) return *at++;
+            }
+            return nullptr;
+        }
+        std::pmr::vector<Item*>::const_iterator at, end;
+        bool hasReturn = false;
+    };
+    Walk one(call);
+    Walk two(other);
+    while (true) {
+        const Item* const first = one.Next();
+        const Item* const second = two.Next();
+        if (!first || !second) return first == second;
+        if (first->name != second->name) return false;
+    }
 }
 
 std::string_view TypeOf(const Item& parameter) {

@@ -25,6 +25,22 @@ extern const std::array<ListRow, kListCount> kListRows;
 // The list in which items of the kind have their definitions; kListCount for kinds without.
 std::size_t ListOf(ScenarioItemKind kind);
 
+// What the definition of a parameter allows, read once for all calls that have one.
+struct ParameterFacts {
+    ParameterFacts(const Item& definition, const Item* enumTab);
+
+    std::vector<std::string_view> kinds; // the words of KINDLIST
+    bool isListBroken;                   // one of them is none
+    std::string_view type;
+    bool isByAddress;
+    std::string_view least; // MINVALUE and MAXVALUE, empty where there are none
+    std::string_view most;
+    double leastNumber;
+    double mostNumber;
+    bool areLimitsReversed; // between them lies nothing, which is told
+    const Item* tab;        // the enumeration that ENUMTAB names, null if there is none
+};
+
 // The definitions of a root model by name, the first of each name.
 class Definitions {
 public:
@@ -37,6 +53,9 @@ public:
     // In the order of the model, with repeated ones.
     const std::vector<const Item*>& All(std::size_t list) const { return all[list]; }
     std::vector<std::string> Names(std::size_t list) const;
+    // Once the model has been looked at: what its lines are meant for is known then.
+    const ParameterFacts& FactsOf(const Item& definition) const;
+    ParameterFacts ReadFacts(const Item& definition) const;
 
 private:
     void FindFolders(const Item& item);
@@ -47,6 +66,7 @@ private:
     std::array<const Item*, kListCount> folders{};
     std::array<std::vector<const Item*>, kListCount> all;
     std::array<std::unordered_map<std::string_view, const Item*>, kListCount> byName;
+    mutable std::unordered_map<const Item*, ParameterFacts> facts;
 };
 
 bool IsCall(ScenarioItemKind kind);
@@ -56,6 +76,8 @@ std::vector<std::string_view> WordsOf(std::string_view value);
 bool Holds(const std::vector<std::string_view>& words, std::string_view word);
 // The parameters of a call, its RETURN not among them.
 std::vector<const Item*> ParametersOf(const Item& call);
+// Whether two calls have parameters of the same names in the same order.
+bool HaveSameParameters(const Item& call, const Item& other);
 // The type of the result of a call's definition.
 std::string_view ReturnTypeOf(const Item& definition);
 // The type of a parameter, by its definition.

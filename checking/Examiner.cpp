@@ -1,7 +1,9 @@
 #include "Examiner.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
+#include <unordered_set>
 #include <utility>
 
 #include <Commons/WholeFile.h>
@@ -218,7 +220,7 @@ void Reconcile(const Verdict& verdict, const std::string& path, const std::vecto
         while (!pending.empty()) {
             const Item* one = pending.back();
             pending.pop_back();
-            for (const auto& child : one->children) pending.push_back(child.get());
+            for (const auto& child : one->children) pending.push_back(child);
             if (WayTo(one) == invalid.way) item = one;
         }
         Fault fault;
@@ -380,12 +382,18 @@ void Examiner::AddFaults(const ScriptTree& tree, const Definitions& definitions,
     }
 }
 
-void Examiner::GatherUses(const Item& item, Examined& examined) const {
-    if (item.model && item.model != &item) examined.uses.insert({ListOf(item.kind), std::string(item.name)});
-    if (IsParameter(item.kind))
-        if (const std::string_view tab = item.Value("ENUMTAB"); !tab.empty())
-            examined.uses.insert({kEnumTabs, std::string(tab)});
-    for (const auto& child : item.children) GatherUses(*child, examined);
+// A script uses few definitions many times.
+void Examiner::GatherUses(const Item& item, Examined& examined) {
+    std::array<std::unordered_set<std::string_view>, kListCount> uses;
+    const auto gather = [&uses](const auto& self, const Item& one) -> void {
+        if (one.model && one.model != &one) uses[ListOf(one.kind)].insert(one.name);
+        if (IsParameter(one.kind))
+            if (const std::string_view tab = one.Value("ENUMTAB"); !tab.empty()) uses[kEnumTabs].insert(tab);
+        for (const auto& child : one.children) self(self, *child);
+    };
+    gather(gather, item);
+    for (std::size_t list = 0; list < kListCount; ++list)
+        for (const std::string_view name : uses[list]) examined.uses.insert({list, std::string(name)});
 }
 
 void Examiner::ExamineModel(const Job& job, std::string bytes, bool isJudged, Examined& examined) {

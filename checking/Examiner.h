@@ -63,7 +63,7 @@ private:
     void LookAtParametersFile(const Item& root, std::vector<Finding>& findings) const;
     static void AddFaults(const ScriptTree& tree, const Definitions& definitions, TextRole role,
                           const Surroundings& around, Examined& examined);
-    void GatherUses(const Item& item, Examined& examined) const;
+    static void GatherUses(const Item& item, Examined& examined);
 
     const Options& options;
     std::string installation; // in use

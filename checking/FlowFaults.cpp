@@ -113,7 +113,7 @@ struct Flow {
                     return transition.state == state->name && IsWithin(transition.owner, task);
                 });
             isFirst = false;
-            const bool mayBeMeant = MayBeMeant(task, std::exchange(before, state.get()));
+            const bool mayBeMeant = MayBeMeant(task, std::exchange(before, state));
             if (!isEntered && !mayBeMeant) AtHeader("TV4001", *state, "nothing enters " + state->Title());
         }
     }

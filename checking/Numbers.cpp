@@ -27,6 +27,13 @@ locale_t PlainLocale() {
 
 // The length of the number that the text begins with, blanks before it included; 0 if there is none.
 std::size_t NumberLength(std::string_view text, double& number) {
+    // Nearly all begin with a digit; then the two readers differ in hexadecimal numbers and in those out of range.
+    const std::size_t sign = text.starts_with('-') ? 1 : 0;
+    const bool isDigit = sign < text.size() && text[sign] >= '0' && text[sign] <= '9';
+    if (isDigit && text.find_first_of("xX") == std::string_view::npos) {
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+        if (error == std::errc()) return static_cast<std::size_t>(end - text.data());
+    }
     const std::string copy(text);
     char* end = nullptr;
     number = strtod_l(copy.c_str(), &end, PlainLocale());
@@ -41,9 +48,10 @@ double NumberOf(std::string_view text) {
     return number;
 }
 
-bool BeginsWithNumber(std::string_view text) {
-    double number = 0;
-    const std::size_t length = NumberLength(text, number);
+namespace {
+
+// Whether what was read to that length is a number, and not the beginning of a word that is none.
+bool IsNumberOfLength(std::string_view text, std::size_t length, double number) {
     if (length == 0) return false;
     // A "0x" or an "infin" broken off is none.
     const std::string_view rest = text.substr(length);
@@ -52,6 +60,14 @@ bool BeginsWithNumber(std::string_view text) {
         (seen == "0" || seen == "+0" || seen == "-0") && (rest.starts_with('x') || rest.starts_with('X'));
     const bool isBrokenWord = std::isinf(number) && !rest.empty() && (rest[0] == 'i' || rest[0] == 'I');
     return !isBrokenHex && !isBrokenWord;
+}
+
+} // namespace
+
+bool BeginsWithNumber(std::string_view text) {
+    double number = 0;
+    const std::size_t length = NumberLength(text, number);
+    return IsNumberOfLength(text, length, number);
 }
 
 bool BeginsWithWholeNumber(std::string_view text) {
@@ -74,7 +90,7 @@ bool IsNumber(std::string_view text) {
     text = WithoutWhite(text);
     while (!text.empty() && kWhite.find(text.back()) != std::string_view::npos) text.remove_suffix(1);
     double number = 0;
-    return !text.empty() && NumberLength(text, number) == text.size() && BeginsWithNumber(text);
+    return !text.empty() && NumberLength(text, number) == text.size() && IsNumberOfLength(text, text.size(), number);
 }
 
 bool IsWholeNumber(std::string_view text) {

@@ -422,8 +422,7 @@ std::optional<SceneFile::Target> SceneFile::FindVariable(const Script& script, c
                 return target;
             }
         }
-        for (auto child = item->children.rbegin(); child != item->children.rend(); ++child)
-            pending.push_back(child->get());
+        for (auto child = item->children.rbegin(); child != item->children.rend(); ++child) pending.push_back(*child);
     }
     if (hasLost) return lost;
     return std::nullopt;

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
+#include <new>
 #include <tuple>
 #include <utility>
 
@@ -81,6 +84,9 @@ bool IsFoundByName(ScenarioItemKind kind) {
     }
 }
 
+// What stands in a row.
+enum class Form : std::uint8_t { Open, Close, Header, Attribute, Other };
+
 // One row of the text.
 struct Row {
     std::size_t begin;  // after the tabs and blanks
@@ -88,13 +94,12 @@ struct Row {
     std::size_t blanks; // where leading blanks begin; `begin` if there are none
     unsigned indent;    // tabs
     bool isSplit;       // something else stands before it on its line
+    Form form;          // Other for a row of blanks
 
+    bool IsBlank() const { return begin == end; }
     // Blanks say nothing about the depth.
     bool IsDepthShown() const { return begin == blanks && !isSplit; }
 };
-
-// What stands in a row.
-enum class Form { Open, Close, Header, Attribute, Other };
 
 Form FormOf(std::string_view line) {
     if (line.front() == '{') return Form::Open;
@@ -187,12 +192,28 @@ bool Accepts(ScenarioItemKind parent, bool isIndexEntry, bool isJunction, Scenar
     }
 }
 
+namespace {
+
+// The next byte that is no ASCII. Most texts have none, so eight bytes are looked at together.
+std::size_t SkipAscii(std::string_view text, std::size_t at) {
+    constexpr std::uint64_t kHighestBits = 0x8080808080808080;
+    for (std::uint64_t group = 0; text.size() - at >= sizeof group; at += sizeof group) {
+        std::memcpy(&group, text.data() + at, sizeof group);
+        if ((group & kHighestBits) != 0) break;
+    }
+    while (at < text.size() && (text[at] & '\x80') == 0) ++at;
+    return at;
+}
+
+} // namespace
+
 bool IsNoUtf8(std::string_view text, std::size_t at) {
     return (text[at] & '\x80') != 0 && Commons::TextPlaces::CharacterLength(text, at) == 1;
 }
 
 std::size_t FindOtherEncoding(std::string_view text) {
-    for (std::size_t at = 0; at < text.size(); at += Commons::TextPlaces::CharacterLength(text, at))
+    for (std::size_t at = SkipAscii(text, 0); at < text.size();
+         at = SkipAscii(text, at + Commons::TextPlaces::CharacterLength(text, at)))
         if (IsNoUtf8(text, at)) return at;
     return std::string_view::npos;
 }
@@ -201,12 +222,12 @@ std::vector<std::pair<std::size_t, std::size_t>> PartsInOtherEncoding(std::strin
     std::vector<std::pair<std::size_t, std::size_t>> parts;
     bool hasUtf8 = false;
     std::size_t row = 0; // of the last part, where it begins
-    for (std::size_t at = text.starts_with("\xEF\xBB\xBF") ? 3 : 0; at < text.size();) {
-        if ((text[at] & '\x80') == 0) {
-            if (text[at] == '\n') row = at;
-            ++at;
-            continue;
-        }
+    for (std::size_t at = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0; at < text.size();) {
+        const std::size_t ascii = SkipAscii(text, at);
+        if (const std::size_t feed = text.substr(at, ascii - at).rfind('\n'); feed != std::string_view::npos)
+            row = at + feed;
+        at = ascii;
+        if (at == text.size()) break;
         if (!IsNoUtf8(text, at)) {
             hasUtf8 = true;
             at += Commons::TextPlaces::CharacterLength(text, at);
@@ -253,7 +274,7 @@ public:
     void Build() {
         if (!LookAtBytes()) return;
         SplitRows();
-        const bool isBlank = std::all_of(rows.begin(), rows.end(), [](const Row& row) { return row.begin == row.end; });
+        const bool isBlank = std::all_of(rows.begin(), rows.end(), [](const Row& row) { return row.IsBlank(); });
         if (isBlank) {
             if (!HasFault("TV1016")) Add("TV1020", 0, 0, "there is no item in the text");
             return;
@@ -286,7 +307,8 @@ private:
     // Encodings and NULs. False when nothing more is to be said.
     bool LookAtBytes() {
         const std::size_t nul = text.find('\0');
-        const auto nuls = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\0'));
+        hasNul = nul != std::string_view::npos;
+        const auto nuls = hasNul ? static_cast<std::size_t>(std::count(text.begin(), text.end(), '\0')) : 0;
         const auto tell = [&](std::size_t begin, std::size_t end) {
             // Values are taken as they are; the reader looks at no byte of them.
             Fault& fault =
@@ -317,6 +339,7 @@ private:
     }
 
     void SplitRows() {
+        rows.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
         std::size_t at = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
         while (at < text.size()) {
             const std::size_t feed = std::min(text.find('\n', at), text.size());
@@ -343,16 +366,17 @@ private:
         while (row.end > row.blanks && IsLineSeparator(text[row.end - 1])) --row.end;
         if (row.begin > row.end) row.begin = row.end;
         if (row.end == row.blanks) return;
-        const std::size_t tab = text.find('\t', row.begin);
-        if (tab < row.end && row.begin < row.end) {
-            const Form form = FormOf(LineOf(row));
-            const std::size_t more = text.find_first_not_of("\t\r\f", tab);
-            const bool isLine = more < row.end && FormOf(text.substr(more, row.end - more)) != Form::Other;
-            if (isLine && form != Form::Attribute && form != Form::Header) {
+        const std::string_view line = LineOf(row);
+        row.form = line.empty() ? Form::Other : FormOf(line);
+        if (row.form != Form::Attribute && row.form != Form::Header) {
+            const std::size_t tab = line.find('\t');
+            const std::size_t more = tab == std::string_view::npos ? tab : line.find_first_not_of("\t\r\f", tab);
+            if (more != std::string_view::npos && FormOf(line.substr(more)) != Form::Other) {
                 const std::size_t end = row.end;
-                row.end = tab;
+                row.end = row.begin + tab;
+                row.form = FormOf(LineOf(row));
                 rows.push_back(row);
-                return AddRows(tab, end, row.indent + 1);
+                return AddRows(row.end, end, row.indent + 1);
             }
         }
         rows.push_back(row);
@@ -371,20 +395,19 @@ private:
         bool isHeader = false;
         bool isAtEnd = false;
         for (const Row& row : rows) {
-            if (row.begin == row.end) continue;
-            const std::string_view line = LineOf(row);
-            const Form form = FormOf(line);
+            if (row.IsBlank()) continue;
             if (isAtEnd) return FollowsIndent();
-            if (isHeader != (form == Form::Open)) return false;
-            isHeader = form == Form::Header;
+            if (isHeader != (row.form == Form::Open)) return false;
+            isHeader = row.form == Form::Header;
             if (isHeader) {
+                const std::string_view line = LineOf(row);
                 const Level level{KindIn(line), line.ends_with("(AND)") || line.ends_with("(OR)")};
                 const bool fits = levels.empty() || level.kind == KindNone ||
                                   Accepts(levels.back().kind, false, levels.back().isJunction, level.kind);
                 if (!fits && IsIndented() && !FollowsIndent()) return false;
                 levels.push_back(level);
             }
-            if (form != Form::Close) continue;
+            if (row.form != Form::Close) continue;
             if (!levels.empty()) levels.pop_back();
             isAtEnd = levels.empty();
         }
@@ -401,11 +424,9 @@ private:
     bool FollowsIndent() const {
         std::vector<unsigned> headers;
         for (const Row& row : rows) {
-            if (row.begin == row.end) continue;
-            const Form form = FormOf(LineOf(row));
-            if (form == Form::Header)
+            if (row.form == Form::Header)
                 headers.push_back(row.IsDepthShown() || headers.empty() ? row.indent : headers.back() + 1);
-            if (form != Form::Close) continue;
+            if (row.form != Form::Close) continue;
             if (headers.empty() || (row.IsDepthShown() && headers.back() != row.indent)) return false;
             headers.pop_back();
             if (headers.empty()) return true;
@@ -419,8 +440,7 @@ private:
         std::size_t blocks = 0;
         std::size_t indented = 0;
         for (std::size_t at = 0; at + 1 < rows.size(); ++at) {
-            if (rows[at].begin == rows[at].end || rows[at + 1].begin == rows[at + 1].end) continue;
-            if (FormOf(LineOf(rows[at])) != Form::Open || FormOf(LineOf(rows[at + 1])) == Form::Close) continue;
+            if (rows[at].form != Form::Open || rows[at + 1].IsBlank() || rows[at + 1].form == Form::Close) continue;
             ++blocks;
             if (rows[at + 1].indent == rows[at].indent + 1) ++indented;
         }
@@ -438,7 +458,7 @@ private:
 
     bool IsOpenNext(std::size_t number) const {
         for (++number; number < rows.size(); ++number)
-            if (rows[number].begin < rows[number].end) return FormOf(LineOf(rows[number])) == Form::Open;
+            if (!rows[number].IsBlank()) return rows[number].form == Form::Open;
         return false;
     }
 
@@ -446,9 +466,9 @@ private:
         const Row& row = rows[number];
         if (row.begin > row.blanks) {
             AddBlanks(row.blanks, row.begin);
-            if (row.begin == row.end) return;
+            if (row.IsBlank()) return;
         }
-        const Form form = FormOf(LineOf(row));
+        const Form form = row.form;
         if (form == Form::Other && TakeBrokenBrace(row)) return;
         if (awaitsBrace && form == Form::Other) return Unknown(row.begin, row.end);
         if (awaitsBrace && form != Form::Open) MissingBrace();
@@ -483,8 +503,7 @@ private:
 
     // An item whose header is lost. It counts as present, and so does what stands in it.
     void Drop(const Row& row) {
-        auto made = std::make_unique<Item>();
-        made->text = &tree.Source();
+        Item* const made = tree.NewItem();
         made->begin = made->keywordBegin = made->nameBegin = row.begin;
         made->headerEnd = row.end;
         made->isDropped = made->isMalformed = true;
@@ -501,21 +520,20 @@ private:
             made->name = made->seenName = line.substr(opening + 1, closing - opening - 1);
             made->nameBegin = row.begin + opening + 1;
         }
-        Enter(std::move(made), row);
+        Enter(*made, row);
     }
 
-    void Enter(std::unique_ptr<Item> made, const Row& row) {
-        Item* const kept = made.get();
+    void Enter(Item& made, const Row& row) {
         const unsigned indent = row.IsDepthShown() || indents.empty() ? row.indent : indents.back() + 1;
-        kept->parent = open.empty() ? nullptr : open.back();
-        kept->depth = static_cast<unsigned>(open.size()) + 1;
-        kept->closing = text.size();
+        made.parent = open.empty() ? nullptr : open.back();
+        made.depth = static_cast<unsigned>(open.size()) + 1;
+        made.closing = text.size();
         if (open.empty())
-            tree.root = std::move(made);
+            tree.root = &made;
         else
-            open.back()->children.push_back(std::move(made));
+            open.back()->children.push_back(&made);
         indents.push_back(indent);
-        open.push_back(kept);
+        open.push_back(&made);
     }
 
     void MissingBrace() {
@@ -598,8 +616,7 @@ private:
         if (open.size() < 3 || row.indent != indents.front()) return false;
         bool isBehind = false;
         for (const Row& other : rows) {
-            if (isBehind && other.begin < other.end && other.IsDepthShown() && other.indent == row.indent &&
-                FormOf(LineOf(other)) == Form::Close)
+            if (isBehind && other.form == Form::Close && other.IsDepthShown() && other.indent == row.indent)
                 return true;
             isBehind = isBehind || other.begin == row.begin;
         }
@@ -670,9 +687,7 @@ private:
 
     void ReadHeader(const Row& row) {
         const std::string_view line = LineOf(row);
-        auto made = std::make_unique<Item>();
-        Item& item = *made;
-        item.text = &tree.Source();
+        Item& item = *tree.NewItem();
         item.begin = row.begin;
         item.depth = static_cast<unsigned>(open.size()) + 1;
 
@@ -795,7 +810,7 @@ private:
                 "blocks are nested more than " + std::to_string(kDeepestItem) + " deep");
 
         const std::size_t after = item.headerEnd;
-        Enter(std::move(made), row);
+        Enter(item, row);
         awaitsBrace = true;
         const std::size_t more = text.find_first_not_of(" \t", after);
         if (after < row.end && (more >= row.end || text[more] != '{')) Trailing(after, row.end);
@@ -939,14 +954,16 @@ private:
     std::optional<std::string_view> SeenValue(std::size_t afterKey) const {
         if (afterKey + 2 > text.size()) return std::nullopt;
         const std::size_t begin = afterKey + 2;
-        const std::size_t end = text.find_first_of(std::string_view("\"\0", 2), begin);
-        if (end == std::string_view::npos || text[end] == '\0') return std::nullopt;
-        return text.substr(begin, end - begin);
+        const std::size_t end = text.find('"', begin);
+        if (end == std::string_view::npos) return std::nullopt;
+        const std::string_view value = text.substr(begin, end - begin);
+        if (hasNul && value.find('\0') != std::string_view::npos) return std::nullopt;
+        return value;
     }
 
     // `row` is the first one after that of the last brace.
     void EndText(std::size_t row) {
-        while (row < rows.size() && rows[row].begin == rows[row].end) ++row; // blanks are no text
+        while (row < rows.size() && rows[row].IsBlank()) ++row; // blanks are no text
         if (endsAt == std::string_view::npos && row == rows.size()) return;
         const std::size_t begin = std::min(endsAt, row < rows.size() ? rows[row].begin : text.size());
         std::size_t end = rows.back().end;
@@ -969,18 +986,15 @@ private:
         std::vector<ScenarioItemKind> levels;
         bool isHeader = false;
         for (const Row& row : rows) {
-            if (row.begin == row.end) return false;
-            const std::string_view line = LineOf(row);
-            const Form form = FormOf(line);
-            if (isHeader != (form == Form::Open) || form == Form::Other) return false;
-            isHeader = form == Form::Header;
+            if (isHeader != (row.form == Form::Open) || row.form == Form::Other) return false;
+            isHeader = row.form == Form::Header;
             if (isHeader) {
-                const ScenarioItemKind kind = KindIn(line);
+                const ScenarioItemKind kind = KindIn(LineOf(row));
                 const bool isJunction = false;
                 if (!levels.empty() && !Accepts(levels.back(), false, isJunction, kind)) return false;
                 levels.push_back(kind);
             }
-            if (form != Form::Close) continue;
+            if (row.form != Form::Close) continue;
             if (levels.empty()) return false;
             levels.pop_back();
             if (levels.empty()) return true;
@@ -997,33 +1011,27 @@ private:
     bool isEnded = false;
     std::size_t endsAt = std::string_view::npos; // where text stands after the last brace on its row
     bool isPlain = false;
+    bool hasNul = false;
     std::optional<bool> indentation;
 };
 
 ScriptTree::ScriptTree(std::shared_ptr<const Text> source) : text(std::move(source)) { TreeBuilder(*this).Build(); }
 
 const Item* ScriptTree::ItemAt(std::size_t position) const {
-    const auto holds = [&](const std::unique_ptr<Item>& item) {
-        return item && item->begin <= position && position <= item->closing;
-    };
-    const Item* item = holds(root) ? root.get() : nullptr;
+    const auto holds = [&](const Item* item) { return item && item->begin <= position && position <= item->closing; };
+    const Item* item = holds(root) ? root : nullptr;
     while (item) {
         const auto inner = std::find_if(item->children.begin(), item->children.end(), holds);
         if (inner == item->children.end()) break;
-        item = inner->get();
+        item = *inner;
     }
     return item;
 }
 
-// Level by level: a broken text may nest deeper than the stack would carry.
-ScriptTree::~ScriptTree() {
-    std::vector<std::unique_ptr<Item>> pending;
-    if (root) pending.push_back(std::move(root));
-    while (!pending.empty()) {
-        const std::unique_ptr<Item> item = std::move(pending.back());
-        pending.pop_back();
-        for (std::unique_ptr<Item>& child : item->children) pending.push_back(std::move(child));
-    }
+Item* ScriptTree::NewItem() {
+    Item* const item = new (memory.allocate(sizeof(Item), alignof(Item))) Item(&memory);
+    item->text = text.get();
+    return item;
 }
 
 } // namespace TavrelChecking

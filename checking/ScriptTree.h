@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -50,11 +51,12 @@ struct Item {
     bool isDropped = false;    // it was passed over: of no known kind, or too deep
     unsigned depth = 1;
     Item* parent = nullptr;
-    std::vector<std::unique_ptr<Item>> children; // in the order of the text
-    std::vector<Attribute> attributes;
+    std::pmr::vector<Item*> children; // in the order of the text
+    std::pmr::vector<Attribute> attributes;
     const Text* text = nullptr;
 
-    Item() = default;
+    // The memory is that of its tree.
+    explicit Item(std::pmr::memory_resource* memory) : children(memory), attributes(memory) {}
     Item(const Item&) = delete;
     Item& operator=(const Item&) = delete;
 
@@ -106,10 +108,9 @@ public:
     explicit ScriptTree(std::shared_ptr<const Text> source);
     ScriptTree(const ScriptTree&) = delete;
     ScriptTree& operator=(const ScriptTree&) = delete;
-    ~ScriptTree();
 
     const Text& Source() const { return *text; }
-    Item* Root() const { return root.get(); }
+    Item* Root() const { return root; }
     const std::vector<Fault>& Faults() const { return faults; }
     // The innermost item that holds the byte of the text; null if none does.
     const Item* ItemAt(std::size_t position) const;
@@ -118,8 +119,12 @@ public:
 
 private:
     friend class TreeBuilder;
+    Item* NewItem();
+
     std::shared_ptr<const Text> text;
-    std::unique_ptr<Item> root;
+    // Of all items and what they hold. It goes as a whole: no item is destroyed by itself, however deep it stands.
+    std::pmr::monotonic_buffer_resource memory;
+    Item* root = nullptr;
     std::vector<Fault> faults;
     bool isOtherEncoding = false;
 };

@@ -1,7 +1,9 @@
 #include "TextChecks.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <optional>
 
 #include <scenario/NearestName.h>
 
@@ -21,9 +23,9 @@ std::string Joined(const std::vector<std::string_view>& words) {
     return joined;
 }
 
-constexpr std::initializer_list<const char*> kModifiers = {"IS_TRUE",           "IS_FALSE",          "BECOMES_TRUE",
-                                                           "BECOMES_FALSE",     "HAS_BEEN_TRUE",     "HAS_BEEN_FALSE",
-                                                           "HAS_BEEN_TRUE_FOR", "HAS_BEEN_FALSE_FOR"};
+const std::initializer_list<std::string_view> kModifiers = {"IS_TRUE",           "IS_FALSE",          "BECOMES_TRUE",
+                                                            "BECOMES_FALSE",     "HAS_BEEN_TRUE",     "HAS_BEEN_FALSE",
+                                                            "HAS_BEEN_TRUE_FOR", "HAS_BEEN_FALSE_FOR"};
 
 // Keys are written in capitals; one in small letters is meant for its like.
 std::string NearestKey(std::string_view word, const std::vector<std::string>& candidates) {
@@ -32,10 +34,6 @@ std::string NearestKey(std::string_view word, const std::vector<std::string>& ca
         if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
     const bool isSame = std::find(candidates.begin(), candidates.end(), capitals) != candidates.end();
     return isSame ? capitals : NearestName(capitals, candidates);
-}
-
-bool IsValueKind(std::string_view word) {
-    return std::find(ValueKinds().begin(), ValueKinds().end(), word) != ValueKinds().end();
 }
 
 std::string DidYouMean(std::string_view name, const std::vector<std::string>& candidates) {
@@ -174,6 +172,10 @@ const std::vector<std::string>& ValueKinds() {
                                                    "IMAGE",
                                                    "SOUND"};
     return words;
+}
+
+bool IsValueKind(std::string_view word) {
+    return std::find(ValueKinds().begin(), ValueKinds().end(), word) != ValueKinds().end();
 }
 
 TextChecks::TextChecks(const ScriptTree& scriptTree, const Definitions& knownDefinitions, TextRole textRole)
@@ -401,12 +403,11 @@ void TextChecks::Link(const Item& item) {
 
 // Attributes.
 
-std::vector<TextChecks::Key> TextChecks::KeysOf(const Item& item) const {
+std::vector<TextChecks::Key> TextChecks::MakeKeys(ScenarioItemKind kind, bool isDefinition) {
     std::vector<Key> keys = {
         {"IS_SELECTED", Key::WhileEmpty}, {"IS_EXPANDED", Key::WhileEmpty}, {"ISA_INDEX", Key::WhileEmpty}};
     const auto add = [&](std::initializer_list<Key> more) { keys.insert(keys.end(), more); };
-    const bool isDefinition = item.model == &item;
-    switch (item.kind) {
+    switch (kind) {
     case KindFolder:
     case KindEnumTab:
     case KindGroup:
@@ -459,7 +460,7 @@ std::vector<TextChecks::Key> TextChecks::KeysOf(const Item& item) const {
     case KindFunction:
     case KindCondition:
         if (isDefinition) add({{"LABEL"}, {"IS_OVERLOADABLE"}, {"CODE"}, {"WIZARD"}, {"SEE_ALSO"}});
-        if (item.kind == KindCondition) add({{"MODIFIER"}, {"DURATION", Key::Once}});
+        if (kind == KindCondition) add({{"MODIFIER"}, {"DURATION", Key::Once}});
         break;
     case KindRule:
         add({{"LABEL"}, {"IS_DISABLED", Key::UntilSet}, {"EVALUATION"}});
@@ -492,6 +493,17 @@ std::vector<TextChecks::Key> TextChecks::KeysOf(const Item& item) const {
     return keys;
 }
 
+const std::vector<TextChecks::Key>& TextChecks::KeysOf(const Item& item) {
+    static const auto kTable = [] {
+        std::array<std::array<std::vector<Key>, 2>, KindVariable + 1> table;
+        for (std::size_t kind = 0; kind < table.size(); ++kind)
+            for (const bool isDefinition : {false, true})
+                table[kind][isDefinition ? 1 : 0] = MakeKeys(static_cast<ScenarioItemKind>(kind), isDefinition);
+        return table;
+    }();
+    return kTable[item.kind][item.model == &item ? 1 : 0];
+}
+
 void TextChecks::LookAtAttributes(const Item& item) {
     // An item whose definition is not known says nothing about its attributes.
     const std::size_t list = ListOf(item.kind);
@@ -499,8 +511,8 @@ void TextChecks::LookAtAttributes(const Item& item) {
     // In a folder below its list an item of a taken name becomes a call of the first one.
     const bool isRepeated = role == TextRole::Model && isLinked && item.model && item.model != &item && item.parent &&
                             item.parent->kind == KindFolder;
-    const std::vector<Key> keys = KeysOf(item);
-    std::vector<std::string_view> given;
+    const std::vector<Key>& keys = KeysOf(item);
+    given.clear();
     for (const Attribute& attribute : item.attributes) {
         if (attribute.isLost) {
             FindMeant(item, attribute, keys);
@@ -510,12 +522,11 @@ void TextChecks::LookAtAttributes(const Item& item) {
             std::find_if(keys.begin(), keys.end(), [&](const Key& row) { return row.word == attribute.key; });
         if (key == keys.end()) {
             if (isRepeated || (isLinked && !item.model)) continue;
-            LookAtUnknown(item, attribute, keys, given);
+            LookAtUnknown(item, attribute, keys);
             continue;
         }
         const bool isSecond = HasName(given, attribute.key);
         given.push_back(attribute.key);
-        const Attribute& first = *item.Find(attribute.key);
         if (isSecond && attribute.key == "SCORE") {
             const bool isSame =
                 std::any_of(item.attributes.begin(), item.attributes.end(), [&](const Attribute& other) {
@@ -525,6 +536,7 @@ void TextChecks::LookAtAttributes(const Item& item) {
             if (isSame && IsScore(attribute.value))
                 AtKey("TV1010", item, attribute, "a second SCORE of one number").isTaken = true;
         } else if (isSecond) {
+            const Attribute& first = *item.Find(attribute.key);
             bool isTaken = key->opens == Key::Always;
             if (key->opens == Key::WhileEmpty) isTaken = first.value.empty();
             if (key->opens == Key::UntilSet) isTaken = first.value != "1";
@@ -567,8 +579,7 @@ void TextChecks::FindMeant(const Item& item, const Attribute& attribute, const s
         if (key.word == near) attribute.meant = key.word;
 }
 
-void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, const std::vector<Key>& keys,
-                               const std::vector<std::string_view>& given) {
+void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, const std::vector<Key>& keys) {
     std::vector<std::string> candidates;
     for (const Key& key : keys)
         if (!item.Find(key.word) || key.word == "SCORE") candidates.emplace_back(key.word);
@@ -605,12 +616,12 @@ void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, con
 }
 
 bool TextChecks::LookAtWord(const Item& item, const Attribute& attribute, std::string_view value,
-                            std::initializer_list<const char*> words, bool isTold) {
-    const bool isKnown = std::any_of(words.begin(), words.end(), [&](const char* word) { return value == word; });
+                            std::initializer_list<std::string_view> words, bool isTold) {
+    const bool isKnown = std::find(words.begin(), words.end(), value) != words.end();
     if (isKnown || !isTold) return isKnown;
     const std::vector<std::string> candidates(words.begin(), words.end());
     std::string list;
-    for (const char* word : words) list += (list.empty() ? "" : ", ") + std::string(word);
+    for (const std::string_view word : words) list += (list.empty() ? "" : ", ") + std::string(word);
     Fault& fault = AtValue("TV1019", item, attribute,
                            std::string(attribute.key) + " " + Quoted(value) + " is none of " + list +
                                DidYouMean(value, candidates));
@@ -773,16 +784,19 @@ bool TextChecks::LookAtDefinitionValue(const Item& item, const Attribute& attrib
 bool TextChecks::LookAtUserValue(const Item& item, const Attribute& attribute, std::string_view value, bool isTold) {
     if (!item.model) return true; // an unknown parameter has its own finding
     const std::string_view key = attribute.key;
-    const std::vector<std::string_view> kinds = WordsOf(item.model->Value("KINDLIST"));
+    // Of a model the lines are just being looked at.
+    const bool isKnown = role != TextRole::Model && item.model != &item;
+    std::optional<ParameterFacts> read;
+    if (!isKnown) read = definitions.ReadFacts(*item.model);
+    const ParameterFacts& facts = isKnown ? definitions.FactsOf(*item.model) : *read;
+    const std::vector<std::string_view>& kinds = facts.kinds;
     if (key == "KIND") {
         if (value.empty()) {
             if (isTold) AtValue("TV3011", item, attribute, "parameter " + Quoted(item.name) + " has no KIND");
             return false;
         }
         // A definition without words, or with one that is none, has its own finding.
-        const bool isListBroken =
-            std::any_of(kinds.begin(), kinds.end(), [](std::string_view word) { return !IsValueKind(word); });
-        if (isListBroken || (kinds.empty() && item.model != &item)) return true;
+        if (facts.isListBroken || (kinds.empty() && item.model != &item)) return true;
         if (item.model == &item && item.Find("KINDLIST") && item.Find("KINDLIST")->keyBegin > attribute.keyBegin)
             return true; // told by the order
         if (Holds(kinds, value)) return true;
@@ -802,19 +816,19 @@ bool TextChecks::LookAtUserValue(const Item& item, const Attribute& attribute, s
                                                       "TRIGGER", "DRIVER", "IMAGE", "SOUND"};
         const bool isNamed = std::find(std::begin(kNamed), std::end(kNamed), kind->value) != std::end(kNamed);
         if (isNamed && (value.empty() || value.find('\n') != std::string_view::npos)) return false;
-        const std::string_view wanted = TypeOf(item);
-        if (value.empty() && kind->value == "USER" && (wanted == "FLOAT" || wanted == "INTEGER")) return false;
+        if (value.empty() && kind->value == "USER" && (facts.type == "FLOAT" || facts.type == "INTEGER")) return false;
     }
     if (value.empty()) return true;
     if (!kind || (kind->isBroken && isTold) || !Holds(kinds, kind->value)) return true;
     if (kind->value == "ENUM") {
-        const std::string_view tabName = item.model->Value("ENUMTAB");
-        const Item* tab = definitions.Find(kEnumTabs, tabName);
-        if (!tab) return true; // the definition has its own finding
-        std::vector<std::string> names;
-        for (const auto& entry : tab->children) names.emplace_back(entry->name);
-        if (std::find(names.begin(), names.end(), value) != names.end()) return true;
+        if (!facts.tab) return true; // the definition has its own finding
+        const auto& entries = facts.tab->children;
+        if (std::any_of(entries.begin(), entries.end(), [&](const Item* entry) { return entry->name == value; }))
+            return true;
         if (!isTold) return false;
+        std::vector<std::string> names;
+        for (const Item* entry : entries) names.emplace_back(entry->name);
+        const std::string_view tabName = item.model->Value("ENUMTAB");
         Fault& fault =
             AtValue("TV2008", item, attribute,
                     Quoted(value) + " is no entry of the enumeration " + Quoted(tabName) + DidYouMean(value, names));
@@ -822,7 +836,7 @@ bool TextChecks::LookAtUserValue(const Item& item, const Attribute& attribute, s
         return false;
     }
     if (kind->value != "USER") return true;
-    const std::string_view type = TypeOf(item);
+    const std::string_view type = facts.type;
     const bool isRead = type == "FLOAT"     ? BeginsWithNumber(value)
                         : type == "INTEGER" ? BeginsWithWholeNumber(value)
                                             : true;
@@ -834,18 +848,12 @@ bool TextChecks::LookAtUserValue(const Item& item, const Attribute& attribute, s
         fault.isValidity = !isRead && isTaken;
         return isRead;
     }
-    if (type != "FLOAT" && type != "INTEGER" && type != "BOOL" && item.model->Value("MINVALUE").empty() &&
-        item.model->Value("MAXVALUE").empty())
-        return true;
-    const std::string_view least = item.model->Value("MINVALUE");
-    const std::string_view most = item.model->Value("MAXVALUE");
-    // Between limits that are reversed, which is told, lies nothing.
-    if (isTold && !least.empty() && !most.empty() && NumberOf(most) <= NumberOf(least) &&
-        item.model->Find("MINVALUE")->keyBegin < item.model->Find("MAXVALUE")->keyBegin)
-        return true;
+    const std::string_view least = facts.least;
+    const std::string_view most = facts.most;
+    if ((least.empty() && most.empty()) || (isTold && facts.areLimitsReversed)) return true;
     const double number = NumberOf(value);
-    const bool isBelow = !least.empty() && !(number >= NumberOf(least));
-    const bool isAbove = !most.empty() && !(NumberOf(most) >= number);
+    const bool isBelow = !least.empty() && !(number >= facts.leastNumber);
+    const bool isAbove = !most.empty() && !(facts.mostNumber >= number);
     if (!isBelow && !isAbove) return true;
     if (!isTold) return false;
     Fault& fault = AtValue("TV3002", item, attribute,
@@ -972,14 +980,13 @@ void TextChecks::LookAtCall(const Item& item) {
         if (hasReturn && !IsJunction(item)) AtName("TV2017", *child, item.Title() + " has a second RETURN");
         hasReturn = true;
     }
-    if (!item.model || item.model == &item || IsJunction(item)) return;
-    const std::vector<const Item*> given = ParametersOf(item);
+    if (!item.model || item.model == &item || IsJunction(item) || HaveSameParameters(item, *item.model)) return;
+    const std::vector<const Item*> parameters = ParametersOf(item);
     const std::vector<const Item*> wanted = ParametersOf(*item.model);
     std::vector<std::string_view> givenNames;
     std::vector<std::string_view> wantedNames;
-    for (const Item* parameter : given) givenNames.push_back(parameter->name);
+    for (const Item* parameter : parameters) givenNames.push_back(parameter->name);
     for (const Item* parameter : wanted) wantedNames.push_back(parameter->name);
-    if (givenNames == wantedNames) return;
     std::vector<std::string_view> upgraded = givenNames;
     UpgradeNames(item.name, upgraded, wantedNames);
     if (upgraded == wantedNames) return;
@@ -994,7 +1001,7 @@ void TextChecks::LookAtCall(const Item& item) {
     std::vector<std::string_view> missing = wantedNames;
     std::vector<const Item*> surplus;
     std::size_t unknown = 0; // what has its own finding may be any of those that are missing
-    for (const Item* parameter : given) {
+    for (const Item* parameter : parameters) {
         const auto found = std::find(missing.begin(), missing.end(), parameter->name);
         if (found != missing.end())
             missing.erase(found);
@@ -1027,9 +1034,9 @@ void TextChecks::LookAtCall(const Item& item) {
             AtEnd("TV2005", item, Quoted(item.name) + " lacks its parameter " + Quoted(missing[at]));
     }
     if (!surplus.empty() || !missing.empty() || unknown > 0 || isOverloadable) return;
-    for (std::size_t at = 0; at < given.size() && at < wantedNames.size(); ++at)
+    for (std::size_t at = 0; at < parameters.size() && at < wantedNames.size(); ++at)
         if (givenNames[at] != wantedNames[at]) {
-            AtName("TV2014", *given[at],
+            AtName("TV2014", *parameters[at],
                    "parameter " + std::to_string(at + 1) + " of " + Quoted(item.name) + " is " +
                        Quoted(wantedNames[at]) + ", not " + Quoted(givenNames[at]));
             return;
@@ -1052,7 +1059,7 @@ void TextChecks::LookAtChildren(const Item& item) {
         for (const auto& child : item.children)
             if (child->kind == kind && !child->isDropped) {
                 if (last) passedOver(*last);
-                last = child.get();
+                last = child;
             }
     };
     switch (item.kind) {

@@ -36,8 +36,7 @@ private:
     void Link(const Item& item);
     void LookAtTop();
     void LookAtAttributes(const Item& item);
-    void LookAtUnknown(const Item& item, const Attribute& attribute, const std::vector<Key>& keys,
-                       const std::vector<std::string_view>& taken);
+    void LookAtUnknown(const Item& item, const Attribute& attribute, const std::vector<Key>& keys);
     void FindMeant(const Item& item, const Attribute& attribute, const std::vector<Key>& keys) const;
     void LookAtOrder(const Item& item);
     void LookAtLosses(const Item& item);
@@ -46,7 +45,7 @@ private:
     bool LookAtDefinitionValue(const Item& item, const Attribute& attribute, std::string_view value, bool isTold);
     bool LookAtUserValue(const Item& item, const Attribute& attribute, std::string_view value, bool isTold);
     bool LookAtWord(const Item& item, const Attribute& attribute, std::string_view value,
-                    std::initializer_list<const char*> words, bool isTold);
+                    std::initializer_list<std::string_view> words, bool isTold);
     void LookAtParameter(const Item& item);
     void LookAtCall(const Item& item);
     void LookAtChildren(const Item& item);
@@ -54,7 +53,8 @@ private:
     void LookAtUnknownLines();
     static bool ShutsOut(const Key& key, std::string_view value, const Item& item, std::size_t at);
     bool IsUnset(const Item& item, const Attribute& attribute) const;
-    std::vector<Key> KeysOf(const Item& item) const;
+    static std::vector<Key> MakeKeys(ScenarioItemKind kind, bool isDefinition);
+    static const std::vector<Key>& KeysOf(const Item& item);
     // The definition of that name that may be referred to at this place; sets `isLater` when there is one after it.
     const Item* Definition(std::size_t list, std::string_view name, const Item& from, bool& isLater) const;
 
@@ -62,7 +62,8 @@ private:
     const Definitions& definitions;
     const TextRole role;
     std::vector<Fault> faults;
-    bool isTopWrong = false; // then nothing says what it takes
+    std::vector<std::string_view> given; // keys of the item that is looked at, up to the line that is
+    bool isTopWrong = false;             // then nothing says what it takes
     bool isListTold[kListCount] = {};
 };
 
@@ -79,6 +80,7 @@ bool IsOfType(std::string_view value, std::string_view type);
 
 // The words of KIND and KINDLIST.
 const std::vector<std::string>& ValueKinds();
+bool IsValueKind(std::string_view word);
 
 } // namespace TavrelChecking
 

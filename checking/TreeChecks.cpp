@@ -342,7 +342,7 @@ void TreeChecks::LookAt(const Use& use) {
     const Item& item = *use.parameter;
     const Attribute* kindLine = item.Find("KIND");
     const Attribute* valueLine = item.Find("VALUE");
-    if (!kindLine || kindLine->isBroken || !Holds(WordsOf(item.model->Value("KINDLIST")), kindLine->value))
+    if (!kindLine || kindLine->isBroken || !Holds(around.definitions->FactsOf(*item.model).kinds, kindLine->value))
         return MayUse(item);
     if (kindLine->value == "FUNCTION") return LookAtCall(use);
     if (!valueLine || !valueLine->isBroken)
@@ -360,7 +360,7 @@ void TreeChecks::LookAt(const Use& use) {
 
 void TreeChecks::LookAtValue(const Use& use, std::string_view kind, std::string_view value) {
     const Item& item = *use.parameter;
-    const std::string_view type = TypeOf(item);
+    const std::string_view type = around.definitions->FactsOf(*item.model).type;
     const bool isNumeric = type == "FLOAT" || type == "INTEGER";
     const bool isNamed = kind == "ENUM" || kind == "FILE";
     const bool isInScene = kind == "TASK" || kind == "VARIABLE" || kind == "TRIGGER" || kind == "DRIVER" ||
@@ -465,12 +465,13 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
         return;
     }
     NeedsHeader(*variable->item);
-    const std::string_view wanted = TypeOf(item);
+    const ParameterFacts& facts = around.definitions->FactsOf(*item.model);
+    const std::string_view wanted = facts.type;
     const Attribute* typeLine = variable->item->Find("TYPE");
     const std::string_view type = typeLine ? typeLine->value : std::string_view();
     const bool isWord =
         type.empty() || type == "BOOL" || type == "FLOAT" || type == "INTEGER" || type == "STRING" || type == "VOID";
-    const bool isByAddress = item.model->Value("USAGE") == "BY_ADDRESS";
+    const bool isByAddress = facts.isByAddress;
     variable->isRead = true;
     if (isByAddress) variable->isWritten = true;
     if (!isByAddress && item.parent && item.parent->kind == KindCondition) variable->isCompared = true;
@@ -541,7 +542,7 @@ void TreeChecks::LookAtCall(const Use& use) {
     const Item* call = nullptr;
     bool hasOther = false;
     for (const auto& child : item.children) {
-        if (child->kind == KindFunction && !child->isLost) call = child.get();
+        if (child->kind == KindFunction && !child->isLost) call = child;
         if (child->isDropped) hasOther = true;
     }
     if (!call) {
