@@ -21,15 +21,17 @@ std::string DriverNode::getName() const {
     if (!parentSection)
         throw Exception("Unable to get vehicle for driver " + driver->name + " : no parent section",
                         ExceptionCodeGeneric);
-    std::string shownName = driver->name;
+    const std::string* shownName = &driver->name;
     std::vector<cfg::Section*> vehicles;
     parentSection->getSubSections(cfg::Vehicle::sectionName(), vehicles);
-    for (cfg::Section* candidate : vehicles) {
-        const auto* vehicle = dynamic_cast<const cfg::Vehicle*>(candidate);
-        // No stop at the first one: of several vehicles with this driver the last one gives the name.
-        if (vehicle && vehicle->driverId == driver->id) shownName = vehicle->name;
+    // From the end, since of several vehicles with this driver the last one gives the name.
+    for (auto candidate = vehicles.rbegin(); candidate != vehicles.rend(); ++candidate) {
+        const auto* vehicle = dynamic_cast<const cfg::Vehicle*>(*candidate);
+        if (!vehicle || vehicle->driverId != driver->id) continue;
+        shownName = &vehicle->name;
+        break;
     }
-    return "Driver[" + driver->label + "] - " + shownName;
+    return "Driver[" + driver->label + "] - " + *shownName;
 }
 
 } // namespace TavrelScenarioTemplateDb

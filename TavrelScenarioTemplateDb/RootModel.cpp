@@ -1,7 +1,6 @@
 #include <TavrelScenarioTemplateDb/RootModel.h>
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <ostream>
 #include <streambuf>
@@ -10,6 +9,7 @@
 
 #include <Commons/FileUtils.h>
 #include <TavrelScenarioTemplateDb/ShareRootModels.h>
+#include <TavrelScenarioTemplateDb/internal/FileBytes.h>
 #include <lmkUtils/EnvConfig.h>
 #include <scenario/LoadDiagnostics.h>
 #include <scenario/ScenarioItem.h>
@@ -130,22 +130,23 @@ std::string RootModel::fileOf(const std::string& configuration) {
 }
 
 RootModel::Outcome RootModel::use(const std::string& file, std::ostream* log, const std::string& configuration) {
-    std::vector<unsigned char> bytes;
-    if (!ShareRootModels::areShared() || !Commons::FileUtils::LoadFile(file, bytes))
-        return readModel([&] { return LoadScenarioFile(file.c_str(), log, false); });
+    const auto readAnew = [&] { return LoadScenarioFile(file.c_str(), log, false); };
+    if (!ShareRootModels::areShared()) return readModel(readAnew);
 
     static auto* const shared = new SharedModel();
     SharedModel fresh;
     fresh.circumstances = {file, configuration, lmkUtils::EnvConfig::getCurrentConfiguration(),
                            lmkUtils::EnvConfig::ourConfigCfgFile};
     if (shared->tree && shared->tree == scenarioRootModel && shared->circumstances == fresh.circumstances &&
-        bytes.size() == shared->text.size() && std::memcmp(bytes.data(), shared->text.data(), bytes.size()) == 0) {
+        internal::holdsExactly(file, shared->text)) {
         scenarioLog = log;
         if (log) log->write(shared->log.data(), static_cast<std::streamsize>(shared->log.size())).flush();
         for (const LoadProblem& problem : shared->problems) tellProblem(problem);
         return Outcome::InUse;
     }
 
+    std::vector<unsigned char> bytes;
+    if (!Commons::FileUtils::LoadFile(file, bytes)) return readModel(readAnew);
     fresh.text.assign(bytes.begin(), bytes.end());
     const Outcome outcome = readModel([&] {
         // The reading tells on the spot what it has to tell, and it is kept.

@@ -1,6 +1,9 @@
 #include <TavrelScenarioTemplateDb/TavrelScenarioParameter.h>
 
+#include <array>
+#include <charconv>
 #include <limits>
+#include <locale>
 #include <sstream>
 #include <string_view>
 
@@ -32,6 +35,20 @@ std::int64_t truncated(double value) {
     if (value < -kBeyond) return std::numeric_limits<std::int64_t>::min();
     if (value != value) return 0;
     return static_cast<std::int64_t>(value);
+}
+
+// With six decimals, written as the program's global locale says.
+std::string fixedText(double value) {
+    if (std::locale() == std::locale::classic()) {
+        constexpr int kDecimals = 6;
+        std::array<char, std::numeric_limits<double>::max_exponent10 + kDecimals + 8> digits;
+        const auto written =
+            std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, kDecimals);
+        return {digits.data(), written.ptr};
+    }
+    std::ostringstream text;
+    text << std::fixed << value;
+    return text.str();
 }
 
 const cfg::Section::ParameterIterator& given(const cfg::Section::ParameterIterator* position) {
@@ -71,11 +88,7 @@ bool TavrelScenarioParameter::hasParameterUnit() const {
 
 std::string TavrelScenarioParameter::getValueAsString() const {
     if (isInteger()) return std::to_string(getIntegerValue());
-    if (isReal()) {
-        std::ostringstream text; // writes as the program's global locale says
-        text << std::fixed << getRealValue();
-        return text.str();
-    }
+    if (isReal()) return fixedText(getRealValue());
     if (isBoolean()) return getBooleanValue() ? "true" : "false";
     if (isLiteral()) return getLiteralValue();
     // The number of the type is not appended: it says how many characters of the text are left out. Hosts have come to

@@ -1,6 +1,7 @@
 #include "Files.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <new>
 #include <stdexcept>
@@ -81,8 +82,18 @@ bool ReadAll(int descriptor, Bytes& content) {
     return true;
 }
 
+// Asked of the system in one call, where a walk along the path takes one for each folder. What stands at that path by
+// now may be another file.
+std::string PlaceOf(int descriptor) {
+    std::array<char, 4096> place;
+    const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
+    const ssize_t length = ::readlink(link.c_str(), place.data(), place.size());
+    if (length <= 0 || static_cast<size_t>(length) == place.size() || place[0] != '/') return {};
+    return {place.data(), static_cast<size_t>(length)};
+}
+
 template <class Bytes>
-bool ReadPlain(const std::string& path, Bytes& content, std::string& reason) {
+bool ReadPlain(const std::string& path, Bytes& content, std::string& reason, OpenedFile* opened) {
     if (path.find('\0') != std::string::npos) {
         reason = SystemReason(ENOENT);
         return false;
@@ -109,6 +120,7 @@ bool ReadPlain(const std::string& path, Bytes& content, std::string& reason) {
             reason = SystemReason(errno);
             return false;
         }
+        if (opened) *opened = {PlaceOf(file.get()), status.st_dev, status.st_ino};
         content = std::move(read);
         return true;
     } catch (const std::bad_alloc&) {
@@ -121,12 +133,12 @@ bool ReadPlain(const std::string& path, Bytes& content, std::string& reason) {
 
 } // namespace
 
-bool ReadPlainFile(const std::string& path, std::string& content, std::string& reason) {
-    return ReadPlain(path, content, reason);
+bool ReadPlainFile(const std::string& path, std::string& content, std::string& reason, OpenedFile* opened) {
+    return ReadPlain(path, content, reason, opened);
 }
 
 bool ReadPlainFile(const std::string& path, std::vector<unsigned char>& content, std::string& reason) {
-    return ReadPlain(path, content, reason);
+    return ReadPlain(path, content, reason, nullptr);
 }
 
 } // namespace Commons::detail

@@ -36,6 +36,15 @@ detail::Home HomeAt(const std::string& path) {
     return home;
 }
 
+// The same for a file that was just read.
+detail::Home HomeOf(const Commons::detail::OpenedFile& opened, const std::string& path) {
+    detail::Home home;
+    home.path = opened.place;
+    home.TakeNumber();
+    if (home.number != 0 && home.number == opened.number && home.device == opened.device) return home;
+    return HomeAt(path);
+}
+
 detail::Home* FindHome(std::vector<detail::Home>& homes, const detail::Home& wanted) {
     for (detail::Home& home : homes)
         if (home.path == wanted.path ||
@@ -49,9 +58,10 @@ std::optional<XmlFault> ReadFile(const std::string& path, std::unique_ptr<detail
     try {
         std::string bytes;
         std::string reason;
-        if (!Commons::detail::ReadPlainFile(path, bytes, reason)) return XmlFault{0, reason};
+        Commons::detail::OpenedFile opened;
+        if (!Commons::detail::ReadPlainFile(path, bytes, reason, &opened)) return XmlFault{0, reason};
         document = std::make_unique<detail::Document>(bytes.size());
-        document->homes.push_back(HomeAt(path));
+        document->homes.push_back(HomeOf(opened, path));
         return detail::ReadScenario(std::move(bytes), *document);
     } catch (const std::exception&) { // memory is all that can fail
         return XmlFault{0, "out of memory"};

@@ -150,6 +150,21 @@ TEST_F(BrowseTest, OnePathInTwoConfigurationsNeedsAChoice) {
     EXPECT_EQ(run({"show", "a.sce", "--version-filter", "2.0"}).status, 0);
 }
 
+TEST_F(BrowseTest, OnePathInTwoFoldersIsShownOnce) {
+    installation.configuration("Town", "1.0", {"town", "more"});
+    installation.scenario("town", "a.sce", namedScenario("First"));
+    installation.scenario("more", "a.sce", namedScenario("Hidden"));
+    installation.scenario("more", "b.sce", namedScenario("Second"));
+    std::filesystem::create_directories(installation.path() + "/town/data/scenario/c.sce");
+    installation.scenario("more", "c.sce", namedScenario("Behind a folder"));
+    const Result result = run({"show", "--all", "--json", "--configuration", "Town"});
+    std::vector<std::string> names;
+    for (const auto& scenario : result.json()) names.push_back(scenario["name"]);
+    EXPECT_THAT(names, ElementsAre("First", "Second"));
+    EXPECT_THAT(result.err, HasSubstr("c.sce: it is a folder\ntavrel: "));
+    EXPECT_EQ(result.status, 3);
+}
+
 TEST_F(BrowseTest, NamesAreFoundInEitherUnicodeForm) {
     const std::string composed = "\xc3\xbc", decomposed = "u\xcc\x88";
     installation.scenario("town", composed + ".sce", namedScenario("One"));

@@ -1,3 +1,4 @@
+#include <limits>
 #include <locale>
 
 #include <support/DriverTest.h>
@@ -139,6 +140,21 @@ TEST_F(ScenarioParameterTest, RealsAreWrittenInTheGlobalLocale) {
     std::locale::global(before);
     EXPECT_EQ(real, "1.234,500000");
     EXPECT_EQ(integer, "1234");
+}
+
+TEST_F(ScenarioParameterTest, RealsInTheClassicLocaleAreThoseOfAStream) {
+    open(SectionText("Everything").parameter("r", "0", "real"));
+    auto& section = const_cast<cfg::Section&>(
+        *dynamic_cast<const TavrelScenarioNode&>(*parameter("r").getParentNode()).getSection());
+    using Limits = std::numeric_limits<double>;
+    for (const double value :
+         {0.0, -0.0, 0.0000005, 0.0000015, -2.5e-7, 0.1, 1e21, -1e22 / 3, Limits::max(), Limits::lowest(),
+          Limits::denorm_min(), Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(), -Limits::quiet_NaN()}) {
+        section.beginParameter().getDouble() = value;
+        std::ostringstream text;
+        text << std::fixed << value;
+        EXPECT_EQ(parameter("r").getValueAsString(), text.str());
+    }
 }
 
 TEST(ScenarioParameter, IsAViewOfItsEntry) {

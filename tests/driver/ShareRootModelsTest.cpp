@@ -76,13 +76,27 @@ TEST_F(ShareRootModelsTest, WhateverWouldMakeAnotherTreeIsSeenAtOnce) {
     installation.configuration("Village", "1", {"more", "city"});
     expectAnother("another file", "Village");
 
+    // Longer than what is compared at once.
+    std::string bytes = kModel + std::string(100000, '\n');
+    const auto expectAnotherFor = [&](const char* why) {
+        installation.write("more/data/tools/nuro/nuro.mdl", bytes);
+        expectAnother(why, "Village");
+    };
+    expectAnotherFor("another length");
+    bytes.back() = '\t';
+    expectAnotherFor("the last byte");
+    bytes.pop_back();
+    expectAnotherFor("without the last byte");
+    bytes += '\n';
+    expectAnotherFor("one byte more");
+
     scenarioRootModel = nullptr;
     expectAnother("the host took it away", "Village");
     const Folders* const mine = scenarioRootModel;
     installation.model("more", "TYPEOF FOLDER (torn)\n{\n");
     EXPECT_EQ(failureOf([&] { Open("Village"); }).code, -1);
     EXPECT_EQ(scenarioRootModel, mine) << "a model that cannot be read replaces none";
-    installation.model("more", kModel);
+    installation.write("more/data/tools/nuro/nuro.mdl", bytes);
     EXPECT_EQ(Open("Village"), mine);
 }
 

@@ -11,12 +11,15 @@
 
 namespace tavrel {
 
+struct ListedScenario;
+
 // What a sub-command works with.
 struct Context {
     const Arguments& arguments;
     Output& out;
-    int status = ExitClean;   // of the faults told so far
-    std::string verdict = ""; // of a run; empty where there is none
+    int status = ExitClean;                 // of the faults told so far
+    std::string verdict = "";               // of a run; empty where there is none
+    const ListedScenario* listed = nullptr; // the operand, with --all: the listing has found its place
 
     // Tells a fault that does not end the work: the rest is still done, and the status remembers the gravest.
     void Tell(const Failure& failure) {

@@ -20,6 +20,8 @@ using ScenarioTemplateDb::VariadicParameter;
 
 namespace {
 
+constexpr const char* kOtherType = "other"; // of the file, unknown to the interface
+
 // A declaration may lack the section that holds its default; it has none then.
 template <typename Read>
 auto DefaultOr(const Read& read, decltype(read()) none) {
@@ -140,7 +142,7 @@ std::string TypeWord(const ScenarioParameter& parameter) {
     if (parameter.isBoolean()) return "boolean";
     if (parameter.isInteger()) return "integer";
     if (parameter.isReal()) return "real";
-    return parameter.isLiteral() ? "literal" : "other";
+    return parameter.isLiteral() ? "literal" : kOtherType;
 }
 
 std::string TypeWord(ParameterType type) {
@@ -161,8 +163,9 @@ std::string ShortNumber(double number) { return Commons::ShortestNumber(number);
 
 std::string ValueText(const ScenarioParameter& parameter) {
     using TavrelScenarioTemplateDb::TavrelScenarioNode;
-    const auto* node = dynamic_cast<const TavrelScenarioNode*>(parameter.getParentNode());
-    if (node && TypeWord(parameter) == "other") return TextInFile(*node->getSection(), parameter.getIndex());
+    if (TypeWord(parameter) == kOtherType)
+        if (const auto* node = dynamic_cast<const TavrelScenarioNode*>(parameter.getParentNode()))
+            return TextInFile(*node->getSection(), parameter.getIndex());
     return parameter.getValueAsString();
 }
 

@@ -37,6 +37,7 @@ Failure CurrentFailure() {
 }
 
 std::string OneLine(const std::string& message) {
+    if (IsShownAsItIs(message) && !message.ends_with(' ')) return message;
     std::string line;
     for (const char c : message) {
         // The marks of the library's log stand at the beginnings of lines.

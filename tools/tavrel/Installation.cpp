@@ -5,7 +5,9 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
+#include <utility>
 
 #include <unistd.h>
 
@@ -371,7 +373,21 @@ std::vector<FoundScenario> FindScenariosMeantBy(Context& context, const std::str
     return found.empty() ? FindScenarios(context, OtherSpelling(context, written)) : found;
 }
 
+// A scenario in the place where it was listed; none if another one has come to hide it, or hid it all the time: what is
+// named like a scenario and is no file is not listed.
+static std::optional<OpenedScenario> OpenListed(const ListedScenario& listed) {
+    std::error_code error;
+    for (const ScenarioDirectory* directory : listed.earlier)
+        if (std::filesystem::exists(directory->FileOf(*listed.path), error)) return std::nullopt;
+    const std::string& configuration = listed.directory->configuration.name;
+    if (!EnvConfig::setConfig(configuration, false)) return std::nullopt;
+    return OpenedScenario{listed.directory->configuration, listed.directory->path,
+                          std::make_unique<TavrelScenario>(configuration, *listed.path, listed.directory->path)};
+}
+
 OpenedScenario OpenScenario(Context& context, const std::string& operand) {
+    if (context.listed)
+        if (std::optional<OpenedScenario> opened = OpenListed(*context.listed)) return std::move(*opened);
     if (context.arguments.Has("--all") || !IsFileOnDisk(context, operand)) return Installation(context).Open(operand);
     const std::string reason = ReasonNotToOpen(operand);
     if (!reason.empty()) throw Failure{ExitUnreadable, fmt::format("{}: {}", operand, reason)};

@@ -26,6 +26,15 @@ struct ScenarioDirectory {
     std::string FileOf(const std::string& scenario) const { return path + "/" + scenario; }
 };
 
+// One scenario of a listing. The directories that it points to stay where they are as long as it is used.
+struct ListedScenario {
+    const ScenarioDirectory* directory;
+    const std::string* path;                         // below the directory
+    std::vector<const ScenarioDirectory*> earlier{}; // those before it in the data path of the configuration
+
+    std::string File() const { return directory->FileOf(*path); }
+};
+
 // A template that was found by its path. Its configuration is the current one of the process, which is where includes,
 // images and the like are looked up, for as long as no other template is opened.
 struct OpenedScenario {
@@ -81,7 +90,8 @@ std::vector<FoundScenario> FindScenariosMeantBy(Context& context, const std::str
 std::string NearestScenario(Context& context, const std::string& path);
 
 // What an operand SCENARIO names: a file on disk, in the configuration that it belongs to, or else the scenario at that
-// path of the installation. Where there are both, the file is meant, and that is said.
+// path of the installation. Where there are both, the file is meant, and that is said. With --all it is the one that
+// the context says, in the installation file in use, which is not read again for each of them.
 OpenedScenario OpenScenario(Context& context, const std::string& operand);
 // Whether an operand is a file on disk, and says so if it is a scenario of the installation, too.
 bool IsFileOnDisk(Context& context, const std::string& operand);

