@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -53,8 +54,13 @@ std::string SystemReason(int error) {
     case EISDIR:
         return "a folder, not a file";
     default:
-        return "system error " + std::to_string(error);
+        break;
     }
+    const char* description = ::strerrordesc_np(error);
+    if (!description) return "system error " + std::to_string(error);
+    std::string words = description;
+    words[0] = static_cast<char>(words[0] >= 'A' && words[0] <= 'Z' ? words[0] - 'A' + 'a' : words[0]);
+    return words;
 }
 
 std::string WithForwardSlashes(std::string path) {

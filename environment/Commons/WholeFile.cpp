@@ -32,11 +32,7 @@ struct FileLock::State {
     bool isFree = true;
 };
 
-std::string WordsOf(const std::error_code& error) {
-    std::string words = error.message();
-    if (!words.empty() && words[0] >= 'A' && words[0] <= 'Z') words[0] = static_cast<char>(words[0] - 'A' + 'a');
-    return words;
-}
+std::string WordsOf(const std::error_code& error) { return SystemReason(error.value()); }
 
 std::string ReasonNotToOpen(const std::string& path, bool* isTooLarge) {
     namespace fs = std::filesystem;

@@ -18,7 +18,8 @@ namespace Commons {
 // a file is not read, and who saves what is to be read again refuses it.
 inline constexpr std::size_t kLargestFile = std::size_t{256} << 20;
 
-// The words of the system as they go on after a colon: "permission denied".
+// An error of the system in words, as they go on after a colon: "no permission". The texts of the C library follow the
+// locale of the host; these do not.
 TAVREL_ENVIRONMENT_API std::string WordsOf(const std::error_code& error);
 
 // Why a file is not to be opened, in such words: it does not exist, is no regular file (a pipe would block the reader
