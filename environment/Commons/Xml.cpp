@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "Utf8.h"
@@ -17,8 +18,6 @@ constexpr unsigned kParseFlags =
 
 std::string ReasonOf(const pugi::xml_parse_result& result, bool atEnd) {
     switch (result.status) {
-    case pugi::status_out_of_memory:
-        return "out of memory";
     case pugi::status_end_element_mismatch:
         return atEnd ? "not XML: an element is not closed" : "not XML: the end tag belongs to no open element";
     case pugi::status_bad_start_element:
@@ -120,6 +119,7 @@ std::optional<XmlFault> XmlDocument::Parse(const std::string& text) {
             return XmlFault{RowAt(text, broken), "invalid UTF-8", broken};
     if (const size_t bad = FindBadReference(text); bad != std::string::npos)
         return XmlFault{RowAt(text, bad), "not XML: a reference to no character", bad};
+    if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
     if (!result) {
         const size_t position = static_cast<size_t>(std::max<std::ptrdiff_t>(result.offset, 0));
         return XmlFault{RowAt(text, position), ReasonOf(result, position + 1 >= text.size()), position};

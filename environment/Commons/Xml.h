@@ -46,7 +46,8 @@ private:
 // which it begins in the text itself, so that positions lead from one to the other.
 class XmlDocument {
 public:
-    // Parses a text that must outlive this object's use of PositionOf and RowOf. The fault that it has, if any.
+    // Parses a text that must outlive this object's use of PositionOf and RowOf. The fault that it has, if any. Throws
+    // std::bad_alloc.
     std::optional<XmlFault> Parse(const std::string& text);
 
     // Whether the text says to be in another encoding than UTF-8. Such a text keeps its bytes as they are.

@@ -70,6 +70,7 @@ std::optional<XmlFault> ReadFile(const std::string& path, std::unique_ptr<detail
 
 // What was written must be readable. A text may hold what XML cannot, such as a NUL.
 std::optional<XmlFault> WriteFile(const std::string& path, detail::Document& document) {
+    document.lacksMemory = false;
     if (!document.isSound) return XmlFault{0, "not saved, since the scenario could not be loaded"};
     try {
         std::string bytes;
@@ -97,6 +98,7 @@ std::optional<XmlFault> WriteFile(const std::string& path, detail::Document& doc
         homes.push_back(std::move(home));
         return std::nullopt;
     } catch (const std::exception&) {
+        document.lacksMemory = true;
         return XmlFault{0, "not saved: out of memory"};
     }
 }
@@ -140,6 +142,7 @@ bool CfgScenario::load(const std::string& path) {
 
 bool CfgScenario::save(const char* path, Commons::Encoding::Mode, bool) {
     if (const std::optional<std::string> copy = Copied(path)) return save(*copy);
+    Current().lacksMemory = true;
     errorMessage = Message(path, XmlFault{0, "not saved: out of memory"});
     return false;
 }
@@ -150,6 +153,8 @@ bool CfgScenario::save(const std::string& path) {
     if (fault) errorMessage = Message(path, *fault);
     return !fault;
 }
+
+bool CfgScenario::lacksMemory() const { return document && document->lacksMemory; }
 
 Scenario* CfgScenario::getRootSection() { return Current().Root(); }
 

@@ -135,6 +135,8 @@ public:
     bool isInOtherEncoding = false;
     // False after a failed load: such a document must not be saved over the file.
     bool isSound = true;
+    // Whether the last save found too little memory.
+    bool lacksMemory = false;
 
 private:
     const std::string* const* DeclaredNames(Name& name);

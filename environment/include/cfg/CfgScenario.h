@@ -44,6 +44,8 @@ public:
     // now: someone else has changed it, and his work would be lost. Other files are. The flag is not used.
     bool save(const char* path, Commons::Encoding::Mode mode, bool flag);
     bool save(const std::string& path);
+    // Whether the last save failed for want of memory, and not because of the file or of what is to be in it.
+    bool lacksMemory() const;
 
     // Never null. Belongs to this object and is another one after each load.
     Scenario* getRootSection();
