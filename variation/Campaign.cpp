@@ -47,7 +47,7 @@ Campaign Campaign::Begin(const CampaignSetup& setup, const std::string& folder) 
                                         "folder, or move these away",
                                         folder));
     fs::create_directories(folder, error);
-    if (error) throw CampaignFileError(fmt::format("{}: {}", folder, error.message()));
+    if (error) throw FileError(folder, error.value());
     files.MakeFolders();
     WriteFlushed(files.FileBeside(".", 0), file, frozen.Text());
     return Open(folder);
@@ -62,6 +62,7 @@ Campaign Campaign::Open(const std::string& folder) {
     campaign.sheet = std::move(frozen.sheet);
     campaign.inputs = std::move(frozen.inputs);
     campaign.numbers = std::move(frozen.numbers);
+    campaign.planned = std::make_shared<const PlannedRecords>(std::move(frozen.planned));
     return campaign;
 }
 
@@ -87,18 +88,18 @@ CampaignCounts Campaign::CountOf(const std::map<std::uint64_t, Verdict>& verdict
     return counts;
 }
 
-std::map<std::uint64_t, Verdict> Campaign::VerdictsOf(const Shard& shard,
-                                                      const std::function<void(const std::string&)>& tell) const {
-    const auto isWanted = [&](std::uint64_t number) {
-        return shard.Has(number) && std::binary_search(numbers.begin(), numbers.end(), number);
-    };
-    return CampaignFolder(folder).Verdicts(isWanted, tell);
+bool Campaign::Has(std::uint64_t number, const Shard& shard) const {
+    return shard.Has(number) && std::binary_search(numbers.begin(), numbers.end(), number);
 }
 
 CampaignCounts Campaign::Count(const Shard& shard) const {
     std::vector<std::string> faults;
-    const auto tell = [&](const std::string& sentence) { faults.push_back(sentence); };
-    CampaignCounts counts = CountOf(VerdictsOf(shard, tell), shard);
+    const auto runs = CampaignFolder(folder, planned.get())
+                          .Runs([&](std::uint64_t number) { return Has(number, shard); },
+                                [&](const std::string& sentence) { faults.push_back(sentence); });
+    std::map<std::uint64_t, Verdict> verdicts;
+    for (const auto& [number, run] : runs) verdicts.emplace_hint(verdicts.end(), number, run.verdict);
+    CampaignCounts counts = CountOf(verdicts, shard);
     counts.faults = std::move(faults);
     return counts;
 }
@@ -142,7 +143,7 @@ Campaign::Speed Campaign::MeanSpeed() const {
 }
 
 CampaignCounts Campaign::Merge(const std::string& output) const {
-    const CampaignFolder files(folder);
+    const CampaignFolder files(folder, planned.get());
     std::string lines;
     std::vector<std::string> faults;
     const std::vector<RunRecord> records =
@@ -153,7 +154,7 @@ CampaignCounts Campaign::Merge(const std::string& output) const {
     counts.faults = std::move(faults);
     std::error_code error;
     fs::create_directories(output, error);
-    if (error) throw CampaignFileError(fmt::format("{}: {}", output, error.message()));
+    if (error) throw FileError(output, error.value());
     const CampaignFolder target(output);
     const auto write = [&](const char* name, const std::string& text) {
         WriteFlushed(target.FileBeside(".", 0), target.File(name), text);

@@ -25,10 +25,6 @@ constexpr std::string_view kBeside = ".under-way";
 constexpr const char* kWork = "work";
 constexpr std::size_t kMostOfRecord = std::size_t{64} << 20;
 
-[[noreturn]] void Fail(const std::string& file, int error) {
-    throw CampaignFileError(fmt::format("{}: {}", file, std::strerror(error)));
-}
-
 class OpenFile {
 public:
     OpenFile(const std::string& path, int flags) : descriptor(open(path.c_str(), flags | O_CLOEXEC, 0666)) {}
@@ -46,10 +42,12 @@ private:
     int descriptor;
 };
 
-// At most `most` bytes of a file; none if it cannot be read, and errno says why.
-std::optional<std::string> BytesOf(const std::string& path, std::size_t most) {
+// At most `most` bytes of a file, and which one it is; none if it cannot be read, and errno says why.
+std::optional<std::string> BytesOf(const std::string& path, std::size_t most, FileState& state) {
     const OpenFile file(path, O_RDONLY | O_NONBLOCK);
-    if (file.Get() < 0) return std::nullopt;
+    struct stat about;
+    if (file.Get() < 0 || fstat(file.Get(), &about) != 0) return std::nullopt;
+    state = {about.st_ino, about.st_mtim.tv_sec, about.st_mtim.tv_nsec};
     std::string bytes;
     char part[4096];
     while (bytes.size() < most) {
@@ -84,8 +82,8 @@ std::optional<std::uint64_t> NumberOfRun(std::string_view name) {
 }
 
 // The bytes of a file of a run. One that is there and cannot be read is told.
-std::optional<std::string> BytesOfRun(const std::string& file, const CampaignFolder::Tell& tell) {
-    auto bytes = BytesOf(file, kMostOfRecord);
+std::optional<std::string> BytesOfRun(const std::string& file, const CampaignFolder::Tell& tell, FileState& state) {
+    auto bytes = BytesOf(file, kMostOfRecord, state);
     if (!bytes && errno != ENOENT && tell)
         tell(fmt::format("{}: {}, so its run counts as missing", file,
                          Commons::WordsOf({errno, std::generic_category()})));
@@ -96,13 +94,33 @@ void TellNoRecord(const std::string& file, std::uint64_t number, const CampaignF
     if (tell) tell(fmt::format("{}: it is no whole record of run {}, which counts as missing", file, number));
 }
 
+// What is of another plan is told together, so that not each file needs a call.
+class Foreign {
+public:
+    void Add(std::string sentence) {
+        if (sentence.empty()) return;
+        if (count++ == 0) first = std::move(sentence);
+    }
+    void Refuse() const {
+        if (count == 0) return;
+        throw CampaignError(fmt::format("{}{}. Move {} out of runs/ and call tavrel campaign run for {}", first,
+                                        count > 1 ? fmt::format(", and so it is with {} more", count - 1) : "",
+                                        count > 1 ? "them" : "it",
+                                        count > 1 ? "runs of this plan" : "a run of this plan"));
+    }
+
+private:
+    std::string first;
+    std::size_t count = 0;
+};
+
 // A folder that vanishes, or was never made, holds nothing.
 template <typename Take>
 void ForEachName(const std::string& folder, const Take& take) {
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
         take(entry->path().filename().string());
-    if (error && error != std::errc::no_such_file_or_directory) Fail(folder, error.value());
+    if (error && error != std::errc::no_such_file_or_directory) throw FileError(folder, error.value());
 }
 
 struct flock LockOf(std::uint64_t number, short type) {
@@ -116,6 +134,10 @@ struct flock LockOf(std::uint64_t number, short type) {
 }
 
 } // namespace
+
+CampaignFileError FileError(const std::string& file, int error) {
+    return CampaignFileError(fmt::format("{}: {}", file, Commons::WordsOf({error, std::system_category()})));
+}
 
 std::string CampaignFolder::NumberedFile(const char* below, std::uint64_t number, const char* ending) const {
     return fmt::format("{}/{}/{:06}{}", folder, below, number, ending);
@@ -139,7 +161,7 @@ void CampaignFolder::MakeFolders() const {
     for (const char* name : {"runs", "traces", "log"}) {
         std::error_code error;
         fs::create_directories(File(name), error);
-        if (error) Fail(File(name), error.value());
+        if (error) throw FileError(File(name), error.value());
     }
 }
 
@@ -154,45 +176,82 @@ std::vector<std::uint64_t> CampaignFolder::NumbersOfRuns() const {
 
 bool CampaignFolder::HasRuns() const { return !NumbersOfRuns().empty(); }
 
-std::map<std::uint64_t, Verdict> CampaignFolder::Verdicts(const std::function<bool(std::uint64_t)>& isWanted,
-                                                          const Tell& tell) const {
-    std::map<std::uint64_t, Verdict> verdicts;
-    for (const std::uint64_t number : NumbersOfRuns())
-        if (const auto verdict = isWanted(number) ? VerdictOf(number, tell) : std::nullopt)
-            verdicts.emplace_hint(verdicts.end(), number, *verdict);
-    return verdicts;
+std::optional<std::string> CampaignFolder::LineIn(std::string bytes, std::uint64_t number) const {
+    if (RecordLine::Of(bytes, number)) return bytes;
+    // Another hand may have written it.
+    const auto record = RecordOf(bytes);
+    if (!record || record->number != number) return std::nullopt;
+    return plan->LineOf(*record);
 }
 
-std::optional<Verdict> CampaignFolder::VerdictOf(std::uint64_t number, const Tell& tell) const {
-    const std::string file = RunFile(number);
-    const auto bytes = BytesOfRun(file, tell);
-    if (!bytes) return std::nullopt;
-    if (const auto verdict = VerdictInside(*bytes, number)) return verdict;
-    // Another hand may have written it.
-    const auto record = RecordOf(*bytes);
-    if (record && record->number == number) return record->verdict;
-    TellNoRecord(file, number, tell);
-    return std::nullopt;
+std::string CampaignFolder::ForeignIn(const std::string& line, std::uint64_t number) const {
+    const auto parts = RecordLine::Of(line, number);
+    const std::string complaint = parts ? plan->ComplaintOf(number, *parts) : "";
+    return complaint.empty() ? "" : fmt::format("{} is the record of another plan: {}", RunFile(number), complaint);
+}
+
+std::map<std::uint64_t, FinishedRun> CampaignFolder::Runs(const std::function<bool(std::uint64_t)>& isWanted,
+                                                          const Tell& tell) const {
+    std::map<std::uint64_t, FinishedRun> runs;
+    Foreign foreign;
+    for (const std::uint64_t number : NumbersOfRuns()) {
+        if (!isWanted(number)) continue;
+        const std::string file = RunFile(number);
+        FileState state;
+        auto bytes = BytesOfRun(file, tell, state);
+        if (!bytes) continue;
+        const auto line = LineIn(*std::move(bytes), number);
+        if (!line) {
+            TellNoRecord(file, number, tell);
+            continue;
+        }
+        foreign.Add(ForeignIn(*line, number));
+        runs.emplace_hint(runs.end(), number, FinishedRun{RecordLine::Of(*line, number)->verdict, state});
+    }
+    foreign.Refuse();
+    return runs;
+}
+
+std::optional<FinishedRun> CampaignFolder::RunOf(std::uint64_t number) const {
+    FileState state;
+    auto bytes = BytesOfRun(RunFile(number), {}, state);
+    const auto line = bytes ? LineIn(*std::move(bytes), number) : std::nullopt;
+    if (!line) return std::nullopt;
+    return FinishedRun{RecordLine::Of(*line, number)->verdict, state};
 }
 
 std::vector<RunRecord> CampaignFolder::Records(const std::vector<std::uint64_t>& wanted, std::string& lines,
                                                const Tell& tell) const {
     std::vector<RunRecord> records;
+    Foreign foreign;
     for (const std::uint64_t number : NumbersOfRuns()) {
         if (!std::binary_search(wanted.begin(), wanted.end(), number)) continue;
         const std::string file = RunFile(number);
-        const auto bytes = BytesOfRun(file, tell);
+        FileState state;
+        auto bytes = BytesOfRun(file, tell, state);
         if (!bytes) continue;
-        auto record = RecordOf(*bytes);
-        if (!record || record->number != number) {
+        const auto line = LineIn(*std::move(bytes), number);
+        auto record = line ? RecordOf(*line) : std::nullopt;
+        if (!record) {
             TellNoRecord(file, number, tell);
             continue;
         }
-        // A record that was written here is a line already.
-        lines += bytes->find('\n') + 1 == bytes->size() ? *bytes : JsonOf(*record) + "\n";
+        foreign.Add(ForeignIn(*line, number));
+        lines += *line;
         records.push_back(*std::move(record));
     }
+    foreign.Refuse();
     return records;
+}
+
+void CampaignFolder::HoldPlanned(const RunRecord& record) const {
+    const std::string line = plan->LineOf(record);
+    const auto parts = RecordLine::Of(line, record.number);
+    // Whoever makes other variants of the same plan is another version of these samplers, or the file was edited.
+    if (!parts || plan->ComplaintOf(record.number, *parts).empty()) return;
+    throw CampaignError(fmt::format("{}: this command makes another variant {} of the plan than the one that began the "
+                                    "campaign; begin a new campaign",
+                                    File("campaign.json"), record.number));
 }
 
 void CampaignFolder::Write(const RunRecord& record, const std::function<void()>& beforeFlush) const {
@@ -216,7 +275,7 @@ void CampaignFolder::RemoveLeftovers(
 
 Claims::Claims(const CampaignFolder& folder)
     : descriptor(open(folder.File("claims").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666)) {
-    if (descriptor < 0) Fail(folder.File("claims"), errno);
+    if (descriptor < 0) throw FileError(folder.File("claims"), errno);
 }
 
 Claims::~Claims() { close(descriptor); }
@@ -225,13 +284,13 @@ bool Claims::Take(std::uint64_t number) {
     struct flock lock = LockOf(number, F_WRLCK);
     if (fcntl(descriptor, F_OFD_SETLK, &lock) == 0) return true;
     if (errno == EAGAIN || errno == EACCES) return false;
-    Fail("claims", errno);
+    throw FileError("claims", errno);
 }
 
 void Claims::Await(std::uint64_t number) {
     struct flock lock = LockOf(number, F_WRLCK);
     while (fcntl(descriptor, F_OFD_SETLKW, &lock) != 0)
-        if (errno != EINTR) Fail("claims", errno);
+        if (errno != EINTR) throw FileError("claims", errno);
 }
 
 void Claims::Release(std::uint64_t number) {
@@ -249,7 +308,7 @@ void WriteFlushed(const std::string& beside, const std::string& file, std::strin
     if (failure == 0 && rename(beside.c_str(), file.c_str()) != 0) failure = errno;
     if (failure == 0) return;
     unlink(beside.c_str());
-    Fail(file, failure);
+    throw FileError(file, failure);
 }
 
 } // namespace TavrelVariation

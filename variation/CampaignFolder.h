@@ -11,9 +11,29 @@
 #include <vector>
 
 #include <simulation/Verdict.h>
+#include <sys/types.h>
+#include <variation/CampaignError.h>
 #include <variation/RunRecord.h>
 
+#include "RecordLine.h"
+
 namespace TavrelVariation {
+
+// A failure of the system at that file, in words.
+CampaignFileError FileError(const std::string& file, int error);
+
+// Which file stands somewhere. Each that is moved there is another one, whatever the clock says.
+struct FileState {
+    ino_t number = 0; // none: there is no file
+    std::int64_t seconds = 0, nanoseconds = 0;
+
+    bool operator==(const FileState& other) const = default;
+};
+
+struct FinishedRun {
+    TavrelSimulation::Verdict verdict;
+    FileState file;
+};
 
 // The files of a campaign:
 //
@@ -25,12 +45,14 @@ namespace TavrelVariation {
 //     work/000007/          of a simulator, while it runs
 //
 // Everything is written beside its place and moved there, so that nothing is ever half there. Failures are
-// CampaignError.
+// CampaignFileError, and a record of another plan is a CampaignError that names its file and tells what to do.
 class CampaignFolder {
 public:
     using Tell = std::function<void(const std::string& sentence)>;
 
-    explicit CampaignFolder(std::string path) : folder(std::move(path)) {}
+    // Without `planned`, which must outlive this object, for whoever reads no record.
+    explicit CampaignFolder(std::string path, const PlannedRecords* planned = nullptr)
+        : folder(std::move(path)), plan(planned) {}
 
     const std::string& Path() const { return folder; }
     std::string File(const std::string& name) const { return folder + "/" + name; }
@@ -50,14 +72,16 @@ public:
     void MakeFolders() const;
     // Whether there is any file of a run.
     bool HasRuns() const;
-    // The verdict of each wanted number that has a run. A file that holds no whole record of its number, as after a
-    // loss of power, and one that cannot be read are none; `tell` gets a sentence for each of these.
-    std::map<std::uint64_t, TavrelSimulation::Verdict>
-    Verdicts(const std::function<bool(std::uint64_t number)>& isWanted, const Tell& tell) const;
-    std::optional<TavrelSimulation::Verdict> VerdictOf(std::uint64_t number, const Tell& tell = {}) const;
+    // Each wanted number that has a run. A file that holds no whole record of its number, as after a loss of power, and
+    // one that cannot be read are none; `tell` gets a sentence for each of these.
+    std::map<std::uint64_t, FinishedRun> Runs(const std::function<bool(std::uint64_t number)>& isWanted,
+                                              const Tell& tell) const;
+    std::optional<FinishedRun> RunOf(std::uint64_t number) const;
     // The records of the wanted numbers, both sorted; `lines` gets them as lines of JSON. What is no run is none here.
     std::vector<RunRecord> Records(const std::vector<std::uint64_t>& wanted, std::string& lines,
                                    const Tell& tell) const;
+    // Throws CampaignError if the plan does not have the record so.
+    void HoldPlanned(const RunRecord& record) const;
     // Writes the record, flushes it and moves it to its place. `beforeFlush` is called when only the wait for the disk
     // is left.
     void Write(const RunRecord& record, const std::function<void()>& beforeFlush = {}) const;
@@ -71,7 +95,13 @@ private:
     // The numbers that a file of a run is called by, sorted.
     std::vector<std::uint64_t> NumbersOfRuns() const;
 
+    // A record as a line, if the bytes of a file are the whole one of that number.
+    std::optional<std::string> LineIn(std::string bytes, std::uint64_t number) const;
+    // A sentence about what is of another plan; empty if nothing is.
+    std::string ForeignIn(const std::string& line, std::uint64_t number) const;
+
     std::string folder;
+    const PlannedRecords* plan;
 };
 
 // The right to work on numbers of a campaign, against all processes of all machines that see the folder. The locks end

@@ -76,6 +76,12 @@ PlanFile FilledIn(const CampaignSetup& setup) {
     return file;
 }
 
+PlannedRecords PlannedOf(const CampaignSheet& sheet) {
+    std::vector<std::string> ids;
+    for (const CampaignSheet::Parameter& parameter : sheet.parameters) ids.push_back(parameter.id);
+    return {std::move(ids), sheet.criteria};
+}
+
 void ReadInto(const Json& json, FrozenCampaign& frozen) {
     frozen.tool = json.at("tool").get<std::string>();
     frozen.installation = json.at("installation").get<std::string>();
@@ -95,6 +101,9 @@ void ReadInto(const Json& json, FrozenCampaign& frozen) {
                                  input.at("sha256").get<std::string>()});
     frozen.numbers = NumbersOf(json.at("numbers"));
     sheet.count = frozen.numbers.size();
+    frozen.planned = PlannedOf(sheet);
+    if (!frozen.planned.Take(frozen.numbers, json.at("marks").get<std::string>()))
+        throw CampaignError("it has another number of marks than of variants");
 }
 
 } // namespace
@@ -119,6 +128,7 @@ std::string FrozenCampaign::Text() const {
                                       {"numeric", parameter.isNumeric}});
     json["inputs"] = InputsJson(inputs);
     json["numbers"] = RangesOf(numbers);
+    json["marks"] = planned.Marks();
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
@@ -166,15 +176,22 @@ FrozenCampaign Freeze(const CampaignSetup& setup) {
         throw CampaignError(fmt::format("the plan has {}{} variants, and a campaign has at most {} runs",
                                         count.isExact ? "" : "up to ", count.number, kMostRuns));
     Variant variant;
-    for (std::uint64_t from = 0; plan.NextFrom(from, variant); from = variant.number + 1)
+    sheet.criteria = frozen.plan.criteria;
+    frozen.planned = PlannedOf(sheet);
+    RunRecord record;
+    for (std::uint64_t from = 0; plan.NextFrom(from, variant); from = variant.number + 1) {
         frozen.numbers.push_back(variant.number);
+        Complete(record, variant, plan);
+        frozen.planned.Add(record);
+    }
     sheet.count = frozen.numbers.size();
     return frozen;
 }
 
 std::string DifferenceOf(const FrozenCampaign& present, const FrozenCampaign& wanted) {
     if (Json::parse(present.planText) != Json::parse(wanted.planText)) return "its plan is another one";
-    if (present.numbers != wanted.numbers) return "its variants are others";
+    if (present.numbers != wanted.numbers || present.planned.Marks() != wanted.planned.Marks())
+        return "its variants are others";
     if (present.sheet.configuration != wanted.sheet.configuration) return "its configuration is another one";
     return DifferenceOf(present.inputs, wanted.inputs);
 }

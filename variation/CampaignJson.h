@@ -7,6 +7,8 @@
 
 #include <variation/Campaign.h>
 
+#include "RecordLine.h"
+
 namespace TavrelVariation {
 
 // campaign.json: all that a campaign is made from.
@@ -18,6 +20,7 @@ struct FrozenCampaign {
     CampaignSheet sheet;
     std::vector<TavrelSimulation::Input> inputs;
     std::vector<std::uint64_t> numbers; // that there are
+    PlannedRecords planned;             // of these numbers
 
     std::string Text() const;
     // Throws CampaignError.

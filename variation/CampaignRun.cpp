@@ -10,7 +10,9 @@
 #include <cstring>
 #include <deque>
 #include <fstream>
+#include <map>
 #include <new>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -19,6 +21,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <TavrelScenarioTemplateDb/Failures.h>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 #include <processes/ChildProcess.h>
@@ -106,29 +109,57 @@ TavrelProcesses::ChildSettings SettingsOf(const CampaignOptions& options) {
     return settings;
 }
 
+// What is being thrown, in words, whatever it is. Memory that ran out is thrown on.
+std::string WordsOfFailure() {
+    try {
+        TavrelScenarioTemplateDb::translateFailures([] { throw; });
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& failure) {
+        return failure.what();
+    } catch (...) {
+    }
+    return "it failed in a form that nobody announced";
+}
+
 // Runs it; what is thrown becomes the record of a run that could not be had.
 RunRecord RecordOfRun(const RunVariant& run, const Variant& variant, const std::string& trace) {
     RunRecord record;
     try {
-        record = run(variant, trace);
-    } catch (const CampaignError&) {
-        throw;
+        try {
+            record = run(variant, trace);
+        } catch (const CampaignError&) {
+            throw;
+        } catch (...) {
+            record.verdict = Verdict::Error;
+            record.message = WordsOfFailure();
+        }
     } catch (const std::bad_alloc&) {
         record.verdict = Verdict::Killed;
         record.message = "there is not enough memory for it";
-    } catch (const std::exception& error) {
-        record.verdict = Verdict::Error;
-        record.message = error.what();
     }
     return record;
 }
 
-// What the plan says of the run.
-void Complete(RunRecord& record, const Variant& variant, const Plan& plan) {
-    record.number = variant.number;
-    if (variant.seed) record.seed = static_cast<std::uint32_t>(*variant.seed);
-    record.values.clear();
-    for (const AssignmentText& value : plan.Assignments(variant)) record.values.emplace_back(value.name, value.value);
+// What the work answers, or why the campaign cannot go on.
+template <typename Work>
+Answer Answered(const Work& work) {
+    Answer answer;
+    try {
+        return work();
+    } catch (const CampaignFileError& error) {
+        answer.kind = Answer::Kind::FileError;
+        answer.sentence = error.what();
+    } catch (const CampaignError& error) {
+        answer.kind = Answer::Kind::Refused;
+        answer.sentence = error.what();
+    }
+    return answer;
+}
+
+void ThrowIfStopped(const Answer& answer) {
+    if (answer.kind == Answer::Kind::FileError) throw CampaignFileError(answer.sentence);
+    if (answer.kind == Answer::Kind::Refused) throw CampaignError(answer.sentence);
 }
 
 // What differs between two runs of the same variant, a line for each.
@@ -168,6 +199,8 @@ public:
         if (!plan.At(number, variant)) throw CampaignError(fmt::format("the plan has no variant {}", number));
         const std::string trace = options.traces == Traces::None ? "" : folder.FileBeside("traces", number);
         RunRecord record;
+        Complete(record, variant, plan);
+        folder.HoldPlanned(record);
         try {
             record = RecordOfRun(run, variant, trace);
         } catch (const CampaignError&) {
@@ -187,7 +220,7 @@ private:
             options.traces == Traces::All || (options.traces == Traces::Failed && record.verdict != Verdict::Passed);
         if (!trace.empty() && keep && access(trace.c_str(), F_OK) == 0) {
             if (rename(trace.c_str(), file.c_str()) == 0) return;
-            throw CampaignFileError(fmt::format("{}: {}", file, std::strerror(errno)));
+            throw FileError(file, errno);
         }
         if (!trace.empty()) unlink(trace.c_str());
         unlink(file.c_str()); // of a former run of this number
@@ -199,16 +232,21 @@ private:
     const RunVariant& run;
 };
 
-// A child that ends with the process that made it. `body` answers with the status to leave with.
+// A child that ends with the process that made it. `body` answers with the status to leave with; what it throws must
+// not go on in the child's copy of all that called this.
 template <typename Body>
 pid_t Fork(const Body& body) {
     const pid_t parent = getpid();
     const pid_t child = fork();
-    if (child < 0) throw CampaignFileError(fmt::format("no process can be made: {}", std::strerror(errno)));
+    if (child < 0) throw FileError("no process can be made", errno);
     if (child > 0) return child;
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (getppid() != parent) _exit(1);
-    _exit(body());
+    if (getppid() != parent) _exit(kRunBroken);
+    try {
+        _exit(body());
+    } catch (...) {
+        _exit(kRunBroken);
+    }
 }
 
 int Await(pid_t child) {
@@ -238,13 +276,32 @@ std::string ReadAll(int descriptor, char last = '\0') {
     return text;
 }
 
+// Does the work of a child: answers with the status that it leaves with, and tells why it failed.
+template <typename Work, typename Tell>
+int StatusOf(const Work& work, const Tell& tell) {
+    try {
+        work();
+        return kRunDone;
+    } catch (const CampaignFileError& error) {
+        tell(error.what());
+    } catch (const CampaignError& error) {
+        tell(error.what());
+        return kRunRefused;
+    } catch (const std::bad_alloc& error) {
+        tell(error.what());
+        return kRunOutOfMemory;
+    } catch (...) {
+        tell(WordsOfFailure());
+    }
+    return kRunBroken;
+}
+
 // Two ends of a pipe that no other program inherits.
 struct Pipe {
     int ends[2] = {-1, -1};
 
     Pipe() {
-        if (pipe2(ends, O_CLOEXEC) != 0)
-            throw CampaignFileError(fmt::format("no pipe can be made: {}", std::strerror(errno)));
+        if (pipe2(ends, O_CLOEXEC) != 0) throw FileError("no pipe can be made", errno);
     }
     ~Pipe() {
         CloseRead();
@@ -265,9 +322,10 @@ private:
 class Work {
 public:
     Work(const CampaignFolder& files, const Plan& campaignPlan, const CampaignOptions& campaignOptions,
-         const RunVariant& runVariant, const CampaignProgress& onProgress, int failureEnd)
+         const RunVariant& runVariant, const std::map<std::uint64_t, FileState>& filesAtFirst,
+         const CampaignProgress& onProgress, int failureEnd)
         : folder(files), plan(campaignPlan), options(campaignOptions), one(folder, options, plan, runVariant),
-          progress(onProgress), failure(failureEnd), log(folder) {}
+          atFirst(filesAtFirst), progress(onProgress), failure(failureEnd), log(folder) {}
 
     // Throws CampaignFileError.
     void Through(std::vector<std::uint64_t> numbers) {
@@ -288,7 +346,6 @@ public:
                 claims.Release(number);
             }
             numbers = std::move(busy);
-            second = true;
         }
     }
 
@@ -298,8 +355,7 @@ private:
             numbers.size(), SettingsOf(options), [&](std::size_t item) { return WorkOn(numbers[item]).Text(); },
             [&](std::size_t item, const std::string& text) {
                 const Answer answer = Answer::Of(text);
-                if (answer.kind == Answer::Kind::FileError) throw CampaignFileError(answer.sentence);
-                if (answer.kind == Answer::Kind::Refused) throw CampaignError(answer.sentence);
+                ThrowIfStopped(answer);
                 if (answer.kind == Answer::Kind::Busy) return busy.push_back(numbers[item]);
                 if (answer.kind == Answer::Kind::Done) log.Tell(numbers[item], answer, SecondsSince(start));
                 ++done;
@@ -310,27 +366,28 @@ private:
 
     // In a worker.
     Answer WorkOn(std::uint64_t number) {
-        Answer answer;
-        answer.worker = getpid();
-        try {
+        Answer answer = Answered([&] {
+            Answer shared;
             Claims claims(folder);
             if (!claims.Take(number)) {
-                answer.kind = Answer::Kind::Busy;
-                return answer;
+                shared.kind = Answer::Kind::Busy;
+                return shared;
             }
-            // Somebody else may have finished it since this command looked, and asked for no more than this one does.
-            if (const auto verdict = folder.VerdictOf(number);
-                verdict && (second || options.retry == Retry::Open) && !IsWanted(verdict, Retry::Open)) {
-                answer.kind = Answer::Kind::Elsewhere;
-                answer.verdict = *verdict;
-                return answer;
+            // Somebody else may have finished it since this command looked. That is what this one was asked for, too.
+            if (const auto finished = folder.RunOf(number); finished && finished->file != FileAtFirst(number)) {
+                shared.kind = Answer::Kind::Elsewhere;
+                shared.verdict = finished->verdict;
+                return shared;
             }
             return RunInItsProcess(number);
-        } catch (const CampaignFileError& error) {
-            answer.kind = Answer::Kind::FileError;
-            answer.sentence = error.what();
-            return answer;
-        }
+        });
+        answer.worker = getpid();
+        return answer;
+    }
+
+    FileState FileAtFirst(std::uint64_t number) const {
+        const auto found = atFirst.find(number);
+        return found == atFirst.end() ? FileState() : found->second;
     }
 
     // While the process of one run waits for the disk, the worker goes on with the next. It has told its verdict then,
@@ -340,30 +397,18 @@ private:
         Pipe pipe;
         const pid_t child = Fork([&] {
             int toTell = pipe.ends[1];
-            try {
-                one.Work(number, [&](Verdict verdict) {
-                    prctl(PR_SET_PDEATHSIG, 0);
-                    WriteAll(toTell, std::string(WordOf(verdict)) + kKnown);
-                    toTell = failure;
-                });
-                return kRunDone;
-            } catch (const CampaignFileError& error) {
-                WriteAll(toTell, error.what());
-                return kRunBroken;
-            } catch (const CampaignError& error) {
-                WriteAll(toTell, error.what());
-                return kRunRefused;
-            } catch (const std::bad_alloc& error) {
-                WriteAll(toTell, error.what());
-                return kRunOutOfMemory;
-            } catch (const std::exception& error) {
-                WriteAll(toTell, error.what());
-                return kRunBroken;
-            }
+            return StatusOf(
+                [&] {
+                    one.Work(number, [&](Verdict verdict) {
+                        prctl(PR_SET_PDEATHSIG, 0);
+                        WriteAll(toTell, std::string(WordOf(verdict)) + kKnown);
+                        toTell = failure;
+                    });
+                },
+                [&](const std::string& sentence) { WriteAll(toTell, sentence); });
         });
         pipe.CloseWrite();
         Answer answer;
-        answer.worker = getpid();
         answer.sentence = ReadAll(pipe.ends[0], kKnown);
         answer.seconds = SecondsSince(begin);
         if (answer.sentence.ends_with(kKnown)) {
@@ -429,13 +474,33 @@ private:
     const Plan& plan;
     const CampaignOptions& options;
     const RunOfOne one;
+    const std::map<std::uint64_t, FileState>& atFirst; // of the numbers that had a run when this command looked
     const CampaignProgress& progress;
     const int failure; // where a sentence goes that comes too late for an answer
     std::deque<pid_t> finishing;
     const Clock::time_point start = Clock::now();
     Log log;
     std::uint64_t done = 0, all = 0;
-    bool second = false; // the numbers that others were at
+};
+
+// While it lives, SIGINT and SIGTERM wait.
+class SignalsWait {
+public:
+    SignalsWait() {
+        sigset_t asked;
+        sigemptyset(&asked);
+        sigaddset(&asked, SIGINT);
+        sigaddset(&asked, SIGTERM);
+        pthread_sigmask(SIG_BLOCK, &asked, &before);
+    }
+    ~SignalsWait() { End(); }
+    SignalsWait(const SignalsWait&) = delete;
+    SignalsWait& operator=(const SignalsWait&) = delete;
+    // In a child, which has no end of this object.
+    void End() const { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+
+private:
+    sigset_t before;
 };
 
 // While it lives, SIGINT and SIGTERM end the manager, and this process goes on.
@@ -473,8 +538,20 @@ private:
 RunRecord RunAlone(const Plan& plan, const Variant& variant, const CampaignOptions& options, const RunVariant& run) {
     RunRecord record;
     TavrelProcesses::ForEachInChildren(
-        1, SettingsOf(options), [&](std::size_t) { return JsonOf(RecordOfRun(run, variant, "")); },
-        [&](std::size_t, const std::string& json) { record = RecordOf(json).value_or(RunRecord()); },
+        1, SettingsOf(options),
+        [&](std::size_t) {
+            return Answered([&] {
+                       Answer answer;
+                       answer.sentence = JsonOf(RecordOfRun(run, variant, ""));
+                       return answer;
+                   })
+                .Text();
+        },
+        [&](std::size_t, const std::string& text) {
+            const Answer answer = Answer::Of(text);
+            ThrowIfStopped(answer);
+            record = RecordOf(answer.sentence).value_or(RunRecord());
+        },
         [&](std::size_t, const TavrelProcesses::Death& death) {
             record.verdict = VerdictOf(death);
             record.message = MessageOf(death, options.seconds);
@@ -485,16 +562,19 @@ RunRecord RunAlone(const Plan& plan, const Variant& variant, const CampaignOptio
 
 bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVariant& run,
                    const CampaignProgress& progress) const {
-    const CampaignFolder files(folder);
+    const CampaignFolder files(folder, planned.get());
     files.MakeFolders();
     std::vector<std::uint64_t> wanted;
+    std::map<std::uint64_t, FileState> atFirst;
     {
-        const std::map<std::uint64_t, Verdict> verdicts = VerdictsOf(options.shard, options.tell);
+        const auto runs = files.Runs([&](std::uint64_t number) { return Has(number, options.shard); }, options.tell);
         for (const std::uint64_t number : numbers) {
             if (!options.shard.Has(number)) continue;
-            const auto found = verdicts.find(number);
-            if (IsWanted(found == verdicts.end() ? std::nullopt : std::optional(found->second), options.retry))
-                wanted.push_back(number);
+            const auto found = runs.find(number);
+            const bool isThere = found != runs.end();
+            if (!IsWanted(isThere ? std::optional(found->second.verdict) : std::nullopt, options.retry)) continue;
+            wanted.push_back(number);
+            if (isThere) atFirst.emplace_hint(atFirst.end(), number, found->second.file);
         }
     }
     Claims claims(files);
@@ -509,37 +589,26 @@ bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVa
     if (wanted.empty()) return true;
 
     Pipe failure;
-    // Nothing may come between the birth of the manager and the handler that knows it.
-    sigset_t asked, before;
-    sigemptyset(&asked);
-    sigaddset(&asked, SIGINT);
-    sigaddset(&asked, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &asked, &before);
-    const pid_t manager = Fork([&] {
-        // Terminals and engines ask the whole group. This process's parent decides.
-        signal(SIGINT, SIG_IGN);
-        signal(SIGTERM, SIG_IGN);
-        pthread_sigmask(SIG_SETMASK, &before, nullptr);
-        try {
-            Work(files, plan, options, run, progress, failure.ends[1]).Through(wanted);
-            return kRunDone;
-        } catch (const CampaignFileError& error) {
-            WriteAll(failure.ends[1], error.what());
-            return kRunBroken;
-        } catch (const CampaignError& error) {
-            WriteAll(failure.ends[1], error.what());
-            return kRunRefused;
-        } catch (const std::exception& error) {
-            WriteAll(failure.ends[1], error.what());
-            return kRunBroken;
-        }
-    });
-    const EndsTheManager handler(manager);
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    std::optional<EndsTheManager> handler;
+    pid_t manager = 0;
+    {
+        // Nothing may come between the birth of the manager and the handler that knows it.
+        const SignalsWait wait;
+        manager = Fork([&] {
+            // Terminals and engines ask the whole group. This process's parent decides.
+            signal(SIGINT, SIG_IGN);
+            signal(SIGTERM, SIG_IGN);
+            wait.End();
+            return StatusOf(
+                [&] { Work(files, plan, options, run, atFirst, progress, failure.ends[1]).Through(wanted); },
+                [&](const std::string& sentence) { WriteAll(failure.ends[1], sentence); });
+        });
+        handler.emplace(manager);
+    }
     failure.CloseWrite();
     const std::string sentence = ReadAll(failure.ends[0]);
     const int status = Await(manager);
-    if (handler.WasAsked()) {
+    if (handler->WasAsked()) {
         removeLeftovers();
         return false;
     }

@@ -4,14 +4,14 @@
 
 #include <nlohmann/json.hpp>
 
+#include "RecordLine.h"
+
 namespace TavrelVariation {
 
 namespace {
 
 using Json = nlohmann::ordered_json;
 using TavrelSimulation::Verdict;
-
-constexpr const char* kFormat = "tavrel-run/1";
 
 std::optional<std::string> TextOf(const Json& json, const char* member) {
     const auto found = json.find(member);
@@ -52,7 +52,7 @@ bool ReadLists(const Json& json, RunRecord& record) {
 } // namespace
 
 std::string JsonOf(const RunRecord& record) {
-    Json json = {{"format", kFormat}, {"number", record.number}, {"verdict", WordOf(record.verdict)}};
+    Json json = {{"format", kRecordFormat}, {"number", record.number}, {"verdict", WordOf(record.verdict)}};
     if (record.seed) json["seed"] = *record.seed;
     json["values"] = Json::object();
     for (const auto& [id, text] : record.values) json["values"][id] = text;
@@ -69,7 +69,7 @@ std::string JsonOf(const RunRecord& record) {
 
 std::optional<RunRecord> RecordOf(const std::string& text) {
     const Json json = Json::parse(text, nullptr, false);
-    if (!json.is_object() || TextOf(json, "format") != kFormat) return std::nullopt;
+    if (!json.is_object() || TextOf(json, "format") != kRecordFormat) return std::nullopt;
     RunRecord record;
     const auto number = json.find("number");
     const auto verdict = VerdictOfWord(TextOf(json, "verdict").value_or(""));
@@ -84,15 +84,6 @@ std::optional<RunRecord> RecordOf(const std::string& text) {
     record.message = TextOf(json, "message").value_or("");
     record.trace = TextOf(json, "trace").value_or("");
     return record;
-}
-
-std::optional<Verdict> VerdictInside(const std::string& bytes, std::uint64_t number) {
-    const std::string before =
-        std::string("{\"format\":\"") + kFormat + "\",\"number\":" + std::to_string(number) + ",\"verdict\":\"";
-    if (!bytes.starts_with(before) || !bytes.ends_with("}\n") || bytes.find('\0') != std::string::npos)
-        return std::nullopt;
-    const std::size_t end = bytes.find('"', before.size());
-    return VerdictOfWord(bytes.substr(before.size(), end - before.size()));
 }
 
 std::optional<Verdict> VerdictOfWord(const std::string& word) {

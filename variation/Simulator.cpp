@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -242,12 +241,12 @@ struct Ending {
 // Runs the program to its end.
 Ending RunProgram(const std::vector<std::string>& words, const std::string& output, std::size_t memory) {
     int toSupervisor[2], fromSupervisor[2];
-    if (pipe2(toSupervisor, O_CLOEXEC) != 0)
-        throw CampaignFileError(fmt::format("no pipe can be made: {}", std::strerror(errno)));
+    if (pipe2(toSupervisor, O_CLOEXEC) != 0) throw FileError("no pipe can be made", errno);
     if (pipe2(fromSupervisor, O_CLOEXEC) != 0) {
+        const int failure = errno;
         close(toSupervisor[0]);
         close(toSupervisor[1]);
-        throw CampaignFileError(fmt::format("no pipe can be made: {}", std::strerror(errno)));
+        throw FileError("no pipe can be made", failure);
     }
     const pid_t supervisor = fork();
     if (supervisor == 0) {
@@ -268,7 +267,7 @@ Ending RunProgram(const std::vector<std::string>& words, const std::string& outp
     }
     close(toSupervisor[1]);
     close(fromSupervisor[0]);
-    if (supervisor < 0) throw CampaignFileError(fmt::format("no process can be made: {}", std::strerror(failure)));
+    if (supervisor < 0) throw FileError("no process can be made", failure);
     if (count != static_cast<ssize_t>(sizeof ending)) throw CampaignFileError("the simulator could not be watched");
     return ending;
 }
@@ -355,7 +354,8 @@ RunRecord Simulator::Run(const Job& job, const std::vector<TavrelSimulation::Cri
     record.trace = TavrelSimulation::Sha256OfFile(job.trace);
     if (ending.notStarted != 0) {
         record.verdict = Verdict::Error;
-        record.message = fmt::format("{} cannot be started: {}", words.front(), strerrordesc_np(ending.notStarted));
+        record.message = fmt::format("{} cannot be started: {}", words.front(),
+                                     Commons::WordsOf({ending.notStarted, std::system_category()}));
         return record;
     }
     if (ending.overMemory) {
@@ -394,7 +394,7 @@ public:
         std::error_code error;
         fs::remove_all(path, error);
         fs::create_directories(path, error);
-        if (error) throw CampaignFileError(fmt::format("{}: {}", path, error.message()));
+        if (error) throw FileError(path, error.value());
     }
     ~WorkFolder() {
         std::error_code ignored;
@@ -424,10 +424,12 @@ RunVariant RunWith(const Simulator& simulator, VariantRunner& runner, const Plan
             job.trace = folder.path + "/trace.jsonl";
             runner.Save(plan.Assignments(variant), job.scenario);
             RunRecord record = simulator.Run(job, criteria, files.OutputFile(variant.number));
-            runner.HoldIncludes(); // it may have read them
+            runner.HoldFiles(); // it may have read them
             std::error_code error;
             if (record.verdict != Verdict::Passed) files.KeepOutput(variant.number);
-            if (!traceFile.empty() && fs::is_regular_file(job.trace, error)) fs::rename(job.trace, traceFile, error);
+            if (traceFile.empty() || !fs::is_regular_file(job.trace, error)) return record;
+            fs::rename(job.trace, traceFile, error);
+            if (error) throw FileError(traceFile, error.value());
             return record;
         };
 }

@@ -1,7 +1,6 @@
 #include <variation/VariantRunner.h>
 
 #include <cerrno>
-#include <cstring>
 #include <fstream>
 #include <new>
 #include <utility>
@@ -19,6 +18,7 @@
 #include <simulation/Trace.h>
 #include <variation/CampaignError.h>
 
+#include "CampaignFolder.h"
 #include "CampaignJson.h"
 
 namespace TavrelVariation {
@@ -68,12 +68,16 @@ struct VariantRunner::Parts {
         for (const Assignment& assignment : assignments) start->values.emplace_back(assignment.id, assignment.text);
     }
 
-    // Each run reads the includes anew. `now` is the script as it was just read; null if it could not be.
-    void Hold(const ScenarioLib::Scenario* now) const {
+    // The includes, or the files that are no scenario, as they were when this began.
+    std::vector<Input> Then(bool rootModel) const {
         std::vector<Input> then = inputs;
-        std::erase_if(then, [](const Input& input) { return input.role != "include"; });
-        const std::string difference =
-            DifferenceOf(then, now ? IncludesOf(*now, setup.installation) : AsTheyAreNow(then, setup.installation));
+        std::erase_if(then, [&](const Input& input) {
+            return input.role != "include" && (input.role != "rootModel" || !rootModel);
+        });
+        return then;
+    }
+    static void Hold(const std::vector<Input>& then, const std::vector<Input>& now) {
+        const std::string difference = DifferenceOf(then, now);
         if (!difference.empty()) throw CampaignError(difference + "; no run was made with it");
     }
 
@@ -100,7 +104,11 @@ std::string VariantRunner::Script() const { return parts->script ? parts->script
 const std::vector<Input>& VariantRunner::Inputs() const { return parts->inputs; }
 const Settable& VariantRunner::Values() const { return parts->settable; }
 std::uint32_t VariantRunner::OwnSeed() const { return Scene::SeedOf(*parts->setup.file); }
-void VariantRunner::HoldIncludes() const { parts->Hold(nullptr); }
+
+void VariantRunner::HoldFiles() const {
+    const std::vector<Input> then = parts->Then(true);
+    Parts::Hold(then, AsTheyAreNow(then, parts->setup.installation));
+}
 
 RunRecord VariantRunner::Run(const std::vector<AssignmentText>& values, std::optional<std::uint32_t> seed,
                              const std::string& traceFile) {
@@ -122,7 +130,10 @@ RunRecord VariantRunner::Run(const std::vector<AssignmentText>& values, std::opt
     const lmkUtils::InstallationMoment moment; // a run sees one state of the installation
     const std::unique_ptr<ScenarioItem> item = ReadScript(*parts->script);
     auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(item.get());
-    parts->Hold(scenario);
+    // Each run reads the includes anew.
+    const std::vector<Input> then = parts->Then(false);
+    Parts::Hold(then, scenario ? IncludesOf(*scenario, parts->setup.installation)
+                               : AsTheyAreNow(then, parts->setup.installation));
     if (!scenario) throw AssignmentError("with these values the script cannot be read");
     TavrelScenarioTemplateDb::ScenarioTables tables;
     tables.fill(*scenario, *parts->setup.file);
@@ -150,7 +161,7 @@ RunRecord VariantRunner::Run(const std::vector<AssignmentText>& values, std::opt
         std::ofstream file(traceFile, std::ios::binary | std::ios::trunc);
         file << trace;
         file.close();
-        if (!file) throw CampaignFileError(fmt::format("{}: {}", traceFile, std::strerror(errno)));
+        if (!file) throw FileError(traceFile, errno);
     }
     return record;
 }
@@ -159,7 +170,7 @@ void VariantRunner::Save(const std::vector<AssignmentText>& values, const std::s
     parts->Set(values, nullptr);
     if (parts->setup.file->save(file.c_str(), static_cast<Commons::Encoding::Mode>(1), false)) return;
     // That is the fault of this variant, or of its limit, and not of the folder.
-    if (parts->setup.file->errorMessage.ends_with("out of memory")) throw std::bad_alloc();
+    if (parts->setup.file->lacksMemory()) throw std::bad_alloc();
     throw CampaignFileError(parts->setup.file->errorMessage);
 }
 

@@ -191,6 +191,24 @@ TEST_F(CampaignTest, TwoCommandsInOneFolderShareTheWork) {
     }
     EXPECT_EQ(told.size(), 24U) << "each number was run once";
     EXPECT_EQ(std::set<std::uint64_t>(told.begin(), told.end()).size(), 24U);
+
+    // What both are to do anew is done once, and what one of them did is not as it was for the other.
+    plan["method"]["count"] = 6;
+    plan.erase("criteria");
+    begin("again");
+    ASSERT_EQ(run({"campaign", "run", "again"}).status, 0);
+    const std::vector<std::string> anew = {
+        "campaign", "run",       "again",
+        "--retry",  "all",       "--jobs",
+        "1",        "--command", "sh -c 'echo >>" + folder + "/done-{number}; sleep 0.5'"};
+    const pid_t second = start(anew);
+    EXPECT_EQ(run(anew).status, 0);
+    waitpid(second, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    for (int number = 0; number < 6; ++number)
+        EXPECT_EQ(readFile(folder + "/done-" + std::to_string(number)), "\n") << number;
+    EXPECT_EQ(run(anew).status, 0);
+    EXPECT_EQ(readFile(folder + "/done-0"), "\n\n") << "a later command does it anew";
 }
 
 TEST_F(CampaignTest, ARunCanBeRepeatedByItsValues) {
@@ -272,7 +290,7 @@ TEST_F(CampaignTest, ARecordThatIsNoneIsToldAndRunAgain) {
     const auto tellsAll = testing::AllOf(HasSubstr("000001.json: it is no whole record of run 1"),
                                          HasSubstr("000002.json: it is no whole record of run 2"),
                                          HasSubstr("000004.json: it is no whole record of run 4"),
-                                         HasSubstr("000005.json: permission denied"));
+                                         HasSubstr("000005.json: no permission"));
     Result result = run({"campaign", "status", "harmed", "--json"});
     EXPECT_THAT(result.json()["missing"], ElementsAre(1, 2, 4, 5));
     EXPECT_EQ(result.json()["finished"], 2);
@@ -295,6 +313,60 @@ TEST_F(CampaignTest, ARecordThatIsNoneIsToldAndRunAgain) {
     result = run({"campaign", "init", "plan.json", "--output", "harmed"});
     EXPECT_EQ(result.status, 2) << "these runs are of another campaign";
     EXPECT_THAT(result.err, HasSubstr("runs of another campaign"));
+}
+
+// It would count as a run of this campaign, and be read as one with the values that its number has here.
+TEST_F(CampaignTest, ARecordOfAnotherPlanIsRefused) {
+    plan["method"]["count"] = 6;
+    begin("here");
+    run({"campaign", "run", "here"});
+    const std::string whole = merged("here"), file = folder + "/here/runs/000002.json", record = readFile(file);
+    plan["seed"] = 8;
+    begin("there");
+    run({"campaign", "run", "there"});
+    const Json kept = Json::parse(record);
+    Json otherValue = kept, otherCriterion = kept, otherSeed = kept, noCriteria = kept;
+    otherValue["values"].begin().value() = "1";
+    otherCriterion["criteria"][0]["criterion"] = "always variable(\"Shortest headway\") >= 0.9";
+    otherSeed["seed"] = 5;
+    noCriteria["criteria"] = Json::array();
+    const std::pair<std::string, const char*> cases[] = {
+        {readFile(folder + "/there/runs/000002.json"), "its values or its seed"},
+        {otherValue.dump(), "its values or its seed"},
+        {otherSeed.dump(2), "its values or its seed"},
+        {otherCriterion.dump(), "its criteria"},
+        {noCriteria.dump(), "its criteria"}};
+    for (const auto& [other, what] : cases) {
+        std::ofstream(file) << other;
+        for (const std::vector<std::string>& command : {std::vector<std::string>{"run", "here"},
+                                                        {"run", "here", "--retry", "all"},
+                                                        {"status", "here"},
+                                                        {"merge", "here", "--output", "nothing"}}) {
+            std::vector<std::string> arguments{"campaign"};
+            arguments.insert(arguments.end(), command.begin(), command.end());
+            const Result result = run(arguments);
+            EXPECT_EQ(result.status, 2) << result;
+            EXPECT_THAT(result.err,
+                        HasSubstr("here/runs/000002.json is the record of another plan: " + std::string(what)));
+            EXPECT_THAT(result.err, HasSubstr("Move it out of runs/"));
+        }
+        EXPECT_EQ(readFile(file), other) << "it is not ours to overwrite";
+    }
+    EXPECT_FALSE(fs::exists(folder + "/nothing"));
+    EXPECT_LT(run({"campaign", "run", "here", "--shard", "1/2"}).status, 2)
+        << "another shard has nothing to do with it";
+    fs::remove(file);
+    EXPECT_LT(run({"campaign", "run", "here"}).status, 2);
+    EXPECT_EQ(merged("here"), whole);
+
+    // Another plan in the frozen file, and another way to make its variants, are found at the first of them.
+    fs::remove(file);
+    auto frozen = nlohmann::ordered_json::parse(readFile(folder + "/here/campaign.json"));
+    frozen["plan"]["seed"] = 9;
+    std::ofstream(folder + "/here/campaign.json") << frozen.dump();
+    const Result result = run({"campaign", "run", "here"});
+    EXPECT_EQ(result.status, 2) << result;
+    EXPECT_THAT(result.err, HasSubstr("another variant 2 of the plan"));
 }
 
 TEST_F(CampaignTest, AnExternalSimulatorIsJudgedByItsTrace) {
@@ -485,8 +557,21 @@ TEST_F(CampaignTest, AFolderThatCannotBeWrittenToIsTold) {
         fs::permissions(folder + below, fs::perms::owner_read | fs::perms::owner_exec);
     const Result result = run({"campaign", "run", "closed"});
     EXPECT_EQ(result.status, 3) << result;
-    EXPECT_THAT(result.err, HasSubstr("Permission denied"));
+    EXPECT_THAT(result.err, HasSubstr("no permission"));
     for (const char* below : {"/closed", "/closed/runs"}) fs::permissions(folder + below, fs::perms::owner_all);
+    // A trace that cannot be kept is no run without a trace.
+    fs::permissions(folder + "/closed/traces", fs::perms::owner_read | fs::perms::owner_exec);
+    for (const std::vector<std::string>& more :
+         {std::vector<std::string>{},
+          {"--command", "sh -c 'echo {{\\\"time\\\":0,\\\"event\\\":\\\"x\\\"}} >{trace}'"}}) {
+        std::vector<std::string> arguments{"campaign", "run", "closed"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        const Result kept = run(arguments);
+        EXPECT_EQ(kept.status, 3) << kept;
+        EXPECT_THAT(kept.err, HasSubstr("no permission"));
+        EXPECT_TRUE(fs::is_empty(folder + "/closed/runs")) << kept;
+    }
+    fs::permissions(folder + "/closed/traces", fs::perms::owner_all);
 }
 
 TEST_F(CampaignTest, BisectionNarrowsTheFirstLimit) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,6 +23,8 @@
 // variant is its identity: a run is finished if and only if its file is in the folder, and whoever begins with a number
 // holds a lock on it, so nothing is lost or done twice, whoever is killed when.
 namespace TavrelVariation {
+
+class PlannedRecords;
 
 // More runs than that are no campaign; a plan of a greater number is refused.
 inline constexpr std::uint64_t kMostRuns = 10'000'000;
@@ -77,6 +80,9 @@ using CampaignProgress = std::function<void(std::uint64_t done, std::uint64_t al
 // for CampaignError, which ends the work without a record.
 using RunVariant = std::function<RunRecord(const Variant& variant, const std::string& traceFile)>;
 
+//
+// Count, Run and Merge throw CampaignError that names the file for a record whose values, seed or criteria are not
+// those that the plan has for its number: it came from another campaign, and would count as a run of this one.
 class TAVREL_VARIATION_API Campaign {
 public:
     // Makes the folder and freezes the plan in it. A folder that holds the same campaign already is left as it is.
@@ -103,9 +109,10 @@ public:
     // How the numbers of a shard stand.
     CampaignCounts Count(const Shard& shard) const;
     // Runs what is not finished of a shard. The plan must be the frozen one. Numbers that another process is at are
-    // waited for. Throws CampaignFileError if the folder cannot be written to, and another CampaignError if `run`
-    // throws one that is no CampaignFileError: the campaign cannot go on then. Answers false when it was interrupted by
-    // SIGINT or SIGTERM: what was finished until then is there, and nothing is half there.
+    // waited for, and what others have finished since this call began is not run again. Throws CampaignFileError if the
+    // folder cannot be written to, and another CampaignError if `run` throws one that is no CampaignFileError: the
+    // campaign cannot go on then. Answers false when it was interrupted by SIGINT or SIGTERM: what was finished until
+    // then is there, and nothing is half there.
     bool Run(const Plan& plan, const CampaignOptions& options, const RunVariant& run,
              const CampaignProgress& progress) const;
 
@@ -124,10 +131,10 @@ public:
 private:
     Campaign() = default;
 
-    std::map<std::uint64_t, TavrelSimulation::Verdict>
-    VerdictsOf(const Shard& shard, const std::function<void(const std::string&)>& tell) const;
     CampaignCounts CountOf(const std::map<std::uint64_t, TavrelSimulation::Verdict>& verdicts,
                            const Shard& shard) const;
+    // Whether the plan has the number, and the shard.
+    bool Has(std::uint64_t number, const Shard& shard) const;
 
     std::string folder;
     std::string installation;
@@ -135,6 +142,7 @@ private:
     CampaignSheet sheet;
     std::vector<TavrelSimulation::Input> inputs;
     std::vector<std::uint64_t> numbers;
+    std::shared_ptr<const PlannedRecords> planned;
 };
 
 } // namespace TavrelVariation

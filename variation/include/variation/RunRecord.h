@@ -31,11 +31,6 @@ struct RunRecord {
 TAVREL_VARIATION_API std::string JsonOf(const RunRecord& record);
 // The record of such a line; none for what is not one, as after a machine that lost its power.
 TAVREL_VARIATION_API std::optional<RunRecord> RecordOf(const std::string& json);
-// The verdict of the whole record of that number, "}" and a line end behind it. It looks at the beginning and the end
-// and for bytes that were never written, so it is many times faster than RecordOf; none for what does not look like
-// one.
-TAVREL_VARIATION_API std::optional<TavrelSimulation::Verdict> VerdictInside(const std::string& bytes,
-                                                                            std::uint64_t number);
 // The verdict of that word, "passed"; none if there is no such.
 TAVREL_VARIATION_API std::optional<TavrelSimulation::Verdict> VerdictOfWord(const std::string& word);
 

@@ -51,9 +51,10 @@ public:
     const Settable& Values() const;
     // The seed of the world that the scenario gives.
     std::uint32_t OwnSeed() const;
-    // Throws CampaignError, which names it, if an include is not what it was when this object was made. Run does so by
+    // Throws CampaignError, which names it, if the root model or an include is not what it was when this object was
+    // made, for whoever has let others read them. Run, which has the model in memory, does so for the includes by
     // itself.
-    void HoldIncludes() const;
+    void HoldFiles() const;
 
     // Sets the values and runs. The trace is written to `traceFile` unless that is empty. Number, seed and values of
     // the record are left to the caller. Throws AssignmentError for a value that cannot be had, CampaignFileError for a
