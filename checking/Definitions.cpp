@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <scenario/DefinitionLists.h>
+#include <scenario/NearestName.h>
 
 #include "TextChecks.h"
 
@@ -34,6 +35,9 @@ bool IsParameter(ScenarioItemKind kind) { return kind == KindParameter || kind =
 
 Definitions::Definitions(std::shared_ptr<const ScriptTree> modelTree) : tree(std::move(modelTree)) {
     if (tree->Root()) FindFolders(*tree->Root());
+    if (tree->Root()) FindNeeds(*tree->Root());
+    for (std::size_t list = 0; list < kListCount; ++list)
+        if (!folders[list]) FindMisspelt(list);
     for (std::size_t list = 0; list < kListCount; ++list) {
         if (folders[list]) Enter(list, *folders[list]);
         for (const Item* item : all[list]) byName[list].emplace(item->name, item);
@@ -42,10 +46,29 @@ Definitions::Definitions(std::shared_ptr<const ScriptTree> modelTree) : tree(std
 }
 
 void Definitions::FindFolders(const Item& item) {
-    if (item.kind == KindFolder)
+    // A list whose kind is misspelt has its finding there.
+    if (item.kind == KindFolder || (item.isDropped && item.kind == KindNone))
         for (std::size_t list = 0; list < kListCount; ++list)
             if (!folders[list] && item.name == kListRows[list].folder) folders[list] = &item;
     for (const auto& child : item.children) FindFolders(*child);
+}
+
+void Definitions::FindMisspelt(std::size_t list) {
+    if (!tree->Root()) return;
+    for (const auto& child : tree->Root()->children) {
+        const bool isList = std::find(folders.begin(), folders.end(), child) != folders.end();
+        const std::string wanted(kListRows[list].folder);
+        if (child->kind == KindFolder && !isList && NearestName(child->name, {wanted}) == wanted) {
+            folders[list] = child;
+            return;
+        }
+    }
+}
+
+void Definitions::FindNeeds(const Item& item) {
+    if (const std::size_t list = ListOf(item.kind); list < kEnumTabs) isNeeded[list] = true;
+    if (IsParameter(item.kind) && !item.Value("ENUMTAB").empty()) isNeeded[kEnumTabs] = true;
+    for (const auto& child : item.children) FindNeeds(*child);
 }
 
 // Also what stands inside other items: a search of the tree finds it there.
@@ -62,7 +85,7 @@ void Definitions::Enter(std::size_t list, const Item& item) {
 void Definitions::EnterLost(std::size_t list, const Item& folder) {
     for (const auto& child : folder.children) {
         if (child->kind == KindNone && !child->name.empty()) byName[list].emplace(child->name, child);
-        if (child->kind == KindFolder) EnterLost(list, *child);
+        if (child->kind == KindFolder || child->isDropped) EnterLost(list, *child);
     }
 }
 

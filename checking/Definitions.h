@@ -47,8 +47,13 @@ public:
     explicit Definitions(std::shared_ptr<const ScriptTree> modelTree);
 
     const ScriptTree& Tree() const { return *tree; }
-    // The folder of a list, null if it is missing.
+    // The folder of a list, null if it is missing. One whose header is not read as it is meant is the folder all the
+    // same.
     const Item* Folder(std::size_t list) const { return folders[list]; }
+    // Whether the folder goes by a name that is only near that of the list.
+    bool IsMisspelt(std::size_t list) const { return folders[list] && folders[list]->name != kListRows[list].folder; }
+    // Whether the model itself cannot be read without the list, so that nothing of it can be used.
+    bool NeedsList(std::size_t list) const { return isNeeded[list]; }
     const Item* Find(std::size_t list, std::string_view name) const;
     // In the order of the model, with repeated ones.
     const std::vector<const Item*>& All(std::size_t list) const { return all[list]; }
@@ -61,9 +66,12 @@ private:
     void FindFolders(const Item& item);
     void Enter(std::size_t list, const Item& item);
     void EnterLost(std::size_t list, const Item& folder);
+    void FindMisspelt(std::size_t list);
+    void FindNeeds(const Item& item);
 
     std::shared_ptr<const ScriptTree> tree;
     std::array<const Item*, kListCount> folders{};
+    std::array<bool, kListCount> isNeeded{};
     std::array<std::vector<const Item*>, kListCount> all;
     std::array<std::unordered_map<std::string_view, const Item*>, kListCount> byName;
     mutable std::unordered_map<const Item*, ParameterFacts> facts;

@@ -153,6 +153,31 @@ void BlameMisread(const Verdict& verdict, const std::string& path, const IsMisre
     }
 }
 
+// A definition whose header in the model is read with another name is found by nobody who uses the name that is meant.
+void PlaceAtName(const ScriptTree& tree, Fault& fault) {
+    const Item* const item = tree.ItemAt(fault.begin);
+    if (!item) return;
+    fault.item = item;
+    // The reader may have come to an item within.
+    for (const Item* named = item; named; named = named->parent) {
+        const std::size_t list = ListOf(named->kind);
+        if (list == kListCount || fault.message.find("\"" + std::string(named->name) + "\"") == std::string::npos)
+            continue;
+        if (!fault.message.starts_with("unknown ")) break;
+        fault.rule = kListRows[list].unknown;
+        fault.begin = named->nameBegin;
+        fault.end = fault.begin + named->name.size();
+        fault.item = named->parent;
+        return;
+    }
+    for (const Attribute& attribute : item->attributes)
+        if (attribute.keyBegin == fault.begin && attribute.key == "VALUE" && item->Value("KIND") == "ENUM") {
+            fault.rule = "TV2008";
+            fault.begin = attribute.valueBegin;
+            fault.end = attribute.valueEnd;
+        }
+}
+
 // What the library has against the file beyond what was found. It is the judge: what it takes is no error.
 void Reconcile(const Verdict& verdict, const std::string& path, const std::vector<const ScriptTree*>& trees,
                std::vector<Finding>& findings) {
@@ -209,6 +234,7 @@ void Reconcile(const Verdict& verdict, const std::string& path, const std::vecto
         fault.begin = begin + tabs;
         fault.end = begin + line.size();
         fault.message = refusal.cause;
+        PlaceAtName(*tree, fault);
         findings.push_back(FindingOf(fault, tree->Source()));
         return;
     }
@@ -241,6 +267,7 @@ Finding FindingOf(const Fault& fault, const Text& text) {
     finding.rule = FindRule(fault.rule);
     finding.severity = finding.rule->severity;
     if (fault.isTaken && finding.severity == Severity::Error) finding.severity = Severity::Warning;
+    if (fault.isRefused) finding.severity = Severity::Error;
     if (fault.isNote) finding.severity = Severity::Note;
     finding.place = WayTo(fault.item);
     finding.message = fault.message;
@@ -488,7 +515,15 @@ void Examiner::ExamineScenario(const Job& job, std::string bytes, bool isSaved, 
     const auto ofScripts = examined.findings.begin() + static_cast<std::ptrdiff_t>(ofFile);
     examined.findings.erase(std::remove_if(ofScripts, examined.findings.end(), isOfBytes), examined.findings.end());
     for (Finding& finding : scene.DeclarationFindings()) examined.findings.push_back(std::move(finding));
-    if (isJudged && isSaved) Reconcile(JudgeScenario(job.path, job.configuration), job.path, trees, examined.findings);
+    if (!isJudged || !isSaved) return;
+    const Verdict verdict = JudgeScenario(job.path, job.configuration);
+    const bool isModelRefused = std::any_of(verdict.refusals.begin(), verdict.refusals.end(),
+                                            [&](const auto& refusal) { return refusal.file == modelFile; });
+    // Which of its lines is to blame shows where the model is read by itself.
+    if (isModelRefused && model && model->tree)
+        Reconcile(JudgeModel(std::string(model->tree->Source().View())), modelFile, {model->tree.get()},
+                  examined.findings);
+    Reconcile(verdict, job.path, trees, examined.findings);
 }
 
 // It is missing for the configuration, and follows from what is wrong with its settings.

@@ -88,6 +88,7 @@ struct Fault {
     const Item* item = nullptr;  // in which it stands; null at the top
     const Item* about = nullptr; // which begins elsewhere; null where the place itself shows that
     bool isTaken = false;        // the library takes it all the same, so it is no error
+    bool isRefused = false;      // the library refuses it, though it takes most of that rule
     bool isNote = false;         // it is no more than a note
     bool isValidity = false;     // the text is read, and a part of it is not valid
     std::size_t key = kNoKey;    // where the key of its attribute begins, or its header, for a line that is broken

@@ -362,11 +362,15 @@ void TextChecks::Link(const Item& item) {
         }
         return;
     }
-    if (item.parent && item.parent->name == kListRows[list].folder) {
+    const Item* const folder = definitions.Folder(list);
+    if (item.parent && (item.parent->name == kListRows[list].folder || item.parent == folder)) {
         item.model = &item;
         return;
     }
-    const Item* const folder = definitions.Folder(list);
+    if (definitions.NeedsList(list) && (!folder || definitions.IsMisspelt(list)) && role != TextRole::Model) {
+        item.model = definitions.Find(list, item.name); // the model cannot be read, and that is told there
+        return;
+    }
     if (!folder || (role == TextRole::Model && folder->begin > item.begin)) {
         if (isListTold[list] || item.isMisplaced) return;
         isListTold[list] = true;
@@ -718,7 +722,7 @@ bool TextChecks::LookAtDefinitionValue(const Item& item, const Attribute& attrib
         if (isTold && value.empty() && Holds(WordsOf(item.Value("KINDLIST")), "ENUM")) return false;
         bool isLater = false;
         if (Definition(kEnumTabs, value, item, isLater)) return true;
-        if (!isTold) return false;
+        if (!isTold || !definitions.Folder(kEnumTabs)) return false; // that there is no list is told once
         if (isLater) {
             AtValue("TV2011", item, attribute, "the enumeration " + Quoted(value) + " stands after this definition");
             return false;
@@ -969,7 +973,7 @@ void TextChecks::LookAtParameter(const Item& item) {
         needs("TYPE");
         return;
     }
-    if (!item.model) return;
+    if (!item.model || (item.parent && item.parent->kind == KindFolder)) return; // a repeated definition
     if (!item.Find("KIND")) AtEnd("TV3011", item, "parameter " + Quoted(item.name) + " has no KIND");
 }
 
@@ -990,10 +994,15 @@ void TextChecks::LookAtCall(const Item& item) {
     std::vector<std::string_view> upgraded = givenNames;
     UpgradeNames(item.name, upgraded, wantedNames);
     if (upgraded == wantedNames) return;
-    // Which parameters a definition has is not known where one of them is lost.
-    const bool isLost = std::any_of(item.model->children.begin(), item.model->children.end(), [](const auto& child) {
-        return child->isDropped || (child->isMalformed && child->name != child->seenName);
-    });
+    // Which parameters a definition has is not known where one of them is lost, or is a second RETURN.
+    const auto& inModel = item.model->children;
+    const bool isLost =
+        std::any_of(inModel.begin(), inModel.end(),
+                    [](const auto& child) {
+                        return child->isDropped || (child->isMalformed && child->name != child->seenName) ||
+                               (IsParameter(child->kind) && !child->model);
+                    }) ||
+        std::count_if(inModel.begin(), inModel.end(), [](const auto& child) { return child->kind == KindReturn; }) > 1;
     if (isLost) return;
     const bool isOverloadable = item.model->Value("IS_OVERLOADABLE") == "1";
     if (isOverloadable && upgraded.size() == wantedNames.size()) return;
@@ -1118,11 +1127,25 @@ void TextChecks::LookAtChildren(const Item& item) {
 void TextChecks::LookAtLists() {
     for (std::size_t list = 0; list < kListCount; ++list) {
         const std::string folder(kListRows[list].folder);
-        if (!definitions.Folder(list)) {
-            Add("TV2009", nullptr, 0, 0, "the root model has no FOLDER (" + folder + ")").isTaken = true;
+        const Item* const found = definitions.Folder(list);
+        if (!found) {
+            // Without the list the reader ends its process where it first needs it, which is told there, or refuses.
+            if (isListTold[list]) continue;
+            Fault& fault = Add("TV2009", nullptr, 0, 0, "the root model has no FOLDER (" + folder + ")");
+            fault.isRefused = definitions.NeedsList(list);
             continue;
         }
-        std::unordered_map<std::string_view, const Item*> codes;
+        if (definitions.IsMisspelt(list)) {
+            const bool isNeeded = definitions.NeedsList(list);
+            const bool endsProcess = isNeeded && list < kEnumTabs;
+            Fault& fault = AtName(endsProcess ? "TV9001" : "TV2009", *found,
+                                  "the root model has no FOLDER (" + folder + "), and " + Quoted(found->name) +
+                                      " is likely meant for it" +
+                                      (endsProcess ? "; without it the reader ends its process (token:275)" : ""));
+            fault.isRefused = isNeeded;
+            SuggestWord(fault, found->name, {folder});
+        }
+        std::unordered_map<std::string, const Item*> codes;
         for (const Item* item : definitions.All(list)) {
             if (const Item* first = definitions.Find(list, item->name); first != item && !item->isMalformed) {
                 Fault& fault = AtName("TV2010", *item,
@@ -1133,13 +1156,16 @@ void TextChecks::LookAtLists() {
                     return attribute.key != "KIND" && attribute.key != "VALUE" && attribute.key != "OWNER_FILE" &&
                            attribute.key != "MODIFIER" && attribute.key != "DURATION";
                 };
-                fault.isTaken = isDirect || list == kEnumTabs ||
-                                std::none_of(item->attributes.begin(), item->attributes.end(), isModelKey);
+                fault.isRefused = !isDirect && list != kEnumTabs &&
+                                  std::any_of(item->attributes.begin(), item->attributes.end(), isModelKey);
                 continue;
             }
             const Attribute* code = item->Find("CODE");
             if (!code || code->value.empty() || code->isBroken || item->model != item) continue;
-            const auto [known, isNew] = codes.emplace(code->value, item);
+            // As the program that acts on it reads it.
+            const bool isNumber = IsWholeNumber(code->value);
+            const auto [known, isNew] =
+                codes.emplace(isNumber ? std::to_string(WholeNumberOf(code->value)) : std::string(code->value), item);
             if (!isNew)
                 AtValue("TV2012", *item, *code, "CODE " + Quoted(code->value) + " is that of " + known->second->Title())
                     .isTaken = true;

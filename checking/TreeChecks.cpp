@@ -23,6 +23,10 @@ bool AreNumbers(std::string_view a, std::string_view b) {
     return (a == "FLOAT" && b == "INTEGER") || (a == "INTEGER" && b == "FLOAT");
 }
 
+bool IsType(std::string_view word) {
+    return word == "BOOL" || word == "FLOAT" || word == "INTEGER" || word == "STRING" || word == "VOID";
+}
+
 // Numbers of both types may stand for each other, and a text can be made of everything.
 bool TypeFits(std::string_view given, std::string_view wanted) {
     return given == wanted || wanted == "STRING" || AreNumbers(given, wanted);
@@ -469,8 +473,8 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
     const std::string_view wanted = facts.type;
     const Attribute* typeLine = variable->item->Find("TYPE");
     const std::string_view type = typeLine ? typeLine->value : std::string_view();
-    const bool isWord =
-        type.empty() || type == "BOOL" || type == "FLOAT" || type == "INTEGER" || type == "STRING" || type == "VOID";
+    // A type that is none, of the variable or of the parameter, has its own finding.
+    const bool isWord = (type.empty() || IsType(type)) && IsType(wanted);
     const bool isByAddress = facts.isByAddress;
     variable->isRead = true;
     if (isByAddress) variable->isWritten = true;
@@ -552,9 +556,14 @@ void TreeChecks::LookAtCall(const Use& use) {
         return;
     }
     if (!call->model || call->isDropped) return;
+    // What a definition returns is not known where its RETURN may be lost.
+    const bool isLost = std::any_of(call->model->children.begin(), call->model->children.end(), [](const auto& child) {
+        return child->isDropped || (child->isMalformed && child->name != child->seenName) ||
+               (child->kind == KindReturn && !child->model);
+    });
     const std::string_view given = ReturnTypeOf(*call->model);
     const std::string_view wanted = TypeOf(item);
-    if (given.empty() || wanted.empty() || TypeFits(given, wanted)) return;
+    if (isLost || !IsType(given) || !IsType(wanted) || TypeFits(given, wanted)) return;
     Add("TV3010", *call, use.mount, call->nameBegin, call->nameBegin + call->name.size(),
         Quoted(call->name) + " gives a " + std::string(given) + ", and " + Quoted(item.name) + " is a " +
             std::string(wanted))

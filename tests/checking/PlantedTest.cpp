@@ -524,6 +524,11 @@ TEST(PlantedTest, AnIncludeThatBeginsWithAnotherItemIsTold) {
 }
 
 TEST(PlantedTest, AFaultInAModelMakesNoOther) {
+    const std::string folder = testing::TempDir() + "broken_model";
+    std::filesystem::copy(kExamples, folder,
+                          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing |
+                              std::filesystem::copy_options::skip_symlinks);
+    const std::string path = folder + "/pack/data/tools/nuro/nuro.mdl";
     std::ifstream file(kExamples + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary);
     const std::string model{std::istreambuf_iterator<char>(file), {}};
     struct Row {
@@ -541,6 +546,18 @@ TEST(PlantedTest, AFaultInAModelMakesNoOther) {
         {"TV1014", "\t\t\tTYPEOF ENUM (GREEN)", "\t\t\tTYPEOF @<ACTION (STOP)>@\n\t\t\t{\n\t\t\t}\n\t\t\tTYPEOF ENUM (GREEN)"},
         {"TV1021", "TYPEOF FOLDER (root)", "TYPEOF @<GROUP>@ (root)"},
         {"TV2016", "MAXVALUE=\"250\"", "MAXVALUE=\"@<0>@\""},
+        {"TV1003", "TYPEOF ENUMTAB (COLOURS)", "TYPEOF ENUMTAB@<  >@(COLOURS)"},
+        {"TV2009", "FOLDER (ENUMTAB_LIST)", "FOLDER (@<ENUMTABS_LIST>@)"},
+        {"TV9001", "FOLDER (ACTION_LIST)", "FOLDER (@<AKTION_LIST>@)"},
+        {"TV1002", "FOLDER (PARAMETER_LIST)", "@<FLODER>@ (PARAMETER_LIST)"},
+        {"TV2004", "ACTION (SET_SPEED)\n\t\t{\n\t\t\tLABEL=\"Set speed\"\n\t\t\tCODE=\"2\"\n\t\t\tTYPEOF PARAMETER (VEHICLE)",
+                   "ACTION (SET_SPEED)\n\t\t{\n\t\t\tLABEL=\"Set speed\"\n\t\t\tCODE=\"2\"\n\t\t\tTYPEOF PARAMETER (@<VEHICEL>@)"},
+        {"TV2015", "LABEL=\"speed\"\n\t\t\tTYPE=\"FLOAT\"\n\t\t\tUSAGE=\"BY_VALUE\"\n\t\t\tKINDLIST=\"USER VARIABLE FUNCTION\"\n\t\t\tMINVALUE=\"0\"\n\t\t\tMAXVALUE=\"250\"\n\t\t",
+                   "LABEL=\"speed\"\n\t\t\tUSAGE=\"BY_VALUE\"\n\t\t\tKINDLIST=\"USER VARIABLE FUNCTION\"\n\t\t\tMINVALUE=\"0\"\n\t\t\tMAXVALUE=\"250\"\n\t\t@<>@"},
+        {"TV1019", "LABEL=\"speed\"\n\t\t\tTYPE=\"FLOAT\"", "LABEL=\"speed\"\n\t\t\tTYPE=\"@<FLAOT>@\""},
+        {"TV2017", "TYPEOF RETURN (RESULT)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"\"\n\t\t\t}\n",
+                   "TYPEOF RETURN (RESULT)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"\"\n\t\t\t}\n\t\t\tTYPEOF RETURN (@<RESULT>@)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"\"\n\t\t\t}\n"},
+        {"TV2010", "\t\tTYPEOF ACTION (STOP)", "\t\tTYPEOF FOLDER (more)\n\t\t{\n\t\t\tTYPEOF ACTION (STOP)\n\t\t\t{\n\t\t\t}\n\t\t\tTYPEOF ACTION (@<STOP>@)\n\t\t\t{\n\t\t\t\tLABEL=\"Stop\"\n\t\t\t}\n\t\t}\n\t\tTYPEOF ACTION (HALT)"},
     };
     // clang-format on
     for (const Row& row : rows) {
@@ -549,15 +566,55 @@ TEST(PlantedTest, AFaultInAModelMakesNoOther) {
         const std::string mark = Replaced(Replaced(row.replacement, "@<", kBegin), ">@", kEnd);
         text.replace(text.find(row.find), std::string(row.find).size(), mark);
         const std::vector<Span> spans = TakeMarks(text);
-        Job job;
-        job.path = testing::TempDir() + "planted.mdl";
-        job.kind = FileKind::Model;
-        job.installation = kExamples + "/tavrel.xml";
+        std::ofstream(path, std::ios::binary) << text;
+        const std::string scenario = folder + "/planted.sce";
+        std::ofstream(scenario, std::ios::binary) << File(Script({}), Form::Plain, false, false);
         std::vector<std::string> found;
-        for (const Finding& finding : CheckText(text, job, {}).findings)
-            found.push_back(Text(finding.rule->id, finding.severity, finding.span) + " " + finding.message);
+        const std::string installation = folder + "/tavrel.xml";
+        for (const Finding& finding : Check({{path, FileKind::Model, installation, "Faults"},
+                                             {scenario, FileKind::Scenario, installation, "Faults"}},
+                                            {})
+                                          .findings)
+            if (finding.severity != Severity::Note) // of what the scenario does not use
+                found.push_back(Text(finding.rule->id, finding.severity, finding.span) + " " + finding.message);
         ASSERT_EQ(found.size(), 1U) << row.replacement << testing::PrintToString(found);
         EXPECT_TRUE(found[0].starts_with(Text(row.rule, kError, spans.at(0)))) << found[0];
+    }
+}
+
+// The model is read all the same, so the script is what the library refuses.
+TEST(PlantedTest, ADefinitionThatIsReadWithAnotherNameIsMissedWhereItIsUsed) {
+    const std::string folder = testing::TempDir() + "renamed_model";
+    std::filesystem::copy(kExamples, folder,
+                          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing |
+                              std::filesystem::copy_options::skip_symlinks);
+    std::ifstream file(kExamples + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary);
+    const std::string model{std::istreambuf_iterator<char>(file), {}};
+    struct Row {
+        const char* find;
+        const char* replacement;
+        const char* rule;
+        const char* inScript;
+        const char* use;
+    };
+    const Row rows[] = {
+        {"ACTION (PAINT)", "ACTION (PAINT", "TV2001", "ELSE_ACTION (PAINT)", "ELSE_ACTION (@<PAINT>@)"},
+        {"ENUM (GREEN)", "ENUM  (GREEN)", "TV2008", "VALUE=\"RED\"", "VALUE=\"@<GREEN>@\""},
+    };
+    for (const Row& row : rows) {
+        std::ofstream(folder + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary)
+            << Replaced(model, row.find, row.replacement);
+        std::string scenario = File(Script({}), Form::Plain, false, false);
+        scenario.replace(scenario.find(row.inScript), std::string(row.inScript).size(),
+                         Replaced(Replaced(row.use, "@<", kBegin), ">@", kEnd));
+        const std::vector<Span> spans = TakeMarks(scenario);
+        const std::string path = folder + "/planted.sce";
+        std::ofstream(path, std::ios::binary) << scenario;
+        std::vector<std::string> found;
+        for (const Finding& finding :
+             Check({{path, FileKind::Scenario, folder + "/tavrel.xml", "Faults"}}, {}).findings)
+            if (finding.severity == kError) found.push_back(Text(finding.rule->id, finding.severity, finding.span));
+        EXPECT_EQ(found, std::vector<std::string>{Text(row.rule, kError, spans.at(0))}) << row.replacement;
     }
 }
 
