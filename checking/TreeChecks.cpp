@@ -151,6 +151,8 @@ void TreeChecks::Enter(const Item& item, const Mount* mount) {
     else if (IsParameter(item.kind) || item.isDropped)
         MayUse(item);
     const bool isReference = item.kind == KindInclude || item.kind == KindEvaluation || item.kind == KindScenario;
+    // One whose kind is misspelt may be an include.
+    if (item.isDropped && item.Find("FILE")) missingFiles.insert(std::string(item.Value("FILE")));
     if (item.kind == KindInclude && item.parent) files.insert(std::string(item.Value("FILE")));
     if (isReference && item.IsIndexEntry() && !item.isDropped) {
         EnterFile(item, mount);
@@ -477,7 +479,10 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
     const bool isWord = (type.empty() || IsType(type)) && IsType(wanted);
     const bool isByAddress = facts.isByAddress;
     variable->isRead = true;
-    if (isByAddress) variable->isWritten = true;
+    // A word that is none has its own finding in the model.
+    const std::string_view usage = item.model->Value("USAGE");
+    const bool isUsageKnown = usage.empty() || usage == "BY_VALUE" || usage == "BY_ADDRESS";
+    if (isByAddress || !isUsageKnown) variable->isWritten = true;
     if (!isByAddress && item.parent && item.parent->kind == KindCondition) variable->isCompared = true;
     if (!isWord || (typeLine && typeLine->isBroken)) return;
     if (!TypeFits(type, wanted)) {
@@ -490,7 +495,7 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
         return;
     }
     const bool isNumeric = wanted == "FLOAT" || wanted == "INTEGER" || wanted == "BOOL";
-    if (isNumeric && !isByAddress && type != "FLOAT")
+    if (isNumeric && !isByAddress && isUsageKnown && type != "FLOAT")
         AtValue("TV4011", use, "VALUE",
                 variable->item->Title() + " is of TYPE " + Quoted(type) +
                     ", and by value only a FLOAT is read; it gives 0")

@@ -206,6 +206,8 @@ constexpr Plant kPlants[] = {
     {"TV3003", kError, "", STATE_OF("SLOT", "KIND=\"@<VEHICLE>@\"\n\t\t\t\tVALUE=\"SLOT\"\n\t\t\t") TASK_OF("SLOT", "")},
     {"TV3011", kError, "", STATE_OF("SLOT", "KIND=\"TASK\"\n\t\t\t\tVALUE=\"SLOT\"\n\t\t\t")
                            TASK_OF("SLOT", "\n\t\tTYPEOF RULE (8SLOT)\n\t\t{\n\n\t\t\tTYPEOF CONDITION (IS_MOVING)\n\t\t\t{\n\n\t\t\t\tTYPEOF PARAMETER (VEHICLE)\n\t\t\t\t{\n\t\t\t\t\tKIND=\"VEHICLE\"\n\t\t\t\t\tVALUE=\"0\"\n\t\t\t\t}\n\t\t\t}\n\n\t\t\tTYPEOF ACTION (NEXT_STATE)\n\t\t\t{\n\n\t\t\t\tTYPEOF PARAMETER (STATE)\n\t\t\t\t{\n\t\t\t\t\tKIND=\"TASK\"\n\t\t\t\t@<>@}\n\t\t\t}\n\t\t}\n") TASK_OF("7SLOT", "")},
+    {"TV1002", kError, "", "\n\tTYPEOF @<INCLUD>@ (SLOT)\n\t{\n\t\tISA_INDEX=\"1\"\n\t\tFILE=\"steps.sc\"\n\t}\n"
+                           TARGET_OF("SLOT", "KIND=\"VARIABLE\"\n\t\t\t\tVALUE=\"9\"\n\t\t\t\tOWNER_FILE=\"steps.sc\"\n\t\t\t")},
     {"TV3009", kError, "", VARIABLE_OF("SLOT") TARGET_OF("SLOT", "KIND=\"VARIABLE\"\n\t\t\t\tVALUE=\"SLOT\"\n\t\t\t\tOWNER_FILE=\"@<gone.sc>@\"\n\t\t\t")},
 };
 // Which of several unused variables is the one that is not named shows only where there is one.
