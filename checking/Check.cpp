@@ -163,7 +163,7 @@ public:
         });
         const TavrelScenarioTemplateDb::ShareRootModels sharing; // nothing here changes a root model
         const lmkUtils::InstallationMoment moment;               // one state of the installation for all files
-        Examiner examiner(options);
+        Examiner examiner(options, isWhole);
         std::vector<std::size_t> dead;
         std::map<std::size_t, TavrelProcesses::Death> deaths;
         const TavrelProcesses::ChildSettings settings = SettingsOf(options);

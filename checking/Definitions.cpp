@@ -161,7 +161,8 @@ bool HaveSameParameters(const Item& call, const Item& other) {
             }
             return nullptr;
         }
-        std::pmr::vector<Item*>::const_iterator at, end;
+        Item* const* at;
+        Item* const* end;
         bool hasReturn = false;
     };
     Walk one(call);

@@ -322,19 +322,18 @@ Examined Examiner::Examine(const Job& givenJob, const std::string* text, bool is
     Examined examined;
     Job job = givenJob;
     std::string bytes;
-    if (text) {
-        bytes = *text;
-    } else {
-        bool isTooLarge = false;
-        std::string reason = Commons::ReasonNotToOpen(job.path, &isTooLarge);
-        if (reason.empty()) ReadBytes(job.path, bytes, reason);
-        if (!reason.empty()) {
-            examined.unreadable = reason;
-            examined.findings.push_back(WholeFileFinding(isTooLarge ? "TV6004" : "TV6001", job.path,
-                                                         "the file cannot be looked at: " + reason));
-            return examined;
-        }
+    bool isTooLarge = text && text->size() > Commons::kLargestFile;
+    std::string reason = !text        ? Commons::ReasonNotToOpen(job.path, &isTooLarge)
+                         : isTooLarge ? "it is larger than any file that is read"
+                                      : "";
+    if (!text && reason.empty()) ReadBytes(job.path, bytes, reason);
+    if (!reason.empty()) {
+        examined.unreadable = reason;
+        examined.findings.push_back(
+            WholeFileFinding(isTooLarge ? "TV6004" : "TV6001", job.path, "the file cannot be looked at: " + reason));
+        return examined;
     }
+    if (text) bytes = *text;
     try {
         UseInstallation(job);
     } catch (const lmkUtils::ConfigurationError& error) {
@@ -410,7 +409,8 @@ void Examiner::AddFaults(const ScriptTree& tree, const Definitions& definitions,
 }
 
 // A script uses few definitions many times.
-void Examiner::GatherUses(const Item& item, Examined& examined) {
+void Examiner::GatherUses(const Item& item, Examined& examined) const {
+    if (!gathersUses) return;
     std::array<std::unordered_set<std::string_view>, kListCount> uses;
     const auto gather = [&uses](const auto& self, const Item& one) -> void {
         if (one.model && one.model != &one) uses[ListOf(one.kind)].insert(one.name);
@@ -429,7 +429,7 @@ void Examiner::ExamineModel(const Job& job, std::string bytes, bool isJudged, Ex
     const Definitions definitions(tree);
     for (const Fault& fault : TextChecks(*tree, definitions, TextRole::Model).Run())
         examined.findings.push_back(FindingOf(fault, tree->Source()));
-    if (isJudged) Reconcile(JudgeModel(std::string(tree->Source().View())), job.path, {tree.get()}, examined.findings);
+    if (isJudged) Reconcile(JudgeModel(tree->Source().File().bytes), job.path, {tree.get()}, examined.findings);
     std::error_code error;
     examined.model = fs::weakly_canonical(job.path, error).string();
     if (!tree->Root()) return;
@@ -466,7 +466,7 @@ void Examiner::ExamineScript(const Job& job, std::string bytes, bool isJudged, E
     AddFaults(*tree, *model->definitions, TextRole::Script, around, examined);
     if (isJudged) {
         // A root model that is refused is told in its own file.
-        const Verdict verdict = JudgeScript(std::string(tree->Source().View()), modelFile);
+        const Verdict verdict = JudgeScript(tree->Source().File().bytes, modelFile);
         const bool isModelRefused = !verdict.refusals.empty() && verdict.refusals.front().file == modelFile;
         if (!isModelRefused) Reconcile(verdict, job.path, {tree.get()}, examined.findings);
     }

@@ -37,7 +37,9 @@ struct Examined {
 // it.
 class Examiner {
 public:
-    explicit Examiner(const Options& userOptions) : options(userOptions) {}
+    // Definitions and their uses are gathered where somebody asks for those that nothing uses.
+    explicit Examiner(const Options& userOptions, bool isForUses = true)
+        : options(userOptions), gathersUses(isForUses) {}
 
     // With `isJudged` the library reads the file as well, and its verdict stands.
     Examined Examine(const Job& job, const std::string* text, bool isJudged);
@@ -63,9 +65,10 @@ private:
     void LookAtParametersFile(const Item& root, std::vector<Finding>& findings) const;
     static void AddFaults(const ScriptTree& tree, const Definitions& definitions, TextRole role,
                           const Surroundings& around, Examined& examined);
-    static void GatherUses(const Item& item, Examined& examined);
+    void GatherUses(const Item& item, Examined& examined) const;
 
     const Options& options;
+    const bool gathersUses;
     std::string installation; // in use
     std::map<std::string, Model> models;
 };

@@ -1,9 +1,10 @@
 #include "Includes.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <set>
 #include <system_error>
 
@@ -27,7 +28,12 @@ bool ReadBytes(const std::string& path, std::string& bytes, std::string& reason)
     reason = Commons::ReasonNotToOpen(path);
     if (!reason.empty()) return false;
     std::ifstream file(path, std::ios::binary);
-    bytes.assign(std::istreambuf_iterator<char>(file), {});
+    std::error_code unknown;
+    if (const std::uintmax_t size = fs::file_size(path, unknown); !unknown) bytes.reserve(size);
+    bytes.clear();
+    std::array<char, std::size_t(1) << 16> part;
+    while (file.read(part.data(), part.size()) || file.gcount() > 0)
+        bytes.append(part.data(), static_cast<std::size_t>(file.gcount()));
     if (file.bad() || !file.is_open()) reason = "it cannot be read";
     return reason.empty();
 }

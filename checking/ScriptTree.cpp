@@ -89,12 +89,12 @@ enum class Form : std::uint8_t { Open, Close, Header, Attribute, Other };
 
 // One row of the text.
 struct Row {
-    std::size_t begin;  // after the tabs and blanks
-    std::size_t end;    // before the line end and the separators before it
-    std::size_t blanks; // where leading blanks begin; `begin` if there are none
-    unsigned indent;    // tabs
-    bool isSplit;       // something else stands before it on its line
-    Form form;          // Other for a row of blanks
+    Position begin;  // after the tabs and blanks
+    Position end;    // before the line end and the separators before it
+    Position blanks; // where leading blanks begin; `begin` if there are none
+    unsigned indent; // tabs
+    bool isSplit;    // something else stands before it on its line
+    Form form;       // Other for a row of blanks
 
     bool IsBlank() const { return begin == end; }
     // Blanks say nothing about the depth.
@@ -123,6 +123,17 @@ const Attribute* Item::Find(std::string_view key) const {
 std::string_view Item::Value(std::string_view key) const {
     const Attribute* attribute = Find(key);
     return attribute ? attribute->value : std::string_view();
+}
+
+// Two characters after the key, then all up to the next quote.
+std::optional<std::string_view> Item::Seen(const Attribute& attribute) const {
+    const std::string_view whole = text->View();
+    const std::size_t first = attribute.KeyEnd() + 2;
+    if (attribute.isLost || first > whole.size()) return std::nullopt;
+    const std::size_t quote = whole.find('"', first);
+    if (quote == std::string_view::npos) return std::nullopt;
+    const std::string_view value = whole.substr(first, quote - first);
+    return value.find('\0') == std::string_view::npos ? std::optional(value) : std::nullopt;
 }
 
 std::string Item::Title() const {
@@ -307,8 +318,8 @@ private:
     // Encodings and NULs. False when nothing more is to be said.
     bool LookAtBytes() {
         const std::size_t nul = text.find('\0');
-        hasNul = nul != std::string_view::npos;
-        const auto nuls = hasNul ? static_cast<std::size_t>(std::count(text.begin(), text.end(), '\0')) : 0;
+        const auto nuls = static_cast<std::size_t>(
+            std::count(text.begin() + static_cast<std::ptrdiff_t>(std::min(nul, text.size())), text.end(), '\0'));
         const auto tell = [&](std::size_t begin, std::size_t end) {
             // Values are taken as they are; the reader looks at no byte of them.
             Fault& fault =
@@ -361,22 +372,20 @@ private:
         }
         row.blanks = begin;
         while (begin < feed && (text[begin] == ' ' || IsLineSeparator(text[begin]))) ++begin;
-        row.begin = begin;
+        while (feed > row.blanks && IsLineSeparator(text[feed - 1])) --feed;
+        if (feed == row.blanks) return;
+        row.begin = std::min(begin, feed);
         row.end = feed;
-        while (row.end > row.blanks && IsLineSeparator(text[row.end - 1])) --row.end;
-        if (row.begin > row.end) row.begin = row.end;
-        if (row.end == row.blanks) return;
         const std::string_view line = LineOf(row);
         row.form = line.empty() ? Form::Other : FormOf(line);
         if (row.form != Form::Attribute && row.form != Form::Header) {
             const std::size_t tab = line.find('\t');
             const std::size_t more = tab == std::string_view::npos ? tab : line.find_first_not_of("\t\r\f", tab);
             if (more != std::string_view::npos && FormOf(line.substr(more)) != Form::Other) {
-                const std::size_t end = row.end;
                 row.end = row.begin + tab;
                 row.form = FormOf(LineOf(row));
                 rows.push_back(row);
-                return AddRows(row.end, end, row.indent + 1);
+                return AddRows(row.end, feed, row.indent + 1);
             }
         }
         rows.push_back(row);
@@ -531,7 +540,7 @@ private:
         if (open.empty())
             tree.root = &made;
         else
-            open.back()->children.push_back(&made);
+            open.back()->children.Append(tree.memory, &made);
         indents.push_back(indent);
         open.push_back(&made);
     }
@@ -858,7 +867,6 @@ private:
         const std::size_t equals = line.find('=');
         attribute.key = line.substr(0, equals);
         const std::size_t first = equals + 1; // where the quote belongs
-        attribute.seen = SeenValue(begin + first - 1);
         const bool hasOpening = first < line.size() && line[first] == '"';
         const std::size_t from = hasOpening ? first + 1 : first;
         const std::size_t quote = line.find('"', from);
@@ -923,7 +931,7 @@ private:
         if (rest.front() != '\t' && quote + 1 == after) {
             Add("TV1008", attribute.valueBegin, end,
                 "a quote stands inside the value of " + std::string(attribute.key) + " and ends it", true);
-            if (!open.back()->attributes.empty()) open.back()->attributes.back().isBroken = true;
+            if (!open.back()->attributes.empty()) open.back()->attributes.Last().isBroken = true;
             return;
         }
         Trailing(begin + after, end);
@@ -947,25 +955,15 @@ private:
 
     void Keep(Attribute& attribute) {
         attribute.value = text.substr(attribute.valueBegin, attribute.valueEnd - attribute.valueBegin);
-        open.back()->attributes.push_back(attribute);
-    }
-
-    // As the reader takes it: two characters after the key, then all up to the next quote.
-    std::optional<std::string_view> SeenValue(std::size_t afterKey) const {
-        if (afterKey + 2 > text.size()) return std::nullopt;
-        const std::size_t begin = afterKey + 2;
-        const std::size_t end = text.find('"', begin);
-        if (end == std::string_view::npos) return std::nullopt;
-        const std::string_view value = text.substr(begin, end - begin);
-        if (hasNul && value.find('\0') != std::string_view::npos) return std::nullopt;
-        return value;
+        open.back()->attributes.Append(tree.memory, attribute);
     }
 
     // `row` is the first one after that of the last brace.
     void EndText(std::size_t row) {
         while (row < rows.size() && rows[row].IsBlank()) ++row; // blanks are no text
         if (endsAt == std::string_view::npos && row == rows.size()) return;
-        const std::size_t begin = std::min(endsAt, row < rows.size() ? rows[row].begin : text.size());
+        const std::size_t begin =
+            std::min<std::size_t>(endsAt, row < rows.size() ? std::size_t(rows[row].begin) : text.size());
         std::size_t end = rows.back().end;
         while (end > begin && std::string_view(" \t\r\f\n").find(text[end - 1]) != std::string_view::npos) --end;
         if (end > begin) Add("TV1006", begin, end, "the reader does not see what stands after the last brace", true);
@@ -1011,7 +1009,6 @@ private:
     bool isEnded = false;
     std::size_t endsAt = std::string_view::npos; // where text stands after the last brace on its row
     bool isPlain = false;
-    bool hasNul = false;
     std::optional<bool> indentation;
 };
 
@@ -1029,7 +1026,8 @@ const Item* ScriptTree::ItemAt(std::size_t position) const {
 }
 
 Item* ScriptTree::NewItem() {
-    Item* const item = new (memory.allocate(sizeof(Item), alignof(Item))) Item(&memory);
+    static_assert(std::is_trivially_destructible_v<Item>);
+    Item* const item = new (memory.allocate(sizeof(Item), alignof(Item))) Item;
     item->text = text.get();
     return item;
 }

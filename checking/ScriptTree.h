@@ -2,11 +2,15 @@
 #define CHECKING_SCRIPTTREE_H
 
 #include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <memory>
 #include <memory_resource>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -19,44 +23,89 @@ namespace TavrelChecking {
 struct Item;
 class ScriptTree;
 
-// A line KEY="VALUE" of an item. Positions are bytes of the text.
+// A byte of a text, in half the memory: no file that is looked at is too large for it, and a walk of a tree takes as
+// long as its memory takes to pass by.
+class Position {
+public:
+    constexpr Position(std::size_t byte = 0) : number(static_cast<std::uint32_t>(byte)) {}
+    constexpr operator std::size_t() const { return number; }
+
+private:
+    std::uint32_t number;
+};
+
+// A list in the memory of its tree, which goes as a whole.
+template <class T>
+class TreeList {
+    static_assert(std::is_trivially_copyable_v<T>);
+
+public:
+    const T* begin() const { return first; }
+    const T* end() const { return first + count; }
+    auto rbegin() const { return std::reverse_iterator(end()); }
+    auto rend() const { return std::reverse_iterator(begin()); }
+    std::size_t size() const { return count; }
+    bool empty() const { return count == 0; }
+    const T* data() const { return first; }
+    const T& operator[](std::size_t index) const { return first[index]; }
+    T& Last() { return first[count - 1]; }
+
+    void Append(std::pmr::memory_resource& memory, const T& value) {
+        if (count == capacity) {
+            capacity = capacity == 0 ? 2 : 2 * capacity;
+            T* const wider = static_cast<T*>(memory.allocate(capacity * sizeof(T), alignof(T)));
+            std::uninitialized_copy_n(first, count, wider);
+            first = wider;
+        }
+        new (first + count++) T(value);
+    }
+
+private:
+    T* first = nullptr;
+    std::uint32_t count = 0;
+    std::uint32_t capacity = 0;
+};
+
+// A line KEY="VALUE" of an item.
 struct Attribute {
     std::string_view key;
-    std::size_t keyBegin = 0;
-    std::size_t valueBegin = 0; // as its author means it: between the quotes on its line
-    std::size_t valueEnd = 0;
-    std::string_view value;
-    // What the reader takes for the value; nothing when it takes none. Another one than `value` if the line is broken.
-    std::optional<std::string_view> seen;
-    bool isBroken = false; // and has its own finding
-    bool isLost = false;   // the line is no attribute, and begins like one: `key` is empty
+    std::string_view value; // as its author means it: between the quotes on its line
     // The key that its author meant, as the checks find out, where the line has another one.
     mutable std::string_view meant;
+    Position keyBegin = 0;
+    Position valueBegin = 0;
+    Position valueEnd = 0;
+    bool isBroken = false; // and has its own finding
+    bool isLost = false;   // the line is no attribute, and begins like one: `key` is empty
 
     std::size_t KeyEnd() const { return keyBegin + key.size(); }
 };
 
-// An item of a text that may be broken: what its author meant, as far as the lines show it.
+// An item of a text that may be broken: what its author meant, as far as the lines show it. What each walk of a tree
+// asks for stands first, together.
 struct Item {
     ScenarioItemKind kind = KindNone; // KindNone for a word that is no kind
-    std::string_view keyword;
-    std::string_view name;     // as it is meant
-    std::string_view seenName; // as the reader takes it
-    std::size_t begin = 0;     // of the header
-    std::size_t keywordBegin = 0;
-    std::size_t nameBegin = 0; // after the bracket
-    std::size_t headerEnd = 0; // after the bracket, or the last character of the header
-    std::size_t closing = 0;   // where the closing brace stands, or belongs
-    bool isMalformed = false;  // the header has its own finding
-    bool isDropped = false;    // it was passed over: of no known kind, or too deep
     unsigned depth = 1;
+    bool isMalformed = false; // the header has its own finding
+    bool isDropped = false;   // it was passed over: of no known kind, or too deep
+    // What the checks find out about it.
+    mutable bool isMisplaced = false; // its parent takes none of its kind
+    mutable bool isLost = false;      // read and not taken in
+    Position begin = 0;               // of the header
     Item* parent = nullptr;
-    std::pmr::vector<Item*> children; // in the order of the text
-    std::pmr::vector<Attribute> attributes;
+    mutable const Item* model = nullptr; // its definition, as the checks find out; itself for a definition
+    std::string_view name;               // as it is meant
+    TreeList<Item*> children;            // in the order of the text
+    TreeList<Attribute> attributes;
+    std::string_view keyword;
+    std::string_view seenName; // as the reader takes it
     const Text* text = nullptr;
+    Position keywordBegin = 0;
+    Position nameBegin = 0; // after the bracket
+    Position headerEnd = 0; // after the bracket, or the last character of the header
+    Position closing = 0;   // where the closing brace stands, or belongs
 
-    // The memory is that of its tree.
-    explicit Item(std::pmr::memory_resource* memory) : children(memory), attributes(memory) {}
+    Item() = default;
     Item(const Item&) = delete;
     Item& operator=(const Item&) = delete;
 
@@ -65,14 +114,11 @@ struct Item {
     // Its value as it is meant; empty if there is none.
     std::string_view Value(std::string_view key) const;
     bool IsIndexEntry() const { return Value("ISA_INDEX") == "1"; }
+    // What the reader takes for the value of a line; nothing when it takes none. Another one than that which is meant
+    // if the line is broken.
+    std::optional<std::string_view> Seen(const Attribute& attribute) const;
     // "TASK (2)": what stands in its header.
     std::string Title() const;
-
-    // What the checks find out about it.
-    mutable const Item* model = nullptr; // its definition; itself for a definition
-
-    mutable bool isMisplaced = false; // its parent takes none of its kind
-    mutable bool isLost = false;      // read and not taken in
 };
 
 // "SCENARIO (1) / TASK (2)", with the item itself at the end.
@@ -123,7 +169,7 @@ private:
     Item* NewItem();
 
     std::shared_ptr<const Text> text;
-    // Of all items and what they hold. It goes as a whole: no item is destroyed by itself, however deep it stands.
+    // Of all items and their lists. It goes as a whole: no item is destroyed by itself, however deep it stands.
     std::pmr::monotonic_buffer_resource memory;
     Item* root = nullptr;
     std::vector<Fault> faults;

@@ -20,8 +20,8 @@ std::string ShownLine(std::string_view line) {
 } // namespace
 
 Span FileBytes::SpanOf(std::size_t begin, std::size_t end) const {
-    const Commons::TextPlaces::Place from = places.PlaceOf(begin);
-    const Commons::TextPlaces::Place to = begin == end ? from : places.PlaceOf(end);
+    const Commons::TextPlaces::Place from = places->PlaceOf(begin);
+    const Commons::TextPlaces::Place to = begin == end ? from : places->PlaceOf(end);
     return {from.row, from.column, to.row, to.column};
 }
 
@@ -53,11 +53,11 @@ Finding Text::FindingAt(std::size_t begin, std::size_t end) const {
     Finding finding;
     finding.file = file->path;
     finding.span = SpanOf(begin, end);
-    finding.line = ShownLine(file->places.Line(finding.span.row));
+    finding.line = ShownLine(file->places->Line(finding.span.row));
     if (!places) return finding;
     finding.isInScript = true;
     finding.script = scriptName;
-    finding.scriptRow = places->PlaceOf(begin).row;
+    finding.scriptRow = (*places)->PlaceOf(begin).row;
     return finding;
 }
 

@@ -17,6 +17,18 @@
 
 namespace TavrelChecking {
 
+// Rows and columns, which are counted when one of them is asked for: a text without a fault needs none.
+class PlacesOnDemand {
+public:
+    // The text is borrowed and must outlive this object.
+    explicit PlacesOnDemand(std::string_view wholeText) : text(wholeText) {}
+    const Commons::TextPlaces* operator->() const { return counted ? &*counted : &counted.emplace(text); }
+
+private:
+    std::string_view text;
+    mutable std::optional<Commons::TextPlaces> counted;
+};
+
 // The bytes of a file with its rows and columns.
 struct FileBytes {
     FileBytes(std::string filePath, std::string fileBytes)
@@ -28,7 +40,7 @@ struct FileBytes {
 
     const std::string path;
     const std::string bytes;
-    const Commons::TextPlaces places;
+    const PlacesOnDemand places;
 };
 
 // A text of the item model with its place in a file: a file of its own, or a script in a scenario file. Positions are
@@ -68,7 +80,7 @@ private:
     cfg::WrittenText written;
     std::string scriptName;
     std::string_view view;
-    std::optional<Commons::TextPlaces> places; // of a script; none of a whole file
+    std::optional<PlacesOnDemand> places; // of a script; none of a whole file
 };
 
 } // namespace TavrelChecking

@@ -559,7 +559,8 @@ void TextChecks::LookAtAttributes(const Item& item) {
         }
         if (attribute.isBroken) {
             // The line is an error of its own only if the reader stumbles over what it takes for the value.
-            const bool isTaken = attribute.seen && LookAtValue(item, attribute, *attribute.seen, false);
+            const auto seen = item.Seen(attribute);
+            const bool isTaken = seen && LookAtValue(item, attribute, *seen, false);
             for (Fault& fault : faults)
                 if (fault.key == attribute.keyBegin) fault.isTaken = isTaken;
             continue;

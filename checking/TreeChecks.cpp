@@ -202,7 +202,8 @@ void TreeChecks::EnterFile(const Item& item, const Mount* mount) {
     const std::size_t end = attribute ? attribute->valueEnd : item.closing;
     if (attribute && attribute->isBroken) { // it has its own finding
         missingFiles.insert(file);
-        const bool isFound = attribute->seen && around.includes->Find(std::string(*attribute->seen));
+        const auto seen = item.Seen(*attribute);
+        const bool isFound = seen && around.includes->Find(std::string(*seen));
         if (item.kind == KindInclude && !isFound) misread.insert({item.text, attribute->keyBegin});
         return;
     }
@@ -357,7 +358,7 @@ void TreeChecks::LookAt(const Use& use) {
     const std::size_t count = faults.size();
     LookAtValue(use, kindLine->value, valueLine->value);
     faults.erase(faults.begin() + static_cast<std::ptrdiff_t>(count), faults.end());
-    if (valueLine->seen) LookAtValue(use, kindLine->value, *valueLine->seen);
+    if (const auto seen = item.Seen(*valueLine)) LookAtValue(use, kindLine->value, *seen);
     const bool isValid = std::all_of(faults.begin() + static_cast<std::ptrdiff_t>(count), faults.end(),
                                      [](const PlacedFault& placed) { return placed.fault.isTaken; });
     faults.erase(faults.begin() + static_cast<std::ptrdiff_t>(count), faults.end());
@@ -420,9 +421,8 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
     const Item& item = *use.parameter;
     const Attribute* ownerLine = item.Find("OWNER_FILE");
     const bool isOwnerBroken = ownerLine && ownerLine->isBroken; // and has its own finding
-    const std::string_view owner = !ownerLine                         ? std::string_view()
-                                   : isOwnerBroken && ownerLine->seen ? *ownerLine->seen
-                                                                      : ownerLine->value;
+    std::string_view owner = ownerLine ? ownerLine->value : std::string_view();
+    if (isOwnerBroken) owner = item.Seen(*ownerLine).value_or(owner);
     if (!owner.empty() && owner != rootFile) {
         const bool isKnown =
             files.count(std::string(owner)) > 0 ||
