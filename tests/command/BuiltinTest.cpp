@@ -465,4 +465,49 @@ scores:
 )json");
 }
 
+// What text, graph and outline say of the rarer things: a rule that is off or has no condition, a way out of a task.
+TEST_F(BuiltinTest, EachPieceOfAnExplanationAGraphAndAnOutline) {
+    const std::string script = block(
+        "SCENARIO (1)",
+        block("RULE (1)", call("CONDITION", "EVERY PERIOD=0.5") + call("ACTION", "SET_SCORE SCORE_NUMBER=1 POINTS=1")) +
+            block("TASK (1)",
+                  attribute("LABEL", "Out") +
+                      block("RULE (3)", block("CONDITION (AND)", call("CONDITION", "EQUAL VALUE_A=1 VALUE_B=3") +
+                                                                     call("CONDITION", "ALWAYS")) +
+                                            call("ACTION", "END_TASK") + call("ELSE_ACTION", "NEXT_STATE STATE=2")) +
+                      block("TASK (2)",
+                            block("RULE (4)", attribute("IS_DISABLED", "1") + call("ACTION", "END_PARENT_TASK")))));
+    const std::string path = folder.write("script.sc", script);
+    const auto told = [&](std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin() + 1,
+                         {path, "--model", TAVREL_SAMPLE "/packs/common/data/tools/nuro/nuro.mdl"});
+        const Result result = run(arguments);
+        EXPECT_EQ(result.status, 0) << result;
+        return result.out;
+    };
+    const std::string events = folder.write("events", told({"run", "--until", "1", "--trace", "json"}));
+    const struct {
+        std::vector<std::string> arguments;
+        std::vector<std::string> pieces;
+    } rows[] = {
+        {{"run", "--until", "1", "--verbose"},
+         {"rule 1 fired in SCENARIO (1)\n", "rule 1 became false in SCENARIO (1)\n"}},
+        {{"run", "--explain", "1", "--until", "1"}, {"    0.500  the rule is true\n"}},
+        {{"run", "--explain", "3", "--until", "1"},
+         {"AND: held the rule back for 0 s; at most 1 of its 2 parts held at once\n",
+          "1  =  3: held the rule back for 0.1 s; at the nearest the numbers were 2 apart\n"}},
+        {{"run", "--explain", "4", "--until", "1"},
+         {"\nThe rule is disabled.\nWithout a condition it is true whenever it is looked at.\n"}},
+        {{"graph", "--trace", events},
+         {"label=\"TASK Out (1)\"; color=\"#2e7d32\"; penwidth=2;\n",
+          "end0 [shape=doublecircle, label=\"\", width=0.15];\n", "-> end0 [label=\"4\", style=dashed];\n",
+          "[label=\"else: 3\"];\n"}},
+        {{"outline"}, {"state Out (1)\n", "rule 4, disabled\n"}},
+    };
+    for (const auto& row : rows) {
+        const std::string out = told(row.arguments);
+        for (const std::string& piece : row.pieces) EXPECT_THAT(out, testing::HasSubstr(piece));
+    }
+}
+
 } // namespace

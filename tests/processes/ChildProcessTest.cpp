@@ -1,7 +1,6 @@
 #include <processes/ChildProcess.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -288,14 +287,14 @@ TEST(ChildProcessTest, AHostMayHaveClosedItsStreams) {
 }
 
 TEST(ChildProcessTest, ThreadsOfAHostDoNotWaitForOneAnother) {
-    std::atomic<bool> finished = false;
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
     std::thread slow([&] {
         Told told;
-        told.Run(1, With(1), [](std::size_t) {
-            std::this_thread::sleep_for(std::chrono::seconds(2));
-            return std::string("slow");
+        told.Run(1, With(1), [&](std::size_t) {
+            char sign = 0;
+            return std::string(read(ends[0], &sign, 1) == 1 ? "slow" : "");
         });
-        finished = true;
         EXPECT_THAT(told.lines, ElementsAre("0=slow"));
     });
     for (int i = 0; i < 20; ++i) {
@@ -306,8 +305,9 @@ TEST(ChildProcessTest, ThreadsOfAHostDoNotWaitForOneAnother) {
         });
         EXPECT_THAT(told.lines, ElementsAre("0!reading it ended the process (Killed)", "1=quick"));
     }
-    EXPECT_FALSE(finished);
+    EXPECT_EQ(write(ends[1], "1", 1), 1);
     slow.join();
+    for (const int end : ends) close(end);
 }
 
 TEST(ChildProcessTest, OneChildSharesTheStreamsAndTellsItsStatus) {
