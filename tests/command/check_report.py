@@ -65,8 +65,8 @@ def main():
 
         for count in (10, 10000):
             plan = {"format": "tavrel-plan/1", "scenario": "motorway/Emergency braking.sce", "configuration": "Highway",
-                    "run": {"until": 20}, "seed": 3, "method": {"name": "random", "count": count},
-                    "parameters": {"Gap": {}, "Deceleration": {}},
+                    "run": {"until": 20}, "seed": 3, "method": {"name": "latin-hypercube", "count": count},
+                    "parameters": {"Gap": {"decimals": 6}, "Deceleration": {}},
                     "criteria": ["always variable(\"Shortest headway\") >= 1.3"]}
             with open(folder + "/plan.json", "w", encoding="utf-8") as file:
                 json.dump(plan, file)
@@ -76,9 +76,10 @@ def main():
                 check("the runs", run("run", campaign) == 1)
                 kept = records(folder + "/" + campaign)
             else:  # the same again and again, with values of their own
-                for number in range(count):
-                    record = dict(kept[number % len(kept)], number=number)
-                    record["values"] = dict(record["values"], **{gap: "%.3f" % (30 + number * 0.009)})
+                listed = subprocess.run([tavrel, "vary", "list", "plan.json", "--format", "jsonl"], cwd=folder,
+                                        env=environment, stdout=subprocess.PIPE, check=True).stdout
+                for number, variant in enumerate(map(json.loads, listed.splitlines())):
+                    record = dict(kept[number % len(kept)], number=number, values=variant["values"])
                     with open("%s/%s/runs/%06d.json" % (folder, campaign, number), "w", encoding="utf-8") as file:
                         file.write(json.dumps(record, separators=(",", ":")) + "\n")
                 kept = records(folder + "/" + campaign)
