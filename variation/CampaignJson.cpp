@@ -1,5 +1,6 @@
 #include "CampaignJson.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -10,6 +11,8 @@
 #include <nlohmann/json.hpp>
 #include <simulation/Sha256.h>
 #include <variation/Refused.h>
+
+#include "CampaignFolder.h"
 
 namespace TavrelVariation {
 
@@ -115,6 +118,8 @@ std::string FrozenCampaign::Text() const {
                  {"configuration", sheet.configuration},
                  {"algorithms",
                   {{"bits", "Philox4x32-10"},
+                   {"cover", "rows one at a time, then a tabu search over them"},
+                   {"quantiles", "Boost.Math"},
                    {"sobol", "Joe-Kuo direction numbers, Owen scrambling by hash"},
                    {"trace", "SHA-256"}}},
                  {"seed", plan.seed},
@@ -134,6 +139,8 @@ std::string FrozenCampaign::Text() const {
 
 FrozenCampaign FrozenCampaign::Read(const std::string& file) {
     std::ifstream stream(file, std::ios::binary);
+    const int failure = errno;
+    if (!stream && failure != ENOENT && failure != ENOTDIR) throw FileError(file, failure);
     if (!stream)
         throw CampaignError(file +
                             " cannot be opened, so its folder holds no campaign; tavrel campaign init begins one");

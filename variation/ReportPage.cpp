@@ -22,7 +22,7 @@ using TavrelSimulation::Verdict;
 
 constexpr std::size_t kMostRows = 10'000; // of the table: beyond it browsers slow down, and results.csv has them all
 constexpr std::size_t kMostRepeats = 20;  // commands written out
-constexpr std::size_t kMostPlots = 40;    // of each kind
+constexpr std::size_t kMostPlots = 40;    // of each kind, but for the first of each parameter
 constexpr double kWidth = 340, kHeight = 190; // of a plot, in CSS pixels
 constexpr double kLeft = 52, kRight = 10, kTop = 10, kBottom = 30;
 
@@ -418,6 +418,7 @@ private:
     void Margins() {
         std::string figures;
         std::size_t drawn = 0, left = 0;
+        std::set<std::size_t> shown;
         for (std::size_t i = 0; i < sheet.criteria.size(); ++i)
             for (const std::size_t parameter : NumericParameters()) {
                 Plot plot(sheet.parameters[parameter].name, "margin");
@@ -427,7 +428,8 @@ private:
                         plot.Add(*x, *record.criteria[i].margin, record.criteria[i].holds);
                 }
                 if (plot.IsEmpty()) continue;
-                if (drawn++ < kMostPlots)
+                const bool isFirst = shown.insert(parameter).second;
+                if (drawn++ < kMostPlots || isFirst)
                     figures += Figure(
                         "margin of " + sheet.criteria[i] + " over " + Caption(sheet.parameters[parameter]), plot);
                 else

@@ -89,7 +89,8 @@ public:
     // Throws CampaignError for a folder of another one, and for a plan of more runs than kMostRuns or of a number that
     // only an upper bound is known of.
     static Campaign Begin(const CampaignSetup& setup, const std::string& folder);
-    // Throws CampaignError for a folder that holds no campaign, or one of a later format.
+    // Throws CampaignError for a folder that holds no campaign, or one of a later format, and CampaignFileError for one
+    // that cannot be read.
     static Campaign Open(const std::string& folder);
 
     const std::string& Folder() const { return folder; }
