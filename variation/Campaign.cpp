@@ -8,6 +8,7 @@
 #include <set>
 #include <utility>
 
+#include <Commons/WholeFile.h>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 #include <variation/Refused.h>
@@ -19,6 +20,15 @@ namespace TavrelVariation {
 
 namespace fs = std::filesystem;
 using TavrelSimulation::Verdict;
+
+namespace {
+
+void WriteWhole(const std::string& file, const std::string& text) {
+    std::string reason;
+    if (!Commons::WriteFileWhole(file, text, reason)) throw CampaignFileError(fmt::format("{}: {}", file, reason));
+}
+
+} // namespace
 
 std::uint64_t CampaignCounts::Finished() const {
     std::uint64_t all = 0;
@@ -49,7 +59,7 @@ Campaign Campaign::Begin(const CampaignSetup& setup, const std::string& folder) 
     fs::create_directories(folder, error);
     if (error) throw FileError(folder, error.value());
     files.MakeFolders();
-    WriteFlushed(files.FileBeside(".", 0), file, frozen.Text());
+    WriteWhole(file, frozen.Text());
     return Open(folder);
 }
 
@@ -155,14 +165,10 @@ CampaignCounts Campaign::Merge(const std::string& output) const {
     std::error_code error;
     fs::create_directories(output, error);
     if (error) throw FileError(output, error.value());
-    const CampaignFolder target(output);
-    const auto write = [&](const char* name, const std::string& text) {
-        WriteFlushed(target.FileBeside(".", 0), target.File(name), text);
-    };
-    write("results.jsonl", lines);
-    write("results.csv", ResultsCsv(sheet, records));
-    write("junit.xml", ResultsJunit(sheet, records, counts.missing));
-    write("report.html", ResultsHtml(sheet, records, counts.missing));
+    WriteWhole(output + "/results.jsonl", lines);
+    WriteWhole(output + "/results.csv", ResultsCsv(sheet, records));
+    WriteWhole(output + "/junit.xml", ResultsJunit(sheet, records, counts.missing));
+    WriteWhole(output + "/report.html", ResultsHtml(sheet, records, counts.missing));
     return counts;
 }
 

@@ -70,6 +70,21 @@ bool WriteAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
+// Writes a file beside its place, flushes it and moves it there, or leaves nothing. No two processes write the same
+// one.
+void WriteFlushed(const std::string& beside, const std::string& file, std::string_view bytes,
+                  const std::function<void()>& beforeFlush) {
+    OpenFile out(beside, O_WRONLY | O_CREAT | O_TRUNC);
+    int failure = out.Get() < 0 || !WriteAll(out.Get(), bytes) ? errno : 0;
+    if (failure == 0 && beforeFlush) beforeFlush();
+    if (failure == 0 && fdatasync(out.Get()) != 0) failure = errno;
+    if (out.Get() >= 0 && !out.Close() && failure == 0) failure = errno;
+    if (failure == 0 && rename(beside.c_str(), file.c_str()) != 0) failure = errno;
+    if (failure == 0) return;
+    unlink(beside.c_str());
+    throw FileError(file, failure);
+}
+
 // The number that a file of a run is called by. Only one spelling of it is, so that none counts twice.
 std::optional<std::uint64_t> NumberOfRun(std::string_view name) {
     constexpr std::size_t kDigits = 6;
@@ -296,19 +311,6 @@ void Claims::Await(std::uint64_t number) {
 void Claims::Release(std::uint64_t number) {
     struct flock lock = LockOf(number, F_UNLCK);
     fcntl(descriptor, F_OFD_SETLK, &lock);
-}
-
-void WriteFlushed(const std::string& beside, const std::string& file, std::string_view bytes,
-                  const std::function<void()>& beforeFlush) {
-    OpenFile out(beside, O_WRONLY | O_CREAT | O_TRUNC);
-    int failure = out.Get() < 0 || !WriteAll(out.Get(), bytes) ? errno : 0;
-    if (failure == 0 && beforeFlush) beforeFlush();
-    if (failure == 0 && fdatasync(out.Get()) != 0) failure = errno;
-    if (out.Get() >= 0 && !out.Close() && failure == 0) failure = errno;
-    if (failure == 0 && rename(beside.c_str(), file.c_str()) != 0) failure = errno;
-    if (failure == 0) return;
-    unlink(beside.c_str());
-    throw FileError(file, failure);
 }
 
 } // namespace TavrelVariation

@@ -58,7 +58,7 @@ public:
     std::string File(const std::string& name) const { return folder + "/" + name; }
     std::string RunFile(std::uint64_t number) const { return NumberedFile("runs", number, ".json"); }
     std::string TraceFile(std::uint64_t number) const { return NumberedFile("traces", number, ".jsonl"); }
-    // A file of this process beside those of the folder `of`; whoever cleans up knows it by its name.
+    // A file of this process beside those of the folder `of`; RemoveLeftovers knows it by its name.
     std::string FileBeside(const std::string& of, std::uint64_t number) const;
     // A folder for whoever has the right to work on the number.
     std::string WorkFolder(std::uint64_t number) const;
@@ -123,10 +123,6 @@ public:
 private:
     int descriptor;
 };
-
-// Writes a file beside its place, flushes it and moves it there. Throws CampaignError, and leaves nothing then.
-void WriteFlushed(const std::string& beside, const std::string& file, std::string_view bytes,
-                  const std::function<void()>& beforeFlush = {});
 
 } // namespace TavrelVariation
 

@@ -1,10 +1,12 @@
 // Campaigns of a host, which brings its own function for a run: whatever that throws, and whatever the system refuses,
 // is told, and leaves the host as it was.
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -40,6 +42,10 @@ struct Work {
         campaign = std::make_unique<Campaign>(Campaign::Begin(setup, folder + "/campaign"));
     }
     ~Work() { fs::remove_all(folder); }
+    std::string RecordOf(int number) const {
+        std::ifstream kept(folder + "/campaign/runs/00000" + std::to_string(number) + ".json");
+        return {std::istreambuf_iterator<char>(kept), {}};
+    }
 
     std::string folder;
     cfg::CfgScenario file;
@@ -65,10 +71,30 @@ TEST(CampaignRun, WhateverARunThrowsIsItsMessage) {
     EXPECT_EQ(work.campaign->Count({}).Of(Verdict::Passed), 2U);
     for (const auto& [number, message] :
          {std::pair{1, "by pointer"}, {2, "by value"}, {3, "nobody announced"}, {4, "not enough memory"}}) {
-        std::ifstream kept(work.folder + "/campaign/runs/00000" + std::to_string(number) + ".json");
-        const std::string record{std::istreambuf_iterator<char>(kept), {}};
-        EXPECT_NE(record.find(message), std::string::npos) << record;
+        EXPECT_NE(work.RecordOf(number).find(message), std::string::npos) << work.RecordOf(number);
     }
+}
+
+TEST(CampaignRun, ARunThatEndsItsProcessHasAVerdictAndTheOthersGoOn) {
+    const Work work;
+    CampaignOptions options;
+    options.seconds = 0.5;
+    EXPECT_TRUE(work.campaign->Run(
+        *work.plan, options,
+        [](const Variant& variant, const std::string&) {
+            if (variant.number == 1) _exit(0);
+            if (variant.number == 2) std::abort();
+            if (variant.number == 3) pause();
+            RunRecord record;
+            record.verdict = Verdict::Passed;
+            return record;
+        },
+        nullptr));
+    const CampaignCounts counts = work.campaign->Count({});
+    EXPECT_EQ(counts.Of(Verdict::Passed), 3U);
+    EXPECT_EQ(counts.Of(Verdict::Timeout), 1U);
+    EXPECT_EQ(counts.Of(Verdict::Killed), 2U);
+    EXPECT_NE(work.RecordOf(1).find("it ended its process"), std::string::npos) << work.RecordOf(1);
 }
 
 TEST(CampaignRun, WhatStopsTheCampaignStopsASingleRun) {
