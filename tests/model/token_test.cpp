@@ -566,6 +566,187 @@ TEST(Variables, AreReadWithoutWhatRulesHold) {
     EXPECT_EQ(row, ReadExactly(wrong).row);
 }
 
+// What stands in rules is checked without items where it can be, and nobody may notice.
+class RandomRules {
+public:
+    explicit RandomRules(unsigned seed) : random(seed) {}
+
+    std::string Text() {
+        lines = {"TYPEOF SCENARIO (1)", "{", "TYPEOF VARIABLE (1)", "{", R"(LABEL="one")", R"(VALUE="1")", "}"};
+        for (int rules = 1 + Below(3); rules > 0; --rules) {
+            Add({"TYPEOF RULE (" + OneOf({"1", "2", "3", "ACTION_LIST", "CONDITION_LIST"}, 3) + ")", "{"});
+            const std::size_t first = lines.size();
+            for (int calls = Below(4); calls > 0; --calls) AddCall();
+            if (Below(3) == 0) Spoil(first);
+            Add({"}"});
+        }
+        Add({"TYPEOF VARIABLE (2)", "{", R"(LABEL="two")", "}", "}"});
+        const std::string end = OneOf({"\n", "\r\n", "\n\n\t"}, 1);
+        std::string text;
+        for (const std::string& line : lines) text += line + end;
+        return text;
+    }
+
+private:
+    int Below(int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); }
+    // One of the first few, nearly always.
+    std::string OneOf(const std::vector<std::string>& all, int usual) {
+        return all[static_cast<std::size_t>(Below(Below(20) == 0 ? static_cast<int>(all.size()) : usual))];
+    }
+    void Add(const std::vector<std::string>& more) { lines.insert(lines.end(), more.begin(), more.end()); }
+    void AddParameter(const std::string& name) {
+        Add({"TYPEOF " + OneOf({"PARAMETER", "RETURN"}, 1) + " (" + name + ")", "{"});
+        const std::string kind = OneOf({"USER", "USER", "VARIABLE", "ENUM", "FILE", "FUNCTION", "TASK", ""}, 3);
+        Add({"KIND=\"" + kind + "\""});
+        Add({"VALUE=\"" + OneOf({"1", "-2.5", "3", "LEFT", "text", "", " 7", "0x"}, 3) + "\""});
+        if (Below(3) > 0) Add({"OWNER_FILE=\"" + OneOf({"", "main"}, 2) + "\""});
+        Add({"}"});
+    }
+    void AddCall() {
+        const std::string call =
+            OneOf({"ACTION (Go)", "ELSE_ACTION (Go)", "CONDITION (Is)", "ACTION (Turn)", "CONDITION (AND)",
+                   "ACTION (Wide)", "ACTION (SNAPSHOT)", "ACTION (PARAMETER_LIST)", "ACTION (Is)", "FUNCTION (Go)"},
+                  8);
+        Add({"TYPEOF " + call, "{"});
+        if (call.find("Is") != std::string::npos && Below(4) == 0) Add({R"(MODIFIER="IS_FALSE")"});
+        if (call.find("(Go)") != std::string::npos || call.find("Wide") != std::string::npos) AddParameter("SPEED");
+        if (call.find("(Go)") != std::string::npos || call.find("Is") != std::string::npos ||
+            call.find("LIST") != std::string::npos)
+            AddParameter("COUNT");
+        if (call.find("Turn") != std::string::npos) AddParameter("SIDE");
+        if (call.find("SNAPSHOT") != std::string::npos) {
+            AddParameter("CHANNEL_NAME");
+            if (Below(2) == 0) AddParameter("COUNT");
+        }
+        Add({"}"});
+    }
+    void Spoil(std::size_t first) {
+        if (first == lines.size()) return;
+        const auto at =
+            lines.begin() + static_cast<std::ptrdiff_t>(first) + Below(static_cast<int>(lines.size() - first));
+        const std::vector<std::string> odd = {"{",
+                                              "}",
+                                              R"(KIND="USER")",
+                                              R"(KINDLIST="USER")",
+                                              R"(VALUE="1")",
+                                              R"(VALUE="2"x)",
+                                              R"(VALUE="3)",
+                                              R"("VALUE="4")",
+                                              R"( VALUE="5")",
+                                              R"(VALUE:"6")",
+                                              "VALUE=",
+                                              R"(OWNER_FILE="a")",
+                                              R"(LABEL="x")",
+                                              R"(IS_SELECTED="1")",
+                                              R"(MODIFIER="IS_TRUE")",
+                                              R"(MODIFIER="NEVER")",
+                                              "VALUE=\"" + std::string(300, '7') + "\"",
+                                              "VALUE=\"" + std::string(5000, '7') + "\"",
+                                              "TYPEOF PARAMETER (SPEED)",
+                                              "TYPEOF PARAMETER SPEED)",
+                                              "TYPEOF PARAMETER (none)",
+                                              "TYPEOF ACTION (Go)",
+                                              "TYPEOF ACTION\r",
+                                              "TYPEOF NONE (Go)",
+                                              "VALUE=\"a\tb\""};
+        switch (Below(4)) {
+        case 0:
+            lines.erase(at);
+            break;
+        case 1:
+            lines.insert(at, std::string(*at));
+            break;
+        case 2:
+            std::iter_swap(at, lines.end() - 1);
+            break;
+        default:
+            *at = odd[static_cast<std::size_t>(Below(static_cast<int>(odd.size())))];
+            break;
+        }
+    }
+
+    std::mt19937 random;
+    std::vector<std::string> lines;
+};
+
+struct VariablesRead {
+    std::string saved; // empty for a refused text
+    std::uint32_t row = 0;
+    std::vector<std::string> told;
+    std::string log;
+    bool operator==(const VariablesRead&) const = default;
+};
+
+VariablesRead ReadWith(decltype(LoadScenarioVariables)* load, const std::string& text) {
+    VariablesRead result;
+    LoadProblems problems;
+    std::ostringstream log;
+    ScenarioTextStream stream(text.c_str(), text.size() + 1);
+    ItemLoadContext context{nullptr, nullptr};
+    const OwnedItem item(load(stream, &context, &log));
+    result.row = stream.line;
+    result.told = problems.told;
+    result.log = log.str();
+    scenarioLog = nullptr;
+    if (!item) return result;
+    std::vector<ScenarioItem*> rules;
+    item->CollectItemsOfKind(rules, KindRule, true, true);
+    for (ScenarioItem* rule : rules) rule->RemoveAllChildren();
+    result.saved = SavedText(*item);
+    return result;
+}
+
+TEST(Variables, ComeWithTheSameAnswersAsAWholeText) {
+    const RootModel model(R"(
+        TYPEOF FOLDER (model)
+            TYPEOF FOLDER (ENUMTAB_LIST)
+                TYPEOF ENUMTAB (SIDES)
+                    TYPEOF ENUM (LEFT)
+            TYPEOF FOLDER (PARAMETER_LIST)
+                TYPEOF PARAMETER (SPEED) TYPE="FLOAT" KINDLIST="USER VARIABLE FUNCTION"
+                TYPEOF PARAMETER (COUNT) TYPE="INTEGER" KINDLIST="USER VARIABLE TASK" MINVALUE="2"
+                TYPEOF PARAMETER (SIDE) TYPE="STRING" ENUMTAB="SIDES" KINDLIST="USER ENUM"
+                TYPEOF PARAMETER (CHANNEL_NAME) TYPE="STRING" KINDLIST="USER"
+            TYPEOF FOLDER (ACTION_LIST)
+                TYPEOF ACTION (Go)
+                    TYPEOF PARAMETER (SPEED) KIND="USER" VALUE="1"
+                    TYPEOF PARAMETER (COUNT) KIND="USER" VALUE="3"
+                TYPEOF ACTION (Turn)
+                    TYPEOF PARAMETER (SIDE) KIND="ENUM" VALUE="LEFT"
+                TYPEOF ACTION (Wide) IS_OVERLOADABLE="1"
+                    TYPEOF PARAMETER (COUNT) KIND="USER" VALUE="3"
+                TYPEOF ACTION (SNAPSHOT)
+                    TYPEOF PARAMETER (CHANNEL_NAME) KIND="USER" VALUE="1"
+                    TYPEOF PARAMETER (COUNT) KIND="USER" VALUE="3"
+                TYPEOF ACTION (PARAMETER_LIST)
+                    TYPEOF PARAMETER (COUNT) TYPE="INTEGER" KINDLIST="USER"
+            TYPEOF FOLDER (CONDITION_LIST)
+                TYPEOF CONDITION (Is)
+                    TYPEOF PARAMETER (COUNT) KIND="USER" VALUE="3"
+                TYPEOF CONDITION (AND)
+    )");
+    ASSERT_TRUE(model.Get());
+    const auto whole = [](ScenarioTextStream& stream, ItemLoadContext* context, std::ostream* log) {
+        return LoadScenarioText(stream, nullptr, context, log, false);
+    };
+    RandomDuration duration(4000);
+    int rounds = 0, taken = 0;
+    for (unsigned seed = RandomSeed(); !duration.IsOver() && !testing::Test::HasFailure(); ++seed) {
+        const std::string text = RandomRules(seed).Text();
+        const VariablesRead expected = ReadWith(whole, text);
+        const VariablesRead found = ReadWith(LoadScenarioVariables, text);
+        EXPECT_TRUE(found == expected) << "seed " << seed << ", row " << found.row << " in place of " << expected.row
+                                       << "\n"
+                                       << testing::PrintToString(found.told) << " in place of "
+                                       << testing::PrintToString(expected.told) << "\n"
+                                       << text;
+        ++rounds;
+        if (!expected.saved.empty()) ++taken;
+    }
+    EXPECT_GT(taken * 10, rounds * 2) << "the texts are nearly all wrong";
+    EXPECT_LT(taken * 10, rounds * 8) << "the texts are nearly all right";
+}
+
 TEST(Link, ADefinitionAddedToTheModelByATextIsFoundInTheSameText) {
     const RootModel model(kModel);
     ScenarioItem* actions = model.Get()->FindItem(KindFolder, "ACTION_LIST", "");

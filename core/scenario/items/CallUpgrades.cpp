@@ -1,6 +1,8 @@
 #include "items/CallUpgrades.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -105,6 +107,11 @@ constexpr Upgrade kUpgrades[] = {
 // clang-format on
 
 } // namespace
+
+bool IsUpgraded(std::string_view callName) {
+    return std::any_of(std::begin(kUpgrades), std::end(kUpgrades),
+                       [callName](const Upgrade& upgrade) { return upgrade.name == callName; });
+}
 
 void UpgradeCall(Function& call, Function& definition) {
     for (const Upgrade& upgrade : kUpgrades)

@@ -211,6 +211,12 @@ bool EntryOfEnumTab(const Parameter& parameter) {
            Refuse("VALUE \"", parameter.value, "\" is no entry of the enumeration \"", tab, "\"");
 }
 
+bool IsLiteralOf(std::string_view type, const std::string& text) {
+    if (type == "FLOAT") return BeginsWithNumber(text);
+    if (type == "INTEGER") return BeginsWithWholeNumber(text);
+    return true;
+}
+
 // The limits hold for the defaults in a model only: a script is read as it is, and shows its faults as invalid.
 bool LiteralOfType(const Parameter& parameter) {
     if (!parameter.CheckValueFormat()) return Refuse("VALUE \"", parameter.value, "\" is no ", parameter.GetType());
@@ -369,10 +375,7 @@ void Parameter::MakeUniqueName() {}
 bool Parameter::CheckValueFormat() const {
     if (!model) AssertionFailed(kSource, 89);
     if (model->kind != KindParameter) AssertionFailed(kSource, 90);
-    const std::string_view wanted = GetType();
-    if (wanted == "FLOAT") return BeginsWithNumber(value);
-    if (wanted == "INTEGER") return BeginsWithWholeNumber(value);
-    return true;
+    return valueKinds::IsLiteralOf(GetType(), value);
 }
 
 const std::string& Parameter::GetType() const {

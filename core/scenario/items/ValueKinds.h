@@ -37,6 +37,8 @@ namespace valueKinds {
 bool AnyValue(const Parameter&);
 bool EntryOfEnumTab(const Parameter&);
 bool LiteralOfType(const Parameter&);
+// What LiteralOfType asks of the VALUE of a call, whose definition has that TYPE.
+bool IsLiteralOf(std::string_view type, const std::string& text);
 
 std::string ValueText(const Parameter&, bool&);
 std::string EntryText(const Parameter&, bool&);

@@ -16,6 +16,7 @@
 #include "items/Offer.h"
 #include "read/Load.h"
 #include "read/LoadReport.h"
+#include "read/PlainCall.h"
 #include "text/Assertion.h"
 #include "text/HostCode.h"
 #include "text/Log.h"
@@ -179,6 +180,7 @@ bool ReadContent(Load& load, ItemBeingRead& item, ItemLoadContext* context, bool
             NextLineFrom(stream, stream.cursor);
             return true;
         }
+        if (load.emptiesRules && item->kind == KindRule && PassOverPlainCall(load, *item.Get())) continue;
         if (item->LoadAttribute(stream)) {
             NextLineAfterReading(stream);
             continue;

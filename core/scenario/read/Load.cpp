@@ -19,4 +19,6 @@ Load::Load(ScenarioTextStream& stream, ScenarioItem* parent)
 
 Load::~Load() { currentLoad = outer; }
 
-bool Load::IsTooDeep() const { return depth >= kMaxNesting || outerDepth + depth >= kMaxNestingOfAllTexts; }
+bool Load::IsTooDeep(unsigned more) const {
+    return depth + more > kMaxNesting || outerDepth + depth + more > kMaxNestingOfAllTexts;
+}

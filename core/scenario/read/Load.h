@@ -19,8 +19,8 @@ public:
     Load(const Load&) = delete;
     Load& operator=(const Load&) = delete;
 
-    // Whether one more block would be too deep, in this text or in all that are being read.
-    bool IsTooDeep() const;
+    // Whether so many blocks more would be too deep, in this text or in all that are being read.
+    bool IsTooDeep(unsigned more = 1) const;
 
     TextUnderWay text;
     TreeUnderWay tree;
