@@ -98,18 +98,18 @@ CampaignCounts Campaign::CountOf(const std::map<std::uint64_t, Verdict>& verdict
     return counts;
 }
 
-bool Campaign::Has(std::uint64_t number, const Shard& shard) const {
-    return shard.Has(number) && std::binary_search(numbers.begin(), numbers.end(), number);
+std::map<std::uint64_t, Verdict> Campaign::VerdictsOf(const Shard& shard,
+                                                      const std::function<void(const std::string&)>& tell) const {
+    const auto isWanted = [&](std::uint64_t number) {
+        return shard.Has(number) && std::binary_search(numbers.begin(), numbers.end(), number);
+    };
+    return CampaignFolder(folder, planned.get()).Verdicts(isWanted, tell);
 }
 
 CampaignCounts Campaign::Count(const Shard& shard) const {
     std::vector<std::string> faults;
-    const auto runs = CampaignFolder(folder, planned.get())
-                          .Runs([&](std::uint64_t number) { return Has(number, shard); },
-                                [&](const std::string& sentence) { faults.push_back(sentence); });
-    std::map<std::uint64_t, Verdict> verdicts;
-    for (const auto& [number, run] : runs) verdicts.emplace_hint(verdicts.end(), number, run.verdict);
-    CampaignCounts counts = CountOf(verdicts, shard);
+    const auto tell = [&](const std::string& sentence) { faults.push_back(sentence); };
+    CampaignCounts counts = CountOf(VerdictsOf(shard, tell), shard);
     counts.faults = std::move(faults);
     return counts;
 }

@@ -42,12 +42,16 @@ private:
     int descriptor;
 };
 
-// At most `most` bytes of a file, and which one it is; none if it cannot be read, and errno says why.
-std::optional<std::string> BytesOf(const std::string& path, std::size_t most, FileState& state) {
+// At most `most` bytes of a file, and, where it is asked for, which one it is; none if it cannot be read, and errno
+// says why.
+std::optional<std::string> BytesOf(const std::string& path, std::size_t most, FileState* state) {
     const OpenFile file(path, O_RDONLY | O_NONBLOCK);
-    struct stat about;
-    if (file.Get() < 0 || fstat(file.Get(), &about) != 0) return std::nullopt;
-    state = {about.st_ino, about.st_mtim.tv_sec, about.st_mtim.tv_nsec};
+    if (file.Get() < 0) return std::nullopt;
+    if (state) {
+        struct stat about;
+        if (fstat(file.Get(), &about) != 0) return std::nullopt;
+        *state = {about.st_ino, about.st_mtim.tv_sec, about.st_mtim.tv_nsec};
+    }
     std::string bytes;
     char part[4096];
     while (bytes.size() < most) {
@@ -97,7 +101,8 @@ std::optional<std::uint64_t> NumberOfRun(std::string_view name) {
 }
 
 // The bytes of a file of a run. One that is there and cannot be read is told.
-std::optional<std::string> BytesOfRun(const std::string& file, const CampaignFolder::Tell& tell, FileState& state) {
+std::optional<std::string> BytesOfRun(const std::string& file, const CampaignFolder::Tell& tell,
+                                      FileState* state = nullptr) {
     auto bytes = BytesOf(file, kMostOfRecord, state);
     if (!bytes && errno != ENOENT && tell)
         tell(fmt::format("{}: {}, so its run counts as missing", file,
@@ -205,15 +210,14 @@ std::string CampaignFolder::ForeignIn(const std::string& line, std::uint64_t num
     return complaint.empty() ? "" : fmt::format("{} is the record of another plan: {}", RunFile(number), complaint);
 }
 
-std::map<std::uint64_t, FinishedRun> CampaignFolder::Runs(const std::function<bool(std::uint64_t)>& isWanted,
+std::map<std::uint64_t, Verdict> CampaignFolder::Verdicts(const std::function<bool(std::uint64_t)>& isWanted,
                                                           const Tell& tell) const {
-    std::map<std::uint64_t, FinishedRun> runs;
+    std::map<std::uint64_t, Verdict> verdicts;
     Foreign foreign;
     for (const std::uint64_t number : NumbersOfRuns()) {
         if (!isWanted(number)) continue;
         const std::string file = RunFile(number);
-        FileState state;
-        auto bytes = BytesOfRun(file, tell, state);
+        auto bytes = BytesOfRun(file, tell);
         if (!bytes) continue;
         const auto line = LineIn(*std::move(bytes), number);
         if (!line) {
@@ -221,15 +225,15 @@ std::map<std::uint64_t, FinishedRun> CampaignFolder::Runs(const std::function<bo
             continue;
         }
         foreign.Add(ForeignIn(*line, number));
-        runs.emplace_hint(runs.end(), number, FinishedRun{RecordLine::Of(*line, number)->verdict, state});
+        verdicts.emplace_hint(verdicts.end(), number, RecordLine::Of(*line, number)->verdict);
     }
     foreign.Refuse();
-    return runs;
+    return verdicts;
 }
 
 std::optional<FinishedRun> CampaignFolder::RunOf(std::uint64_t number) const {
     FileState state;
-    auto bytes = BytesOfRun(RunFile(number), {}, state);
+    auto bytes = BytesOfRun(RunFile(number), {}, &state);
     const auto line = bytes ? LineIn(*std::move(bytes), number) : std::nullopt;
     if (!line) return std::nullopt;
     return FinishedRun{RecordLine::Of(*line, number)->verdict, state};
@@ -242,8 +246,7 @@ std::vector<RunRecord> CampaignFolder::Records(const std::vector<std::uint64_t>&
     for (const std::uint64_t number : NumbersOfRuns()) {
         if (!std::binary_search(wanted.begin(), wanted.end(), number)) continue;
         const std::string file = RunFile(number);
-        FileState state;
-        auto bytes = BytesOfRun(file, tell, state);
+        auto bytes = BytesOfRun(file, tell);
         if (!bytes) continue;
         const auto line = LineIn(*std::move(bytes), number);
         auto record = line ? RecordOf(*line) : std::nullopt;

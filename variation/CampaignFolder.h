@@ -72,10 +72,11 @@ public:
     void MakeFolders() const;
     // Whether there is any file of a run.
     bool HasRuns() const;
-    // Each wanted number that has a run. A file that holds no whole record of its number, as after a loss of power, and
-    // one that cannot be read are none; `tell` gets a sentence for each of these.
-    std::map<std::uint64_t, FinishedRun> Runs(const std::function<bool(std::uint64_t number)>& isWanted,
-                                              const Tell& tell) const;
+    // The verdict of each wanted number that has a run. A file that holds no whole record of its number, as after a
+    // loss of power, and one that cannot be read are none; `tell` gets a sentence for each of these.
+    std::map<std::uint64_t, TavrelSimulation::Verdict>
+    Verdicts(const std::function<bool(std::uint64_t number)>& isWanted, const Tell& tell) const;
+    // One run, and which file it is.
     std::optional<FinishedRun> RunOf(std::uint64_t number) const;
     // The records of the wanted numbers, both sorted; `lines` gets them as lines of JSON. What is no run is none here.
     std::vector<RunRecord> Records(const std::vector<std::uint64_t>& wanted, std::string& lines,

@@ -561,21 +561,24 @@ RunRecord RunAlone(const Plan& plan, const Variant& variant, const CampaignOptio
 }
 
 bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVariant& run,
-                   const CampaignProgress& progress) const {
+                   const CampaignProgress& progress, CampaignCounts* counts) const {
     const CampaignFolder files(folder, planned.get());
     files.MakeFolders();
     std::vector<std::uint64_t> wanted;
     std::map<std::uint64_t, FileState> atFirst;
     {
-        const auto runs = files.Runs([&](std::uint64_t number) { return Has(number, options.shard); }, options.tell);
+        const std::map<std::uint64_t, Verdict> verdicts = VerdictsOf(options.shard, options.tell);
         for (const std::uint64_t number : numbers) {
             if (!options.shard.Has(number)) continue;
-            const auto found = runs.find(number);
-            const bool isThere = found != runs.end();
-            if (!IsWanted(isThere ? std::optional(found->second.verdict) : std::nullopt, options.retry)) continue;
+            const auto found = verdicts.find(number);
+            const bool isThere = found != verdicts.end();
+            if (!IsWanted(isThere ? std::optional(found->second) : std::nullopt, options.retry)) continue;
             wanted.push_back(number);
-            if (isThere) atFirst.emplace_hint(atFirst.end(), number, found->second.file);
+            if (const auto finished = isThere ? files.RunOf(number) : std::nullopt)
+                atFirst.emplace_hint(atFirst.end(), number, finished->file);
         }
+        // Most calls of an engine that repeats find nothing to do, and look at the records once.
+        if (wanted.empty() && counts) *counts = CountOf(verdicts, options.shard);
     }
     Claims claims(files);
     const auto removeLeftovers = [&] {
@@ -610,6 +613,7 @@ bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVa
     const int status = Await(manager);
     if (handler->WasAsked()) {
         removeLeftovers();
+        if (counts) *counts = Count(options.shard);
         return false;
     }
     if (WIFSIGNALED(status))
@@ -620,6 +624,7 @@ bool Campaign::Run(const Plan& plan, const CampaignOptions& options, const RunVa
         throw CampaignError(fmt::format("{}: {}", folder, sentence));
     }
     if (WEXITSTATUS(status) != kRunDone || !sentence.empty()) throw CampaignFileError(sentence);
+    if (counts) *counts = Count(options.shard);
     return true;
 }
 

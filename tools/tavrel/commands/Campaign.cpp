@@ -257,15 +257,16 @@ int RunCampaignRun(Context& context) {
         const RunVariant run =
             simulator ? RunWith(*simulator, *shop.runner, shop.plan.plan, shop.criteria, folder) : shop.InWorld();
         std::optional<Progress> progress;
-        const bool finished = campaign.Run(shop.plan.plan, options, run, [&](std::uint64_t done, std::uint64_t all) {
+        const auto tell = [&](std::uint64_t done, std::uint64_t all) {
             if (!progress) progress.emplace(static_cast<double>(all), "runs");
             if (done == all)
                 progress->Hide();
             else
                 progress->Reach(static_cast<double>(done));
-        });
+        };
+        CampaignCounts counts;
+        const bool finished = campaign.Run(shop.plan.plan, options, run, tell, &counts);
         if (!finished) Progress::Wipe(); // it was shown by a process that is gone
-        const CampaignCounts counts = campaign.Count(options.shard);
         context.out.Print("{}\n", CountsText(counts));
         if (!finished)
             throw Failure{ExitUnreadable,

@@ -113,9 +113,10 @@ public:
     // waited for, and what others have finished since this call began is not run again. Throws CampaignFileError if the
     // folder cannot be written to, and another CampaignError if `run` throws one that is no CampaignFileError: the
     // campaign cannot go on then. Answers false when it was interrupted by SIGINT or SIGTERM: what was finished until
-    // then is there, and nothing is half there.
-    bool Run(const Plan& plan, const CampaignOptions& options, const RunVariant& run,
-             const CampaignProgress& progress) const;
+    // then is there, and nothing is half there. `counts` gets how the numbers of the shard stand afterwards, as Count
+    // tells it; it may be null.
+    bool Run(const Plan& plan, const CampaignOptions& options, const RunVariant& run, const CampaignProgress& progress,
+             CampaignCounts* counts = nullptr) const;
 
     // Runs a second, over the last work on the campaign, and the seconds of one run in the mean; 0 where nothing is
     // known.
@@ -132,10 +133,10 @@ public:
 private:
     Campaign() = default;
 
+    std::map<std::uint64_t, TavrelSimulation::Verdict>
+    VerdictsOf(const Shard& shard, const std::function<void(const std::string&)>& tell) const;
     CampaignCounts CountOf(const std::map<std::uint64_t, TavrelSimulation::Verdict>& verdicts,
                            const Shard& shard) const;
-    // Whether the plan has the number, and the shard.
-    bool Has(std::uint64_t number, const Shard& shard) const;
 
     std::string folder;
     std::string installation;
