@@ -64,28 +64,39 @@ void DropWhatFollowsFromBytes(std::vector<Finding>& findings) {
         const std::string_view rule = finding.rule->id;
         return rule == "TV1016" || rule == "TV1017";
     };
-    std::vector<Finding*> told;
-    for (Finding& finding : findings)
-        if (isOfBytes(finding)) told.push_back(&finding);
+    using Place = std::tuple<std::string_view, std::uint32_t, std::uint32_t>;
+    std::map<Place, std::size_t> told;
+    std::map<std::string_view, Severity> inOtherEncoding; // the gravest of what is named in these bytes
+    for (std::size_t at = 0; at < findings.size(); ++at) {
+        if (!isOfBytes(findings[at])) continue;
+        told.emplace(Place(findings[at].file, findings[at].span.row, findings[at].span.column), at);
+        if (std::string_view(findings[at].rule->id) == "TV1017")
+            inOtherEncoding.emplace(findings[at].file, findings[at].severity);
+    }
     if (told.empty()) return;
-    const auto holds = [](const Span& outer, const Span& inner) {
-        return std::pair(outer.row, outer.column) <= std::pair(inner.row, inner.column) &&
-               std::pair(inner.endRow, inner.endColumn) <= std::pair(outer.endRow, outer.endColumn);
-    };
     std::vector<bool> follows(findings.size());
     for (std::size_t at = 0; at < findings.size(); ++at) {
         const Finding& finding = findings[at];
-        const bool hasBytes = FindOtherEncoding(finding.message) != std::string_view::npos;
+        const Span& span = finding.span;
         const std::string_view rule = finding.rule->id;
         if (isOfBytes(finding) || rule == "TV6003" || (rule == "TV1001" && !IsLineButForBytes(finding.line))) continue;
-        for (Finding* bytes : told) {
-            if (bytes->file != finding.file) continue;
-            const bool isNamed = hasBytes && std::string_view(bytes->rule->id) == "TV1017";
-            if (!isNamed && !holds(finding.span, bytes->span)) continue;
+        const auto encoding = inOtherEncoding.find(finding.file);
+        if (encoding != inOtherEncoding.end() && FindOtherEncoding(finding.message) != std::string_view::npos) {
+            encoding->second = std::max(encoding->second, finding.severity);
             follows[at] = true;
-            bytes->severity = std::max(bytes->severity, finding.severity);
+        }
+        for (auto bytes = told.lower_bound(Place(finding.file, span.row, span.column)); bytes != told.end(); ++bytes) {
+            Finding& within = findings[bytes->second];
+            const bool isWithin = within.file == finding.file && std::pair(within.span.endRow, within.span.endColumn) <=
+                                                                     std::pair(span.endRow, span.endColumn);
+            if (!isWithin) break;
+            within.severity = std::max(within.severity, finding.severity);
+            follows[at] = true;
         }
     }
+    for (Finding& finding : findings)
+        if (std::string_view(finding.rule->id) == "TV1017")
+            finding.severity = std::max(finding.severity, inOtherEncoding[finding.file]);
     std::vector<Finding> left;
     for (std::size_t at = 0; at < findings.size(); ++at)
         if (!follows[at]) left.push_back(std::move(findings[at]));

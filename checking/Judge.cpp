@@ -16,6 +16,8 @@
 #include <scenario/LoadDiagnostics.h>
 #include <scenario/WhyInvalid.h>
 
+#include "ScriptTree.h"
+
 namespace TavrelChecking {
 
 namespace {
@@ -68,9 +70,10 @@ std::string SentenceOf(const std::exception_ptr& thrown) {
 }
 
 std::string WayOf(const ScenarioItem& item) {
-    std::string way = KindKeyword(item.kind);
-    if (!item.name.empty()) way += " (" + item.name + ")";
-    return item.parent ? WayOf(*item.parent) + " / " + way : way;
+    return WayOfSteps(&item, [](const ScenarioItem& step) {
+        return step.name.empty() ? std::string(KindKeyword(step.kind))
+                                 : KindKeyword(step.kind) + (" (" + step.name + ")");
+    });
 }
 
 // The innermost invalid items; those around them are invalid for them alone. True if there is one, counted or not.

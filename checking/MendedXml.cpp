@@ -47,10 +47,11 @@ public:
         : file(text), target(mended), keepsBytes(DeclaresOtherEncoding(text)) {}
 
     void Mend() {
-        if (!keepsBytes)
+        if (!keepsBytes) {
+            const std::string encoding = LikelyEncoding(file);
             for (const auto& [begin, end] : PartsInOtherEncoding(file))
-                Tell(MendedXml::Fault::Encoding, begin, end,
-                     "the file is no UTF-8; it is likely " + LikelyEncoding(file));
+                Tell(MendedXml::Fault::Encoding, begin, end, "the file is no UTF-8; it is likely " + encoding);
+        }
         std::size_t at = file.starts_with("\xEF\xBB\xBF") ? 3 : 0;
         while (at < file.size() && !isPastTop && open.size() <= kDeepestElement) at = Take(at);
         if (isPastTop) TakeRest(at);

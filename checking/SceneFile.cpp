@@ -255,13 +255,14 @@ void SceneFile::PlaceInScript(Finding& finding, std::size_t position) const {
         if (const auto place = script.tree->Source().InText(position)) {
             finding.isInScript = true;
             finding.script = script.name;
-            finding.scriptRow = Commons::TextPlaces(script.tree->Source().View()).PlaceOf(*place).row;
+            finding.scriptRow = script.tree->Source().RowOf(*place);
             finding.place = WayTo(script.tree->ItemAt(*place));
         }
 }
 
 bool SceneFile::LookAtXml(std::vector<Finding>& findings) const {
     bool hasMarkup = false;
+    const std::string help = ConversionHelp(bytes->bytes);
     for (const MendedXml::Fault& fault : mended->Faults()) {
         using What = MendedXml::Fault::What;
         const char* const rule = fault.what == What::Nul        ? "TV1016"
@@ -269,7 +270,7 @@ bool SceneFile::LookAtXml(std::vector<Finding>& findings) const {
                                                                 : "TV6002";
         hasMarkup = hasMarkup || fault.what == What::Markup;
         Finding finding = Text(bytes).FindingAt(rule, fault.begin, fault.end, fault.reason);
-        if (fault.what == What::Encoding) finding.help = ConversionHelp(bytes->bytes);
+        if (fault.what == What::Encoding) finding.help = help;
         PlaceInScript(finding, mended->InCopy(fault.begin));
         findings.push_back(std::move(finding));
     }
@@ -288,15 +289,16 @@ std::vector<Finding> SceneFile::FileFindings() const {
     const auto& fault = text->FirstFault();
     if (mended && !LookAtXml(findings)) return findings;
     // A file that says to be in another encoding keeps its bytes as they are.
-    if (!mended)
-        for (const auto& [begin, end] : PartsInOtherEncoding(bytes->bytes)) {
-            Finding finding =
-                At("TV1017", begin, end, "the file is no UTF-8; it is likely " + LikelyEncoding(bytes->bytes));
-            finding.severity = Severity::Warning;
-            finding.help = ConversionHelp(bytes->bytes);
-            PlaceInScript(finding, begin);
-            findings.push_back(std::move(finding));
-        }
+    const auto parts = mended ? std::vector<std::pair<std::size_t, std::size_t>>() : PartsInOtherEncoding(bytes->bytes);
+    const std::string encoding = parts.empty() ? std::string() : LikelyEncoding(bytes->bytes);
+    const std::string help = parts.empty() ? std::string() : ConversionHelp(bytes->bytes);
+    for (const auto& [begin, end] : parts) {
+        Finding finding = At("TV1017", begin, end, "the file is no UTF-8; it is likely " + encoding);
+        finding.severity = Severity::Warning;
+        finding.help = help;
+        PlaceInScript(finding, begin);
+        findings.push_back(std::move(finding));
+    }
     const Element& top = text->Elements().front();
     const auto atName = [&](const Element& element, const std::string& message) {
         findings.push_back(At("TV6002", element.begin + 1, element.begin + 1 + element.name.size(), message));
@@ -389,43 +391,76 @@ void SceneFile::LookAtElement(const Element& section, std::string_view sectionNa
 
 // Declarations.
 
-std::optional<SceneFile::Target> SceneFile::FindVariable(const Script& script, const std::string& step) const {
-    const Item* top = script.tree->Root();
-    Target lost; // in a text that cannot be looked at, or after a header that is lost
-    lost.isKnown = false;
-    if (!top) return lost;
-    bool hasLost = false;
-    std::vector<const Item*> pending{top};
+// The first variable of each number that a search of the tree meets; null for one that is lost.
+const SceneFile::Variables& SceneFile::VariablesOf(const Script& script) const {
+    const auto [known, isNew] = variables.try_emplace(&script);
+    Variables& found = known->second;
+    if (!isNew || !script.tree->Root()) return found;
+    std::vector<const Item*> pending{script.tree->Root()};
     while (!pending.empty()) {
         const Item* item = pending.back();
         pending.pop_back();
         if (item->kind == KindInclude) continue;
-        hasLost = hasLost || IsLostVariable(*item);
+        found.hasLost = found.hasLost || IsLostVariable(*item);
         // A word that is no kind may be meant for that of a variable.
-        if (item->kind == KindVariable || item->isDropped) {
-            const auto number = LongNumberOf(item->name);
-            if (number && "Variable[name=" + std::to_string(static_cast<std::uint64_t>(*number)) + "]/value" == step) {
-                hasLost = hasLost || item->kind != KindVariable;
-                if (item->kind != KindVariable) continue;
-                Target target;
-                const Attribute* typeLine = item->Find("INTERACTIVE_TYPE");
-                target.isKnown = !typeLine || !typeLine->isBroken;
-                const std::string_view type = typeLine ? typeLine->value : std::string_view();
-                target.type = type == "INTEGER"  ? Target::Integer
-                              : type == "STRING" ? Target::Literal
-                              : type == "BOOL"   ? Target::Boolean
-                                                 : Target::Real;
-                target.unit = lmk::UNIT_NONE;
-                target.variable = item;
-                target.script = &script;
-                target.number = *number;
-                return target;
+        if (item->kind == KindVariable || item->isDropped)
+            if (const auto number = LongNumberOf(item->name)) {
+                const Item*& first = found.byNumber.try_emplace(*number, nullptr).first->second;
+                if (!first && item->kind == KindVariable) first = item;
             }
-        }
         for (auto child = item->children.rbegin(); child != item->children.rend(); ++child) pending.push_back(*child);
     }
-    if (hasLost) return lost;
-    return std::nullopt;
+    return found;
+}
+
+std::optional<SceneFile::Target> SceneFile::FindVariable(const Script& script, const std::string& step) const {
+    Target lost; // in a text that cannot be looked at, or after a header that is lost
+    lost.isKnown = false;
+    if (!script.tree->Root()) return lost;
+    const Variables& all = VariablesOf(script);
+    constexpr std::string_view kBefore = "Variable[name=";
+    std::uint64_t number = 0;
+    const char* const end = step.data() + step.size();
+    const bool isStep = step.starts_with(kBefore);
+    const auto [after, error] = std::from_chars(step.data() + (isStep ? kBefore.size() : step.size()), end, number);
+    const bool isNumber = isStep && error == std::errc() && std::string_view(after, end) == "]/value" &&
+                          step == std::string(kBefore) + std::to_string(number) + "]/value";
+    const auto found = isNumber ? all.byNumber.find(static_cast<std::int64_t>(number)) : all.byNumber.end();
+    if (found == all.byNumber.end()) return all.hasLost ? std::optional(lost) : std::nullopt;
+    if (!found->second) return lost;
+    const Item& item = *found->second;
+    Target target;
+    const Attribute* typeLine = item.Find("INTERACTIVE_TYPE");
+    target.isKnown = !typeLine || !typeLine->isBroken;
+    const std::string_view type = typeLine ? typeLine->value : std::string_view();
+    target.type = type == "INTEGER"  ? Target::Integer
+                  : type == "STRING" ? Target::Literal
+                  : type == "BOOL"   ? Target::Boolean
+                                     : Target::Real;
+    target.unit = lmk::UNIT_NONE;
+    target.variable = &item;
+    target.script = &script;
+    target.number = found->first;
+    return target;
+}
+
+// The first element for each step of an id below a section.
+const SceneFile::Steps& SceneFile::StepsBelow(const Element& section) const {
+    const auto [known, isNew] = stepsBelow.try_emplace(&section);
+    if (!isNew) return known->second;
+    for (const std::size_t child : section.children) {
+        const Element& element = text->Elements()[child];
+        if (IsParameter(element) || FindDeclared(kFields, section.name, element.name)) continue;
+        std::string step(element.name);
+        if (element.name == "Vehicle" || element.name == "Driver")
+            step += "[id/@ScenarioTreeValue=" + std::to_string(Number(element).value_or(0)) + "]";
+        if (element.name == "ScenarioScript") {
+            step += "[scriptName=\"" + FieldText(element, "scriptName") + "\"]";
+            if (std::find(scriptElements.begin(), scriptElements.end(), &element) == scriptElements.end()) continue;
+        }
+        known->second.emplace(std::move(step), &element);
+    }
+    return known->second;
 }
 
 std::optional<SceneFile::Target> SceneFile::Find(const std::string& id) const {
@@ -433,26 +468,14 @@ std::optional<SceneFile::Target> SceneFile::Find(const std::string& id) const {
     if (!root || steps.size() < 3 || steps[0] != "sce" || steps[1] != "Scenario") return std::nullopt;
     const Element* node = root;
     for (std::size_t at = 2; at + 1 < steps.size(); ++at) {
-        const Element* next = nullptr;
-        for (const std::size_t child : node->children) {
-            const Element& element = text->Elements()[child];
-            if (IsParameter(element) || FindDeclared(kFields, node->name, element.name)) continue;
-            std::string step(element.name);
-            if (element.name == "Vehicle" || element.name == "Driver")
-                step += "[id/@ScenarioTreeValue=" + std::to_string(Number(element).value_or(0)) + "]";
-            if (element.name == "ScenarioScript") step += "[scriptName=\"" + FieldText(element, "scriptName") + "\"]";
-            if (step != steps[at]) continue;
-            if (element.name == "ScenarioScript") {
-                const auto found = std::find(scriptElements.begin(), scriptElements.end(), &element);
-                if (found == scriptElements.end()) continue;
-                if (at + 2 != steps.size()) return std::nullopt;
-                return FindVariable(scripts[static_cast<std::size_t>(found - scriptElements.begin())], steps[at + 1]);
-            }
-            next = &element;
-            break;
-        }
-        if (!next) return std::nullopt;
-        node = next;
+        const Steps& below = StepsBelow(*node);
+        const auto next = below.find(steps[at]);
+        if (next == below.end()) return std::nullopt;
+        node = next->second;
+        if (node->name != "ScenarioScript") continue;
+        if (at + 2 != steps.size()) return std::nullopt;
+        const auto found = std::find(scriptElements.begin(), scriptElements.end(), node);
+        return FindVariable(scripts[static_cast<std::size_t>(found - scriptElements.begin())], steps[at + 1]);
     }
     const auto targetOf = [](std::string_view type) {
         Target target;

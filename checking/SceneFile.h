@@ -7,6 +7,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include <cfg/ScenarioText.h>
@@ -77,6 +78,13 @@ private:
     std::optional<std::int32_t> Number(const Element& section) const;
     std::optional<Target> Find(const std::string& id) const;
     std::optional<Target> FindVariable(const Script& script, const std::string& step) const;
+    struct Variables {
+        std::unordered_map<std::int64_t, const Item*> byNumber;
+        bool hasLost = false;
+    };
+    const Variables& VariablesOf(const Script& script) const;
+    using Steps = std::unordered_map<std::string, const Element*>;
+    const Steps& StepsBelow(const Element& section) const;
     void LookAtElement(const Element& element, std::string_view parentName, bool isRoot, std::vector<Finding>& findings,
                        unsigned level = 0) const;
     Finding At(const char* rule, std::size_t begin, std::size_t end, std::string message) const;
@@ -94,6 +102,9 @@ private:
     std::vector<Script> scripts;
     std::vector<const Element*> scriptElements; // of `scripts`
     std::vector<Declaration> declarations;
+    // Made where they are first asked for.
+    mutable std::map<const Script*, Variables> variables;
+    mutable std::map<const Element*, Steps> stepsBelow;
 };
 
 // The whole number that a text begins with, as hosts read the numbers of variables.

@@ -143,17 +143,7 @@ std::string Item::Title() const {
 }
 
 std::string WayTo(const Item* item) {
-    std::vector<std::string> steps;
-    for (; item; item = item->parent) steps.push_back(item->Title());
-    // Of a way that nobody would read to its end the beginning and the end are told.
-    constexpr std::size_t kLongest = 20;
-    if (steps.size() > kLongest) {
-        steps.erase(steps.begin() + kLongest / 2, steps.end() - kLongest / 2);
-        steps.insert(steps.begin() + kLongest / 2, "...");
-    }
-    std::string way;
-    for (auto step = steps.rbegin(); step != steps.rend(); ++step) way += (way.empty() ? "" : " / ") + *step;
-    return way;
+    return WayOfSteps(item, [](const Item& step) { return step.Title(); });
 }
 
 bool IsJunction(const Item& item) { return item.kind == KindCondition && (item.name == "AND" || item.name == "OR"); }
@@ -320,14 +310,17 @@ private:
         const std::size_t nul = text.find('\0');
         const auto nuls = static_cast<std::size_t>(
             std::count(text.begin() + static_cast<std::ptrdiff_t>(std::min(nul, text.size())), text.end(), '\0'));
+        const bool isWide = nuls * 4 > text.size();
+        const std::vector<std::pair<std::size_t, std::size_t>> parts = PartsInOtherEncoding(text);
+        const bool isOther = isWide || !parts.empty();
+        const std::string encoding = isOther ? LikelyEncoding(text) : std::string();
+        const std::string help = isOther ? ConversionHelp(text) : std::string();
         const auto tell = [&](std::size_t begin, std::size_t end) {
             // Values are taken as they are; the reader looks at no byte of them.
-            Fault& fault =
-                Add("TV1017", begin, end, "the text is no UTF-8; it is likely " + LikelyEncoding(text), true);
-            fault.help = ConversionHelp(text);
+            Fault& fault = Add("TV1017", begin, end, "the text is no UTF-8; it is likely " + encoding, true);
+            fault.help = help;
         };
-        const std::vector<std::pair<std::size_t, std::size_t>> parts = PartsInOtherEncoding(text);
-        if (nuls * 4 > text.size()) {
+        if (isWide) {
             tell(0, 0); // all of it is
             if (!parts.empty()) std::tie(tree.faults.back().begin, tree.faults.back().end) = parts.front();
             tree.faults.back().isTaken = false;
@@ -623,12 +616,9 @@ private:
     // Whether the brace would end the text from far within, and another one does so later.
     bool EndsTooEarly(const Row& row) const {
         if (open.size() < 3 || row.indent != indents.front()) return false;
-        bool isBehind = false;
-        for (const Row& other : rows) {
-            if (isBehind && other.form == Form::Close && other.IsDepthShown() && other.indent == row.indent)
-                return true;
-            isBehind = isBehind || other.begin == row.begin;
-        }
+        // From the end, so that many such braces find the last one at once.
+        for (auto other = rows.rbegin(); other != rows.rend() && other->begin > row.begin; ++other)
+            if (other->form == Form::Close && other->IsDepthShown() && other->indent == row.indent) return true;
         return false;
     }
 
@@ -1018,9 +1008,10 @@ const Item* ScriptTree::ItemAt(std::size_t position) const {
     const auto holds = [&](const Item* item) { return item && item->begin <= position && position <= item->closing; };
     const Item* item = holds(root) ? root : nullptr;
     while (item) {
-        const auto inner = std::find_if(item->children.begin(), item->children.end(), holds);
-        if (inner == item->children.end()) break;
-        item = *inner;
+        const auto after = std::partition_point(item->children.begin(), item->children.end(),
+                                                [&](const Item* child) { return child->begin <= position; });
+        if (after == item->children.begin() || !holds(after[-1])) break;
+        item = after[-1];
     }
     return item;
 }

@@ -121,7 +121,23 @@ struct Item {
     std::string Title() const;
 };
 
-// "SCENARIO (1) / TASK (2)", with the item itself at the end.
+// "SCENARIO (1) / TASK (2)", with the item itself at the end. Of a way that nobody would read to its end the beginning
+// and the end are told. `titleOf` gives the step of an item, which has a `parent`.
+template <class AnyItem, class TitleOf>
+std::string WayOfSteps(const AnyItem* item, TitleOf titleOf) {
+    constexpr std::size_t kLongest = 20;
+    std::vector<const AnyItem*> steps;
+    for (; item; item = item->parent) steps.push_back(item);
+    std::string way;
+    for (std::size_t at = 0; at < steps.size(); ++at) {
+        if (steps.size() > kLongest && at == kLongest / 2) {
+            way += " / ...";
+            at = steps.size() - kLongest / 2;
+        }
+        way += (way.empty() ? "" : " / ") + titleOf(*steps[steps.size() - 1 - at]);
+    }
+    return way;
+}
 std::string WayTo(const Item* item);
 
 // A fault of a text: which rule, and where.

@@ -49,6 +49,10 @@ Span Text::SpanOf(std::size_t begin, std::size_t end) const {
     return file->SpanOf(from, to);
 }
 
+std::uint32_t Text::RowOf(std::size_t position) const {
+    return (places ? *places : file->places)->PlaceOf(position).row;
+}
+
 Finding Text::FindingAt(std::size_t begin, std::size_t end) const {
     Finding finding;
     finding.file = file->path;

@@ -69,6 +69,8 @@ public:
     // The same with the rule, and what the rule says by itself.
     Finding FindingAt(const char* rule, std::size_t begin, std::size_t end, std::string message) const;
     Span SpanOf(std::size_t begin, std::size_t end) const;
+    // The row of a byte in the text itself.
+    std::uint32_t RowOf(std::size_t position) const;
     // A change of that part, as the file needs it. False if it cannot be written there.
     bool EditOf(std::size_t begin, std::size_t end, std::string_view replacement, Edit& edit) const;
 

@@ -183,6 +183,8 @@ TextChecks::TextChecks(const ScriptTree& scriptTree, const Definitions& knownDef
 
 std::vector<Fault> TextChecks::Run() {
     faults = tree.Faults();
+    for (std::size_t at = 0; at < faults.size(); ++at)
+        if (faults[at].key != Fault::kNoKey) faultsByKey[faults[at].key].push_back(at);
     if (!tree.Root()) return std::move(faults);
     LookAtTop();
     Visit(*tree.Root());
@@ -274,10 +276,12 @@ void TextChecks::SuggestWord(Fault& fault, std::string_view word, const std::vec
 // Items.
 
 // The header cannot be read as it is meant, and what is read in its place will not do.
-void TextChecks::RefuseHeader(const Item& item) {
-    for (Fault& fault : faults)
-        if (std::string_view(fault.rule) == "TV1003" && fault.begin >= item.begin && fault.begin <= item.headerEnd)
-            fault.isTaken = false;
+void TextChecks::RefuseHeader(const Item& item) { SetTaken(item.begin, false); }
+
+void TextChecks::SetTaken(std::size_t key, bool isTaken) {
+    const auto found = faultsByKey.find(key);
+    if (found == faultsByKey.end()) return;
+    for (const std::size_t at : found->second) faults[at].isTaken = isTaken;
 }
 
 void TextChecks::LookAtTop() {
@@ -561,33 +565,42 @@ void TextChecks::LookAtAttributes(const Item& item) {
             // The line is an error of its own only if the reader stumbles over what it takes for the value.
             const auto seen = item.Seen(attribute);
             const bool isTaken = seen && LookAtValue(item, attribute, *seen, false);
-            for (Fault& fault : faults)
-                if (fault.key == attribute.keyBegin) fault.isTaken = isTaken;
+            SetTaken(attribute.keyBegin, isTaken);
             continue;
         }
         LookAtValue(item, attribute, attribute.value, true);
     }
 }
 
+// The candidates for the keys that an item does not know.
+std::vector<std::string>& TextChecks::MissingKeys(const Item& item, const std::vector<Key>& keys) {
+    if (missingOf == &item) return missingKeys;
+    missingOf = &item;
+    missingKeys.clear();
+    for (const Key& key : keys)
+        if (!item.Find(key.word)) missingKeys.emplace_back(key.word);
+    return missingKeys;
+}
+
 // What is missing for a misspelt key alone has its finding at the key.
-void TextChecks::FindMeant(const Item& item, const Attribute& attribute, const std::vector<Key>& keys) const {
+void TextChecks::FindMeant(const Item& item, const Attribute& attribute, const std::vector<Key>& keys) {
     std::string_view word = attribute.key;
     if (attribute.isLost) {
         word = tree.Source().View().substr(attribute.keyBegin, attribute.valueBegin - attribute.keyBegin);
         word = word.substr(0, word.find_first_of(" \t=:\""));
     }
-    std::vector<std::string> candidates;
-    for (const Key& key : keys)
-        if (!item.Find(key.word)) candidates.emplace_back(key.word);
+    std::vector<std::string>& candidates = MissingKeys(item, keys);
     const std::string near = NearestKey(word, candidates);
     for (const Key& key : keys)
         if (key.word == near) attribute.meant = key.word;
+    std::erase(candidates, near);
 }
 
 void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, const std::vector<Key>& keys) {
-    std::vector<std::string> candidates;
+    std::vector<std::string> candidates = MissingKeys(item, keys);
+    const bool hasScore = std::find(candidates.begin(), candidates.end(), "SCORE") != candidates.end();
     for (const Key& key : keys)
-        if (!item.Find(key.word) || key.word == "SCORE") candidates.emplace_back(key.word);
+        if (key.word == "SCORE" && !hasScore) candidates.emplace_back(key.word);
     const std::string what = item.Title() + " has no attribute " + std::string(attribute.key);
     const std::string near = NearestKey(attribute.key, candidates);
     Fault& fault = AtKey("TV1011", item, attribute, what + (near.empty() ? "" : ", did you mean " + Quoted(near)));
@@ -616,8 +629,7 @@ void TextChecks::LookAtUnknown(const Item& item, const Attribute& attribute, con
         faults[place].isTaken = isTaken;
         return;
     }
-    for (Fault& other : faults)
-        if (other.key == attribute.keyBegin) other.isTaken = true; // the key is the fault that is told
+    SetTaken(attribute.keyBegin, true); // the key is the fault that is told
 }
 
 bool TextChecks::LookAtWord(const Item& item, const Attribute& attribute, std::string_view value,

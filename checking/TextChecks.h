@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "Definitions.h"
@@ -37,7 +38,10 @@ private:
     void LookAtTop();
     void LookAtAttributes(const Item& item);
     void LookAtUnknown(const Item& item, const Attribute& attribute, const std::vector<Key>& keys);
-    void FindMeant(const Item& item, const Attribute& attribute, const std::vector<Key>& keys) const;
+    void FindMeant(const Item& item, const Attribute& attribute, const std::vector<Key>& keys);
+    std::vector<std::string>& MissingKeys(const Item& item, const std::vector<Key>& keys);
+    // The faults of a line or header that the tree has told.
+    void SetTaken(std::size_t key, bool isTaken);
     void LookAtOrder(const Item& item);
     void LookAtLosses(const Item& item);
     // The faults of a value; false if the reader would refuse it.
@@ -62,8 +66,11 @@ private:
     const Definitions& definitions;
     const TextRole role;
     std::vector<Fault> faults;
-    std::vector<std::string_view> given; // keys of the item that is looked at, up to the line that is
-    bool isTopWrong = false;             // then nothing says what it takes
+    std::unordered_map<std::size_t, std::vector<std::size_t>> faultsByKey; // of the tree, as places among `faults`
+    const Item* missingOf = nullptr;
+    std::vector<std::string> missingKeys; // keys that `missingOf` has not, nor a misspelt one in its place
+    std::vector<std::string_view> given;  // keys of the item that is looked at, up to the line that is
+    bool isTopWrong = false;              // then nothing says what it takes
     bool isListTold[kListCount] = {};
 };
 
