@@ -4,6 +4,7 @@
 #include <functional>
 #include <iterator>
 #include <random>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <support/RandomTest.h>
@@ -62,12 +63,14 @@ const char* const kModel = R"(
                 TYPEOF ENUMTAB (t1)
         TYPEOF FOLDER (PARAMETER_LIST)
             TYPEOF PARAMETER (p) TYPE="FLOAT" ENUMTAB="t0" KINDLIST="USER VARIABLE ENUM"
+            TYPEOF PARAMETER (q) TYPE="FLOAT" ENUMTAB="t1" KINDLIST="USER VARIABLE ENUM"
             TYPEOF PARAMETER (which) TYPE="INTEGER" KINDLIST="USER"
         TYPEOF FOLDER (ACTION_LIST)
             TYPEOF ACTION (change) CODE="1"
         TYPEOF FOLDER (CONDITION_LIST)
             TYPEOF CONDITION (test) CODE="1"
                 TYPEOF PARAMETER (p) KIND="USER" VALUE="0"
+                TYPEOF PARAMETER (q) KIND="USER" VALUE="0"
                 TYPEOF PARAMETER (which) KIND="USER" VALUE="0")";
 
 // A state of the host's own, which changes the tree before it steps and after.
@@ -106,7 +109,8 @@ protected:
     RememberedValuesTest() {
         const std::string rule =
             "TYPEOF RULE (r)\n{\nTYPEOF CONDITION (test)\n{\nTYPEOF PARAMETER "
-            "(p)\n{\nKIND=\"USER\"\nVALUE=\"1\"\n}\nTYPEOF PARAMETER (which)\n{\nKIND=\"USER\"\n}\n}\n"
+            "(p)\n{\nKIND=\"USER\"\nVALUE=\"1\"\n}\nTYPEOF PARAMETER (q)\n{\nKIND=\"USER\"\nVALUE=\"1\"\n}\n"
+            "TYPEOF PARAMETER (which)\n{\nKIND=\"USER\"\n}\n}\n"
             "TYPEOF ACTION (change)\n{\n}\nTYPEOF ELSE_ACTION (change)\n{\n}\n}\n";
         std::string text = "TYPEOF SCENARIO (s)\n{\nFILE=\"f0\"\n";
         for (std::size_t i = 0; i < GetParam(); ++i)
@@ -119,10 +123,14 @@ protected:
         if (!script) throw std::runtime_error(world.cause);
         AddHostItems();
         std::vector<ScenarioItem*> items;
-        script->CollectItems(KindParameter, "p", items, true, true);
-        for (ScenarioItem* item : items) parameters.push_back(static_cast<Parameter*>(item));
+        for (const char* name : {"p", "q"}) {
+            items.clear();
+            script->CollectItems(KindParameter, name, items, true, true);
+            for (ScenarioItem* item : items) parameters.push_back(static_cast<Parameter*>(item));
+        }
         items.clear();
         script->CollectItems(KindParameter, "which", items, true, true);
+        looked = parameters.front();
         for (std::size_t i = 0; i < items.size(); ++i) static_cast<Parameter*>(items[i])->value = std::to_string(i);
         for (const ScenarioItemKind kind :
              {KindTask, KindRule, KindScenario, KindInclude, KindEvaluation, KindCriteria}) {
@@ -138,7 +146,9 @@ protected:
         ConditionTable().resize(2);
         ConditionTable()[1] = [this](const ParameterValues& values) {
             ++evaluations;
-            Compare(values[0], *parameters[static_cast<std::size_t>(values[1].number)], "evaluated");
+            const auto at = static_cast<std::size_t>(values[2].number);
+            Compare(values[0], *parameters[at], "evaluated");
+            Compare(values[1], *parameters[parameters.size() / 2 + at], "evaluated in the same moment");
             return Random(2) == 0;
         };
     }
@@ -169,8 +179,11 @@ protected:
         return *items[Random(items.size())];
     }
     std::string Number() { return std::to_string(Random(3)); }
-    // Names of all lengths that a number has.
-    std::string Name() { return Random(4) == 0 ? std::string("1234567890").substr(0, 6 + Random(4)) : Number(); }
+    // Names of all lengths, and few of each, so that many are equal.
+    std::string Name() {
+        if (Random(2) == 0) return Number();
+        return Random(2) == 0 ? "17" : Word({"1234", "1234567", "12345678", "12345679"});
+    }
     std::string Word(const std::vector<std::string>& words) { return words[Random(words.size())]; }
 
     void Compare(const ParameterValue& value, Parameter& parameter, const char* where) {
@@ -178,7 +191,9 @@ protected:
             << where << ", change " << changes << ", seed " << RandomSeed();
     }
     void Look(const char* where) {
-        Parameter& parameter = Any(parameters);
+        // Often at the same one: only what was looked up before can have been kept for too long.
+        if (Random(2) == 0) looked = &Any(parameters);
+        Parameter& parameter = *looked;
         ParameterValue value;
         parameter.FillValue(value);
         Compare(value, parameter, where);
@@ -230,7 +245,7 @@ protected:
         const ScenarioItemKind kind = isEntry ? KindEnum : KindVariable;
         const std::vector<Variable*> variables = Variables(owners, kind);
         Parameter& parameter = Any(parameters);
-        switch (Random(20)) {
+        switch (Random(22)) {
         case 0:
         case 1: {
             if (variables.size() > GetParam() + 30) break;
@@ -249,13 +264,20 @@ protected:
         case 3:
             if (!variables.empty()) Any(variables).name = Name();
             break;
-        case 4:
+        case 4: {
+            // What was found just now gets a name that differs as little as it can.
+            const auto found = std::find_if(variables.begin(), variables.end(),
+                                            [&](const Variable* it) { return it->name == looked->value; });
+            if (found != variables.end()) (*found)->name.back() = (*found)->name.back() == '8' ? '9' : '8';
+            break;
+        }
+        case 5:
             if (!variables.empty()) Any(variables).value = Number() + ".5";
             break;
-        case 5:
+        case 6:
             if (!variables.empty()) Any(variables).type = Word({"FLOAT", "INTEGER", "STRING", "VOID"});
             break;
-        case 6:
+        case 7:
             if (!variables.empty()) {
                 Variable& variable = Any(variables);
                 ScenarioItem* former = variable.parent;
@@ -264,31 +286,31 @@ protected:
                 Any(owners).AddChild(&variable, nullptr, Random(2) == 0);
             }
             break;
-        case 7:
+        case 8:
             parameter.valueKind = Word({"USER", "ENUM", "VARIABLE", "VARIABLE"});
             break;
-        case 8:
+        case 9:
             parameter.value = Name();
             break;
-        case 9:
+        case 10:
             parameter.ownerFile = Word({"f0", "f1"});
             break;
-        case 10:
+        case 11:
             script->fileName = Word({"f0", "f0", "f1"});
             break;
-        case 11:
+        case 12:
             static_cast<Parameter*>(parameter.model)->enumTab = Word({"t0", "t1"});
             break;
-        case 12:
+        case 13:
             std::swap(tabs[0]->name, tabs[1]->name);
             break;
-        case 13:
+        case 14:
             if (!variables.empty()) {
                 Variable& variable = Any(variables);
                 variable.parent->SwapChildren(&variable, &Any(variables));
             }
             break;
-        case 14: {
+        case 15: {
             // The lists are public fields, too.
             const bool isWithinScenario = Random(2) == 0; // whose lists are all seen from one place
             auto& scenario = static_cast<ScenarioLib::Scenario&>(*script);
@@ -302,17 +324,17 @@ protected:
             variable->parent = &owner;
             break;
         }
-        case 15: {
+        case 16: {
             std::vector<Variable*>& list = ListOf(Any(levels));
             std::reverse(list.begin(), list.end());
             std::vector<ScenarioItem*>& entries = static_cast<EnumTab&>(Any(tabs)).children;
             std::reverse(entries.begin(), entries.end());
             break;
         }
-        case 16:
+        case 17:
             if (!variables.empty()) Any(variables).SetName(Name());
             break;
-        case 17: {
+        case 18: {
             // What is erased from a list without a word is gone at once, and so is what is destroyed with it.
             std::vector<Variable*>& list = ListOf(Any(levels));
             if (list.empty() || variables.size() < GetParam() + 6) break;
@@ -321,11 +343,23 @@ protected:
             list.erase(list.begin() + static_cast<std::ptrdiff_t>(at));
             break;
         }
-        case 18:
+        case 19: {
+            // Two of the same name change places.
+            std::vector<Variable*>& ones = ListOf(Any(levels));
+            std::vector<Variable*>& others = ListOf(Any(levels));
+            const auto isPair = [](const Variable* one, const Variable* other) { return one->name == other->name; };
+            const auto one = std::find_first_of(ones.begin(), ones.end(), others.begin(), others.end(), isPair);
+            if (one == ones.end()) break;
+            const auto other = std::find_if(others.begin(), others.end(), [&](auto* it) { return isPair(*one, it); });
+            std::swap((*one)->parent, (*other)->parent);
+            std::swap(*one, *other);
+            break;
+        }
+        case 20:
             shownByHost.value = Number();
             std::swap(static_cast<Folders&>(*world.root).children[0], static_cast<Folders&>(*world.root).children[1]);
             break;
-        case 19: {
+        case 21: {
             // In depth alone: all items stay in their order.
             auto& tab = static_cast<EnumTab&>(Any(tabs));
             std::vector<ScenarioItem*>& around = static_cast<Folders&>(*tab.parent).children;
@@ -348,7 +382,8 @@ protected:
     ScriptWorld world{kModel};
     std::unique_ptr<ScenarioItem> script;
     HostRule* hostRule = nullptr;
-    std::vector<Parameter*> parameters;
+    std::vector<Parameter*> parameters; // the second half in the same order as the first
+    Parameter* looked = nullptr;
     std::vector<ScenarioItem*> levels;
     std::vector<ScenarioItem*> tabs;
     std::mt19937 random{RandomSeed()};
@@ -380,6 +415,35 @@ TEST_P(RememberedValuesTest, NothingThatIsChangedInAStepIsMissed) {
     }
     EXPECT_GT(evaluations, 100);
     EXPECT_GT(changes, 100);
+}
+
+// Names of two sizes are asked for in one moment, the second one when all names of the first have been looked at.
+TEST(RememberedNames, NoSizeOfANameIsForgotten) {
+    ScriptWorld world{kModel};
+    const std::unique_ptr<ScenarioItem> script = world.Read(R"(
+        TYPEOF SCENARIO (s)
+            TYPEOF VARIABLE (1) TYPE="FLOAT" VALUE="1.5"
+            TYPEOF VARIABLE (17) TYPE="FLOAT" VALUE="17.5"
+            TYPEOF RULE (r)
+                TYPEOF CONDITION (test)
+                    TYPEOF PARAMETER (p) KIND="VARIABLE" VALUE="1"
+                    TYPEOF PARAMETER (q) KIND="VARIABLE" VALUE="17"
+                    TYPEOF PARAMETER (which) KIND="USER" VALUE="0")");
+    ASSERT_TRUE(script) << world.cause;
+    auto& scenario = static_cast<ScenarioLib::Scenario&>(*script);
+    std::vector<float> numbers;
+    ConditionTable().resize(2);
+    ConditionTable()[1] = [&](const ParameterValues& values) {
+        numbers = {values[0].number, values[1].number};
+        return false;
+    };
+    Rule& rule = *scenario.rules.front();
+    rule.Step(0.0);
+    EXPECT_EQ(numbers, (std::vector<float>{1.5F, 17.5F}));
+    scenario.variables[1]->name = "170";
+    rule.Step(0.1);
+    EXPECT_EQ(numbers, (std::vector<float>{1.5F, 0.0F}));
+    ConditionTable().resize(1);
 }
 
 INSTANTIATE_TEST_SUITE_P(NamesInScope, RememberedValuesTest, testing::Values(0, 30, 200));

@@ -1,5 +1,7 @@
 // How KIND and VALUE of a parameter become an argument.
-#include <algorithm>
+#include <span>
+#include <string>
+#include <vector>
 
 #include <scenario/CallUnderWay.h>
 #include <scenario/Parameter.h>
@@ -30,20 +32,10 @@ const Parameter* DefinitionOf(const Parameter& parameter) {
 bool IsNumeric(const std::string& type) { return type == "INTEGER" || type == "FLOAT" || type == "BOOL"; }
 
 float NumberFrom(const std::string& text, ParameterMemory& memory) {
-    const bool mayBeKept = text.size() <= memory.numberText.size();
-    if (mayBeKept && SameText({memory.numberText.data(), memory.numberSize}, text)) return memory.number;
+    if (memory.IsFor(text)) return memory.number;
     memory.number = Narrow(NumberOf(text));
-    memory.numberSize = ParameterMemory::kNoNumber;
-    if (mayBeKept) {
-        std::copy(text.begin(), text.end(), memory.numberText.begin());
-        memory.numberSize = static_cast<std::uint8_t>(text.size());
-    }
+    memory.Keep(text);
     return memory.number;
-}
-
-FoundItems& FoundBy(ParameterMemory& memory) {
-    if (!memory.found) memory.found = std::make_unique<FoundItems>();
-    return *memory.found;
 }
 
 const Variable* FindEntry(const Parameter& parameter, ParameterMemory& memory) {
@@ -52,33 +44,42 @@ const Variable* FindEntry(const Parameter& parameter, ParameterMemory& memory) {
     const std::string& tabName = definition->enumTab;
     const StepScope step;
     const std::uint64_t version = treeWatch::EnumTabs(GetModelRoot(&parameter));
-    FoundItems& found = FoundBy(memory);
-    if (version != 0 && found.version == version && found.value == parameter.value && found.tabName == tabName)
-        return found.entry;
-    found.version = 0; // should the search not come back
+    FoundItems& found = memory.More();
+    if (version != 0 && memory.version == version && found.value == parameter.value && found.tabName == tabName)
+        return memory.item;
+    memory.version = 0; // should the search not come back
     auto* tab = static_cast<EnumTab*>(parameter.FindEnumTab(tabName));
     if (!tab) AssertionFailed(kSource, 1396);
-    found.entry = dynamic_cast<const Variable*>(tab->FindEntry(parameter.value));
+    memory.item = dynamic_cast<const Variable*>(tab->FindEntry(parameter.value));
     found.value = parameter.value;
     found.tabName = tabName;
-    found.version = version;
-    return found.entry;
+    memory.version = version;
+    return memory.item;
 }
 
 // Every variable of that number that the parameter sees, outermost first.
-const std::vector<const Variable*>& FindVariables(const Parameter& parameter, ParameterMemory& memory) {
-    const std::uint64_t version = treeWatch::VisibleVariables(&parameter);
-    FoundItems& found = FoundBy(memory);
-    if (version != 0 && found.version == version && found.value == parameter.value) return found.variables;
-    found.version = 0;
-    std::vector<ScenarioItem*> items;
-    const std::string name = std::to_string(WholeNumberOf(parameter.value));
-    const_cast<Parameter&>(parameter).CollectVisibleItems(KindVariable, items, name, "");
-    found.variables.clear();
-    for (const ScenarioItem* item : items) found.variables.push_back(static_cast<const Variable*>(item));
-    found.value = parameter.value;
-    found.version = version;
-    return found.variables;
+std::span<const Variable* const> FindVariables(const Parameter& parameter, ParameterMemory& memory) {
+    const auto nameOf = [&] { return std::to_string(WholeNumberOf(parameter.value)); };
+    if (!memory.IsFor(parameter.value)) {
+        memory.version = 0;
+        memory.nameSize = static_cast<std::uint8_t>(nameOf().size());
+        memory.Keep(parameter.value);
+    }
+    const std::uint64_t version = treeWatch::VisibleVariables(&parameter, memory.nameSize);
+    if (version == 0 || memory.version != version) {
+        memory.version = 0; // should the search not come back
+        std::vector<ScenarioItem*> items;
+        const_cast<Parameter&>(parameter).CollectVisibleItems(KindVariable, items, nameOf(), "");
+        memory.item = items.size() == 1 ? static_cast<const Variable*>(items.front()) : nullptr;
+        if (!memory.item) {
+            std::vector<const Variable*>& variables = memory.More().variables;
+            variables.clear();
+            for (const ScenarioItem* item : items) variables.push_back(static_cast<const Variable*>(item));
+        }
+        memory.version = version;
+    }
+    if (memory.item) return {&memory.item, 1};
+    return memory.found->variables;
 }
 
 // Lets every variable of that number in the parameter's file fill the record, so that the innermost one stands and
@@ -159,7 +160,10 @@ void FillVariable(const Parameter& parameter, ParameterMemory& memory, Parameter
 
 void Parameter::FillValue(ParameterValue& out) const {
     if (!memory) memory = std::make_unique<ParameterMemory>();
-    if (!memory->kind || !SameText(memory->kind->word, valueKind)) memory->kind = &ValueKindOf(valueKind);
+    if (!memory->kind || !SameText(memory->kind->word, valueKind)) {
+        *memory = ParameterMemory();
+        memory->kind = &ValueKindOf(valueKind);
+    }
     memory->kind->fill(*this, *memory, out);
 }
 

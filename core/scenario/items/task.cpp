@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <limits>
 #include <optional>
 #include <typeinfo>
@@ -187,20 +188,23 @@ void Task::CopyUserAttributes(Token* target) const {
 
 bool Task::RenumberVariables() { return variables.empty() ? false : VariableNames(*this).MakeUnique(); }
 
-// Asked at each step, and every state up to the one that is found may have a new name by then. So names that are plain
-// numbers are told apart by their digits, the last one first, and not converted.
+// Asked at each step, and every state up to the one that is found may have a new name by then. So of most names only
+// the size is read, and those that are plain numbers are told apart by their digits, the last one first, and not
+// converted.
 std::ptrdiff_t Task::StateIndex(std::int32_t number) const {
     const std::string digits = std::to_string(number);
     const bool isPlain = number > 0 && number < std::numeric_limits<std::int32_t>::max(); // larger ones count as it too
+    const std::size_t fewest = number == 0 ? 0 : digits.size();                           // without digits it is 0
+    const std::size_t last = digits.size() - 1;
     const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
     const auto hasNumber = [&](const std::string& text) {
-        const char first = *text.c_str();
-        if (!isPlain || !isDigit(first) || first == '0') return WholeNumberOf(text) == number;
-        return text.size() >= digits.size() && text[digits.size() - 1] == digits.back() &&
-               !isDigit(text.c_str()[digits.size()]) && text.compare(0, digits.size(), digits) == 0;
+        const char* const at = text.c_str();
+        if (!isPlain || !isDigit(*at) || *at == '0') return WholeNumberOf(text) == number;
+        return at[last] == digits[last] && !isDigit(at[last + 1]) && std::memcmp(at, digits.data(), last) == 0;
     };
     for (std::size_t i = 0; i < subTasks.size(); ++i)
-        if (subTasks[i] && hasNumber(subTasks[i]->name)) return static_cast<std::ptrdiff_t>(i);
+        if (subTasks[i] && subTasks[i]->name.size() >= fewest && hasNumber(subTasks[i]->name))
+            return static_cast<std::ptrdiff_t>(i);
     return -1;
 }
 

@@ -61,6 +61,20 @@ std::uint64_t NumberFor(const std::string& name) {
     return size == 0 ? 0 : kLongName;
 }
 
+// Of names of variables. One whose size nobody has asked for cannot be among what was found, whatever it is.
+class Sizes {
+public:
+    bool Contain(std::size_t size) const { return size < kSizes && (bits >> size & 1) != 0; }
+    void Add(std::size_t size) {
+        if (size < kSizes) bits |= std::uint32_t{1} << size;
+    }
+    bool operator==(const Sizes&) const = default;
+
+private:
+    static constexpr std::size_t kSizes = 32; // what is asked for are the texts of numbers
+    std::uint32_t bits = 0;
+};
+
 // What a walk came by, as it was the last time.
 class Walk {
 public:
@@ -69,20 +83,23 @@ public:
         longAt = 0;
         changed = false;
     }
-    // All of a list; as this is done after each action, by a loop of its own as long as nothing differs.
-    void SeeAll(const std::vector<Variable*>& variables) {
-        const std::size_t count = std::min(variables.size(), entries.size() - at);
+    // Of a list, the names that may be asked for. As this is done after each action, it reads as little as it can: of
+    // most variables the size of the name, and of those that are as they were nothing twice.
+    void SeeAll(const std::vector<Variable*>& variables, Sizes asked) {
         const Entry* known = entries.data() + at;
-        std::size_t same = 0;
-        for (; same < count; ++same, ++known) {
-            const Variable* variable = variables[same];
-            if (known->item != variable || !variable) break;
+        const Entry* const end = entries.data() + entries.size();
+        auto next = variables.begin();
+        for (; next != variables.end(); ++next) {
+            const Variable* variable = *next;
+            if (!variable || !asked.Contain(variable->name.size())) continue;
+            if (known == end || known->item != variable) break;
             const std::uint64_t number = NumberFor(variable->name);
             if (known->number != number || number == kLongName) break;
+            ++known;
         }
-        at += same;
-        for (; same < variables.size(); ++same)
-            if (variables[same]) See(variables[same], variables[same]->name);
+        at = static_cast<std::size_t>(known - entries.data());
+        for (; next != variables.end(); ++next)
+            if (*next && asked.Contain((*next)->name.size())) See(*next, (*next)->name);
     }
     void See(const ScenarioItem* item, const std::string& name) {
         const std::uint64_t number = NumberFor(name);
@@ -135,17 +152,19 @@ struct Watch {
     std::uint64_t versionAbove = 0;
     std::uint64_t moment = 0; // of the last walk
     std::uint64_t version = 0;
+    Sizes asked; // in the last walk
 
-    bool IsFresh() const { return moment == StepScope::Moment(); }
+    bool IsFresh(Sizes now) const { return moment == StepScope::Moment() && asked == now; }
 };
 
 struct Watches {
     std::unordered_map<const ScenarioItem*, Watch> variables;
     std::unordered_map<const ScenarioItem*, Watch> enumTabs;
     std::uint64_t lastVersion = 0;
+    Sizes asked; // since the last step that forgot the dead
     // The last answers, as most parameters ask what the one before has asked.
     const ScenarioItem* lastPlace = nullptr;
-    const Watch* lastOfPlace = nullptr;
+    Watch* lastOfPlace = nullptr;
     const ScenarioItem* lastRoot = nullptr;
     const Watch* lastOfRoot = nullptr;
     std::uint64_t deaths = 0;
@@ -159,12 +178,14 @@ struct Watches {
         deaths = StepScope::Deaths();
         variables.clear();
         enumTabs.clear();
+        asked = {};
         lastPlace = lastRoot = nullptr;
     }
 
     // Repeats the walk of a watch. `look` answers false if only a search can tell what there is.
     template <class Look>
     std::uint64_t Renew(Watch& watch, bool changed, Look look) {
+        watch.asked = asked;
         const std::uint64_t before = std::exchange(watch.version, 0); // should the walk not come back
         watch.walk.Begin();
         const bool isKnown = look(watch.walk);
@@ -200,12 +221,12 @@ bool IsFolder(const ScenarioItem& item) {
 }
 
 // The variables of one place; false for one that only a search can tell about.
-bool SeeVariables(Walk& walk, const ScenarioItem& item) {
+bool SeeVariables(Walk& walk, const ScenarioItem& item, Sizes asked) {
     if (IsExactly<Rule>(item)) {
-        walk.SeeAll(static_cast<const Rule&>(item).variables);
+        walk.SeeAll(static_cast<const Rule&>(item).variables, asked);
     } else if (IsExactly<Task>(item) || IsExactly<Criteria>(item) || IsExactly<Include>(item) ||
                IsExactly<Evaluation>(item)) {
-        walk.SeeAll(static_cast<const Task&>(item).variables);
+        walk.SeeAll(static_cast<const Task&>(item).variables, asked);
     } else if (IsExactly<Scenario>(item)) {
         const auto& scenario = static_cast<const Scenario&>(item);
         if (!IsNullOrExactly<Evaluation>(scenario.evaluation) ||
@@ -213,16 +234,16 @@ bool SeeVariables(Walk& walk, const ScenarioItem& item) {
             !std::all_of(scenario.includes.begin(), scenario.includes.end(), IsNullOrExactly<Include>))
             return false;
         // The lists follow one another in another order than this, so it matters where each of them ends.
-        walk.SeeAll(scenario.variables);
+        walk.SeeAll(scenario.variables, asked);
         for (const Include* include : scenario.includes) {
             walk.See(include, kListEnds);
-            if (include) walk.SeeAll(include->variables);
+            if (include) walk.SeeAll(include->variables, asked);
         }
         walk.See(scenario.evaluation, kListEnds);
-        if (scenario.evaluation) walk.SeeAll(scenario.evaluation->variables);
+        if (scenario.evaluation) walk.SeeAll(scenario.evaluation->variables, asked);
     } else if (IsFolder(item)) {
         for (const ScenarioItem* child : static_cast<const Folders&>(item).children)
-            if (child && child->kind == KindVariable) walk.See(child, child->name);
+            if (child && child->kind == KindVariable && asked.Contain(child->name.size())) walk.See(child, child->name);
     } else {
         return false;
     }
@@ -284,11 +305,13 @@ Search SearchAll(const std::vector<Item*>& items, const ScenarioItem*& folder) {
 
 } // namespace
 
-std::uint64_t treeWatch::VisibleVariables(const ScenarioItem* item) {
+std::uint64_t treeWatch::VisibleVariables(const ScenarioItem* item, std::size_t nameSize) {
     Watches& watches = TheWatches();
     watches.ForgetTheDead();
+    watches.asked.Add(nameSize);
     item = SkipTransparent(item);
-    if (item && item == watches.lastPlace && watches.lastOfPlace->IsFresh()) return watches.lastOfPlace->version;
+    if (item && item == watches.lastPlace && watches.lastOfPlace->IsFresh(watches.asked))
+        return watches.lastOfPlace->version;
 
     // States may be nested deeper than the stack would carry, so the way up is kept in a list.
     static std::vector<std::pair<const ScenarioItem*, Watch*>> way;
@@ -297,8 +320,8 @@ std::uint64_t treeWatch::VisibleVariables(const ScenarioItem* item) {
     std::uint64_t version = 0;
     bool isWhole = true; // nothing above asks for a search
     for (const ScenarioItem* place = item; place;) {
-        Watch& watch = watches.variables[place];
-        if (watch.IsFresh()) {
+        Watch& watch = place == watches.lastPlace ? *watches.lastOfPlace : watches.variables[place];
+        if (watch.IsFresh(watches.asked)) {
             above = place;
             version = watch.version;
             isWhole = version != 0;
@@ -312,8 +335,9 @@ std::uint64_t treeWatch::VisibleVariables(const ScenarioItem* item) {
         const bool changed = watch->above != above || watch->versionAbove != version;
         watch->above = above;
         watch->versionAbove = version;
-        version = watches.Renew(*watch, changed,
-                                [place = place, isWhole](Walk& walk) { return SeeVariables(walk, *place) && isWhole; });
+        version = watches.Renew(*watch, changed, [&, place = place](Walk& walk) {
+            return SeeVariables(walk, *place, watches.asked) && isWhole;
+        });
         isWhole = version != 0;
         above = place;
         watches.lastPlace = place;
@@ -326,11 +350,12 @@ std::uint64_t treeWatch::EnumTabs(const ScenarioItem* root) {
     if (!root) return 0;
     Watches& watches = TheWatches();
     watches.ForgetTheDead();
-    if (root == watches.lastRoot && watches.lastOfRoot->IsFresh()) return watches.lastOfRoot->version;
+    if (root == watches.lastRoot && watches.lastOfRoot->moment == StepScope::Moment())
+        return watches.lastOfRoot->version;
     Watch& watch = watches.enumTabs[root];
     watches.lastRoot = root;
     watches.lastOfRoot = &watch;
-    if (watch.IsFresh()) return watch.version;
+    if (watch.moment == StepScope::Moment()) return watch.version;
     return watches.Renew(watch, false, [root](Walk& walk) {
         const ScenarioItem* folder = nullptr;
         const Search result = FindEnumTabList(*root, folder);

@@ -1,6 +1,7 @@
 #ifndef SCENARIO_TREEWATCH_H
 #define SCENARIO_TREEWATCH_H
 
+#include <cstddef>
 #include <cstdint>
 
 class ScenarioItem;
@@ -15,8 +16,8 @@ class ScenarioItem;
 // `item` is what the look begins at and `root` what holds the definitions; both are called in a StepScope.
 namespace treeWatch {
 
-// Of the variables that CollectVisibleItems gives from `item`.
-std::uint64_t VisibleVariables(const ScenarioItem* item);
+// Of the variables that CollectVisibleItems gives from `item` for a name of that size.
+std::uint64_t VisibleVariables(const ScenarioItem* item, std::size_t nameSize);
 
 // Of the enumerations in the folder "ENUMTAB_LIST" of `root` and their entries.
 std::uint64_t EnumTabs(const ScenarioItem* root);
