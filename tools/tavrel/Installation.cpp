@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <string_view>
 #include <utility>
 
 #include <unistd.h>
@@ -32,7 +33,7 @@ using TavrelScenarioTemplateDb::TavrelScenario;
 using TavrelScenarioTemplateDb::TavrelScenarioTemplateDatabase;
 
 constexpr const char* kAll = "*";
-constexpr const char* kExtension = ".sce";
+constexpr std::string_view kExtension = ".sce";
 constexpr const char* kInstallationFile = "tavrel.xml";
 
 // The library's own join of a scenario directory and the path below it.
@@ -73,15 +74,27 @@ bool AreTheSame(const std::vector<Configuration>& holders, const std::vector<std
     return true;
 }
 
+// Asked of each file of an installation, as is the path below: the text tells both faster than its parts.
+bool IsNamedLikeAScenario(std::string_view path) {
+    const std::string_view name = path.substr(path.rfind('/') + 1);
+    return name.ends_with(kExtension) && name != kExtension;
+}
+
+// `path` was found by a walk through `folder`.
+std::string PathBelow(const std::string& path, const std::string& folder) {
+    if (!folder.empty() && folder.back() != '/' && path.starts_with(folder) && path[folder.size()] == '/')
+        return path.substr(folder.size() + 1);
+    return std::filesystem::path(path).lexically_relative(folder).generic_string();
+}
+
 // What is named like a scenario below a folder, by whether it is a file. The library lists files only, and gives a
 // listing up at a link that leads nowhere.
 void SortOut(const std::string& folder, std::vector<std::string>& files, std::vector<std::string>& others,
              const std::function<void(const std::string&)>& failed) {
     const auto found = [&](const std::string& path) {
-        if (std::filesystem::path(path).extension() != kExtension) return;
+        if (!IsNamedLikeAScenario(path)) return;
         std::error_code error;
-        (std::filesystem::is_regular_file(path, error) ? files : others)
-            .push_back(std::filesystem::path(path).lexically_relative(folder).generic_string());
+        (std::filesystem::is_regular_file(path, error) ? files : others).push_back(PathBelow(path, folder));
     };
     Walk(folder, found, failed);
 }
