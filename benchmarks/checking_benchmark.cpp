@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <sys/resource.h>
@@ -13,6 +14,7 @@
 #include <checking/Check.h>
 #include <lmkUtils/EnvConfig.h>
 #include <scenario/ItemModel.h>
+#include <scenario/LoadDiagnostics.h>
 
 #include "GenerateInstallation.h"
 
@@ -67,7 +69,21 @@ double CpuSeconds() {
     return seconds;
 }
 
-void Read(benchmark::State& state) {
+// Asks for what is wrong while it lives.
+class Listener : public LoadProblemListener {
+public:
+    Listener() : former(SetLoadProblemListener(this)) {}
+    ~Listener() override { SetLoadProblemListener(former); }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+    void OnLoadProblem(const LoadProblem&) override {}
+
+private:
+    LoadProblemListener* const former;
+};
+
+// As hosts read, or with somebody who asks for what is wrong; there is nothing.
+void ReadScript(benchmark::State& state, bool isListening) {
     lmkUtils::EnvConfig::setTavrelConfigFilePath(Installation(1).string());
     const std::string configuration = "Configuration 0";
     lmkUtils::EnvConfig::setConfig(configuration, false);
@@ -75,6 +91,8 @@ void Read(benchmark::State& state) {
     RootModel::use(RootModel::fileOf(configuration), nullptr);
     const std::string text = Script();
     std::size_t items = 0;
+    std::optional<Listener> listener;
+    if (isListening) listener.emplace();
     for (auto step : state) {
         static_cast<void>(step);
         const double begin = CpuSeconds();
@@ -87,7 +105,10 @@ void Read(benchmark::State& state) {
     for (std::size_t at = 0; (at = text.find("TYPEOF", at)) != std::string::npos; ++at) ++items;
     state.counters["items"] = static_cast<double>(items);
 }
+void Read(benchmark::State& state) { ReadScript(state, false); }
+void ReadListening(benchmark::State& state) { ReadScript(state, true); }
 BENCHMARK(Read)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadListening)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 // With so many faults.
 void CheckScript(benchmark::State& state) {

@@ -412,7 +412,7 @@ Examiner::Model* Examiner::ModelOf(const std::string& path, const std::string& c
 void Examiner::AddFaults(const ScriptTree& tree, const Definitions& definitions, TextRole role,
                          const Surroundings& around, Examined& examined) {
     std::vector<Fault> faults = TextChecks(tree, definitions, role).Run();
-    for (Fault& fault : FlowFaults(tree)) faults.push_back(std::move(fault));
+    for (Fault& fault : FlowFaults(tree, definitions)) faults.push_back(std::move(fault));
     for (PlacedFault& placed : TreeChecks(tree, around).Run(std::move(faults))) {
         Finding& finding = examined.findings.emplace_back(FindingOf(placed.fault, *placed.text));
         for (RelatedPlace& place : placed.related) finding.related.push_back(std::move(place));

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <unordered_set>
 #include <utility>
 
 #include "TreeChecks.h"
@@ -23,8 +24,12 @@ struct Transition {
 };
 
 struct Flow {
+    explicit Flow(const Definitions& known) : definitions(known) {}
+
+    const Definitions& definitions;
     std::vector<Transition> transitions;
     std::set<std::string_view> states;
+    std::set<std::pair<const Item*, std::string_view>> statesOf; // with the item that they stand in
     std::map<std::string_view, std::vector<const Item*>> owners; // of the transitions, by their states
     std::set<std::string_view> mayBeEntered;
     std::set<const Item*> lost; // owners of transitions that lead nowhere
@@ -43,7 +48,10 @@ struct Flow {
     }
 
     void Gather(const Item& item, const Item* owner) {
-        if (item.kind == KindTask) states.insert(item.name);
+        if (item.kind == KindTask) {
+            states.insert(item.name);
+            statesOf.emplace(item.parent, item.name);
+        }
         if (IsTaskLike(item.kind)) owner = &item;
         if (item.kind == KindAction || item.kind == KindElseAction) {
             for (const auto& parameter : item.children)
@@ -51,35 +59,36 @@ struct Flow {
                     transitions.push_back({&item, owner, parameter->Value("VALUE")});
             if (LacksState(item)) transitions.push_back({&item, owner, {}});
         }
-        // What is not understood may enter the state that its value names.
-        const std::string_view kind = item.Value("KIND");
-        const bool isUnderstood = IsParameter(item.kind) && item.parent && IsCall(item.parent->kind);
-        const bool isKind = std::find(ValueKinds().begin(), ValueKinds().end(), kind) != ValueKinds().end() &&
-                            (!item.model || item.model == &item || Holds(WordsOf(item.model->Value("KINDLIST")), kind));
-        if (item.isDropped || IsParameter(item.kind))
-            if (!isKind || (kind == "TASK" && !isUnderstood)) mayBeEntered.insert(item.Value("VALUE"));
+        if ((item.isDropped || IsParameter(item.kind)) && MayEnterState(item)) mayBeEntered.insert(item.Value("VALUE"));
         for (const auto& child : item.children) Gather(*child, owner);
     }
 
+    // What is not understood may enter the state that its value names.
+    bool MayEnterState(const Item& item) const {
+        const std::string_view kind = item.Value("KIND");
+        const bool isUnderstood = IsParameter(item.kind) && item.parent && IsCall(item.parent->kind);
+        if (!IsValueKind(kind) || (kind == "TASK" && !isUnderstood)) return true;
+        return item.model && item.model != &item && !Holds(definitions.FactsOf(*item.model).kinds, kind);
+    }
+
     // Whether the action goes on to a state, and which one is missing. That has its own finding.
-    static bool LacksState(const Item& action) {
+    bool LacksState(const Item& action) const {
         if (!action.model || action.model == &action) return false;
-        const std::vector<const Item*> wanted = ParametersOf(*action.model);
-        return std::any_of(wanted.begin(), wanted.end(), [&](const Item* state) {
-            if (!state->model || !Holds(WordsOf(state->model->Value("KINDLIST")), "TASK")) return false;
+        return std::any_of(action.model->children.begin(), action.model->children.end(), [&](const Item* state) {
+            if (!IsParameter(state->kind) || !state->model || !Holds(definitions.FactsOf(*state->model).kinds, "TASK"))
+                return false;
+            const std::vector<const Item*> wanted = ParametersOf(*action.model); // a RETURN is none
+            if (std::find(wanted.begin(), wanted.end(), state) == wanted.end()) return false;
             return std::none_of(action.children.begin(), action.children.end(), [&](const auto& given) {
                 return given->name == state->name && !given->Value("VALUE").empty();
             });
         });
     }
 
-    static bool HasState(const Item* task, std::string_view name) {
-        return task && std::any_of(task->children.begin(), task->children.end(),
-                                   [&](const auto& child) { return child->kind == KindTask && child->name == name; });
-    }
+    bool HasState(const Item* task, std::string_view name) const { return task && statesOf.count({task, name}) > 0; }
 
     // Whether the action can enter the state that it names.
-    static bool Leads(const Transition& transition) {
+    bool Leads(const Transition& transition) const {
         return HasState(transition.owner, transition.state) ||
                (transition.owner && HasState(transition.owner->parent, transition.state));
     }
@@ -106,15 +115,13 @@ struct Flow {
             if (state->kind != KindTask) continue;
             // A second one of a number is told as that.
             const bool isRepeated = !taken.insert(state->name).second;
-            const bool isEntered =
-                isFirst || state->isDropped || state->isMisplaced || state->isMalformed || state->name.empty() ||
-                isRepeated || mayBeEntered.count(state->name) > 0 ||
-                std::any_of(transitions.begin(), transitions.end(), [&](const Transition& transition) {
-                    return transition.state == state->name && IsWithin(transition.owner, task);
-                });
+            const bool isEntered = isFirst || state->isDropped || state->isMisplaced || state->isMalformed ||
+                                   state->name.empty() || isRepeated || mayBeEntered.count(state->name) > 0 ||
+                                   IsEntered(state->name, task);
             isFirst = false;
-            const bool mayBeMeant = MayBeMeant(task, std::exchange(before, state));
-            if (!isEntered && !mayBeMeant) AtHeader("TV4001", *state, "nothing enters " + state->Title());
+            const Item* const previous = std::exchange(before, state);
+            if (!isEntered && !MayBeMeant(task, previous))
+                AtHeader("TV4001", *state, "nothing enters " + state->Title());
         }
     }
 
@@ -126,13 +133,13 @@ struct Flow {
 
     void LookAtNumbers(const Item& parent) {
         if (!IsTaskLike(parent.kind)) return;
-        std::set<std::pair<ScenarioItemKind, std::string_view>> taken;
+        std::map<ScenarioItemKind, std::unordered_set<std::string_view>> taken;
         for (const auto& child : parent.children) {
             const bool isNumbered = child->kind == KindTask || child->kind == KindCriteria || child->kind == KindRule ||
                                     child->kind == KindVariable;
             if (!isNumbered || child->name.empty() || child->isMalformed || child->isDropped || child->isMisplaced)
                 continue;
-            if (taken.emplace(child->kind, child->name).second) continue;
+            if (taken[child->kind].insert(child->name).second) continue;
             AtHeader("TV4003", *child, parent.Title() + " holds another " + child->Title());
         }
     }
@@ -209,14 +216,14 @@ struct Flow {
 
 } // namespace
 
-std::vector<Fault> FlowFaults(const ScriptTree& tree) {
-    Flow flow;
+std::vector<Fault> FlowFaults(const ScriptTree& tree, const Definitions& definitions) {
+    Flow flow(definitions);
     if (!tree.Root()) return {};
     flow.Gather(*tree.Root(), nullptr);
     std::set<const Item*> told;
     for (const Transition& transition : flow.transitions) {
         flow.owners[transition.state].push_back(transition.owner);
-        if (Flow::Leads(transition)) continue;
+        if (flow.Leads(transition)) continue;
         flow.lost.insert(transition.owner);
         // A state that is nowhere is an unknown task.
         if (!flow.states.count(transition.state) || !told.insert(transition.action).second) continue;

@@ -70,7 +70,7 @@ const IncludedFile* Includes::Find(const std::string& file) {
         std::make_shared<ScriptTree>(std::make_shared<Text>(std::make_shared<FileBytes>(path, std::move(bytes))));
     entry->faults = TextChecks(*entry->tree, definitions, TextRole::Script).Run();
     entry->isRefused = !entry->tree->Root() || IsRefused(entry->faults);
-    for (Fault& fault : FlowFaults(*entry->tree)) entry->faults.push_back(std::move(fault));
+    for (Fault& fault : FlowFaults(*entry->tree, definitions)) entry->faults.push_back(std::move(fault));
     return entry.get();
 }
 

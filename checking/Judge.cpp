@@ -77,12 +77,16 @@ std::string WayOf(const ScenarioItem& item) {
 }
 
 // The innermost invalid items; those around them are invalid for them alone. True if there is one, counted or not.
+// `pending` holds the children of all items on the way.
 bool AddInvalid(const ScenarioItem& item, bool isWhole, const std::string& script,
-                std::vector<Verdict::Invalid>& invalid) {
-    std::vector<ScenarioItem*> children;
-    item.GetChildren(children);
+                std::vector<Verdict::Invalid>& invalid, std::vector<ScenarioItem*>& pending) {
+    const std::size_t first = pending.size();
+    item.GetChildren(pending);
+    const std::size_t last = pending.size();
     bool hasInvalid = false;
-    for (const ScenarioItem* child : children) hasInvalid = AddInvalid(*child, isWhole, script, invalid) || hasInvalid;
+    for (std::size_t at = first; at < last; ++at)
+        hasInvalid = AddInvalid(*pending[at], isWhole, script, invalid, pending) || hasInvalid;
+    pending.resize(first);
     if (item.IsValid() || hasInvalid) return hasInvalid;
     if (!isWhole && IsJudgedByScenario(item)) return true;
     invalid.push_back({script, WayOf(item), WhyInvalid(item), item.displayText});
@@ -114,7 +118,8 @@ void ReadText(const std::string& text, const std::string& name, cfg::CfgScenario
     TavrelScenarioTemplateDb::ScenarioTables tables;
     if (scenario && file) tables.fill(*scenario, *file);
     root->UpdateDisplayTextTree();
-    AddInvalid(*root, scenario && file, name, verdict.invalid);
+    std::vector<ScenarioItem*> pending;
+    AddInvalid(*root, scenario && file, name, verdict.invalid, pending);
 }
 
 bool IsModelInUse(const std::string& configuration) {

@@ -1,6 +1,7 @@
 #include "TreeChecks.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 
 #include <lmkUtils/EnvConfig.h>
@@ -161,38 +162,53 @@ void TreeChecks::Enter(const Item& item, const Mount* mount) {
     EnterChildren(item, mount);
 }
 
+namespace {
+
+// At which step a search visits the children of that kind; after all others those that it passes over.
+std::size_t StepOf(ScenarioItemKind kind, bool isFile) {
+    constexpr std::size_t kOfNoItems = 5;
+    constexpr std::size_t kNever = 6;
+    switch (kind) {
+    case KindInclude:
+    case KindScenario:
+        return isFile ? 0 : kNever;
+    case KindVariable:
+        return 1;
+    case KindRule:
+        return 2;
+    case KindTask:
+        return 3;
+    case KindCriteria:
+        return isFile ? 3 : kNever;
+    case KindEvaluation:
+    case KindGeneralParameters:
+        return isFile ? 4 : kNever;
+    default:
+        return std::find(kNoItems.begin(), kNoItems.end(), kind) != kNoItems.end() ? kOfNoItems : kNever;
+    }
+}
+
+} // namespace
+
 void TreeChecks::EnterChildren(const Item& item, const Mount* mount) {
     // One that is lost has its finding, and its scores not another one.
     for (const auto& child : item.children)
         if (child->isLost && child->kind == KindEvaluation) AddScores(*child);
-    const auto enter = [&](const std::initializer_list<ScenarioItemKind>& kinds) {
-        for (const auto& child : item.children)
-            if (!child->isLost && std::find(kinds.begin(), kinds.end(), child->kind) != kinds.end())
-                Enter(*child, mount);
-    };
-    switch (item.kind) {
-    case KindScenario:
-    case KindInclude:
-    case KindEvaluation:
-        enter({KindInclude, KindScenario});
-        enter({KindVariable});
-        enter({KindRule});
-        enter({KindTask, KindCriteria});
-        enter({KindEvaluation, KindGeneralParameters});
-        enter(kNoItems);
-        break;
-    case KindTask:
-    case KindCriteria:
-        enter({KindVariable});
-        enter({KindRule});
-        enter({KindTask});
-        enter(kNoItems);
-        break;
-    default:
+    const bool isTask = item.kind == KindTask || item.kind == KindCriteria;
+    const bool isFile = item.kind == KindScenario || item.kind == KindInclude || item.kind == KindEvaluation;
+    if (!isTask && !isFile) {
         for (const auto& child : item.children)
             if (!child->isLost) Enter(*child, mount);
-        break;
+        return;
     }
+    // A search goes through the kinds one after the other.
+    constexpr std::size_t kSteps = 6;
+    std::array<std::vector<const Item*>, kSteps> steps;
+    for (const auto& child : item.children)
+        if (const std::size_t step = StepOf(child->kind, isFile); step < kSteps && !child->isLost)
+            steps[step].push_back(child);
+    for (const auto& step : steps)
+        for (const Item* child : step) Enter(*child, mount);
 }
 
 void TreeChecks::EnterFile(const Item& item, const Mount* mount) {

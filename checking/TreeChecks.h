@@ -29,8 +29,8 @@ struct Surroundings {
     std::set<std::int64_t> declaredVariables; // of the script
 };
 
-// How the states and rules of one text go together.
-std::vector<Fault> FlowFaults(const ScriptTree& tree);
+// How the states and rules of one text go together, which has been looked at by itself.
+std::vector<Fault> FlowFaults(const ScriptTree& tree, const Definitions& definitions);
 
 // Looks at a script as a whole, with all that it includes, against what it has around it.
 class TreeChecks {

@@ -68,8 +68,10 @@ Item* Find(Item& self, std::uint32_t kind, const std::string& name, const std::s
     }
     if (Matches(self, kind, name)) return &self;
     static const std::string kAnywhere;
-    for (Item* child : ChildrenOf(self)) {
-        if (Item* hit = Checked(child, nullChild)->FindItem(kind, name, narrowed ? kAnywhere : scope)) return hit;
+    const Visited children(self);
+    for (std::size_t at = 0; at < children.Count(); ++at) {
+        Item* const child = Checked<Item>(children.At(at), nullChild);
+        if (Item* hit = child->FindItem(kind, name, narrowed ? kAnywhere : scope)) return hit;
     }
     return nullptr;
 }
