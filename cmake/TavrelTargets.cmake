@@ -42,9 +42,12 @@ target_compile_options(tavrel-warnings INTERFACE
 if(TAVREL_SANITIZE)
   add_compile_options(-fsanitize=${TAVREL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${TAVREL_SANITIZE})
+  # For programs around the libraries: sooner compiled than optimised, and no coverage that a fuzzer would look at.
+  set(TAVREL_UNWATCHED -O0)
   if(TAVREL_BUILD_FUZZERS)
+    list(APPEND TAVREL_UNWATCHED -fno-sanitize=fuzzer-no-link)
     # This check branches on a cache of addresses, which a fuzzer would take for behaviour of the input: no two runs would
-    # be alike. What the fuzzers find runs with it in the checked tests.
+    # be alike. What the fuzzers find runs with it in the tests that GCC checks.
     add_compile_options(-fno-sanitize=vptr)
   endif()
 endif()
