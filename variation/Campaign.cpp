@@ -1,6 +1,7 @@
 #include <variation/Campaign.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -114,41 +115,63 @@ CampaignCounts Campaign::Count(const Shard& shard) const {
     return counts;
 }
 
+namespace {
+
+// What a log tells of the last call of its process.
+struct Stretch {
+    std::size_t runs = 0;
+    double seconds = 0; // of all runs
+    double first = 0, last = 0;
+
+    explicit Stretch(const std::string& file) {
+        std::ifstream log(file);
+        for (std::string line; std::getline(log, line);) {
+            const auto json = nlohmann::json::parse(line, nullptr, false);
+            if (!json.is_object() || !json.contains("seconds") || !json.contains("sinceStart")) continue;
+            if (!json["seconds"].is_number() || !json["sinceStart"].is_number()) continue;
+            const double at = json["sinceStart"].get<double>();
+            // A later call of the same process number begins its time anew.
+            if (runs == 0 || at < last) {
+                runs = 0;
+                seconds = 0;
+                first = at - json["seconds"].get<double>();
+            }
+            last = at;
+            seconds += json["seconds"].get<double>();
+            ++runs;
+        }
+    }
+    double RunsPerSecond() const { return last > first ? static_cast<double>(runs) / (last - first) : 0; }
+};
+
+} // namespace
+
 Campaign::Speed Campaign::MeanSpeed() const {
-    // The work that came last is that of the log that was written last.
+    // The work that came last is that of the log that was written last, and of those that were written meanwhile.
     std::error_code error;
-    std::string newest;
-    fs::file_time_type time;
+    std::vector<std::pair<fs::file_time_type, std::string>> logs;
     for (fs::directory_iterator entry(CampaignFolder(folder).File("log"), error), end; !error && entry != end;
          entry.increment(error)) {
+        if (entry->path().extension() != ".jsonl") continue; // what a simulator printed
         const auto written = entry->last_write_time(error);
-        if (!error && (newest.empty() || written > time)) {
-            newest = entry->path().string();
-            time = written;
-        }
+        if (!error) logs.emplace_back(written, entry->path().string());
     }
+    std::sort(logs.rbegin(), logs.rend());
     Speed speed;
-    double seconds = 0, first = 0, last = 0;
     std::size_t runs = 0;
-    std::ifstream log(newest);
-    for (std::string line; std::getline(log, line);) {
-        const auto json = nlohmann::json::parse(line, nullptr, false);
-        if (!json.is_object() || !json.contains("seconds") || !json.contains("sinceStart")) continue;
-        if (!json["seconds"].is_number() || !json["sinceStart"].is_number()) continue;
-        const double at = json["sinceStart"].get<double>();
-        // A later call of the same process number begins its time anew.
-        if (runs == 0 || at < last) {
-            runs = 0;
-            seconds = 0;
-            first = at - json["seconds"].get<double>();
-        }
-        last = at;
-        seconds += json["seconds"].get<double>();
-        ++runs;
+    std::optional<fs::file_time_type> begin;
+    for (const auto& [written, file] : logs) {
+        if (begin && written < *begin) break;
+        const Stretch stretch(file);
+        if (stretch.runs == 0) continue;
+        if (!begin)
+            begin = written - std::chrono::duration_cast<fs::file_time_type::duration>(
+                                  std::chrono::duration<double>(stretch.last - stretch.first));
+        runs += stretch.runs;
+        speed.secondsPerRun += stretch.seconds;
+        speed.runsPerSecond += stretch.RunsPerSecond();
     }
-    if (runs == 0) return speed;
-    speed.secondsPerRun = seconds / static_cast<double>(runs);
-    if (last > first) speed.runsPerSecond = static_cast<double>(runs) / (last - first);
+    if (runs > 0) speed.secondsPerRun /= static_cast<double>(runs);
     return speed;
 }
 

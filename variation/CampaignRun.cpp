@@ -178,7 +178,8 @@ public:
                      {"sinceStart", sinceStart},
                      {"host", host}};
         if (answer.worker != 0) line["worker"] = answer.worker;
-        stream << line.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+        // Whoever asks how fast it goes asks now, and runs may take minutes.
+        stream << line.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n' << std::flush;
     }
 
 private:

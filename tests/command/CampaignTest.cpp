@@ -147,19 +147,25 @@ TEST_F(CampaignTest, KillsLoseNothingAndRepeatNothing) {
 }
 
 TEST_F(CampaignTest, AnInterruptLeavesNothingHalfDoneAndSaysHowToGoOn) {
+    plan.erase("criteria");
     begin("asked");
-    const std::string slow = "sh -c 'echo > {folder}/begun; sleep 50 & echo $! > " + folder + "/sleeper; wait'";
+    const std::string slow =
+        "sh -c '[ {number} -lt 2 ] && exit; echo > {folder}/begun; sleep 50 & echo $! > " + folder + "/sleeper; wait'";
     const std::string errors = folder + "/errors";
     const pid_t child =
         start({"campaign", "run", "asked", "--command", slow, "--jobs", "1", "--retry", "failed"}, errors);
     while (readFile(folder + "/sleeper").empty()) std::this_thread::sleep_for(std::chrono::milliseconds(5));
     const pid_t sleeper = std::stoi(readFile(folder + "/sleeper"));
+    EXPECT_GT(run({"campaign", "status", "asked", "--json"}).json()["runsPerSecond"], 0) << "while it is at work";
     ::kill(-child, SIGINT); // as a terminal does, all of the group
     int status = 0;
     waitpid(child, &status, 0);
     EXPECT_EQ(WEXITSTATUS(status), 3);
     EXPECT_NE(::kill(sleeper, 0), 0) << "a program outlived its campaign";
-    EXPECT_TRUE(fs::is_empty(folder + "/asked/runs") && fs::is_empty(folder + "/asked/work"));
+    EXPECT_TRUE(fs::is_empty(folder + "/asked/work"));
+    const Json left = run({"campaign", "status", "asked", "--json"}).json();
+    EXPECT_EQ(left["verdicts"]["passed"], 2);
+    EXPECT_EQ(left["missing"].size(), 22U);
     EXPECT_THAT(readFile(errors), HasSubstr("To go on: tavrel campaign run asked"));
     EXPECT_THAT(readFile(errors), HasSubstr("--retry failed"));
 }
@@ -207,6 +213,8 @@ TEST_F(CampaignTest, TwoCommandsInOneFolderShareTheWork) {
     EXPECT_EQ(WEXITSTATUS(status), 0);
     for (int number = 0; number < 6; ++number)
         EXPECT_EQ(readFile(folder + "/done-" + std::to_string(number)), "\n") << number;
+    const Json speed = run({"campaign", "status", "again", "--json"}).json();
+    EXPECT_GT(speed["runsPerSecond"].get<double>() * speed["secondsPerRun"].get<double>(), 1.2) << "of both " << speed;
     EXPECT_EQ(run(anew).status, 0);
     EXPECT_EQ(readFile(folder + "/done-0"), "\n\n") << "a later command does it anew";
 }

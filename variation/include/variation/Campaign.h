@@ -118,8 +118,8 @@ public:
     bool Run(const Plan& plan, const CampaignOptions& options, const RunVariant& run, const CampaignProgress& progress,
              CampaignCounts* counts = nullptr) const;
 
-    // Runs a second, over the last work on the campaign, and the seconds of one run in the mean; 0 where nothing is
-    // known.
+    // Runs a second, over the last work on the campaign, of all commands that had a part in it, and the seconds of one
+    // run in the mean; 0 where nothing is known.
     struct Speed {
         double runsPerSecond = 0;
         double secondsPerRun = 0;
