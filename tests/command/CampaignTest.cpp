@@ -344,12 +344,13 @@ TEST_F(CampaignTest, ARecordOfAnotherPlanIsRefused) {
         {otherSeed.dump(2), "its values or its seed"},
         {otherCriterion.dump(), "its criteria"},
         {noCriteria.dump(), "its criteria"}};
+    std::vector<std::vector<std::string>> commands = {{"merge", "here", "--output", "nothing"},
+                                                      {"run", "here"},
+                                                      {"run", "here", "--retry", "all"},
+                                                      {"status", "here"}};
     for (const auto& [other, what] : cases) {
         std::ofstream(file) << other;
-        for (const std::vector<std::string>& command : {std::vector<std::string>{"run", "here"},
-                                                        {"run", "here", "--retry", "all"},
-                                                        {"status", "here"},
-                                                        {"merge", "here", "--output", "nothing"}}) {
+        for (const std::vector<std::string>& command : commands) {
             std::vector<std::string> arguments{"campaign"};
             arguments.insert(arguments.end(), command.begin(), command.end());
             const Result result = run(arguments);
@@ -358,6 +359,7 @@ TEST_F(CampaignTest, ARecordOfAnotherPlanIsRefused) {
                         HasSubstr("here/runs/000002.json is the record of another plan: " + std::string(what)));
             EXPECT_THAT(result.err, HasSubstr("Move it out of runs/"));
         }
+        commands.resize(1); // all look at records in one way
         EXPECT_EQ(readFile(file), other) << "it is not ours to overwrite";
     }
     EXPECT_FALSE(fs::exists(folder + "/nothing"));
