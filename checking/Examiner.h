@@ -77,9 +77,6 @@ private:
 Finding FindingOf(const Fault& fault, const Text& text);
 Finding WholeFileFinding(const char* rule, const std::string& file, std::string message);
 
-// Whether the options ask for the findings of a rule.
-bool IsAskedFor(const Rule& rule, const Options& options);
-
 // What is wrong with an installation file, and with the settings in the folder of a configuration.
 std::vector<Finding> InstallationFindings(const std::string& path);
 std::vector<Finding> ConfigurationFindings(const std::string& folder);

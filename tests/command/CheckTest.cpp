@@ -153,6 +153,16 @@ TEST_F(CheckTest, MachinesGetTheSameBytesFromAnywhere) {
     }
 }
 
+TEST_F(CheckTest, NoMoreAreToldOfAFileThanAskedFor) {
+    std::string settings = readFile(installation.file());
+    settings.insert(settings.rfind("</tavrel>"), "<a/><b/><c/>\n");
+    installation.write("tavrel.xml", settings);
+    std::vector<std::string> rules;
+    for (const auto& finding : run({"check", installation.path(), "--max-findings", "2", "--json"}).json())
+        rules.push_back(finding["rule"]);
+    EXPECT_THAT(rules, testing::ElementsAre("TV9002", "TV6013", "TV6013"));
+}
+
 TEST_F(CheckTest, TheStatusFollowsTheOptions) {
     const std::string wrong = installation.write("town/data/script/include/a.sc", script("SetSpedd", "50"));
     const std::string doubtful = installation.write("town/data/script/include/b.sc", script("SetSpeed", "50") + "x\n");

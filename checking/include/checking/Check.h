@@ -48,6 +48,9 @@ struct Options {
     std::function<void(std::size_t done)> progress;
 };
 
+// Whether the options ask for the findings of a rule.
+TAVREL_CHECKING_API bool IsAskedFor(const Rule& rule, const Options& options);
+
 // What could not be looked at, with the reason. The finding that tells of it stands among the findings, too.
 struct Omission {
     std::string file;

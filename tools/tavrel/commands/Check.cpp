@@ -226,6 +226,11 @@ void CutToMost(CheckReport& report, std::size_t most) {
             return one->finding.severity > other->finding.severity;
         });
         dropped.insert(told.begin() + static_cast<std::ptrdiff_t>(most), told.end());
+        const bool isNoted =
+            std::any_of(report.findings.begin(), report.findings.end(), [&, &named = file](const ToldFinding& one) {
+                return one.finding.file == named && std::string_view(one.finding.rule->id) == kMoreFindings;
+            });
+        if (isNoted) continue;
         Finding note;
         note.rule = TavrelChecking::FindRule(kMoreFindings);
         note.severity = note.rule->severity;
@@ -235,7 +240,7 @@ void CutToMost(CheckReport& report, std::size_t most) {
         note.help = note.rule->remedy;
         notes.push_back({note, fmt::format("{}:1", kMoreFindings), false});
     }
-    if (notes.empty()) return;
+    if (dropped.empty()) return;
     std::vector<ToldFinding> left;
     for (ToldFinding& told : report.findings)
         if (dropped.count(&told) == 0) left.push_back(std::move(told));
@@ -334,13 +339,11 @@ int RunCheck(Context& context) {
     report.failOn = FailOn(arguments);
     report.base = BaseFolder(report, options);
     for (const Rule& rule : TavrelChecking::Rules())
-        if ((options.select.empty() || TavrelChecking::IsChosen(rule, options.select)) &&
-            !TavrelChecking::IsChosen(rule, options.ignore))
-            report.rules.push_back(&rule);
+        if (TavrelChecking::IsAskedFor(rule, options)) report.rules.push_back(&rule);
     for (const TavrelChecking::Omission& omission : report.omissions)
         Report(fmt::format("{}: {}", omission.file, omission.reason));
     ApplyBaseline(arguments, report);
-    if (hasBaseline) CutToMost(report, most);
+    CutToMost(report, most); // also what was found on the way to the files
     if (arguments.Has("--diff")) return StatusOf(context, report);
 
     const bool toFile = arguments.Has("--output");

@@ -31,11 +31,6 @@ ErrorCounts ErrorsIn(const std::vector<Finding>& findings) {
     return counts;
 }
 
-bool IsWanted(const Finding& finding, const Options& options) {
-    return (options.select.empty() || TavrelChecking::IsChosen(*finding.rule, options.select)) &&
-           !TavrelChecking::IsChosen(*finding.rule, options.ignore);
-}
-
 // An error of a rule that nobody asked for is one all the same, and so is one beyond those that are told.
 Options WithAllRules(Options options) {
     options.select.clear();
@@ -57,7 +52,7 @@ std::vector<const Fix*> FixesFor(const std::string& path, const std::vector<Find
     std::vector<const Fix*> fixes;
     for (const Finding& finding : findings)
         for (const Fix& fix : finding.fixes) {
-            if (!IsWanted(finding, options)) break;
+            if (!TavrelChecking::IsAskedFor(*finding.rule, options)) break;
             const bool fits =
                 !fix.edits.empty() && std::all_of(fix.edits.begin(), fix.edits.end(), [&](const Edit& edit) {
                     return edit.file == path && edit.begin <= edit.end && edit.end <= size;
