@@ -1,4 +1,5 @@
 // How KIND and VALUE of a parameter become an argument.
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -30,6 +31,12 @@ const Parameter* DefinitionOf(const Parameter& parameter) {
 }
 
 bool IsNumeric(const std::string& type) { return type == "INTEGER" || type == "FLOAT" || type == "BOOL"; }
+
+// Out of line: what is asked at each evaluation stays short enough to stand in its caller.
+[[gnu::cold, gnu::noinline]] void BeginMemory(std::unique_ptr<ParameterMemory>& memory, const std::string& word) {
+    memory = std::make_unique<ParameterMemory>();
+    memory->kind = &ValueKindOf(word);
+}
 
 float NumberFrom(const std::string& text, ParameterMemory& memory) {
     if (memory.IsFor(text)) return memory.number;
@@ -159,11 +166,7 @@ void FillVariable(const Parameter& parameter, ParameterMemory& memory, Parameter
 } // namespace valueKinds
 
 void Parameter::FillValue(ParameterValue& out) const {
-    if (!memory) memory = std::make_unique<ParameterMemory>();
-    if (!memory->kind || !SameText(memory->kind->word, valueKind)) {
-        *memory = ParameterMemory();
-        memory->kind = &ValueKindOf(valueKind);
-    }
+    if (!memory || !SameText(memory->kind->word, valueKind)) BeginMemory(memory, valueKind);
     memory->kind->fill(*this, *memory, out);
 }
 
