@@ -160,6 +160,11 @@ TEST_F(VaryTest, TheExamplePlansAreWhole) {
         EXPECT_EQ(RunTavrel({"vary", "count", kPlans + "/" + name}).out, count) << name;
     const Json coverage = Json::parse(RunTavrel({"vary", "coverage", kPlans + "/overtaking-cover.json", "--json"}).out);
     EXPECT_EQ(coverage["covered"], coverage["possible"]);
+    const Json count = Json::parse(RunTavrel({"vary", "count", kPlans + "/fog-sobol.json", "--json"}).out);
+    EXPECT_EQ(count, Json::parse(R"({"count": 32, "exact": true})"));
+    const Json variant = Json::parse(RunTavrel({"vary", "show", kPlans + "/overtaking-cover.json", "0", "--json"}).out);
+    EXPECT_EQ(variant["number"], 0);
+    EXPECT_TRUE(variant["values"].at(0).contains("present")) << variant;
     const Result first =
         RunTavrel({"vary", "list", kPlans + "/overtaking-cover.json", "--format", "jsonl", "--to", "0"});
     EXPECT_EQ(Lines(first.out).at(0)["values"][kTruck], "90");
