@@ -549,6 +549,11 @@ void TreeChecks::LookAtChannel(const Use& use, std::string_view value, bool isIn
         AtValue("TV3006", use, "VALUE", "the scenario has no vehicle " + std::to_string(number));
         return;
     }
+    // One that is not understood, and has its own finding, may name the vehicle.
+    const bool isLost = !vehicle && std::any_of(call.children.begin(), call.children.end(), [](const Item* child) {
+        return child->isDropped || child->isMalformed || (IsParameter(child->kind) && !child->model);
+    });
+    if (isLost) return;
     if (number == -1) {
         AtValue("TV3006", use, "VALUE", "the call names no vehicle whose " + std::string(word) + "this could be");
         return;
