@@ -10,8 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include <simulation/Verdict.h>
 #include <sys/types.h>
+
+#include <simulation/Verdict.h>
 #include <variation/CampaignError.h>
 #include <variation/RunRecord.h>
 
