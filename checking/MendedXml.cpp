@@ -63,6 +63,11 @@ public:
 private:
     using Fault = MendedXml::Fault;
 
+    struct Open {
+        std::string name;
+        std::size_t begin;
+    };
+
     void Tell(Fault::What what, std::size_t begin, std::size_t end, std::string reason) {
         target.faults.push_back({what, begin, end, std::move(reason)});
     }
@@ -231,6 +236,11 @@ private:
         return kNone;
     }
 
+    // Whether an end tag of its name stands before the next start tag of that.
+    bool HasEnd(const Open& element) const {
+        return NextTag("</", element.name, element.begin) < NextTag("<", element.name, element.begin + 1);
+    }
+
     // The tabs and blanks before a tag that begins its line; none for another one.
     std::size_t IndentOf(std::size_t at) const {
         std::size_t begin = at;
@@ -241,10 +251,10 @@ private:
     // An element without an end tag ends where the next one stands as far out; one that holds no more than a text ends
     // with that.
     void CloseUnclosed(std::size_t at) {
-        while (open.size() > 1 && !open.back().hasEnd) {
+        while (open.size() > 1) {
             const std::size_t own = IndentOf(open.back().begin);
             const std::size_t next = IndentOf(at);
-            if (own == kNone || next == kNone || next > own) return;
+            if (own == kNone || next == kNone || next > own || HasEnd(open.back())) return;
             std::size_t end = at;
             while (end > 0 && IsBlank(file[end - 1])) --end;
             TellMarkup(end, end, "<" + open.back().name + "> is not closed");
@@ -321,8 +331,7 @@ private:
     std::size_t TakeTag(std::size_t at) {
         const std::size_t nameEnd = NameEnd(at + 1);
         Copy(at, nameEnd);
-        const std::string name(file.substr(at + 1, nameEnd - at - 1));
-        open.push_back({name, at, NextTag("</", name, at) < NextTag("<", name, nameEnd)});
+        open.push_back({std::string(file.substr(at + 1, nameEnd - at - 1)), at});
         std::size_t next = nameEnd;
         while (true) {
             const std::size_t begun = next;
@@ -409,11 +418,6 @@ private:
     const std::string_view file;
     MendedXml& target;
     const bool keepsBytes;
-    struct Open {
-        std::string name;
-        std::size_t begin;
-        bool hasEnd; // an end tag of its name stands before the next start tag of that
-    };
     std::vector<Open> open;
     bool isPastTop = false;
 };
