@@ -166,6 +166,8 @@ TEST_F(CampaignTest, AnInterruptLeavesNothingHalfDoneAndSaysHowToGoOn) {
     const Json left = run({"campaign", "status", "asked", "--json"}).json();
     EXPECT_EQ(left["verdicts"]["passed"], 2);
     EXPECT_EQ(left["missing"].size(), 22U);
+    EXPECT_THAT(run({"campaign", "status", "asked"}).out,
+                testing::ContainsRegex("\nmissing: 2-23\n[0-9.]+ runs a second, [0-9.]+ s for each\n"));
     EXPECT_THAT(readFile(errors), HasSubstr("To go on: tavrel campaign run asked"));
     EXPECT_THAT(readFile(errors), HasSubstr("--retry failed"));
 }
@@ -610,6 +612,11 @@ TEST_F(CampaignTest, BisectionNarrowsTheFirstLimit) {
     EXPECT_THAT(run({"campaign", "bisect", "plan.json", "--parameter", "Deceleration", "--tolerance", "0.1"}).out,
                 testing::MatchesRegex("Deceleration: the limit lies between \\([0-9]+ runs\\)\n  [0-9.]+ failed\n"
                                       "    eventually.* does not hold\n  [0-9.]+ passed\n    eventually.* holds.*\n"));
+    // At one of the probes alone, and from 8 on.
+    plan["criteria"] = {R"(finally variable("Deceleration") != 6.4)", R"(finally variable("Deceleration") <= 8)"};
+    std::ofstream(folder + "/plan.json") << plan.dump();
+    EXPECT_THAT(run({"campaign", "bisect", "plan.json", "--parameter", "Deceleration", "--tolerance", "0.5"}).out,
+                HasSubstr("\nThe verdict changes 3 times over the probes; this is the first limit.\n"));
     plan["criteria"] = {"never fired(10)"};
     std::ofstream(folder + "/plan.json") << plan.dump();
     result = run({"campaign", "bisect", "plan.json", "--parameter", "Deceleration", "--tolerance", "0.01"});

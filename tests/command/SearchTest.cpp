@@ -229,6 +229,18 @@ TEST_F(SearchTest, OutlineAndWordsSpeakInLabels) {
     EXPECT_EQ(words.json()[0]["kind"], "action");
     EXPECT_EQ(words.json()[0]["parameters"][0]["unit"], "m/s");
     EXPECT_EQ(words.json()[0]["parameters"][0]["maximum"], "100");
+    EXPECT_THAT(run({"words", "SET_SPEED"}).out, HasSubstr(" FLOAT m/s, 0 to 100, USER VARIABLE; 10"));
+    EXPECT_THAT(run({"words", "STORE"}).out, HasSubstr(" FLOAT, VARIABLE, by address; 1"));
+    const std::string maximum = "MAXVALUE=\"100\"";
+    for (const auto& [limits, told] : {std::pair{"", "from 0"}, std::pair{"MAXVALUE=\"90\"", "up to 90"}}) {
+        std::string model = kModel;
+        model.replace(model.find(maximum), maximum.size(), limits);
+        if (*limits) model.erase(model.find("MINVALUE"), model.find("MAXVALUE") - model.find("MINVALUE"));
+        installation.model("town", model);
+        EXPECT_THAT(run({"words", "SET_SPEED"}).out,
+                    HasSubstr(" FLOAT m/s, " + std::string(told) + ", USER VARIABLE; 10"));
+    }
+    installation.model("town", kModel);
     const Result none = run({"words", "SET_SPEDD"});
     EXPECT_EQ(none.status, 1);
     EXPECT_THAT(none.err, HasSubstr("did you mean \"SET_SPEED\""));

@@ -181,6 +181,16 @@ TEST_F(VaryTest, ListsInThreeFormsAndInPieces) {
     EXPECT_EQ(RunTavrel({"vary", "list", plan, "--format", "jsonl", "--from", "5"}).out,
               "{\"number\":5,\"values\":{\"" + std::string(kFog) + "\":\"true\",\"" + id + "\":\"75\"}}\n");
     EXPECT_EQ(RunTavrel({"vary", "list", plan, "--format", "jsonl", "--from", "6"}).out, "");
+    const std::string repeated =
+        PlanWith(R"("seed": 3, "repetitions": 2, "method": {"name": "grid"}, "parameters": {"Fog": {}})");
+    const auto seed = [&](const char* number) {
+        return Json::parse(RunTavrel({"vary", "show", repeated, number, "--json"}).out)["seed"].dump();
+    };
+    EXPECT_EQ(RunTavrel({"vary", "list", repeated, "--format", "csv", "--to", "1"}).out,
+              "number,seed," + std::string(kFog) + "\n0," + seed("0") + ",false\n1," + seed("1") + ",false\n");
+    EXPECT_THAT(RunTavrel({"vary", "list", repeated}).out,
+                testing::ContainsRegex("^number  seed +Fog\n0 +" + seed("0")));
+    EXPECT_THAT(RunTavrel({"vary", "show", repeated, "1"}).out, HasSubstr("variant 1, seed " + seed("1") + "\n"));
     // The last variant stands before 10^9, and no search goes from there to the grid's end at 10^12.
     const std::string sparse = PlanWith(
         R"("method": {"name": "grid"}, "constraints": ["[Truck speed] = 50;"], "parameters": {"Truck speed": {"count": 1000},
@@ -243,6 +253,10 @@ TEST_F(VaryTest, CoverageCountsRunsThatAFileTells) {
     EXPECT_EQ(coverage["possible"], 3);
     EXPECT_EQ(coverage["covered"], 1);
     EXPECT_EQ(coverage["missing"][0][kTruck], "60");
+    EXPECT_EQ(RunTavrel({"vary", "coverage", plan, "--runs", runs}).out,
+              "1 of 3 combinations of 2 parameters covered by 1 variant\n"
+              "missing: " +
+                  std::string(kFog) + "=false, " + kTruck + "=60\nmissing: " + kFog + "=true, " + kTruck + "=60\n");
     EXPECT_EQ(Json::parse(RunTavrel({"vary", "coverage", plan, "--strength", "1", "--json"}).out)["covered"], 4);
     // Pairs, where there are any.
     const std::string linked = PlanWith(R"("method": {"name": "list"}, "parameters": {},
