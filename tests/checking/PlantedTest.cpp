@@ -402,6 +402,16 @@ TEST(PlantedTest, ManyFaultsAreFoundTogether) {
     ExpectFound(cases);
 }
 
+// A scenario of the examples' configuration that stands nowhere yet.
+Job ScenarioJob() {
+    Job job;
+    job.path = testing::TempDir() + "planted.sce";
+    job.kind = FileKind::Scenario;
+    job.installation = kExamples + "/tavrel.xml";
+    job.configuration = "Faults";
+    return job;
+}
+
 // A file that cannot be loaded is looked at as far as its tags show what was meant.
 TEST(PlantedTest, AFaultOfTheFileHidesNoneOfItsScripts) {
     using namespace std::string_literals;
@@ -439,16 +449,11 @@ TEST(PlantedTest, AFaultOfTheFileHidesNoneOfItsScripts) {
         file.replace(file.find(row.find), std::string(row.find).size(),
                      Replaced(Replaced(row.replacement, "@<", kBegin), ">@", kEnd));
         const std::vector<Span> spans = TakeMarks(file);
-        Job job;
-        job.path = testing::TempDir() + "planted.sce";
-        job.kind = FileKind::Scenario;
-        job.installation = kExamples + "/tavrel.xml";
-        job.configuration = "Faults";
         std::vector<std::string> expected, found;
         for (const Span& span : spans) expected.push_back(Text("", kError, span));
         std::string all;
         std::size_t ofRow = 0;
-        for (const Finding& finding : CheckText(file, job, {}).findings) {
+        for (const Finding& finding : CheckText(file, ScenarioJob(), {}).findings) {
             found.push_back(Text("", finding.severity, finding.span));
             all += found.back() + " " + finding.rule->id + " " + finding.message + "\n";
             ofRow += std::string_view(finding.rule->id) == row.rule ? 1U : 0U;
@@ -485,13 +490,8 @@ TEST(PlantedTest, AFaultOfAVariableMakesNoneOfItsDeclaration) {
                                 Form::Plain, false, false);
         file.insert(file.find("  </Scenario>"), row.declaration);
         const std::vector<Span> spans = TakeMarks(file);
-        Job job;
-        job.path = testing::TempDir() + "planted.sce";
-        job.kind = FileKind::Scenario;
-        job.installation = kExamples + "/tavrel.xml";
-        job.configuration = "Faults";
         std::vector<std::string> found;
-        for (const Finding& finding : CheckText(file, job, {}).findings)
+        for (const Finding& finding : CheckText(file, ScenarioJob(), {}).findings)
             found.push_back(Text(finding.rule->id, finding.severity, finding.span));
         EXPECT_EQ(found, std::vector<std::string>{Text(row.rule, kError, spans.at(0))});
     }

@@ -390,7 +390,7 @@ std::vector<FoundScenario> FindScenariosMeantBy(Context& context, const std::str
 // named like a scenario and is no file is not listed.
 static std::optional<OpenedScenario> OpenListed(const ListedScenario& listed) {
     std::error_code error;
-    for (const ScenarioDirectory* directory : listed.earlier)
+    for (const ScenarioDirectory* directory = listed.first; directory != listed.directory; ++directory)
         if (std::filesystem::exists(directory->FileOf(*listed.path), error)) return std::nullopt;
     const std::string& configuration = listed.directory->configuration.name;
     if (!EnvConfig::setConfig(configuration, false)) return std::nullopt;

@@ -29,8 +29,8 @@ struct ScenarioDirectory {
 // One scenario of a listing. The directories that it points to stay where they are as long as it is used.
 struct ListedScenario {
     const ScenarioDirectory* directory;
-    const std::string* path;                         // below the directory
-    std::vector<const ScenarioDirectory*> earlier{}; // those before it in the data path of the configuration
+    const std::string* path;        // below the directory
+    const ScenarioDirectory* first; // of the data path of the configuration, in the same list
 
     std::string File() const { return directory->FileOf(*path); }
 };

@@ -90,16 +90,15 @@ private:
 // What list shows, but for scenarios that another one of their path hides.
 std::vector<ListedScenario> AllScenarios(const std::vector<ScenarioDirectory>& directories) {
     std::vector<ListedScenario> all;
-    std::vector<const ScenarioDirectory*> earlier;
+    const ScenarioDirectory* first = directories.data();
     std::unordered_set<std::string_view> known; // paths of the configuration
     for (const ScenarioDirectory& directory : directories) {
-        if (!earlier.empty() && earlier.back()->configuration.name != directory.configuration.name) {
-            earlier.clear();
+        if (first->configuration.name != directory.configuration.name) {
+            first = &directory;
             known.clear();
         }
         for (const std::string& path : directory.scenarios)
-            if (known.insert(path).second) all.push_back({&directory, &path, earlier});
-        earlier.push_back(&directory);
+            if (known.insert(path).second) all.push_back({&directory, &path, first});
     }
     return all;
 }
