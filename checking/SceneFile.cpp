@@ -53,6 +53,65 @@ bool IsOfTypeWord(std::string_view value, std::string_view type) {
     return true;
 }
 
+struct Reference {
+    std::size_t length; // 1 for an "&" that begins none
+    bool isKnown;
+};
+
+Reference ReferenceAt(std::string_view file, std::size_t at) {
+    static constexpr std::string_view kEntities[] = {"amp", "lt", "gt", "quot", "apos"};
+    constexpr std::string_view kDigits = "0123456789";
+    constexpr std::string_view kHexDigits = "0123456789abcdefABCDEF";
+    const auto isLetter = [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '-' ||
+               c == '.' || (c & '\x80') != 0;
+    };
+    std::size_t end = std::min(at + 1, file.size());
+    if (end < file.size() && file[end] == '#') ++end;
+    while (end < file.size() && isLetter(file[end])) ++end;
+    std::string_view name = file.substr(at + 1, end - at - 1);
+    if (name.empty() || name == "#" || end == file.size() || file[end] != ';') return {1, false};
+    const std::size_t length = end + 1 - at;
+    if (!name.starts_with('#'))
+        return {length, std::find(std::begin(kEntities), std::end(kEntities), name) != std::end(kEntities)};
+    name.remove_prefix(1);
+    const bool isHex = name.starts_with('x') && name.size() > 1;
+    if (isHex) name.remove_prefix(1);
+    return {length, name.find_first_not_of(isHex ? kHexDigits : kDigits) == std::string_view::npos};
+}
+
+// Comments, CDATA sections and instructions, from the first to the last.
+class Sections {
+public:
+    explicit Sections(std::string_view text) : file(text) {}
+
+    // The end of the one around `at`, which never goes back; nothing where none is.
+    std::optional<std::size_t> EndAround(std::size_t at) {
+        while (next <= at) {
+            const std::size_t begin = file.find('<', next);
+            if (begin > at) return std::nullopt;
+            next = begin + 1;
+            for (Kind& kind : kinds) {
+                if (kind.isOver || file.compare(begin, kind.opening.size(), kind.opening) != 0) continue;
+                const std::size_t end = file.find(kind.closing, begin + kind.opening.size());
+                kind.isOver = end == std::string_view::npos;
+                if (!kind.isOver) next = end + kind.closing.size();
+            }
+        }
+        return next;
+    }
+
+private:
+    struct Kind {
+        std::string_view opening;
+        std::string_view closing;
+        bool isOver; // nothing closes one any more
+    };
+    const std::string_view file;
+    std::size_t next = 0;
+    std::array<Kind, 3> kinds = {{{"<!--", "-->", false}, {"<![CDATA[", "]]>", false}, {"<?", "?>", false}}};
+};
+
 // What the classes of sections declare.
 struct Declared {
     std::string_view section;
@@ -228,7 +287,10 @@ void SceneFile::FindScripts(const Element& section, unsigned level) {
         const Element* body = text->Child(element, "text");
         if (!body || body->hasElements() || (!type.empty() && type != "nuro")) continue;
         cfg::WrittenText written = text->TextOf(*body);
-        if (written.Text().empty()) continue;
+        if (written.Text().empty()) { // no script for the library
+            emptyScripts.push_back(body);
+            continue;
+        }
         const std::string name = FieldText(element, "scriptName");
         scripts.push_back(
             {name, std::make_shared<ScriptTree>(std::make_shared<Text>(bytes, std::move(written), name, mended))});
@@ -281,6 +343,30 @@ bool SceneFile::LookAtXml(std::vector<Finding>& findings) const {
     return text->IsXml();
 }
 
+// The library leaves what it cannot resolve as it is written. What a document type declares is told with that.
+void SceneFile::LookAtReferences(std::vector<Finding>& findings) const {
+    if (text->DocumentType().first != ScenarioText::kNone) return;
+    const std::string_view file = bytes->bytes;
+    Sections sections(file);
+    for (std::size_t at = file.find('&'); at != std::string_view::npos; at = file.find('&', at + 1)) {
+        const Reference reference = ReferenceAt(file, at);
+        if (reference.isKnown) continue;
+        if (const auto end = sections.EndAround(at)) {
+            at = *end - 1;
+            continue;
+        }
+        Finding finding = Text(bytes).FindingAt(
+            "TV6002", at, at + reference.length,
+            reference.length > 1
+                ? "not XML: nothing declares " + std::string(file.substr(at, reference.length)) + ", and it stays so"
+                : "not XML: an \"&\" that begins no reference; in a text it is written &amp;");
+        finding.severity = Severity::Warning;
+        finding.help = "Write &amp; where the sign itself is meant, else a reference that XML has.";
+        PlaceInScript(finding, mended ? mended->InCopy(at) : at);
+        findings.push_back(std::move(finding));
+    }
+}
+
 std::vector<Finding> SceneFile::FileFindings() const {
     std::vector<Finding> findings;
     if (text->DocumentType().first != ScenarioText::kNone)
@@ -288,6 +374,7 @@ std::vector<Finding> SceneFile::FileFindings() const {
                               "the document type is passed over, and its entities are not resolved"));
     const auto& fault = text->FirstFault();
     if (mended && !LookAtXml(findings)) return findings;
+    LookAtReferences(findings);
     // A file that says to be in another encoding keeps its bytes as they are.
     const auto parts = mended ? std::vector<std::pair<std::size_t, std::size_t>>() : PartsInOtherEncoding(bytes->bytes);
     const std::string encoding = parts.empty() ? std::string() : LikelyEncoding(bytes->bytes);
@@ -323,6 +410,11 @@ std::vector<Finding> SceneFile::FileFindings() const {
         isSecond = true;
     }
     LookAtElement(*root, "Scenario", true, findings);
+    for (const Element* script : emptyScripts) {
+        Finding finding = At("TV1020", script->contentBegin, script->contentBegin, "there is no item in the text");
+        finding.severity = Severity::Warning;
+        findings.push_back(std::move(finding));
+    }
     // What else the file is refused for.
     const bool isRefused = std::any_of(findings.begin(), findings.end(),
                                        [](const Finding& finding) { return finding.severity == Severity::Error; });
@@ -588,15 +680,15 @@ std::vector<Finding> SceneFile::DeclarationFindings() const {
             tell("TV5008", what + " has no range");
             continue;
         }
-        bool isReversed = false;
+        const Element* reversed = nullptr;
         bool isInside = false;
         bool isBeyond = false;
         const double given = numberOf(*typed, "default");
         for (const Element* range : ranges) {
             const double least = numberOf(*range, "minimum");
             const double most = numberOf(*range, "maximum");
-            isReversed = isReversed || least > most;
-            isInside = isInside || (given >= least && given <= most);
+            if (least > most) reversed = range;
+            isInside = isInside || (given >= std::min(least, most) && given <= std::max(least, most));
             if (!target || !target->variable) continue;
             // What is no number, and so has its own finding, limits nothing.
             const auto limitOf = [&](const char* key, double fallback, double none) {
@@ -609,9 +701,10 @@ std::vector<Finding> SceneFile::DeclarationFindings() const {
                        std::max(least, most) > limitOf("INTERACTIVE_MAX_VALUE", 9999.0, kInfinity);
         }
         if (!areNumbers) continue;
-        if (isReversed) tell("TV5003", "a range of it ends before it begins");
-        if (!isInside && !isReversed)
-            tell("TV5002", "the default " + FieldText(*typed, "default") + " lies in no range");
+        if (reversed)
+            tell("TV5003", "the range from " + FieldText(*reversed, "minimum") + " to " +
+                               FieldText(*reversed, "maximum") + " ends before it begins");
+        if (!isInside) tell("TV5002", "the default " + FieldText(*typed, "default") + " lies in no range");
         if (isBeyond) tell("TV5004", "a range lies outside the interactive limits of its variable");
     }
     return findings;

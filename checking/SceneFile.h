@@ -91,6 +91,7 @@ private:
 
     // What the file cannot be read for. False where nothing more can be said of it.
     bool LookAtXml(std::vector<Finding>& findings) const;
+    void LookAtReferences(std::vector<Finding>& findings) const;
     void PlaceInScript(Finding& finding, std::size_t position) const;
 
     std::shared_ptr<const FileBytes> bytes;
@@ -101,6 +102,7 @@ private:
     SceneTables tables;
     std::vector<Script> scripts;
     std::vector<const Element*> scriptElements; // of `scripts`
+    std::vector<const Element*> emptyScripts;   // their texts
     std::vector<Declaration> declarations;
     // Made where they are first asked for.
     mutable std::map<const Script*, Variables> variables;

@@ -463,6 +463,35 @@ TEST(PlantedTest, AFaultOfTheFileHidesNoneOfItsScripts) {
     }
 }
 
+// The library takes these, as they are written or as nothing.
+TEST(PlantedTest, WhatIsNoXmlAndReadAllTheSameIsAWarning) {
+    struct Row {
+        const char* rule;
+        const char* find;
+        std::string replacement;
+    };
+    const Row rows[] = {
+        {"TV6002", "LABEL=\"Target", "LABEL=\"Target @<&>@ more"},
+        {"TV6002", "<name>Planted", "<name>@<&nbsp;>@Planted"},
+        {"TV6002", "<id ScenarioTreeValue", "<id unit=\"@<&#xZ;>@\" ScenarioTreeValue"},
+        {"TV1020", "<scriptName>",
+         "<text>" + kBegin + kEnd + "</text>\n    </ScenarioScript>\n    <ScenarioScript>\n      <scriptName>"},
+        {"", "<scriptName>", "<!-- & --><?a & b?><scriptName>"},
+        {"", "<sce version", "<!DOCTYPE sce><sce version"},
+    };
+    for (const Row& row : rows) {
+        std::string file = File(Script({}), Form::Plain, false, false);
+        file.replace(file.find(row.find), std::string(row.find).size(),
+                     Replaced(Replaced(row.replacement, "@<", kBegin), ">@", kEnd));
+        std::vector<std::string> expected, found;
+        for (const Span& span : TakeMarks(file)) expected.push_back(Text(row.rule, kWarning, span));
+        for (const Finding& finding : CheckText(file, ScenarioJob(), {}).findings)
+            if (std::string_view(finding.rule->id) != "TV6003")
+                found.push_back(Text(finding.rule->id, finding.severity, finding.span));
+        EXPECT_EQ(found, expected) << row.replacement;
+    }
+}
+
 // What a variable is declared for is not known where a line of it has its own finding.
 TEST(PlantedTest, AFaultOfAVariableMakesNoneOfItsDeclaration) {
     const std::string declaration =
