@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <iterator>
 #include <unordered_set>
 #include <utility>
 
@@ -408,6 +409,16 @@ Examiner::Model* Examiner::ModelOf(const std::string& path, const std::string& c
     return &model;
 }
 
+bool Examiner::IsRefused(const Model& model, const Verdict& verdict) {
+    return std::any_of(verdict.refusals.begin(), verdict.refusals.end(),
+                       [&](const auto& refusal) { return refusal.file == model.path; });
+}
+
+// Which of its lines is to blame shows where the model is read by itself.
+void Examiner::ReconcileModel(const Model& model, std::vector<Finding>& findings) {
+    Reconcile(JudgeModel(std::string(model.tree->Source().View())), model.path, {model.tree.get()}, findings);
+}
+
 // What the text shows by itself, by its flow and in its surroundings.
 void Examiner::AddFaults(const ScriptTree& tree, const Definitions& definitions, TextRole role,
                          const Surroundings& around, Examined& examined) {
@@ -471,15 +482,27 @@ void Examiner::ExamineScript(const Job& job, std::string bytes, bool isJudged, E
         return;
     }
     examined.model = fs::weakly_canonical(modelFile).string();
+    const auto tellModel = [&](bool isError) {
+        std::copy_if(model->findings.begin(), model->findings.end(), std::back_inserter(examined.findings),
+                     [&](const Finding& finding) { return (finding.severity == Severity::Error) == isError; });
+    };
+    tellModel(true);            // without it the script is not read
+    if (!model->tree->Root()) { // no word of the script can be known
+        for (const Fault& fault : tree->Faults()) examined.findings.push_back(FindingOf(fault, tree->Source()));
+        return;
+    }
     Surroundings around;
     around.definitions = model->definitions.get();
     around.includes = model->includes.get();
     AddFaults(*tree, *model->definitions, TextRole::Script, around, examined);
     if (isJudged) {
-        // A root model that is refused is told in its own file.
         const Verdict verdict = JudgeScript(tree->Source().File().bytes, modelFile);
-        const bool isModelRefused = !verdict.refusals.empty() && verdict.refusals.front().file == modelFile;
-        if (!isModelRefused) Reconcile(verdict, job.path, {tree.get()}, examined.findings);
+        if (IsRefused(*model, verdict)) {
+            tellModel(false);
+            ReconcileModel(*model, examined.findings);
+        } else {
+            Reconcile(verdict, job.path, {tree.get()}, examined.findings);
+        }
     }
     if (tree->Root()) {
         LookAtParametersFile(*tree->Root(), examined.findings);
@@ -504,7 +527,7 @@ void Examiner::ExamineScenario(const Job& job, std::string bytes, bool isSaved, 
     for (const SceneFile::Script& script : scene.Scripts()) {
         const ScriptTree& tree = *script.tree;
         trees.push_back(&tree);
-        if (!model) {
+        if (!model || !model->tree->Root()) { // no word of the script can be known
             for (const Fault& fault : tree.Faults()) examined.findings.push_back(FindingOf(fault, tree.Source()));
             continue;
         }
@@ -528,19 +551,14 @@ void Examiner::ExamineScenario(const Job& job, std::string bytes, bool isSaved, 
     for (Finding& finding : scene.DeclarationFindings()) examined.findings.push_back(std::move(finding));
     if (!isJudged || !isSaved) return;
     const Verdict verdict = JudgeScenario(job.path, job.configuration);
-    const bool isModelRefused = std::any_of(verdict.refusals.begin(), verdict.refusals.end(),
-                                            [&](const auto& refusal) { return refusal.file == modelFile; });
-    // Which of its lines is to blame shows where the model is read by itself.
-    if (isModelRefused && model && model->tree)
-        Reconcile(JudgeModel(std::string(model->tree->Source().View())), modelFile, {model->tree.get()},
-                  examined.findings);
+    if (model && IsRefused(*model, verdict)) ReconcileModel(*model, examined.findings);
     Reconcile(verdict, job.path, trees, examined.findings);
 }
 
 // It is missing for the configuration, and follows from what is wrong with its settings.
 void Examiner::TellMissingModel(const Job& job, Examined& examined) {
     const std::string folder = EnvConfig::getConfigPath(job.configuration);
-    const std::vector<Finding> reasons = ConfigurationFindings(folder);
+    const std::vector<Finding> reasons = ConfigurationFindings(job.installation, job.configuration);
     examined.findings.insert(examined.findings.end(), reasons.begin(), reasons.end());
     if (HasError(reasons)) return;
     const std::string place = !folder.empty()            ? folder + "/configuration.xml"

@@ -58,6 +58,8 @@ private:
     void UseInstallation(Job& job);
     Model* ModelOf(const std::string& path, const std::string& configuration);
     std::string ModelFileFor(const Job& job) const;
+    static bool IsRefused(const Model& model, const Verdict& verdict);
+    static void ReconcileModel(const Model& model, std::vector<Finding>& findings);
     void ExamineModel(const Job& job, std::string bytes, bool isJudged, Examined& examined);
     void ExamineScript(const Job& job, std::string bytes, bool isJudged, Examined& examined);
     void ExamineScenario(const Job& job, std::string bytes, bool isSaved, bool isJudged, Examined& examined);
@@ -77,9 +79,9 @@ private:
 Finding FindingOf(const Fault& fault, const Text& text);
 Finding WholeFileFinding(const char* rule, const std::string& file, std::string message);
 
-// What is wrong with an installation file, and with the settings in the folder of a configuration.
+// What is wrong with an installation file, and with the folder of a configuration of it and the settings there.
 std::vector<Finding> InstallationFindings(const std::string& path);
-std::vector<Finding> ConfigurationFindings(const std::string& folder);
+std::vector<Finding> ConfigurationFindings(const std::string& installation, const std::string& configuration);
 
 // The installation that a file on disk belongs to: the nearest "tavrel.xml" in the folders above it, else that of the
 // options.

@@ -24,7 +24,8 @@ using cfg::ScenarioText;
 using lmkUtils::EnvConfig;
 
 const std::string kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::size_t kSniffed = 2048; // bytes from which the kind of a file shows
+constexpr const char* kSettingsFile = "/configuration.xml"; // of a configuration, in its folder
+constexpr std::size_t kSniffed = 2048;                      // bytes from which the kind of a file shows
 
 std::string FirstBytes(const std::string& path) {
     std::string bytes(kSniffed, '\0');
@@ -159,6 +160,37 @@ bool LookAtConfiguration(const InstallationText& file, const std::string& folder
     return true;
 }
 
+void AddUnreadable(const char* rule, const std::string& path, const std::string& reason, Result& result) {
+    result.findings.push_back(WholeFileFinding(rule, path, "it cannot be looked at: " + reason));
+    result.omissions.push_back({path, reason});
+}
+
+// What is wrong with the folder of a configuration of the installation in use, and with the settings in it. False if
+// nothing can be found by it.
+bool LookAtFolder(const InstallationText& installation, const std::string& name, Result& result) {
+    const std::string folder = EnvConfig::getConfigPath(name);
+    std::error_code error;
+    if (!fs::is_directory(folder, error)) {
+        for (const ScenarioText::Element& element : installation.Elements())
+            if (element.name == "configuration" && installation.Value(element, "name") == name)
+                if (const auto* path = ScenarioText::FindAttribute(element, "path")) {
+                    result.findings.push_back(
+                        installation.AtValue("TV6008", *path, "the folder " + Quoted(folder) + " is not there"));
+                    result.omissions.push_back({folder, "there is no such folder"});
+                }
+        return false;
+    }
+    const std::string settings = folder + kSettingsFile;
+    const InstallationText file(settings);
+    if (!file.IsRead()) {
+        AddUnreadable("TV6001", settings, file.Reason(), result);
+        return false;
+    }
+    if (std::find(result.files.begin(), result.files.end(), settings) == result.files.end())
+        result.files.push_back(settings);
+    return LookAtConfiguration(file, folder, result);
+}
+
 class JobList {
 public:
     JobList(const Options& userOptions, Result& target) : options(userOptions), result(target) {}
@@ -222,20 +254,15 @@ private:
                 const FileKind kind = isFolder ? FileKind::Unknown : KindOfFile(path);
                 if (kind != FileKind::Unknown) files.emplace_back(path, kind);
             }
-            if (error) Unreadable("TV6001", walked, error.message());
+            if (error) AddUnreadable("TV6001", walked, error.message(), result);
         }
         std::sort(files.begin(), files.end());
         return files;
     }
 
-    void Unreadable(const char* rule, const std::string& path, const std::string& reason) {
-        result.findings.push_back(WholeFileFinding(rule, path, "it cannot be looked at: " + reason));
-        result.omissions.push_back({path, reason});
-    }
-
     void AddInstallation(const std::string& path) {
         const InstallationText file(path);
-        if (!file.IsRead()) return Unreadable("TV6001", path, file.Reason());
+        if (!file.IsRead()) return AddUnreadable("TV6001", path, file.Reason(), result);
         const std::size_t before = result.findings.size();
         LookAtInstallation(file, result);
         try {
@@ -255,37 +282,22 @@ private:
     }
 
     void AddConfiguration(const std::string& installation, const std::string& name, const InstallationText& file) {
-        const std::string folder = EnvConfig::getConfigPath(name);
-        std::error_code error;
-        if (!fs::is_directory(folder, error)) {
-            for (const ScenarioText::Element& element : file.Elements())
-                if (element.name == "configuration" && file.Value(element, "name") == name)
-                    if (const auto* path = ScenarioText::FindAttribute(element, "path")) {
-                        result.findings.push_back(
-                            file.AtValue("TV6008", *path, "the folder " + Quoted(folder) + " is not there"));
-                        result.omissions.push_back({folder, "there is no such folder"});
-                    }
-            return;
-        }
-        const std::string settings = folder + "/configuration.xml";
-        const InstallationText configuration(settings);
-        if (!configuration.IsRead()) {
-            Unreadable("TV6001", settings, configuration.Reason());
-            return;
-        }
-        if (std::find(result.files.begin(), result.files.end(), settings) == result.files.end())
-            result.files.push_back(settings);
-        if (!LookAtConfiguration(configuration, folder, result)) return;
+        const std::size_t before = result.findings.size();
+        if (!LookAtFolder(file, name, result)) return;
+        // What is not there may hold the model.
+        const bool lacksFolder =
+            std::any_of(result.findings.begin() + static_cast<std::ptrdiff_t>(before), result.findings.end(),
+                        [](const Finding& finding) { return std::string_view(finding.rule->id) == "TV6008"; });
         EnvConfig::setConfig(name, false);
 
         const std::string model = TavrelScenarioTemplateDb::RootModel::fileOf(name);
-        if (model.empty()) {
-            result.findings.push_back(WholeFileFinding("TV6007", settings,
+        if (!model.empty())
+            Add({model, FileKind::Model, installation, name});
+        else if (!lacksFolder)
+            result.findings.push_back(WholeFileFinding("TV6007", EnvConfig::getConfigPath(name) + kSettingsFile,
                                                        "configuration " + Quoted(name) + " has no root model " +
                                                            TavrelScenarioTemplateDb::RootModel::kPath));
-        } else {
-            Add({model, FileKind::Model, installation, name});
-        }
+        std::error_code error;
         std::map<std::string, std::string> found; // the file that a path leads to
         for (const std::string& scripts : EnvConfig::getSeparatedPathForConfiguration(name, Include::kDirectory)) {
             if (!fs::exists(scripts, error)) continue; // a root need not have scripts
@@ -340,10 +352,10 @@ std::vector<Finding> InstallationFindings(const std::string& path) {
     return std::move(result.findings);
 }
 
-std::vector<Finding> ConfigurationFindings(const std::string& folder) {
+std::vector<Finding> ConfigurationFindings(const std::string& installation, const std::string& configuration) {
     Result result;
-    const InstallationText file(folder + "/configuration.xml");
-    if (file.IsRead()) LookAtConfiguration(file, folder, result);
+    const InstallationText file(installation);
+    if (file.IsRead()) LookAtFolder(file, configuration, result);
     return std::move(result.findings);
 }
 

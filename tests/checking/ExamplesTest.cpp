@@ -95,6 +95,24 @@ TEST(ExamplesTest, TheSampleInstallationHasNothingAboveANote) {
             << finding.file << ":" << finding.span.row << ": " << finding.message << " [" << finding.rule->id << "]";
 }
 
+// A root model that may lie in a folder which is not there, and settings in it, are not missed.
+TEST(ExamplesTest, AFolderThatIsNotThereIsToldAlone) {
+    const std::string folder = testing::TempDir() + "no folder";
+    fs::copy(kExamples + "/TV6008", folder, fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    std::ofstream(folder + "/pack/data/scenario/any.sce") << "<sce version=\"1\"><Scenario/></sce>\n";
+    const auto rules = [&] {
+        std::vector<std::string> ids;
+        for (const Finding& finding : ResultFor({folder}).findings) ids.emplace_back(finding.rule->id);
+        return ids;
+    };
+    std::ofstream(folder + "/configuration/configuration.xml")
+        << "<configuration version=\"1.0\"><dataPath><root>../gone</root></dataPath></configuration>\n";
+    EXPECT_THAT(rules(), testing::ElementsAre("TV6008"));
+    fs::remove_all(folder + "/configuration");
+    EXPECT_THAT(rules(), testing::ElementsAre("TV6008"));
+    fs::remove_all(folder);
+}
+
 TEST(ExamplesTest, ErrorsComeBeforeOthersWhereNotAllAreTold) {
     Options options;
     options.mostFindings = 2;

@@ -588,6 +588,7 @@ TEST(PlantedTest, AFaultInAModelMakesNoOther) {
         {"TV1019", "LABEL=\"speed\"\n\t\t\tTYPE=\"FLOAT\"", "LABEL=\"speed\"\n\t\t\tTYPE=\"@<FLAOT>@\""},
         {"TV2017", "TYPEOF RETURN (RESULT)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"\"\n\t\t\t}\n",
                    "TYPEOF RETURN (RESULT)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"\"\n\t\t\t}\n\t\t\tTYPEOF RETURN (@<RESULT>@)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"\"\n\t\t\t}\n"},
+        {"TV1020", model.c_str(), "@<>@"},
         {"TV2010", "\t\tTYPEOF ACTION (STOP)", "\t\tTYPEOF FOLDER (more)\n\t\t{\n\t\t\tTYPEOF ACTION (STOP)\n\t\t\t{\n\t\t\t}\n\t\t\tTYPEOF ACTION (@<STOP>@)\n\t\t\t{\n\t\t\t\tLABEL=\"Stop\"\n\t\t\t}\n\t\t}\n\t\tTYPEOF ACTION (HALT)"},
     };
     // clang-format on
@@ -602,7 +603,9 @@ TEST(PlantedTest, AFaultInAModelMakesNoOther) {
         std::ofstream(scenario, std::ios::binary) << File(Script({}), Form::Plain, false, false);
         std::vector<std::string> found;
         const std::string installation = folder + "/tavrel.xml";
+        const std::string script = folder + "/pack/data/script/include/fine.sc";
         for (const Finding& finding : Check({{path, FileKind::Model, installation, "Faults"},
+                                             {script, FileKind::Script, installation, "Faults"},
                                              {scenario, FileKind::Scenario, installation, "Faults"}},
                                             {})
                                           .findings)
