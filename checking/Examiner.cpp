@@ -143,7 +143,7 @@ void BlameMisread(const Verdict& verdict, const std::string& path, const IsMisre
         // Of a text that is refused for something else nothing shows what a brace too many has cost it.
         for (Finding& finding : findings)
             if (isExplained && isMisread(finding) && finding.script == refusal.script &&
-                std::string_view(finding.rule->id) == "TV1001" && finding.line.find('}') != std::string::npos)
+                finding.message == kSurplusBrace)
                 finding.severity = Severity::Error;
         if (!hadError) break;
     }

@@ -591,12 +591,12 @@ private:
 
     void TakeClose(const Row& row) {
         if (open.empty()) {
-            Unknown(row.begin, row.begin + 1, "a closing brace without an item");
+            SurplusBrace(row);
             return;
         }
         if (!isPlain && row.IsDepthShown() && IsIndented()) {
             if (row.indent > indents.back() || EndsTooEarly(row)) {
-                Unknown(row.begin, row.begin + 1, "a closing brace without an item");
+                SurplusBrace(row);
                 return;
             }
             // The brace of an item further out shows that those within it are not closed.
@@ -691,6 +691,7 @@ private:
         item.depth = static_cast<unsigned>(open.size()) + 1;
 
         const char* what = nullptr; // is wrong with the header
+        bool isNameless = false;    // and read all the same
         bool endsEarly = false;
         std::size_t faultBegin = 0;
         std::size_t faultEnd = 0;
@@ -732,7 +733,7 @@ private:
             item.nameBegin = item.headerEnd = row.begin + begin;
             // A carriage return after the word makes a header without a name.
             const std::size_t after = row.begin + begin;
-            const bool isNameless = after < text.size() && text[after] == '\r' && !IsFoundByName(item.kind);
+            isNameless = after < text.size() && text[after] == '\r' && !IsFoundByName(item.kind);
             if (!isNameless) isWrong("the name in brackets is missing", begin, begin, " (1)");
         } else {
             if (blanks == 0)
@@ -803,6 +804,11 @@ private:
         if (!HasItems(item.kind)) {
             item.isDropped = true;
             if (!what) UnknownKind(item);
+        } else if (isNameless && !what) {
+            Fault& fault = Add("TV1003", item.headerEnd, item.headerEnd,
+                               "the name in brackets is missing, and only the carriage return makes it a header");
+            fault.isNote = true;
+            fault.help = "Give the item a name; with bare line feeds the text cannot be read without one.";
         }
         if (item.depth > kDeepestItem && !HasFault("TV1015"))
             Add("TV1015", item.keywordBegin, item.headerEnd,
@@ -832,6 +838,11 @@ private:
         fault.fixEnd = end;
         fault.fixText = near;
         fault.fixIsSafe = OnlyOneLetterAway(word, KindWords()) == near;
+    }
+
+    void SurplusBrace(const Row& row) {
+        Unknown(row.begin, row.begin + 1, kSurplusBrace);
+        tree.faults.back().help = "Remove the brace, or write the header that it belongs to.";
     }
 
     void Unknown(std::size_t begin, std::size_t end, std::string message = "") {
@@ -965,8 +976,7 @@ private:
         // A brace too many may just end the text earlier than its author thinks.
         if (isPlain || !ReadsByBraces()) return;
         for (Fault& fault : tree.faults)
-            if (std::string_view(fault.rule) == "TV1001" && fault.begin < text.size() && text[fault.begin] == '}')
-                fault.isTaken = true;
+            if (fault.message == kSurplusBrace) fault.isTaken = true;
     }
 
     // Whether the braces as they stand, too many or too few, make a tree that the reader takes.

@@ -192,6 +192,9 @@ private:
     bool isOtherEncoding = false;
 };
 
+// What is told of a brace that closes nothing; it may end the text earlier than its author thinks.
+constexpr const char* kSurplusBrace = "a closing brace without an item";
+
 // As the reader limits it.
 constexpr unsigned kDeepestItem = 1000;
 
