@@ -100,8 +100,10 @@ void Limit(std::vector<Finding>& findings, const Options& options) {
                              [](const Finding& one, const Finding& other) { return one.severity > other.severity; });
             const std::size_t more = ofFile.size() - options.mostFindings;
             ofFile.resize(options.mostFindings);
-            ofFile.push_back(
-                WholeFileFinding("TV9002", file, std::to_string(more) + " more findings of this file are not told"));
+            ofFile.push_back(WholeFileFinding("TV9002", file,
+                                              more == 1
+                                                  ? "1 more finding of this file is not told"
+                                                  : std::to_string(more) + " more findings of this file are not told"));
         }
         findings.insert(findings.end(), std::make_move_iterator(ofFile.begin()), std::make_move_iterator(ofFile.end()));
     }

@@ -33,6 +33,10 @@ bool IsCall(ScenarioItemKind kind) {
 
 bool IsParameter(ScenarioItemKind kind) { return kind == KindParameter || kind == KindReturn; }
 
+bool IsUnknownPart(const Item& part) {
+    return part.isDropped || part.isMalformed || (IsParameter(part.kind) && !part.model);
+}
+
 Definitions::Definitions(std::shared_ptr<const ScriptTree> modelTree) : tree(std::move(modelTree)) {
     if (tree->Root()) FindFolders(*tree->Root());
     if (tree->Root()) FindNeeds(*tree->Root());

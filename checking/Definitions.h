@@ -79,6 +79,8 @@ private:
 
 bool IsCall(ScenarioItemKind kind);
 bool IsParameter(ScenarioItemKind kind);
+// Whether what stands in a call is not understood: it may be any parameter that the call lacks.
+bool IsUnknownPart(const Item& part);
 // The words of a list attribute.
 std::vector<std::string_view> WordsOf(std::string_view value);
 bool Holds(const std::vector<std::string_view>& words, std::string_view word);

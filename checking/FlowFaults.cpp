@@ -80,7 +80,7 @@ struct Flow {
             const std::vector<const Item*> wanted = ParametersOf(*action.model); // a RETURN is none
             if (std::find(wanted.begin(), wanted.end(), state) == wanted.end()) return false;
             return std::none_of(action.children.begin(), action.children.end(), [&](const auto& given) {
-                return given->name == state->name && !given->Value("VALUE").empty();
+                return (given->name == state->name || IsUnknownPart(*given)) && !given->Value("VALUE").empty();
             });
         });
     }
@@ -137,9 +137,9 @@ struct Flow {
         for (const auto& child : parent.children) {
             const bool isNumbered = child->kind == KindTask || child->kind == KindCriteria || child->kind == KindRule ||
                                     child->kind == KindVariable;
-            if (!isNumbered || child->name.empty() || child->isMalformed || child->isDropped || child->isMisplaced)
-                continue;
-            if (taken[child->kind].insert(child->name).second) continue;
+            if (!isNumbered || child->name.empty() || child->isDropped || child->isMisplaced) continue;
+            // One with a header of its own finding has its number all the same.
+            if (taken[child->kind].insert(child->name).second || child->isMalformed) continue;
             AtHeader("TV4003", *child, parent.Title() + " holds another " + child->Title());
         }
     }
@@ -193,7 +193,9 @@ struct Flow {
 
     void LookAtRule(const Item& rule) {
         if (rule.Value("IS_DISABLED") == "1") {
-            AtHeader("TV4004", rule, rule.Title() + " is disabled").isNote = true;
+            Fault& fault = AtHeader("TV4004", rule, rule.Title() + " is disabled");
+            fault.isNote = true;
+            fault.help = "Remove its line IS_DISABLED, or the rule if nobody needs it.";
             return;
         }
         for (const auto& child : rule.children) {

@@ -14,9 +14,10 @@
 #include <processes/ChildProcess.h>
 #include <scenario/ItemModel.h>
 #include <scenario/LoadDiagnostics.h>
+#include <scenario/Parameter.h>
 #include <scenario/WhyInvalid.h>
 
-#include "ScriptTree.h"
+#include "TextChecks.h"
 
 namespace TavrelChecking {
 
@@ -76,23 +77,44 @@ std::string WayOf(const ScenarioItem& item) {
     });
 }
 
+// How much of what values refer to is there: a script that is included elsewhere has neither the items of its scenario
+// nor the vehicles and drivers of the file, a scenario script by itself lacks the latter.
+enum class Around { Nothing, Items, File };
+
+// Whether that an item is not valid means something. Of a call with a part that means nothing that part is counted.
+bool IsJudged(const ScenarioItem& item, Around around) {
+    const auto* parameter = dynamic_cast<const Parameter*>(&item);
+    if (around == Around::File || !parameter || !IsJudgedByScenario(item)) return true;
+    return around == Around::Items && IsOfItems(parameter->valueKind);
+}
+
 // The innermost invalid items; those around them are invalid for them alone. True if there is one, counted or not.
 // `pending` holds the children of all items on the way.
-bool AddInvalid(const ScenarioItem& item, bool isWhole, const std::string& script,
+bool AddInvalid(const ScenarioItem& item, Around around, const std::string& script,
                 std::vector<Verdict::Invalid>& invalid, std::vector<ScenarioItem*>& pending) {
     const std::size_t first = pending.size();
     item.GetChildren(pending);
     const std::size_t last = pending.size();
     bool hasInvalid = false;
     for (std::size_t at = first; at < last; ++at)
-        hasInvalid = AddInvalid(*pending[at], isWhole, script, invalid, pending) || hasInvalid;
+        hasInvalid = AddInvalid(*pending[at], around, script, invalid, pending) || hasInvalid;
     pending.resize(first);
     if (item.IsValid() || hasInvalid) return hasInvalid;
-    if (!isWhole && IsJudgedByScenario(item)) return true;
+    if (!IsJudged(item, around)) return true;
     invalid.push_back({script, WayOf(item), WhyInvalid(item), item.displayText});
     for (char& c : invalid.back().display)
         if (c == '\n' || c == '\r' || c == '\t') c = ' ';
     return true;
+}
+
+// Which vehicles there are is not known without the file, so those that are asked for count as present.
+void AddVehicles(ScenarioLib::Scenario& scenario) {
+    std::vector<ScenarioItem*> parameters;
+    scenario.CollectItemsOfKind(parameters, KindParameter, true, true);
+    for (const ScenarioItem* item : parameters)
+        if (const auto* parameter = dynamic_cast<const Parameter*>(item);
+            parameter && parameter->valueKind == "VEHICLE")
+            scenario.GetVehicle(WholeNumberOf(parameter->value));
 }
 
 // Reads a text and looks at its tree; `file` fills the tables of a scenario in it.
@@ -117,9 +139,11 @@ void ReadText(const std::string& text, const std::string& name, cfg::CfgScenario
     auto* scenario = dynamic_cast<ScenarioLib::Scenario*>(root.get());
     TavrelScenarioTemplateDb::ScenarioTables tables;
     if (scenario && file) tables.fill(*scenario, *file);
+    if (scenario && !file) AddVehicles(*scenario);
     root->UpdateDisplayTextTree();
     std::vector<ScenarioItem*> pending;
-    AddInvalid(*root, scenario && file, name, verdict.invalid, pending);
+    const Around around = !scenario ? Around::Nothing : file ? Around::File : Around::Items;
+    AddInvalid(*root, around, name, verdict.invalid, pending);
 }
 
 bool IsModelInUse(const std::string& configuration) {

@@ -178,6 +178,8 @@ bool IsValueKind(std::string_view word) {
     return std::find(ValueKinds().begin(), ValueKinds().end(), word) != ValueKinds().end();
 }
 
+bool IsOfItems(std::string_view valueKind) { return valueKind == "VARIABLE" || valueKind == "TASK"; }
+
 TextChecks::TextChecks(const ScriptTree& scriptTree, const Definitions& knownDefinitions, TextRole textRole)
     : tree(scriptTree), definitions(knownDefinitions), role(textRole) {}
 
@@ -385,7 +387,8 @@ void TextChecks::Link(const Item& item) {
         else
             AtHeader("TV9001", item,
                      "the root model has no folder " + std::string(kListRows[list].folder) +
-                         ", and without it the reader ends its process (token:275)");
+                         ", and without it the reader ends its process (token:275)")
+                .help = "Add the folder to the root model, with the definition.";
         item.model = definitions.Find(list, item.name);
         return;
     }
@@ -1158,7 +1161,7 @@ void TextChecks::LookAtLists() {
             fault.isRefused = isNeeded;
             SuggestWord(fault, found->name, {folder});
         }
-        std::unordered_map<std::string, const Item*> codes;
+        std::unordered_map<int, const Item*> codes;
         for (const Item* item : definitions.All(list)) {
             if (const Item* first = definitions.Find(list, item->name); first != item && !item->isMalformed) {
                 Fault& fault = AtName("TV2010", *item,
@@ -1174,11 +1177,10 @@ void TextChecks::LookAtLists() {
                 continue;
             }
             const Attribute* code = item->Find("CODE");
-            if (!code || code->value.empty() || code->isBroken || item->model != item) continue;
+            if (!code || code->isBroken || item->model != item) continue;
+            if (!IsWholeNumber(code->value)) continue; // it has its own finding, if it is not empty
             // As the program that acts on it reads it.
-            const bool isNumber = IsWholeNumber(code->value);
-            const auto [known, isNew] =
-                codes.emplace(isNumber ? std::to_string(WholeNumberOf(code->value)) : std::string(code->value), item);
+            const auto [known, isNew] = codes.emplace(WholeNumberOf(code->value), item);
             if (!isNew)
                 AtValue("TV2012", *item, *code, "CODE " + Quoted(code->value) + " is that of " + known->second->Title())
                     .isTaken = true;

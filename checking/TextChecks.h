@@ -88,6 +88,8 @@ bool IsOfType(std::string_view value, std::string_view type);
 // The words of KIND and KINDLIST.
 const std::vector<std::string>& ValueKinds();
 bool IsValueKind(std::string_view word);
+// Whether the VALUE names an item of the script, where that is a whole one.
+bool IsOfItems(std::string_view valueKind);
 
 } // namespace TavrelChecking
 

@@ -57,8 +57,7 @@ std::string FolderOfFiles(std::string_view fileDir) {
 } // namespace
 
 TreeChecks::TreeChecks(const ScriptTree& script, const Surroundings& surroundings)
-    : tree(script), around(surroundings),
-      isWhole(surroundings.tables && script.Root() && script.Root()->kind == KindScenario) {}
+    : tree(script), around(surroundings), isWhole(script.Root() && script.Root()->kind == KindScenario) {}
 
 std::vector<RelatedPlace> TreeChecks::PlacesOf(const Mount* mount) const {
     std::vector<RelatedPlace> places;
@@ -316,13 +315,17 @@ void TreeChecks::MayUse(const Item& item) {
 // A call that lacks a parameter which can be nothing but a variable, or the name in it, has its own finding.
 void TreeChecks::GatherUnnamed(const Item& call) {
     if (IsJunction(call)) return;
+    // What is not understood names it all the same.
+    auto standIns = std::count_if(call.children.begin(), call.children.end(), [](const Item* given) {
+        return IsUnknownPart(*given) && !given->Value("VALUE").empty();
+    });
     for (const Item* wanted : ParametersOf(*call.model)) {
         if (!wanted->model || WordsOf(wanted->model->Value("KINDLIST")) != std::vector<std::string_view>{"VARIABLE"})
             continue;
         const bool isNamed = std::any_of(call.children.begin(), call.children.end(), [&](const auto& given) {
             return given->name == wanted->name && !given->Value("VALUE").empty();
         });
-        if (!isNamed) unnamed.push_back(TypeOf(*wanted));
+        if (!isNamed && standIns-- <= 0) unnamed.push_back(TypeOf(*wanted));
     }
 }
 
@@ -391,15 +394,13 @@ void TreeChecks::LookAtValue(const Use& use, std::string_view kind, std::string_
     const bool isNumber = kind == "VEHICLE" || kind == "VHC_INPUT" || kind == "VHC_OUTPUT";
     if (value.empty() && (isNamed || isInScene || isNumber || (kind == "USER" && isNumeric))) {
         PlacedFault& placed = AtValue("TV3011", use, "VALUE", "parameter " + Quoted(item.name) + " has no VALUE");
-        placed.fault.isTaken = isNumber || (isInScene && !isWhole);
+        placed.fault.isTaken = isNumber || (isInScene && !(isWhole && (around.tables || IsOfItems(kind))));
         if (kind == "ENUM" && item.Find("VALUE")) placed.fault.isTaken = false;
         return;
     }
     if (kind == "FILE") return LookAtFile(use, value);
     if (!isWhole) return;
     if (kind == "VARIABLE") return LookAtVariable(use, value);
-    if (kind == "VEHICLE") return LookAtVehicle(use, value);
-    if (kind == "VHC_INPUT" || kind == "VHC_OUTPUT") return LookAtChannel(use, value, kind == "VHC_INPUT");
     if (kind == "TASK") {
         if (!tasks.count(value) && !IsHeldByLost(KindTask, value))
             AtValue("TV3005", use, "VALUE", "there is no TASK (" + std::string(value) + ")");
@@ -416,6 +417,9 @@ void TreeChecks::LookAtValue(const Use& use, std::string_view kind, std::string_
         AtValue("TV4010", use, "VALUE", "no EVALUATION has a SCORE " + std::string(value)).fault.isTaken = true;
         return;
     }
+    if (!around.tables) return;
+    if (kind == "VEHICLE") return LookAtVehicle(use, value);
+    if (kind == "VHC_INPUT" || kind == "VHC_OUTPUT") return LookAtChannel(use, value, kind == "VHC_INPUT");
     struct Table {
         std::string_view kind;
         const std::set<std::string>* names;
@@ -550,9 +554,8 @@ void TreeChecks::LookAtChannel(const Use& use, std::string_view value, bool isIn
         return;
     }
     // One that is not understood, and has its own finding, may name the vehicle.
-    const bool isLost = !vehicle && std::any_of(call.children.begin(), call.children.end(), [](const Item* child) {
-        return child->isDropped || child->isMalformed || (IsParameter(child->kind) && !child->model);
-    });
+    const bool isLost = !vehicle && std::any_of(call.children.begin(), call.children.end(),
+                                                [](const Item* child) { return IsUnknownPart(*child); });
     if (isLost) return;
     if (number == -1) {
         AtValue("TV3006", use, "VALUE", "the call names no vehicle whose " + std::string(word) + "this could be");

@@ -87,7 +87,7 @@ private:
 
     const ScriptTree& tree;
     const Surroundings& around;
-    const bool isWhole; // a scenario in its file
+    const bool isWhole; // a scenario, in its file or by itself
     std::string rootFile;
     std::vector<PlacedFault> faults;
     std::vector<std::unique_ptr<Mount>> mounts;

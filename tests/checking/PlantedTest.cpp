@@ -214,7 +214,28 @@ constexpr Plant kPlants[] = {
 constexpr Plant kAlone[] = {
     {"TV3011", kError, "", VARIABLE_OF("SLOT") TARGET_OF("SLOT", "KIND=\"VARIABLE\"\n\t\t\t@<>@")},
 };
+// What is not understood may be the parameter that its call lacks, and then nothing else is unnamed.
+constexpr Plant kTogether[] = {
+    {"TV2004", kError, "PARAMETER (TARGET)", "PARAMETER (@<TARGIT>@)"},
+    {"TV4005", kWarning, "", "\n\tTYPEOF @<VARIABLE (SLOT)>@\n\t{\n\t\tTYPE=\"FLOAT\"\n\t\tVALUE=\"1\"\n\t}\n"},
+};
+// Only a carriage return makes it a header, and XML leaves none.
+constexpr Plant kNameless[] = {
+    {"TV1003", Severity::Note, "", "\n\tTYPEOF RULE@<>@\n\t{\n\t}\n"},
+};
+// What its header is meant to say takes a number all the same.
+constexpr Plant kSameNumber[] = {
+    {"TV1003", kWarning, "", "\n\tTYPEOF RULE @<>@77)\n\t{\n\t}\n"},
+    {"TV4003", kWarning, "", "\n\tTYPEOF @<RULE (77)>@\n\t{\n\t}\n"},
+};
 // clang-format on
+
+// Whether the vehicles and drivers of the scenario file show the fault.
+bool NeedsFile(const Plant& plant) {
+    const std::string_view replacement = plant.replacement;
+    return std::string_view(plant.rule) == "TV3006" || replacement.find("DRIVER") != std::string_view::npos ||
+           replacement.find("<Car>") != std::string_view::npos;
+}
 
 std::string Replaced(std::string text, const std::string& find, const std::string& replacement) {
     for (std::size_t at = 0; (at = text.find(find, at)) != std::string::npos; at += replacement.size())
@@ -255,7 +276,7 @@ std::string Script(const std::vector<const Plant*>& plants) {
     return text + "}\n";
 }
 
-enum class Form { Plain, CData, References };
+enum class Form { Plain, CData, References, Alone };
 
 // The script as it stands in a file.
 std::string Written(const std::string& script, Form form) {
@@ -282,6 +303,7 @@ std::string Written(const std::string& script, Form form) {
 }
 
 std::string File(const std::string& script, Form form, bool hasReturns, bool hasMark) {
+    if (form == Form::Alone) return hasReturns ? Replaced(script, "\n", "\r\n") : script;
     std::string file = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<sce version=\"1\">\n  <Scenario>\n"
                        "    <name>Planted " +
                        kCar +
@@ -344,8 +366,8 @@ void ExpectFound(const std::vector<Case>& cases) {
         std::string file = File(Script(one.plants), one.form, one.hasReturns, one.hasMark);
         spans.push_back(TakeMarks(file));
         Job job;
-        job.path = folder + std::to_string(jobs.size()) + ".sce";
-        job.kind = FileKind::Scenario;
+        job.path = folder + std::to_string(jobs.size()) + (one.form == Form::Alone ? ".sc" : ".sce");
+        job.kind = KindOfFile(job.path);
         job.installation = kExamples + "/tavrel.xml";
         job.configuration = "Faults";
         std::ofstream(job.path, std::ios::binary) << file;
@@ -381,8 +403,13 @@ TEST(PlantedTest, NothingIsFoundWhereNothingIsPlanted) {
 TEST(PlantedTest, EachFaultIsFoundAloneInEveryForm) {
     std::vector<Case> cases;
     for (const Plant& plant : kPlants)
-        for (const Form form : {Form::Plain, Form::CData, Form::References})
-            cases.push_back({{&plant}, form, form != Form::Plain, form != Form::CData});
+        for (const Form form : {Form::Plain, Form::CData, Form::References, Form::Alone})
+            if (form != Form::Alone || !NeedsFile(plant))
+                cases.push_back({{&plant}, form, form != Form::Plain, form != Form::CData});
+    for (const auto& [one, other] :
+         {std::pair(&kTogether[0], &kTogether[1]), std::pair(&kSameNumber[0], &kSameNumber[1])})
+        cases.push_back({{one, other}, Form::Plain, false, false});
+    for (const Plant& plant : kNameless) cases.push_back({{&plant}, Form::Alone, true, false});
     for (const Plant& plant : kAlone) cases.push_back({{&plant}, Form::Plain, false, false});
     ExpectFound(cases);
 }
