@@ -638,9 +638,11 @@ void TreeChecks::LookAtVariables() {
         if (isOffered || variable.item->Value("TYPE") == "VOID") continue;
         const auto number = LongNumberOf(variable.item->name);
         if (number && around.declaredVariables.count(*number)) continue;
-        // One that is not found is a second one of its number.
+        // One that is not found is a second one of its number, whatever an include has of it.
         const std::vector<std::size_t>& named = variablesByName[variable.item->name];
-        if (&variables[named.front()] != &variable && variables[named.front()].scope.empty()) continue;
+        const auto first =
+            std::find_if(named.begin(), named.end(), [&](std::size_t at) { return variables[at].scope.empty(); });
+        if (&variables[*first] != &variable) continue;
         const bool isUnwritten = variable.isCompared && !variable.isWritten;
         if ((!variable.isRead || isUnwritten) && IsUnnamed(variable.item->Value("TYPE"))) continue;
         if (!variable.isRead)

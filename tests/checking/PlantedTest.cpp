@@ -213,6 +213,9 @@ constexpr Plant kPlants[] = {
 // Which of several unused variables is the one that is not named shows only where there is one.
 constexpr Plant kAlone[] = {
     {"TV3011", kError, "", VARIABLE_OF("SLOT") TARGET_OF("SLOT", "KIND=\"VARIABLE\"\n\t\t\t@<>@")},
+    // The include has one of that number, too.
+    {"TV4003", kWarning, "", VARIABLE_OF("901") TARGET_OF("901", "KIND=\"VARIABLE\"\n\t\t\t\tVALUE=\"901\"\n\t\t\t")
+                             "\n\tTYPEOF @<VARIABLE (901)>@\n\t{\n\t\tTYPE=\"FLOAT\"\n\t}\n"},
 };
 // What is not understood may be the parameter that its call lacks, and then nothing else is unnamed.
 constexpr Plant kTogether[] = {
