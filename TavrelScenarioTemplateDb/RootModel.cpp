@@ -59,21 +59,17 @@ private:
 
 // Keeps the problems that are told while it lives. They are composed even if nobody else listens: a listener may come
 // before the next opening.
-class KeptProblems : private LoadProblemListener {
+class KeptProblems : private ScopedLoadProblemListener {
 public:
-    explicit KeptProblems(std::vector<LoadProblem>& problems) : kept(problems), former(SetLoadProblemListener(this)) {}
-    ~KeptProblems() override { SetLoadProblemListener(former); }
-    KeptProblems(const KeptProblems&) = delete;
-    KeptProblems& operator=(const KeptProblems&) = delete;
+    explicit KeptProblems(std::vector<LoadProblem>& problems) : kept(problems) {}
 
 private:
     void OnLoadProblem(const LoadProblem& problem) override {
         kept.push_back(problem);
-        if (former) former->OnLoadProblem(problem);
+        if (Former()) Former()->OnLoadProblem(problem);
     }
 
     std::vector<LoadProblem>& kept;
-    LoadProblemListener* former;
 };
 
 void tellProblem(const LoadProblem& problem) {

@@ -70,16 +70,8 @@ double CpuSeconds() {
 }
 
 // Asks for what is wrong while it lives.
-class Listener : public LoadProblemListener {
-public:
-    Listener() : former(SetLoadProblemListener(this)) {}
-    ~Listener() override { SetLoadProblemListener(former); }
-    Listener(const Listener&) = delete;
-    Listener& operator=(const Listener&) = delete;
+class Listener : public ScopedLoadProblemListener {
     void OnLoadProblem(const LoadProblem&) override {}
-
-private:
-    LoadProblemListener* const former;
 };
 
 // As hosts read, or with somebody who asks for what is wrong; there is nothing.

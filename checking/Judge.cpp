@@ -24,13 +24,8 @@ namespace TavrelChecking {
 namespace {
 
 // Gathers what the reader says while this object lives, and leaves to the parent process what it says at its end.
-class Listener : public LoadProblemListener {
+class Listener : public ScopedLoadProblemListener {
 public:
-    Listener() : former(SetLoadProblemListener(this)) {}
-    ~Listener() override { SetLoadProblemListener(former); }
-    Listener(const Listener&) = delete;
-    Listener& operator=(const Listener&) = delete;
-
     void OnLoadProblem(const LoadProblem& problem) override {
         if (!problem.assertion.empty()) {
             TavrelProcesses::Death death;
@@ -43,9 +38,6 @@ public:
     }
 
     LoadProblem last;
-
-private:
-    LoadProblemListener* const former;
 };
 
 // A template whose sections can be looked at.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <list>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <typeinfo>
@@ -26,7 +27,7 @@ public:
 };
 Observer observer;
 
-class Listener : public LoadProblemListener {
+class Listener : public ScopedLoadProblemListener {
 public:
     void OnLoadProblem(const LoadProblem& problem) override {
         Demand(problem.row > 0 && !problem.cause.empty(), "a problem has a place and a cause", problem.line);
@@ -260,7 +261,6 @@ void ResetModel(Folders* rootModel) {
     scenarioLog = nullptr;
     scenarioDepth = 0;
     running = nullptr;
-    SetLoadProblemListener(nullptr);
     UnregisterIncludeRepository(&repository);
 }
 
@@ -285,19 +285,15 @@ Tree ReadScript(const std::string& text, bool headerOnly) {
     std::memcpy(exact.get(), text.c_str(), text.size() + 1);
     ScenarioTextStream stream(exact.get(), text.size() + 1);
     ItemLoadContext context{&observer, &observer};
-    Listener listener;
-    SetLoadProblemListener(headerOnly ? nullptr : &listener);
+    std::optional<Listener> listener;
+    if (!headerOnly) listener.emplace();
     Tree item;
     try {
         item.reset(LoadScenarioText(stream, nullptr, &context, nullptr, headerOnly));
     } catch (const std::bad_cast&) {
         // The one exception that a read lets through.
-    } catch (...) {
-        SetLoadProblemListener(nullptr);
-        throw;
     }
-    SetLoadProblemListener(nullptr);
-    Demand(item || headerOnly || listener.refusals > 0, "a refusal is told");
+    Demand(item || headerOnly || listener->refusals > 0, "a refusal is told");
     Demand(stream.cursor >= stream.begin && stream.cursor <= stream.end, "the cursor stays in the text");
     Demand(scenarioDepth == 0, "the depth is back at 0");
     return item;

@@ -1,3 +1,4 @@
+#include <optional>
 #include <sstream>
 
 #include <scenario/LoadDiagnostics.h>
@@ -127,7 +128,7 @@ TEST_F(ShareRootModelsTest, MessagesAreToldAtEachOpening) {
                 TYPEOF FUNCTION (OUTER) CODE="2"
                     TYPEOF FUNCTION (INNER)
     )"));
-    struct Heard : LoadProblemListener {
+    struct Heard : ScopedLoadProblemListener {
         void OnLoadProblem(const LoadProblem& problem) override {
             text << problem.file << ':' << problem.row << ':' << problem.line << ": " << problem.cause << '\n';
         }
@@ -136,13 +137,12 @@ TEST_F(ShareRootModelsTest, MessagesAreToldAtEachOpening) {
     const auto told = [&](bool listens) {
         std::ostringstream log;
         std::streambuf* const former = std::cout.rdbuf(log.rdbuf());
-        Heard heard;
-        LoadProblemListener* const before = SetLoadProblemListener(listens ? &heard : nullptr);
+        std::optional<Heard> heard;
+        if (listens) heard.emplace();
         Open();
-        SetLoadProblemListener(before);
         std::cout.rdbuf(former);
         EXPECT_EQ(scenarioLog, &std::cout);
-        return log.str() + "\n" + heard.text.str();
+        return log.str() + "\n" + (listens ? heard->text.str() : std::string());
     };
     const std::string unshared = told(true);
     EXPECT_THAT(unshared, testing::HasSubstr("FUNCTION (INNER) is passed over")) << "or nothing is compared";

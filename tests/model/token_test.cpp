@@ -902,9 +902,7 @@ TEST(TokenDeathTest, BrokenExpectationsEndTheProcess) {
 }
 
 TEST(TokenDeathTest, AListenerIsToldOfTheAssertionFirst) {
-    struct Printer : LoadProblemListener {
-        Printer() { SetLoadProblemListener(this); }
-        ~Printer() override { SetLoadProblemListener(nullptr); }
+    struct Printer : ScopedLoadProblemListener {
         void OnLoadProblem(const LoadProblem& problem) override {
             std::cerr << problem.file << "|" << problem.script << "|" << problem.row << "|" << problem.line << "|"
                       << problem.cause << "|" << problem.assertion << std::endl;

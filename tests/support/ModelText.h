@@ -64,21 +64,14 @@ Item* AddNew(ScenarioItem& parent, std::uint32_t kind, const std::string& name, 
 }
 
 // What is told of the texts that are read while it lives, as "row: cause".
-class LoadProblems : public LoadProblemListener {
+class LoadProblems : public ScopedLoadProblemListener {
 public:
-    LoadProblems() : former(SetLoadProblemListener(this)) {}
-    ~LoadProblems() override { SetLoadProblemListener(former); }
-    LoadProblems(const LoadProblems&) = delete;
-    LoadProblems& operator=(const LoadProblems&) = delete;
     void OnLoadProblem(const LoadProblem& problem) override {
         told.push_back(std::to_string(problem.row) + (problem.isWarning ? " (warning): " : ": ") + problem.cause);
         last = problem;
     }
     std::vector<std::string> told;
     LoadProblem last;
-
-private:
-    LoadProblemListener* former;
 };
 
 // The root model of the process while it lives.

@@ -12,10 +12,9 @@
 #include <support/ModelText.h>
 
 // A root model in use and the scripts read against it. Whatever was read has to go before the world does.
-class ScriptWorld : private LoadProblemListener {
+class ScriptWorld : private ScopedLoadProblemListener {
 public:
     explicit ScriptWorld(std::string_view model) {
-        SetLoadProblemListener(this);
         scenarioRootModel = nullptr;
         root = Read(model);
         if (!root) throw std::runtime_error("model refused in row " + std::to_string(row) + ": " + cause);
@@ -24,7 +23,6 @@ public:
     ~ScriptWorld() override {
         scenarioRootModel = nullptr;
         scenarioLog = nullptr;
-        SetLoadProblemListener(nullptr);
     }
 
     // Null for a text that is refused; `row` and `cause` then say where and why.

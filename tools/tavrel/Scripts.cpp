@@ -172,8 +172,6 @@ LoadedScript LoadFromDisk(const std::string& path) {
 
 } // namespace
 
-ProblemList::ProblemList() : former(SetLoadProblemListener(this)) {}
-ProblemList::~ProblemList() { SetLoadProblemListener(former); }
 void ProblemList::OnLoadProblem(const LoadProblem& problem) {
     NoteFatalProblem(problem);
     problems.push_back(problem);

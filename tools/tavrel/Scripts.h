@@ -37,18 +37,11 @@ std::string InstallationFileFor(const Context& context, const std::string& path)
 std::string ConfigurationFor(const Context& context, const std::string& path);
 
 // Gathers what the model has against the texts that are read while this object lives.
-class ProblemList : public LoadProblemListener {
+class ProblemList : public ScopedLoadProblemListener {
 public:
-    ProblemList();
-    ~ProblemList() override;
-    ProblemList(const ProblemList&) = delete;
-    ProblemList& operator=(const ProblemList&) = delete;
     void OnLoadProblem(const LoadProblem& problem) override;
 
     std::vector<LoadProblem> problems;
-
-private:
-    LoadProblemListener* const former;
 };
 
 // Reads the root model of a configuration and makes it the one that scripts are linked to. Fails if it cannot be read.

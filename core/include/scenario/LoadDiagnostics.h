@@ -30,6 +30,23 @@ public:
 // Answers the one before. Without a listener causes are not even composed, and a listener changes no result.
 TAVREL_MODEL_API LoadProblemListener* SetLoadProblemListener(LoadProblemListener* listener);
 
+// A listener that is told from its making to its end, in place of the former one, which then listens again. Several end
+// in the reverse order of their making.
+class TAVREL_MODEL_API ScopedLoadProblemListener : public LoadProblemListener {
+public:
+    ScopedLoadProblemListener();
+    ~ScopedLoadProblemListener() override;
+    ScopedLoadProblemListener(const ScopedLoadProblemListener&) = delete;
+    ScopedLoadProblemListener& operator=(const ScopedLoadProblemListener&) = delete;
+
+protected:
+    // The one in whose place this one listens, for passing on what it is told; null if there was none.
+    LoadProblemListener* Former() const;
+
+private:
+    LoadProblemListener* former;
+};
+
 // Names the text in memory that is read while this object lives, so that a listener can tell the scripts of one file
 // apart. A driver's script node does so with the name of its script.
 class TAVREL_MODEL_API LoadTextName {
