@@ -10,8 +10,6 @@
 #include <string>
 #include <vector>
 
-#include <unistd.h>
-
 #include <Commons/TextPlaces.h>
 #include <ScenarioTemplateDb/Exception.h>
 #include <TavrelScenarioTemplateDb/ScenarioScripts.h>
@@ -123,7 +121,7 @@ TEST(RandomChangesTest, AnErrorIsToldIfAndOnlyIfTheLibraryHasOne) {
     std::vector<Job> sample;
     for (const Job& job : JobsFor(installation, {}, found))
         if (job.kind == FileKind::Scenario) sample.push_back(job);
-    const std::string folder = testing::TempDir() + "changed " + std::to_string(::getpid()) + "/";
+    const std::string folder = testing::TempDir() + "changed/";
     fs::create_directories(folder);
     std::mt19937 random(15);
     std::vector<Job> jobs;

@@ -500,7 +500,7 @@ TEST(Reader, PassesOverWhatAParentAcceptsButDoesNotTakeIn) {
 // A folder of its own for files, gone with the test.
 class Files : public testing::Test {
 protected:
-    Files() : folder(std::filesystem::path(testing::TempDir()) / ("model text " + std::to_string(getpid()))) {
+    Files() : folder(std::filesystem::path(testing::TempDir()) / "model text") {
         std::filesystem::create_directories(folder);
     }
     ~Files() override { std::filesystem::remove_all(folder); }

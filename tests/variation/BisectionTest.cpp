@@ -10,8 +10,6 @@
 #include <random>
 #include <string_view>
 
-#include <unistd.h>
-
 #include <cfg/CfgScenario.h>
 #include <gtest/gtest.h>
 #include <variation/CampaignError.h>
@@ -30,7 +28,7 @@ double numberOf(std::string_view text) {
 
 struct Opened {
     Opened() {
-        const auto path = std::filesystem::temp_directory_path() / ("bisection-" + std::to_string(getpid()) + ".sce");
+        const auto path = std::filesystem::temp_directory_path() / "bisection.sce";
         std::ofstream(path) << "<sce version=\"1\"><Scenario><speed type=\"real\" ScenarioTreeValue=\"1\"/>"
                                "<count type=\"integer\" ScenarioTreeValue=\"1\"/></Scenario></sce>\n";
         file.load(path.string());
