@@ -28,14 +28,6 @@ namespace {
 
 constexpr char kSource[] = "ScenarioItem";
 
-// `children` is a list to work with.
-void DestroyChildren(ScenarioItem& item, std::vector<ScenarioItem*>& children) {
-    children.clear();
-    item.GetChildren(children);
-    item.DetachChildren();
-    for (ScenarioItem* child : children) delete child;
-}
-
 // The child of a parent that holds no more than one of its kind. A new one takes its place before its content is known,
 // so the reader keeps the former one until the new one has been read.
 class SinglePlace {
@@ -77,9 +69,13 @@ public:
     // `itemOuter` is null where `itemParent` is not being read itself.
     ItemBeingRead(Load& itemLoad, ScenarioItem* newItem, ScenarioItem* itemParent, ItemBeingRead* itemOuter)
         : ItemBeingRead(itemLoad, Held{newItem, itemParent, itemOuter}) {
+        isOffered = parent && !(IsLeftOut() && outer->takesRules);
         isTaken = parent != nullptr; // also by a parent that throws when it has the item already
         if (former) place.Set(nullptr);
-        if (parent) isTaken = Offer();
+        if (isOffered)
+            isTaken = Offer();
+        else
+            item->parent = parent;
         if (former && !isTaken) PutFormerBack();
         load.tree.Open(item, IsInTree());
     }
@@ -91,7 +87,7 @@ public:
         // A CONFIG keeps its children alive on purpose. Of what was refused nobody else knows them.
         for (; load.configs.size() > firstConfig; load.configs.pop_back())
             childStore::Destroy(load.configs.back()->children);
-        if (isTaken) {
+        if (isTaken && isOffered) {
             TakeBackAndDestroy(*parent, item);
         } else {
             delete item;
@@ -103,6 +99,12 @@ public:
     ScenarioItem* Get() const { return item; }
     // A root is its own tree; below it, the parent may have ignored the item.
     bool IsInTree() const { return isTaken || !parent; }
+    // Whether it is destroyed as soon as it has been read.
+    bool IsLeftOut() const { return load.leavesOutRules && outer && item->kind == KindRule; }
+    void LeaveOut() {
+        outer->takesRules = true;
+        load.tree.Close(item, true);
+    }
     ScenarioItem* Keep() {
         load.tree.Close(item, true);
         if (former && place.Get())
@@ -156,7 +158,10 @@ private:
     ScenarioItem* former;               // of that place; out of the tree as long as the item stands there
     ScenarioItem* lastSingle = nullptr; // the call or evaluation that was read into the item last
     std::size_t firstConfig;            // of those of the load that stand in the item, itself included
-    bool isTaken = false;
+    bool isOffered =
+        false;            // to the parent; what is left out need not be, once the parent has shown that it takes rules
+    bool isTaken = false; // by the parent, or would be
+    bool takesRules = false; // a rule that was left out was taken
 };
 
 // What became of a block.
@@ -180,7 +185,7 @@ bool ReadContent(Load& load, ItemBeingRead& item, ItemLoadContext* context, bool
             NextLineFrom(stream, stream.cursor);
             return true;
         }
-        if (load.emptiesRules && item->kind == KindRule && PassOverPlainCall(load, *item.Get())) continue;
+        if (item.IsLeftOut() && PassOverPlainCall(load, *item.Get())) continue;
         if (item->LoadAttribute(stream)) {
             NextLineAfterReading(stream);
             continue;
@@ -236,9 +241,10 @@ Outcome ReadBlock(Load& load, ScenarioItem* parent, ItemBeingRead* outer, ItemLo
         item.PassOver();
         return Outcome::PassedOver;
     }
-    // Nothing outside a rule refers to what it holds.
-    if (kind == KindRule && load.emptiesRules) DestroyChildren(*item.Get(), load.emptied);
-    result = item.Keep();
+    if (item.IsLeftOut())
+        item.LeaveOut();
+    else
+        result = item.Keep();
     return Outcome::Read;
 }
 
@@ -270,7 +276,7 @@ ScenarioItem* LoadScenarioVariables(ScenarioTextStream& stream, ItemLoadContext*
     scenarioLog = log;
     Load load(stream, nullptr);
     // Without a root model the rules of a text may hold definitions for what comes later in it.
-    load.emptiesRules = scenarioRootModel != nullptr;
+    load.leavesOutRules = scenarioRootModel != nullptr;
     return Read(load, nullptr, context, false);
 }
 

@@ -24,11 +24,10 @@ public:
 
     TextUnderWay text;
     TreeUnderWay tree;
-    std::string name;                   // of the header that is being read, to use one buffer for all
-    std::vector<Config*> configs;       // so far; they do not destroy their children
-    bool emptiesRules = false;          // the caller has no use for what rules hold
-    std::vector<ScenarioItem*> emptied; // what the last of them held, to use one buffer for all
-    unsigned depth = 0;                 // blocks that are open
+    std::string name;             // of the header that is being read, to use one buffer for all
+    std::vector<Config*> configs; // so far; they do not destroy their children
+    bool leavesOutRules = false;  // the caller has no use for them, and nothing outside a rule refers to one
+    unsigned depth = 0;           // blocks that are open
 
 private:
     Load* outer;

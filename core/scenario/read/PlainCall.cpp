@@ -13,7 +13,9 @@
 #include "link/ListNumbers.h"
 #include "link/Lookup.h"
 #include "text/Kinds.h"
+#include "text/ShortText.h"
 #include "text/TextFormat.h"
+#include "text/TextUnderWay.h"
 
 namespace {
 
@@ -49,20 +51,20 @@ private:
     bool ReadParameter(const std::string& wanted) {
         std::string_view keyword;
         std::string_view name;
-        if (!MatchHeader(stream, keyword, name) || name != wanted || KindOfKeyword(keyword) != KindParameter)
+        if (!MatchHeader(stream, keyword, name) || !SameText(name, wanted) || KindOfKeyword(keyword) != KindParameter)
             return false;
         const auto* definition = static_cast<const Parameter*>(Find(KindParameter, name));
         std::string_view kind;
         std::string_view value;
         std::string_view ownerFile;
-        return definition && OpenBlock() && ReadAttribute("KIND", kind) && Allows(*definition, kind) &&
-               ReadAttribute("VALUE", value) && Takes(*definition, kind, value) &&
-               (CharAt(stream) == '}' || ReadAttribute("OWNER_FILE", ownerFile)) && CloseBlock();
+        return definition && OpenBlock() && ReadAttribute("KIND=\"", kind) && Allows(*definition, kind) &&
+               ReadAttribute("VALUE=\"", value) && Takes(*definition, kind, value) &&
+               (CharAt(stream) == '}' || ReadAttribute("OWNER_FILE=\"", ownerFile)) && CloseBlock();
     }
 
     static bool Allows(const Parameter& definition, std::string_view kind) {
         return !kind.empty() && std::any_of(definition.kindList.begin(), definition.kindList.end(),
-                                            [kind](const std::string& word) { return word == kind; });
+                                            [kind](const std::string& word) { return SameText(word, kind); });
     }
 
     bool Takes(const Parameter& definition, std::string_view kind, std::string_view value) {
@@ -75,7 +77,7 @@ private:
     }
 
     ScenarioItem* Find(ScenarioItemKind kind, std::string_view name) {
-        return definitions.Find(ListOf(DefinitionListOf(kind), kind), name);
+        return definitions.Find(kListOfKind[kind], name);
     }
 
     bool OpenBlock() {
@@ -89,16 +91,13 @@ private:
         return true;
     }
 
-    bool ReadAttribute(std::string_view key, std::string_view& value) {
-        // Long values count for the text, and must not count twice.
-        constexpr std::size_t kLongest = 256;
-        constexpr std::string_view kBegin = "=\"";
-        std::string_view rest(stream.cursor, static_cast<std::size_t>(stream.end - stream.cursor));
-        if (!rest.starts_with(key)) return false;
-        rest.remove_prefix(key.size());
-        if (!rest.starts_with(kBegin)) return false;
-        if (rest.substr(kBegin.size(), kLongest).find('"') == std::string_view::npos) return false;
-        if (!MatchValue(stream, key.size(), value)) return false;
+    // `begin` is the key with what stands between it and the value.
+    bool ReadAttribute(std::string_view begin, std::string_view& value) {
+        constexpr std::size_t kBetween = 2; // characters
+        const std::string_view rest(stream.cursor, static_cast<std::size_t>(stream.end - stream.cursor));
+        if (!SameText(rest.substr(0, begin.size()), begin)) return false;
+        // A long one counts for the text, and must not count twice.
+        if (!FindValue(stream, begin.size() - kBetween, value) || TextUnderWay::IsLong(value.size())) return false;
         NextLineAfterReading(stream);
         return true;
     }

@@ -228,6 +228,10 @@ bool MayHold(std::string_view value) {
 } // namespace
 
 bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::string_view& value) {
+    return FindValue(stream, keyLength, value) && MayHold(value);
+}
+
+bool FindValue(const ScenarioTextStream& stream, std::size_t keyLength, std::string_view& value) {
     // The two characters after the key are taken on trust, as long as they are there.
     const char* at = stream.cursor + keyLength;
     // Nearly every value ends on its line, and then nothing up to the quote ends that.
@@ -239,7 +243,7 @@ bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::st
             if (*quote != '"') break;
             scannedLine = {stream.cursor, quote};
             value = std::string_view(at + 2, static_cast<std::size_t>(quote - at - 2));
-            return MayHold(value);
+            return true;
         }
     }
     for (int skipped = 0; skipped < 2; ++skipped, ++at) {
@@ -248,7 +252,7 @@ bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::st
     const char* const quote = FindEither(at, stream.end, '"', '"');
     if (quote == stream.end || *quote != '"') return false;
     value = std::string_view(at, static_cast<std::size_t>(quote - at));
-    return MayHold(value);
+    return true;
 }
 
 bool ReadStringAttribute(const ScenarioTextStream& stream, const char* key, std::string& value) {

@@ -28,6 +28,8 @@ std::optional<std::string_view> KeyOf(std::string_view line);
 
 // What stands in the quotes after a key of that length, without a copy: the value lies in the text of the stream.
 bool MatchValue(const ScenarioTextStream& stream, std::size_t keyLength, std::string_view& value);
+// The same for a first look, which does not count for what the text under way may take.
+bool FindValue(const ScenarioTextStream& stream, std::size_t keyLength, std::string_view& value);
 
 // What the last look at a line has shown: from `cursor` up to and including `last` nothing ends the line. Good while
 // the text stays as it is; each load begins without it.

@@ -19,9 +19,11 @@ public:
     // Whether the text under way may take one more value of that many bytes. Values are parts of the text and do not
     // overlap, unless quotes are missing: then each line holds all that follows up to the next quote, and a text of
     // such lines would cost the square of its length.
-    static bool MayTake(std::size_t bytes) {
+    static bool MayTake(std::size_t bytes) { return !IsLong(bytes) || !Current() || Current()->TakeLong(bytes); }
+    // Whether it counts.
+    static bool IsLong(std::size_t bytes) {
         constexpr std::size_t kOrdinary = 4096;
-        return bytes <= kOrdinary || !Current() || Current()->TakeLong(bytes);
+        return bytes > kOrdinary;
     }
 
     ScenarioTextStream& stream;
