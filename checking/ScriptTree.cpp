@@ -471,10 +471,11 @@ private:
             if (row.IsBlank()) return;
         }
         const Form form = row.form;
+        const Row* const previous = std::exchange(taken, &row);
         if (form == Form::Other && TakeBrokenBrace(row)) return;
         if (awaitsBrace && form == Form::Other) return Unknown(row.begin, row.end);
         if (awaitsBrace && form != Form::Open) MissingBrace();
-        if (form == Form::Open) return TakeOpen(row);
+        if (form == Form::Open) return TakeOpen(row, previous);
         if (form == Form::Close) return TakeClose(row);
         if (form == Form::Header) return TakeHeader(row);
         if (form == Form::Attribute) CloseAbove(row);
@@ -553,11 +554,14 @@ private:
             fault.fixEnd = brace + 1;
     }
 
-    void TakeOpen(const Row& row) {
+    void TakeOpen(const Row& row, const Row* previous) {
         if (!awaitsBrace) {
-            CloseAbove(row);
+            // The same brace once more, just as deep, begins nothing.
+            const bool isRepeated = previous && previous->form == Form::Open && previous->indent == row.indent &&
+                                    !isPlain && row.IsDepthShown() && IsIndented();
+            if (!isRepeated) CloseAbove(row);
             Unknown(row.begin, row.begin + 1, "a brace without a header");
-            if (tree.root) Drop(row);
+            if (tree.root && !isRepeated) Drop(row);
             return;
         }
         awaitsBrace = false;
@@ -1006,6 +1010,7 @@ private:
     std::vector<Item*> open;
     std::vector<unsigned> indents; // of the headers of `open`
     bool awaitsBrace = false;
+    const Row* taken = nullptr; // the last one that holds something
     bool isEnded = false;
     std::size_t endsAt = std::string_view::npos; // where text stands after the last brace on its row
     bool isPlain = false;

@@ -125,7 +125,12 @@ std::vector<PlacedFault> TreeChecks::Run(std::vector<Fault> ownFaults) {
 
 void TreeChecks::AddScores(const Item& evaluation) {
     for (const Attribute& attribute : evaluation.attributes)
-        if (attribute.key == "SCORE" || attribute.meant == "SCORE") scores.insert(WholeNumberOf(attribute.value));
+        if (attribute.key == "SCORE" || attribute.meant == "SCORE") {
+            if (BeginsWithWholeNumber(attribute.value))
+                scores.insert(WholeNumberOf(attribute.value));
+            else
+                ++unreadScores;
+        }
 }
 
 // FILE of the outermost include; empty in the script itself.
@@ -414,6 +419,12 @@ void TreeChecks::LookAtValue(const Use& use, std::string_view kind, std::string_
         if ((isLimit("MINVALUE") && number < NumberOf(item.model->Value("MINVALUE"))) ||
             (isLimit("MAXVALUE") && number > NumberOf(item.model->Value("MAXVALUE"))))
             return;
+        // A line that is no score has its own finding, and may be meant for one number.
+        if (unreadScores > 0) {
+            --unreadScores;
+            scores.insert(WholeNumberOf(value));
+            return;
+        }
         AtValue("TV4010", use, "VALUE", "no EVALUATION has a SCORE " + std::string(value)).fault.isTaken = true;
         return;
     }

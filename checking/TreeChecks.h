@@ -98,6 +98,7 @@ private:
     // Items whose names the reader does not see as they are meant: of another kind, or of a header that is broken.
     std::vector<const Item*> lostItems;
     std::set<int> scores;
+    std::size_t unreadScores = 0;                 // lines of which no number is known
     std::set<std::string> files;                  // of includes, as they are written
     std::set<std::string> missingFiles;           // what they hold still counts as present
     std::map<std::string, std::size_t> wrongTops; // the places among `faults` of files that begin with another item

@@ -201,6 +201,7 @@ constexpr Plant kPlants[] = {
     {"TV3003", kError, "KIND=\"VARIABLE\"\n\t\t\t\tVALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"\"", "KIND=\"@<VARIABL>@\"\n\t\t\t\tVALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"fine.sc\""},
     {"TV3001", kWarning, "VALUE=\"0\"", "VALUE=\"@<Car>@\""},
     {"TV1001", kError, "\t\t\tMODIFIER=", "\t\t\t@<{>@\n\t\t\tMODIFIER="},
+    {"TV1001", kError, "\t{\n\t\tLABEL=", "\t{\n\t@<{>@\n\t\tLABEL="},
     {"TV1008", kError, "VALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"\"", "VALUE=\"1\"\n\t\t\t\tOWNER_FILE=\"@<fine\t.sc>@\""},
     {"TV3002", kError, "\t\tTYPEOF ELSE_ACTION (PAINT)", "\t\tTYPEOF ACTION (ADD_SCORE)\n\t\t{\n\t\t\tTYPEOF PARAMETER (SCORE_NUMBER)\n\t\t\t{\n\t\t\t\tKIND=\"USER\"\n\t\t\t\tVALUE=\"@<100>@\"\n\t\t\t}\n\t\t}\n\n\t\tTYPEOF ELSE_ACTION (PAINT)"},
     {"TV3003", kError, "", STATE_OF("SLOT", "KIND=\"@<VEHICLE>@\"\n\t\t\t\tVALUE=\"SLOT\"\n\t\t\t") TASK_OF("SLOT", "")},
@@ -213,6 +214,8 @@ constexpr Plant kPlants[] = {
 // Which of several unused variables is the one that is not named shows only where there is one.
 constexpr Plant kAlone[] = {
     {"TV3011", kError, "", VARIABLE_OF("SLOT") TARGET_OF("SLOT", "KIND=\"VARIABLE\"\n\t\t\t@<>@")},
+    {"TV1018", kError, "", "\n\tTYPEOF EVALUATION (1)\n\t{\n\t\tSCORE=\"@<two>@\"\n\t}\n"
+                           RULE_OF("SLOT", "ADD_SCORE", PARAMETER_OF("SCORE_NUMBER", "KIND=\"USER\"\n\t\t\t\tVALUE=\"2\"\n\t\t\t"))},
     // The include has one of that number, too.
     {"TV4003", kWarning, "", VARIABLE_OF("901") TARGET_OF("901", "KIND=\"VARIABLE\"\n\t\t\t\tVALUE=\"901\"\n\t\t\t")
                              "\n\tTYPEOF @<VARIABLE (901)>@\n\t{\n\t\tTYPE=\"FLOAT\"\n\t}\n"},
