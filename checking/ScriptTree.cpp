@@ -472,9 +472,10 @@ private:
         }
         const Form form = row.form;
         const Row* const previous = std::exchange(taken, &row);
-        if (form == Form::Other && TakeBrokenBrace(row)) return;
+        if (form == Form::Other && TakeBrokenBrace(row, number)) return;
         if (awaitsBrace && form == Form::Other) return Unknown(row.begin, row.end);
         if (awaitsBrace && form != Form::Open) MissingBrace();
+        if (form == Form::Header && previous) LeaveOutDoubled(row, *previous);
         if (form == Form::Open) return TakeOpen(row, previous);
         if (form == Form::Close) return TakeClose(row);
         if (form == Form::Header) return TakeHeader(row);
@@ -486,13 +487,30 @@ private:
         awaitsBrace = true;
     }
 
-    // A line that was a brace, with some sign before it: it is told, and counts as the brace.
-    bool TakeBrokenBrace(const Row& row) {
+    // A header that is written twice, one below the other, begins one item. The first has its finding.
+    void LeaveOutDoubled(const Row& row, const Row& previous) {
+        if (previous.form != Form::Header || open.size() < 2 || previous.indent != row.indent) return;
+        if (open.back()->begin != previous.begin || LineOf(previous) != LineOf(row)) return;
+        open.pop_back();
+        indents.pop_back();
+        open.back()->children.RemoveLast();
+    }
+
+    // A line that was a brace, with some sign before it or in its place: it is told, and counts as the brace.
+    bool TakeBrokenBrace(const Row& row, std::size_t number) {
         const std::string_view line = LineOf(row);
         constexpr std::size_t kLongest = 3;
         if (line.size() > kLongest || open.empty()) return false;
-        const bool isOpen = awaitsBrace && line.find('{') != std::string_view::npos;
-        const bool isClose = !awaitsBrace && line.find('}') != std::string_view::npos;
+        std::size_t next = number + 1;
+        while (next < rows.size() && rows[next].IsBlank()) ++next;
+        const auto standsFor = [&](char brace, Form form) {
+            if (line.find(brace) != std::string_view::npos) return true;
+            const bool isReplaced = line.size() == 1 && !isPlain && row.IsDepthShown() && row.indent == indents.back();
+            return isReplaced && IsIndented() && next < rows.size() &&
+                   (rows[next].form != form || rows[next].indent != row.indent);
+        };
+        const bool isOpen = awaitsBrace && standsFor('{', Form::Open);
+        const bool isClose = !awaitsBrace && standsFor('}', Form::Close);
         if (!isOpen && !isClose) return false;
         Unknown(row.begin, row.end);
         if (isOpen) {
@@ -542,6 +560,12 @@ private:
     void MissingBrace() {
         awaitsBrace = false;
         Item& item = *open.back();
+        lacksBrace = &item;
+        // It stands above the header, and is told there.
+        if (item.parent && item.parent->children.size() > 1) {
+            const Item& above = *item.parent->children.rbegin()[1];
+            if (IsBareBrace(above) && above.closing == item.begin && above.children.empty()) return;
+        }
         Fault& fault =
             Add("TV1004", item.headerEnd, item.headerEnd, "the opening brace of " + item.Title() + " is missing");
         fault.fixTitle = "put the brace below the header";
@@ -556,9 +580,16 @@ private:
 
     void TakeOpen(const Row& row, const Row* previous) {
         if (!awaitsBrace) {
+            const bool isAsDeep = !isPlain && row.IsDepthShown() && IsIndented() && !indents.empty();
+            // One that was missed stands further down.
+            if (isAsDeep && open.back() == lacksBrace && row.indent == indents.back() && lacksBrace->children.empty()) {
+                lacksBrace = nullptr;
+                Trailing(row.begin + 1, row.end);
+                return;
+            }
             // The same brace once more, just as deep, begins nothing.
-            const bool isRepeated = previous && previous->form == Form::Open && previous->indent == row.indent &&
-                                    !isPlain && row.IsDepthShown() && IsIndented();
+            const bool isRepeated =
+                isAsDeep && previous && previous->form == Form::Open && previous->indent == row.indent;
             if (!isRepeated) CloseAbove(row);
             Unknown(row.begin, row.begin + 1, "a brace without a header");
             if (tree.root && !isRepeated) Drop(row);
@@ -626,12 +657,15 @@ private:
         return false;
     }
 
+    // What a brace without a header begins.
+    bool IsBareBrace(const Item& item) const {
+        return item.isDropped && item.keyword.empty() && text[item.begin] == '{';
+    }
     void NotClosed(std::size_t at) {
         Item& item = *open.back();
         item.closing = at;
         // A brace without a header has its own finding.
-        const bool isBrace = item.isDropped && item.keyword.empty() && text[item.begin] == '{';
-        if (!isBrace) Add("TV1005", at, at, item.Title() + " is not closed").about = &item;
+        if (!IsBareBrace(item)) Add("TV1005", at, at, item.Title() + " is not closed").about = &item;
         Close();
     }
 
@@ -1010,7 +1044,8 @@ private:
     std::vector<Item*> open;
     std::vector<unsigned> indents; // of the headers of `open`
     bool awaitsBrace = false;
-    const Row* taken = nullptr; // the last one that holds something
+    const Item* lacksBrace = nullptr; // the last one of which that is told
+    const Row* taken = nullptr;       // the last one that holds something
     bool isEnded = false;
     std::size_t endsAt = std::string_view::npos; // where text stands after the last brace on its row
     bool isPlain = false;

@@ -50,6 +50,8 @@ public:
     const T& operator[](std::size_t index) const { return first[index]; }
     T& Last() { return first[count - 1]; }
 
+    void RemoveLast() { --count; }
+
     void Append(std::pmr::memory_resource& memory, const T& value) {
         if (count == capacity) {
             capacity = capacity == 0 ? 2 : 2 * capacity;

@@ -593,7 +593,16 @@ void TextChecks::FindMeant(const Item& item, const Attribute& attribute, const s
         word = word.substr(0, word.find_first_of(" \t=:\""));
     }
     std::vector<std::string>& candidates = MissingKeys(item, keys);
-    const std::string near = NearestKey(word, candidates);
+    std::string near = NearestKey(word, candidates);
+    if (near.empty()) {
+        // Some other sign stands in the key or before it.
+        const std::string_view text = tree.Source().View();
+        std::string letters;
+        const std::size_t quote = std::min(text.find("=\"", attribute.keyBegin), std::size_t(attribute.valueEnd));
+        for (const char c : text.substr(attribute.keyBegin, quote - attribute.keyBegin))
+            if ((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_') letters += c;
+        near = NearestKey(letters, candidates);
+    }
     for (const Key& key : keys)
         if (key.word == near) attribute.meant = key.word;
     std::erase(candidates, near);
