@@ -158,8 +158,9 @@ void BlameMisread(const Verdict& verdict, const std::string& path, const IsMisre
         bool isExplained = false;
         for (Finding& finding : findings) {
             isExplained = isExplained || Explains(finding, invalid, path);
-            if (isMisread(finding) && finding.script == invalid.script && StandsWithin(invalid.way, finding.place))
-                nearest = &finding;
+            // What a brace too many ends early is missing anywhere.
+            const bool isNear = StandsWithin(invalid.way, finding.place) || finding.message == kSurplusBrace;
+            if (isMisread(finding) && finding.script == invalid.script && isNear) nearest = &finding;
         }
         if (nearest && !isExplained) nearest->severity = Severity::Error;
     }

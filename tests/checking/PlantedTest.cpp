@@ -222,6 +222,9 @@ constexpr Plant kAlone[] = {
     {"TV3011", kError, "", VARIABLE_OF("SLOT") TARGET_OF("SLOT", "KIND=\"VARIABLE\"\n\t\t\t@<>@")},
     {"TV1018", kError, "", "\n\tTYPEOF EVALUATION (1)\n\t{\n\t\tSCORE=\"@<two>@\"\n\t}\n"
                            RULE_OF("SLOT", "ADD_SCORE", PARAMETER_OF("SCORE_NUMBER", "KIND=\"USER\"\n\t\t\t\tVALUE=\"2\"\n\t\t\t"))},
+    {"TV1001", kError, "", STATE_OF("6SLOT", "KIND=\"TASK\"\n\t\t\t\tVALUE=\"SLOT\"\n\t\t\t")
+                           STATE_OF("SLOT", "KIND=\"TASK\"\n\t\t\t\tVALUE=\"7SLOT\"\n\t\t\t")
+                           TASK_OF("SLOT", "\t\tTYPEOF RULE (8SLOT)\n\t\t{\n\t\t}\n\t\t@<}>@\n\t\tTYPEOF RULE (7SLOT)\n\t\t{\n\t\t}\n") TASK_OF("7SLOT", "")},
     // The include has one of that number, too.
     {"TV4003", kWarning, "", VARIABLE_OF("901") TARGET_OF("901", "KIND=\"VARIABLE\"\n\t\t\t\tVALUE=\"901\"\n\t\t\t")
                              "\n\tTYPEOF @<VARIABLE (901)>@\n\t{\n\t\tTYPE=\"FLOAT\"\n\t}\n"},
