@@ -642,10 +642,27 @@ private:
         }
         open.back()->closing = row.begin;
         Close();
-        if (!isEnded)
+        if (isEnded) {
+            if (const std::size_t more = text.find_first_not_of(" \t\r\f", row.begin + 1); more < row.end)
+                endsAt = more;
+        } else if (!TakeJoinedBrace(row.begin + 1, row.end)) {
             Trailing(row.begin + 1, row.end);
-        else if (const std::size_t more = text.find_first_not_of(" \t\r\f", row.begin + 1); more < row.end)
-            endsAt = more;
+        }
+    }
+
+    // A closing brace behind another line, where the item has no other one. The reader passes it over.
+    bool TakeJoinedBrace(std::size_t begin, std::size_t end) {
+        while (begin < end && text[begin] == ' ') ++begin;
+        if (begin + 1 != end || text[begin] != '}' || open.empty() || isPlain || !IsIndented()) return false;
+        for (std::size_t next = static_cast<std::size_t>(taken - rows.data()) + 1; next < rows.size(); ++next) {
+            if (rows[next].IsBlank()) continue;
+            if (rows[next].form == Form::Close && rows[next].indent == indents.back()) return false;
+            break;
+        }
+        const std::size_t told = tree.faults.size();
+        NotClosed(begin);
+        if (tree.faults.size() > told) tree.faults.back().help = "Put the closing brace on a line of its own.";
+        return true;
     }
 
     // Whether the brace would end the text from far within, and another one does so later.
@@ -966,7 +983,7 @@ private:
             fault.fixText = attribute.value;
             std::replace(fault.fixText.begin(), fault.fixText.end(), '\t', ' ');
         }
-        if (rest.empty()) return;
+        if (rest.empty() || TakeJoinedBrace(begin + after, end)) return;
         if (rest.front() != '\t' && quote + 1 == after) {
             Add("TV1008", attribute.valueBegin, end,
                 "a quote stands inside the value of " + std::string(attribute.key) + " and ends it", true);

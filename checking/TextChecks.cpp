@@ -1123,6 +1123,7 @@ void TextChecks::LookAtChildren(const Item& item) {
         bool hasCondition = false;
         for (const auto& child : item.children) {
             if (child->kind != KindCondition && child->kind != KindNone) continue;
+            if (child->keyword.empty() && child->children.empty()) continue; // a brace without a header
             if (hasCondition && child->kind == KindCondition)
                 AtHeader("TV4009", *child, "a rule looks at its first condition alone").isValidity = true;
             hasCondition = true;

@@ -148,7 +148,7 @@ void TreeChecks::Enter(const Item& item, const Mount* mount) {
     if (item.isDropped || (item.isMalformed && (item.kind == KindVariable || item.kind == KindTask)))
         lostItems.push_back(&item);
     if (item.kind == KindTask && isRead) tasks.insert(item.name);
-    if (item.kind == KindEvaluation) AddScores(item);
+    if (item.kind == KindEvaluation || item.isDropped) AddScores(item); // one whose kind is misspelt has scores, too
     if (IsCall(item.kind) && item.model && item.model != &item) GatherUnnamed(item);
     if (IsParameter(item.kind) && item.model && item.model != &item && item.parent && IsCall(item.parent->kind) &&
         item.parent->model != item.parent)

@@ -205,6 +205,8 @@ constexpr Plant kPlants[] = {
     {"TV1001", kError, "\t\t\t\tVALUE=\"50\"\n\t\t\t\tOWNER_FILE=\"\"\n\t\t\t}", "\t\t\t\tVALUE=\"50\"\n\t\t\t\tOWNER_FILE=\"\"\n\t\t\t@<_>@"},
     {"TV1001", kError, "CONDITION (IS_MOVING)\n\t\t{", "CONDITION (IS_MOVING)\n\t\t@<x>@"},
     {"TV1001", kError, "\t\tTYPEOF ACTION (SET_SPEED)\n\t\t{", "\t\t@<{>@\n\t\tTYPEOF ACTION (SET_SPEED)"},
+    {"TV1005", kError, "VALUE=\"RED\"\n\t\t\t}", "VALUE=\"RED\"@<>@}"},
+    {"TV1005", kError, "VALUE=\"RED\"\n\t\t\t}\n\t\t}", "VALUE=\"RED\"\n\t\t\t}@<>@}"},
     {"TV1001", kError, "\t\t\t\tKIND=\"ENUM\"", "\t\t\t\t@<K IND=\"ENUM\">@"},
     {"TV1004", kError, "CONDITION (IS_MOVING)\n\t\t{\n\t\t\tMODIFIER=\"BECOMES_TRUE\"", "CONDITION (IS_MOVING)@<>@\n\t\t\tMODIFIER=\"BECOMES_TRUE\"\n\t\t{"},
     {"TV1004", kError, "\t\tTYPEOF ACTION (SET_SPEED)\n", "\t\tTYPEOF ACTION (SET_SPEED)@<>@\n\t\tTYPEOF ACTION (SET_SPEED)\n"},
@@ -220,6 +222,8 @@ constexpr Plant kPlants[] = {
 // Which of several unused variables is the one that is not named shows only where there is one.
 constexpr Plant kAlone[] = {
     {"TV3011", kError, "", VARIABLE_OF("SLOT") TARGET_OF("SLOT", "KIND=\"VARIABLE\"\n\t\t\t@<>@")},
+    {"TV1002", kError, "", "\n\tTYPEOF @<EVALUATON>@ (1)\n\t{\n\t\tSCORE=\"2 0\"\n\t}\n"
+                           RULE_OF("SLOT", "ADD_SCORE", PARAMETER_OF("SCORE_NUMBER", "KIND=\"USER\"\n\t\t\t\tVALUE=\"2\"\n\t\t\t"))},
     {"TV1018", kError, "", "\n\tTYPEOF EVALUATION (1)\n\t{\n\t\tSCORE=\"@<two>@\"\n\t}\n"
                            RULE_OF("SLOT", "ADD_SCORE", PARAMETER_OF("SCORE_NUMBER", "KIND=\"USER\"\n\t\t\t\tVALUE=\"2\"\n\t\t\t"))},
     {"TV1001", kError, "", STATE_OF("6SLOT", "KIND=\"TASK\"\n\t\t\t\tVALUE=\"SLOT\"\n\t\t\t")
