@@ -862,7 +862,8 @@ private:
         } else if (isNameless && !what) {
             Fault& fault = Add("TV1003", item.headerEnd, item.headerEnd,
                                "the name in brackets is missing, and only the carriage return makes it a header");
-            fault.isNote = true;
+            fault.isNote = fault.isTaken = true;
+            fault.key = row.begin;
             fault.help = "Give the item a name; with bare line feeds the text cannot be read without one.";
         }
         if (item.depth > kDeepestItem && !HasFault("TV1015"))

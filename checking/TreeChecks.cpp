@@ -117,7 +117,7 @@ std::vector<PlacedFault> TreeChecks::Run(std::vector<Fault> ownFaults) {
     // A line that is read, and not as it is meant, is an error where what is read is not valid.
     for (PlacedFault& placed : faults)
         if (placed.fault.isTaken && misread.count({placed.text, placed.fault.key}) > 0) {
-            placed.fault.isTaken = false;
+            placed.fault.isTaken = placed.fault.isNote = false;
             placed.fault.isValidity = true;
         }
     return std::move(faults);
@@ -145,8 +145,8 @@ void TreeChecks::Enter(const Item& item, const Mount* mount) {
         variables.push_back({&item, ScopeOf(mount)});
     }
     const bool isRead = !item.isMalformed || (!item.name.empty() && item.seenName == item.name);
-    if (item.isDropped || (item.isMalformed && (item.kind == KindVariable || item.kind == KindTask)))
-        lostItems.push_back(&item);
+    const bool isNamed = item.kind == KindVariable || item.kind == KindTask;
+    if (item.isDropped || (isNamed && (item.isMalformed || item.name.empty()))) lostItems.push_back(&item);
     if (item.kind == KindTask && isRead) tasks.insert(item.name);
     if (item.kind == KindEvaluation || item.isDropped) AddScores(item); // one whose kind is misspelt has scores, too
     if (IsCall(item.kind) && item.model && item.model != &item) GatherUnnamed(item);
@@ -364,7 +364,7 @@ bool TreeChecks::IsHeldByLost(ScenarioItemKind kind, std::string_view name) {
 
 // A header that is read with another name is an error where somebody asks for that which is meant.
 void TreeChecks::NeedsHeader(const Item& item) {
-    if (item.isMalformed && (item.name.empty() || item.seenName != item.name)) misread.insert({item.text, item.begin});
+    if (item.name.empty() || (item.isMalformed && item.seenName != item.name)) misread.insert({item.text, item.begin});
 }
 
 // Values.

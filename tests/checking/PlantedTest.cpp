@@ -241,6 +241,7 @@ constexpr Plant kTogether[] = {
 // Only a carriage return makes it a header, and XML leaves none.
 constexpr Plant kNameless[] = {
     {"TV1003", Severity::Note, "", "\n\tTYPEOF RULE@<>@\n\t{\n\t}\n"},
+    {"TV1003", kError, "", STATE_OF("SLOT", "KIND=\"TASK\"\n\t\t\t\tVALUE=\"7SLOT\"\n\t\t\t") "\n\tTYPEOF TASK@<>@\n\t{\n\t\tTASK_KIND=\"0\"\n\t}\n"},
 };
 // What its header is meant to say takes a number all the same.
 constexpr Plant kSameNumber[] = {
