@@ -912,7 +912,11 @@ private:
     // An attribute, or nothing that is known; and what stands after a tab on its line.
     void TakeLine(std::size_t begin, std::size_t end) {
         const std::string_view line = text.substr(begin, end - begin);
-        if (FormOf(line) != Form::Attribute || open.empty()) {
+        // Behind an equals sign in the key stands another one, with the value.
+        const std::size_t sign = line.find('=');
+        const bool isKeyBroken =
+            sign + 1 < line.size() && line[sign + 1] != '"' && line.find("=\"", sign + 1) != std::string_view::npos;
+        if (FormOf(line) != Form::Attribute || isKeyBroken || open.empty()) {
             std::size_t stop = end;
             while (stop > begin && (text[stop - 1] == ' ' || text[stop - 1] == '\t')) --stop;
             Unknown(begin, stop);

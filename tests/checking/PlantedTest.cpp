@@ -207,6 +207,7 @@ constexpr Plant kPlants[] = {
     {"TV1001", kError, "\t\tTYPEOF ACTION (SET_SPEED)\n\t\t{", "\t\t@<{>@\n\t\tTYPEOF ACTION (SET_SPEED)"},
     {"TV1005", kError, "VALUE=\"RED\"\n\t\t\t}", "VALUE=\"RED\"@<>@}"},
     {"TV1005", kError, "VALUE=\"RED\"\n\t\t\t}\n\t\t}", "VALUE=\"RED\"\n\t\t\t}@<>@}"},
+    {"TV1001", kError, "\t\t\t\tKIND=\"ENUM\"", "\t\t\t\t@<KI=D=\"ENUM\">@"},
     {"TV1001", kError, "\t\t\t\tKIND=\"ENUM\"", "\t\t\t\t@<K IND=\"ENUM\">@"},
     {"TV1004", kError, "CONDITION (IS_MOVING)\n\t\t{\n\t\t\tMODIFIER=\"BECOMES_TRUE\"", "CONDITION (IS_MOVING)@<>@\n\t\t\tMODIFIER=\"BECOMES_TRUE\"\n\t\t{"},
     {"TV1004", kError, "\t\tTYPEOF ACTION (SET_SPEED)\n", "\t\tTYPEOF ACTION (SET_SPEED)@<>@\n\t\tTYPEOF ACTION (SET_SPEED)\n"},
