@@ -162,6 +162,11 @@ void BlameMisread(const Verdict& verdict, const std::string& path, const IsMisre
             const bool isNear = StandsWithin(invalid.way, finding.place) || finding.message == kSurplusBrace;
             if (isMisread(finding) && finding.script == invalid.script && isNear) nearest = &finding;
         }
+        // A limit that is no number, in the model, is 0 for the library.
+        for (Finding& finding : findings)
+            if (!nearest && finding.file != path && finding.related.empty() &&
+                std::string_view(finding.rule->id) == "TV1018")
+                nearest = &finding;
         if (nearest && !isExplained) nearest->severity = Severity::Error;
     }
 }

@@ -784,7 +784,8 @@ bool TextChecks::LookAtDefinitionValue(const Item& item, const Attribute& attrib
         if (usage && usage->value == "BY_ADDRESS" && usage->keyBegin < attribute.keyBegin &&
             !(words.size() == 1 && words[0] == "VARIABLE")) {
             isTaken = false;
-            if (isTold)
+            // A word that is none has its own finding.
+            if (isTold && std::all_of(words.begin(), words.end(), IsValueKind))
                 AtValue("TV1019", item, attribute, "USAGE \"BY_ADDRESS\" allows no other KINDLIST than \"VARIABLE\"");
         }
         return isTaken;
@@ -879,7 +880,10 @@ bool TextChecks::LookAtUserValue(const Item& item, const Attribute& attribute, s
     }
     const std::string_view least = facts.least;
     const std::string_view most = facts.most;
-    if ((least.empty() && most.empty()) || (isTold && facts.areLimitsReversed)) return true;
+    // Limits that are none have their own finding.
+    const bool areBroken =
+        facts.areLimitsReversed || (!least.empty() && !IsNumber(least)) || (!most.empty() && !IsNumber(most));
+    if ((least.empty() && most.empty()) || (isTold && areBroken)) return true;
     const double number = NumberOf(value);
     const bool isBelow = !least.empty() && !(number >= facts.leastNumber);
     const bool isAbove = !most.empty() && !(facts.mostNumber >= number);

@@ -625,6 +625,8 @@ TEST(PlantedTest, AFaultInAModelMakesNoOther) {
         {"TV1014", "\t\t\tTYPEOF ENUM (GREEN)", "\t\t\tTYPEOF @<ACTION (STOP)>@\n\t\t\t{\n\t\t\t}\n\t\t\tTYPEOF ENUM (GREEN)"},
         {"TV1021", "TYPEOF FOLDER (root)", "TYPEOF @<GROUP>@ (root)"},
         {"TV2016", "MAXVALUE=\"250\"", "MAXVALUE=\"@<0>@\""},
+        {"TV1018", "MINVALUE=\"0\"\n\t\t\tMAXVALUE=\"250\"", "MINVALUE=\"-9\"\n\t\t\tMAXVALUE=\"@<low>@\""},
+        {"TV1019", "KINDLIST=\"VARIABLE\"", "KINDLIST=\"@<VARIALBE>@\""},
         {"TV1003", "TYPEOF ENUMTAB (COLOURS)", "TYPEOF ENUMTAB@<  >@(COLOURS)"},
         {"TV2009", "FOLDER (ENUMTAB_LIST)", "FOLDER (@<ENUMTABS_LIST>@)"},
         {"TV9001", "FOLDER (ACTION_LIST)", "FOLDER (@<AKTION_LIST>@)"},
