@@ -58,6 +58,23 @@ bool isScriptVariableStep(std::string_view text) {
 
 } // namespace
 
+// On destruction the members go in reverse: the variadic parameters, then the node tree, both after the sections that
+// they point to.
+struct TavrelScenario::Content {
+    Content() = default;
+    ~Content() {
+        if (!isExternal) delete file;
+    }
+    Content(const Content&) = delete;
+    Content& operator=(const Content&) = delete;
+
+    bool isExternal = false;          // the file is the host's
+    cfg::CfgScenario* file = nullptr; // null until the first load
+    std::unique_ptr<ScenarioNode> root;
+    std::vector<std::unique_ptr<TavrelVariadicParameter>> variadicParameters; // in the order of their sections
+    std::string saveFailure;
+};
+
 TavrelScenario::TavrelScenario(const std::string& configurationName, const std::string& scenarioPath,
                                const std::string& scenarioDirectory)
     : TavrelScenario(std::make_shared<const internal::ScenarioPlace>(
@@ -70,28 +87,30 @@ TavrelScenario::TavrelScenario(std::shared_ptr<const internal::ScenarioPlace> sh
 // By way of the other constructor, so that the destructor cleans up when the load fails.
 TavrelScenario::TavrelScenario(cfg::CfgScenario* scenario)
     : TavrelScenario(lmkUtils::EnvConfig::getCurrentConfiguration(), std::string(), std::string()) {
-    cfgScenarioIsExternal = scenario != nullptr;
-    cfgScenario = scenario;
+    content().isExternal = scenario != nullptr;
+    content().file = scenario;
     loadCfgScenario();
 }
 
-TavrelScenario::~TavrelScenario() {
-    if (!cfgScenarioIsExternal) delete cfgScenario;
+TavrelScenario::~TavrelScenario() = default;
+
+TavrelScenario::Content& TavrelScenario::content() const {
+    if (!lazyContent) lazyContent = std::make_unique<Content>();
+    return *lazyContent;
 }
 
 std::string TavrelScenario::getPath() const { return path; }
 
 ScenarioNode* TavrelScenario::getRootScenarioNode() const {
-    if (rootScenarioNode) return rootScenarioNode.get();
+    auto& root = content().root;
+    if (root) return root.get();
     const lmkUtils::InstallationMoment moment;
     const RootModelUse modelUse; // for the root model and all scripts of the tree
     // The load comes first: it may look up the target of a variadic parameter and so build the tree itself. A second
     // tree would leave those targets behind.
-    if (!cfgScenario) loadScenario();
-    if (!rootScenarioNode) {
-        rootScenarioNode = std::make_unique<TavrelScenarioNode>(cfgScenario->getRootSection(), nullptr);
-    }
-    return rootScenarioNode.get();
+    if (!content().file) loadScenario();
+    if (!root) root = std::make_unique<TavrelScenarioNode>(content().file->getRootSection(), nullptr);
+    return root.get();
 }
 
 ScenarioParameter* TavrelScenario::getParameterFromId(std::string id) const {
@@ -117,24 +136,14 @@ std::string TavrelScenario::getFilePath() const {
 
 void TavrelScenario::setPath(const std::string& newPath) { path = newPath; }
 
-std::string TavrelScenario::getName() const {
-    if (!cfgScenario) loadScenario();
-    return cfgScenario->getRootSection()->name;
-}
+std::string TavrelScenario::getName() const { return getCfgScenarioSection()->getRootSection()->name; }
 
-void TavrelScenario::setName(const std::string& name) {
-    if (!cfgScenario) loadScenario();
-    cfgScenario->getRootSection()->name = name;
-}
+void TavrelScenario::setName(const std::string& name) { getCfgScenarioSection()->getRootSection()->name = name; }
 
-std::string TavrelScenario::getDescription() const {
-    if (!cfgScenario) loadScenario();
-    return cfgScenario->getRootSection()->description;
-}
+std::string TavrelScenario::getDescription() const { return getCfgScenarioSection()->getRootSection()->description; }
 
 void TavrelScenario::setDescription(const std::string& description) {
-    if (!cfgScenario) loadScenario();
-    cfgScenario->getRootSection()->description = description;
+    getCfgScenarioSection()->getRootSection()->description = description;
 }
 
 void TavrelScenario::fetch(std::vector<unsigned char>& bytes) const {
@@ -143,79 +152,81 @@ void TavrelScenario::fetch(std::vector<unsigned char>& bytes) const {
 }
 
 std::size_t TavrelScenario::getVariadicParameterNumber() const {
-    if (!cfgScenario) loadScenario();
-    return variadicParameters.size();
+    getCfgScenarioSection();
+    return content().variadicParameters.size();
 }
 
 ScenarioTemplateDb::VariadicParameter* TavrelScenario::getVariadicParameter(std::size_t index) const {
-    if (index >= variadicParameters.size())
-        throw Exception("Invalid variadic parameter index", ExceptionCodeInvalidIndex);
-    return variadicParameters[index].get();
+    const auto& parameters = content().variadicParameters;
+    if (index >= parameters.size()) throw Exception("Invalid variadic parameter index", ExceptionCodeInvalidIndex);
+    return parameters[index].get();
 }
 
 void TavrelScenario::getVariadicParameters(std::vector<ScenarioTemplateDb::VariadicParameter*>& parameters) const {
     parameters.clear();
-    for (const auto& parameter : variadicParameters) parameters.push_back(parameter.get());
+    for (const auto& parameter : content().variadicParameters) parameters.push_back(parameter.get());
 }
 
 void TavrelScenario::getTavrelVariadicParameters(std::vector<TavrelVariadicParameter*>& parameters) const {
     parameters.clear();
-    for (const auto& parameter : variadicParameters) parameters.push_back(parameter.get());
+    for (const auto& parameter : content().variadicParameters) parameters.push_back(parameter.get());
 }
 
 TavrelVariadicParameter* TavrelScenario::addNewVariadicParameter() {
-    if (!cfgScenario) loadScenario();
-    cfg::Section* section = cfgScenario->getRootSection()->createSubSection(cfg::VariadicParameter::sectionName());
-    variadicParameters.push_back(
-        std::make_unique<TavrelVariadicParameter>(dynamic_cast<cfg::VariadicParameter*>(section)));
-    return variadicParameters.back().get();
+    cfg::Section* section =
+        getCfgScenarioSection()->getRootSection()->createSubSection(cfg::VariadicParameter::sectionName());
+    auto& parameters = content().variadicParameters;
+    parameters.push_back(std::make_unique<TavrelVariadicParameter>(dynamic_cast<cfg::VariadicParameter*>(section)));
+    return parameters.back().get();
 }
 
 void TavrelScenario::removeVariadicParameter(std::size_t index) {
     if (index >= getVariadicParameterNumber()) return;
-    cfg::VariadicParameter* section = variadicParameters[index]->getSection();
-    variadicParameters.erase(variadicParameters.begin() + static_cast<std::ptrdiff_t>(index));
-    cfgScenario->getRootSection()->removeSubSection(section);
+    auto& parameters = content().variadicParameters;
+    cfg::VariadicParameter* section = parameters[index]->getSection();
+    parameters.erase(parameters.begin() + static_cast<std::ptrdiff_t>(index));
+    content().file->getRootSection()->removeSubSection(section);
 }
 
 void TavrelScenario::clear() {
-    if (!cfgScenario) return;
-    cfg::Scenario* root = cfgScenario->getRootSection();
+    if (!content().file) return;
+    cfg::Scenario* root = content().file->getRootSection();
     root->description.clear();
-    variadicParameters.clear();
+    content().variadicParameters.clear();
     root->removeSubSections(cfg::VariadicParameter::sectionName());
 }
 
 void TavrelScenario::save() {
     const std::string target =
         expandedPath(TavrelConfigurationScenarioDirectory::getFilePathFromDataBasePath(path, place->directory));
-    if (!cfgScenario) loadScenario();
-    const bool isSaved = cfgScenario->save(target.c_str(), kPathMode, false);
-    saveFailure = isSaved ? std::string() : cfgScenario->errorMessage;
+    cfg::CfgScenario* file = getCfgScenarioSection();
+    const bool isSaved = file->save(target.c_str(), kPathMode, false);
+    content().saveFailure = isSaved ? std::string() : file->errorMessage;
 }
 
-const std::string& TavrelScenario::getSaveFailure() const { return saveFailure; }
+const std::string& TavrelScenario::getSaveFailure() const { return content().saveFailure; }
 
 void TavrelScenario::loadScenario() const {
     const lmkUtils::InstallationMoment moment;
     const std::string expanded = expandedPath(getFilePath());
     // A subclass may load again. What points into the sections of before goes with them.
-    variadicParameters.clear();
-    rootScenarioNode.reset();
-    if (!cfgScenarioIsExternal) delete cfgScenario;
-    cfgScenario = nullptr;
-    cfgScenarioIsExternal = false;
+    Content& loaded = content();
+    loaded.variadicParameters.clear();
+    loaded.root.reset();
+    if (!loaded.isExternal) delete loaded.file;
+    loaded.file = nullptr;
+    loaded.isExternal = false;
     // Stays, whatever becomes of the load: one attempt per object, and what is asked later has an answer.
-    cfgScenario = new cfg::CfgScenario();
-    if (!cfgScenario->load(expanded.c_str(), kPathMode, nullptr, nullptr, false, true, true))
-        throw Exception("Unable to load scenario " + expanded + " :\n" + cfgScenario->errorMessage,
+    loaded.file = new cfg::CfgScenario();
+    if (!loaded.file->load(expanded.c_str(), kPathMode, nullptr, nullptr, false, true, true))
+        throw Exception("Unable to load scenario " + expanded + " :\n" + loaded.file->errorMessage,
                         ExceptionCodeScenarioLoad);
     loadCfgScenario();
 }
 
 void TavrelScenario::loadCfgScenario() const {
     const lmkUtils::InstallationMoment moment;
-    if (!cfgScenario) {
+    if (!content().file) {
         loadScenario(); // which comes back here
         return;
     }
@@ -234,20 +245,20 @@ void TavrelScenario::loadCfgScenario() const {
         throw Exception("Unable to get initialize scenario root model " + modelFile, ExceptionCodeGeneric);
 
     std::vector<cfg::Section*> sections;
-    cfgScenario->getRootSection()->getSubSections(cfg::VariadicParameter::sectionName(), sections);
+    content().file->getRootSection()->getSubSections(cfg::VariadicParameter::sectionName(), sections);
     for (cfg::Section* section : sections) {
         auto* declaration = dynamic_cast<cfg::VariadicParameter*>(section);
         if (!declaration) continue;
         // A target that does not exist ends the load here, with the parameters made so far: an author has to see that
         // a declaration leads nowhere.
         ScenarioParameter* target = getParameterFromId(declaration->parameterId);
-        variadicParameters.push_back(std::make_unique<TavrelVariadicParameter>(target, declaration));
+        content().variadicParameters.push_back(std::make_unique<TavrelVariadicParameter>(target, declaration));
     }
 }
 
 cfg::CfgScenario* TavrelScenario::getCfgScenarioSection() const {
-    if (!cfgScenario) loadScenario();
-    return cfgScenario;
+    if (!content().file) loadScenario();
+    return content().file;
 }
 
 // Steps end at a "/", but not at one inside brackets: a vehicle's step holds one, and a script's variable has one

@@ -103,13 +103,11 @@ protected:
 private:
     std::string path; // relative to the scenario directory, with forward slashes
     std::shared_ptr<const internal::ScenarioPlace> place;
-    // Opening happens in const operations, hence mutable. On destruction the members go in reverse: the variadic
-    // parameters, then the node tree, both after the sections that they point to.
-    mutable bool cfgScenarioIsExternal = false;
-    mutable cfg::CfgScenario* cfgScenario = nullptr; // owned unless external; null until the first load
-    mutable std::unique_ptr<ScenarioTemplateDb::ScenarioNode> rootScenarioNode;
-    mutable std::vector<std::unique_ptr<TavrelVariadicParameter>> variadicParameters; // in the order of their sections
-    std::string saveFailure;
+    // What comes with opening. Listings make thousands of templates of which few are opened, so it is made when it is
+    // first asked for, also by const operations.
+    struct Content;
+    Content& content() const;
+    mutable std::unique_ptr<Content> lazyContent;
 };
 
 } // namespace TavrelScenarioTemplateDb
