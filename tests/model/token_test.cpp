@@ -723,6 +723,8 @@ TEST(Variables, ComeWithTheSameAnswersAsAWholeText) {
                 TYPEOF CONDITION (Is)
                     TYPEOF PARAMETER (COUNT) KIND="USER" VALUE="3"
                 TYPEOF CONDITION (AND)
+            TYPEOF FOLDER (FUNCTION_LIST)
+                TYPEOF FUNCTION (Now)
     )");
     ASSERT_TRUE(model.Get());
     const auto whole = [](ScenarioTextStream& stream, ItemLoadContext* context, std::ostream* log) {
