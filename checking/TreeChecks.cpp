@@ -565,8 +565,13 @@ void TreeChecks::LookAtChannel(const Use& use, std::string_view value, bool isIn
         return;
     }
     // One that is not understood, and has its own finding, may name the vehicle.
-    const bool isLost = !vehicle && std::any_of(call.children.begin(), call.children.end(),
-                                                [](const Item* child) { return IsUnknownPart(*child); });
+    // So may one of whose definition the KINDLIST is not understood.
+    const bool isLost = !vehicle && std::any_of(call.children.begin(), call.children.end(), [&](const Item* child) {
+        if (IsUnknownPart(*child)) return true;
+        if (!IsParameter(child->kind)) return false;
+        const ParameterFacts& facts = around.definitions->FactsOf(*child->model);
+        return facts.isListBroken || facts.kinds.empty();
+    });
     if (isLost) return;
     if (number == -1) {
         AtValue("TV3006", use, "VALUE", "the call names no vehicle whose " + std::string(word) + "this could be");

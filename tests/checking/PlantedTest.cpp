@@ -666,6 +666,37 @@ TEST(PlantedTest, AFaultInAModelMakesNoOther) {
     }
 }
 
+// Which vehicle has the input is not known where the definition of the parameter that names it is broken.
+TEST(PlantedTest, AVehicleThatIsNotUnderstoodMakesNoInputUnknown) {
+    const std::string folder = testing::TempDir() + "broken_vehicle";
+    std::filesystem::copy(kExamples, folder,
+                          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing |
+                              std::filesystem::copy_options::skip_symlinks);
+    std::ifstream file(kExamples + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary);
+    const std::string call = PARAMETER_OF("VEHICLE", "KIND=\"VEHICLE\"\n\t\t\t\tVALUE=\"0\"\n\t\t\t")
+        PARAMETER_OF("CHANNEL", "KIND=\"VHC_INPUT\"\n\t\t\t\tVALUE=\"0\"\n\t\t\t");
+    std::string model{std::istreambuf_iterator<char>(file), {}};
+    model = Replaced(model, "LABEL=\"Stop\"\n\t\t\tCODE=\"1\"\n", "LABEL=\"Stop\"\n\t\t\tCODE=\"1\"\n" + call);
+    const std::string first = "\t\tTYPEOF PARAMETER (STATE)\n\t\t{\n\t\t\tLABEL";
+    model = Replaced(model, first,
+                     "\t\tTYPEOF PARAMETER (CHANNEL)\n\t\t{\n\t\t\tTYPE=\"INTEGER\"\n\t\t\tUSAGE=\"BY_VALUE\"\n"
+                     "\t\t\tKINDLIST=\"VHC_INPUT\"\n\t\t}\n" +
+                         first);
+    std::string script = Script({});
+    script.insert(script.rfind('}'), RULE_OF("9", "STOP", ""));
+    script = Replaced(script, "TYPEOF ACTION (STOP)\n\t\t{\n", "TYPEOF ACTION (STOP)\n\t\t{\n" + call);
+    const Job job{folder + "/planted.sce", FileKind::Scenario, folder + "/tavrel.xml", "Faults"};
+    std::ofstream(job.path, std::ios::binary)
+        << Replaced(File(script, Form::Plain, false, false), "</Vehicle>", "  <Input></Input>\n    </Vehicle>");
+    for (const bool isBroken : {false, true}) {
+        std::ofstream(folder + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary)
+            << Replaced(model, "KINDLIST=\"VEHICLE\"", isBroken ? "KINDLIST=\"VEHICEL\"" : "KINDLIST=\"VEHICLE\"");
+        std::vector<std::string> found;
+        for (const Finding& finding : Check({job}, {}).findings) found.emplace_back(finding.rule->id);
+        EXPECT_EQ(found, isBroken ? std::vector<std::string>{"TV1019"} : std::vector<std::string>());
+    }
+}
+
 // The model is read all the same, so the script is what the library refuses.
 TEST(PlantedTest, ADefinitionThatIsReadWithAnotherNameIsMissedWhereItIsUsed) {
     const std::string folder = testing::TempDir() + "renamed_model";
