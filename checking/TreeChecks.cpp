@@ -425,7 +425,7 @@ void TreeChecks::LookAtValue(const Use& use, std::string_view kind, std::string_
             scores.insert(WholeNumberOf(value));
             return;
         }
-        AtValue("TV4010", use, "VALUE", "no EVALUATION has a SCORE " + std::string(value)).fault.isTaken = true;
+        AtHeader("TV4010", item, use.mount, "no EVALUATION has a SCORE " + std::string(value)).fault.isTaken = true;
         return;
     }
     if (!around.tables) return;
@@ -527,9 +527,9 @@ void TreeChecks::LookAtVariable(const Use& use, std::string_view value) {
     }
     const bool isNumeric = wanted == "FLOAT" || wanted == "INTEGER" || wanted == "BOOL";
     if (isNumeric && !isByAddress && isUsageKnown && type != "FLOAT")
-        AtValue("TV4011", use, "VALUE",
-                variable->item->Title() + " is of TYPE " + Quoted(type) +
-                    ", and by value only a FLOAT is read; it gives 0")
+        AtHeader("TV4011", item, use.mount,
+                 variable->item->Title() + " is of TYPE " + Quoted(type) +
+                     ", and by value only a FLOAT is read; it gives 0")
             .fault.isTaken = true;
 }
 
