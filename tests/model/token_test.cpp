@@ -552,7 +552,9 @@ TEST(Variables, AreReadWithoutTheRules) {
         return item;
     };
     std::uint32_t row = 0;
+    const std::int32_t rules = Task::RuleCount();
     const OwnedItem item = read(script("Go"), row);
+    EXPECT_EQ(Task::RuleCount(), rules);
     ASSERT_TRUE(item);
     std::vector<ScenarioItem*> all;
     item->CollectItemsOfKind(all, KindNone, true, true);
@@ -572,6 +574,12 @@ public:
 
     std::string Text() {
         lines = {"TYPEOF SCENARIO (1)", "{", "TYPEOF VARIABLE (1)", "{", R"(LABEL="one")", R"(VALUE="1")", "}"};
+        // An item that passes over what it holds.
+        if (Below(12) == 0) {
+            Add({"TYPEOF GENERAL_PARAMETERS (1)", "{"});
+            for (int rules = 2; rules > 0; --rules) Add({"TYPEOF RULE (1)", "{", "}"});
+            Add({"}"});
+        }
         for (int rules = 1 + Below(3); rules > 0; --rules) {
             Add({"TYPEOF RULE (" + OneOf({"1", "2", "3", "ACTION_LIST", "CONDITION_LIST"}, 3) + ")", "{"});
             const std::size_t first = lines.size();

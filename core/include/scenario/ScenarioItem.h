@@ -200,9 +200,9 @@ TAVREL_MODEL_API ScenarioItem* LoadScenarioText(ScenarioTextStream& stream, Scen
 TAVREL_MODEL_API ScenarioItem* ReadItem(ScenarioTextStream& stream, ScenarioItem* parent, ItemLoadContext* context,
                                         bool headerOnly);
 // As LoadScenarioText for a text as a whole, for callers that want its variables and not its rules. Every line is
-// checked alike, but a RULE within the text is left out as soon as it has been read, so a long script takes little
-// memory. What an INCLUDE takes from a file stays whole, and so does all else while no root model is set, as rules may
-// hold definitions then.
+// checked alike, but a RULE of a TASK, or of what is one, is left out as soon as it has been read, so a long script
+// takes little memory. What an INCLUDE takes from a file stays whole, and so does all else while no root model is set,
+// as rules may hold definitions then.
 TAVREL_MODEL_API ScenarioItem* LoadScenarioVariables(ScenarioTextStream& stream, ItemLoadContext* context,
                                                      std::ostream* log);
 // State of the process, unprotected: one call at a time.

@@ -69,13 +69,12 @@ public:
     // `itemOuter` is null where `itemParent` is not being read itself.
     ItemBeingRead(Load& itemLoad, ScenarioItem* newItem, ScenarioItem* itemParent, ItemBeingRead* itemOuter)
         : ItemBeingRead(itemLoad, Held{newItem, itemParent, itemOuter}) {
-        isOffered = parent && !(IsLeftOut() && outer->takesRules);
         isTaken = parent != nullptr; // also by a parent that throws when it has the item already
         if (former) place.Set(nullptr);
-        if (isOffered)
-            isTaken = Offer();
-        else
+        if (isLeftOut)
             item->parent = parent;
+        else if (parent)
+            isTaken = Offer();
         if (former && !isTaken) PutFormerBack();
         load.tree.Open(item, IsInTree());
     }
@@ -87,7 +86,7 @@ public:
         // A CONFIG keeps its children alive on purpose. Of what was refused nobody else knows them.
         for (; load.configs.size() > firstConfig; load.configs.pop_back())
             childStore::Destroy(load.configs.back()->children);
-        if (isTaken && isOffered) {
+        if (isTaken && !isLeftOut) {
             TakeBackAndDestroy(*parent, item);
         } else {
             delete item;
@@ -99,12 +98,9 @@ public:
     ScenarioItem* Get() const { return item; }
     // A root is its own tree; below it, the parent may have ignored the item.
     bool IsInTree() const { return isTaken || !parent; }
-    // Whether it is destroyed as soon as it has been read.
-    bool IsLeftOut() const { return load.leavesOutRules && outer && item->kind == KindRule; }
-    void LeaveOut() {
-        outer->takesRules = true;
-        load.tree.Close(item, true);
-    }
+    // Whether it is destroyed as soon as it has been read, and is no child of its parent until then.
+    bool IsLeftOut() const { return isLeftOut; }
+    void LeaveOut() { load.tree.Close(item, true); }
     ScenarioItem* Keep() {
         load.tree.Close(item, true);
         if (former && place.Get())
@@ -124,7 +120,9 @@ private:
     };
     ItemBeingRead(Load& itemLoad, const Held& held) noexcept
         : load(itemLoad), item(held.item), parent(held.parent), outer(held.outer), place(parent, item->kind),
-          former(place.Get()), firstConfig(load.configs.size()) {
+          former(place.Get()), firstConfig(load.configs.size()),
+          // A task takes any rule in.
+          isLeftOut(load.leavesOutRules && outer && item->kind == KindRule && dynamic_cast<const Task*>(parent)) {
         ++load.depth;
     }
 
@@ -158,10 +156,8 @@ private:
     ScenarioItem* former;               // of that place; out of the tree as long as the item stands there
     ScenarioItem* lastSingle = nullptr; // the call or evaluation that was read into the item last
     std::size_t firstConfig;            // of those of the load that stand in the item, itself included
-    bool isOffered =
-        false;            // to the parent; what is left out need not be, once the parent has shown that it takes rules
+    const bool isLeftOut;
     bool isTaken = false; // by the parent, or would be
-    bool takesRules = false; // a rule that was left out was taken
 };
 
 // What became of a block.
