@@ -9,6 +9,7 @@
 
 #include <checking/Check.h>
 #include <gtest/gtest.h>
+#include <support/InstallationBuilder.h>
 
 namespace {
 
@@ -450,6 +451,17 @@ TEST(PlantedTest, ManyFaultsAreFoundTogether) {
     ExpectFound(cases);
 }
 
+constexpr const char* kModel = "/pack/data/tools/nuro/nuro.mdl";
+
+// The examples once more, for a test that changes them; the path of their folder.
+std::string CopyOfExamples(const std::string& name) {
+    using std::filesystem::copy_options;
+    std::string folder = testing::TempDir() + name;
+    std::filesystem::copy(kExamples, folder,
+                          copy_options::recursive | copy_options::overwrite_existing | copy_options::skip_symlinks);
+    return folder;
+}
+
 // A scenario of the examples' configuration that stands nowhere yet.
 Job ScenarioJob() {
     Job job;
@@ -576,10 +588,7 @@ TEST(PlantedTest, AFaultOfAVariableMakesNoneOfItsDeclaration) {
 
 // The library passes over a file that holds something else than an include; it is an error where somebody needs it.
 TEST(PlantedTest, AnIncludeThatBeginsWithAnotherItemIsTold) {
-    const std::string folder = testing::TempDir() + "other_top";
-    std::filesystem::copy(kExamples, folder,
-                          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing |
-                              std::filesystem::copy_options::skip_symlinks);
+    const std::string folder = CopyOfExamples("other_top");
     std::ofstream(folder + "/pack/data/script/include/part.sc")
         << "TYPEOF SCENARIO (1)\n{\n\tTYPEOF VARIABLE (9)\n\t{\n\t\tTYPE=\"FLOAT\"\n\t}\n}\n";
     for (const bool isNeeded : {false, true}) {
@@ -603,13 +612,9 @@ TEST(PlantedTest, AnIncludeThatBeginsWithAnotherItemIsTold) {
 }
 
 TEST(PlantedTest, AFaultInAModelMakesNoOther) {
-    const std::string folder = testing::TempDir() + "broken_model";
-    std::filesystem::copy(kExamples, folder,
-                          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing |
-                              std::filesystem::copy_options::skip_symlinks);
-    const std::string path = folder + "/pack/data/tools/nuro/nuro.mdl";
-    std::ifstream file(kExamples + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary);
-    const std::string model{std::istreambuf_iterator<char>(file), {}};
+    const std::string folder = CopyOfExamples("broken_model");
+    const std::string path = folder + kModel;
+    const std::string model = contentOf(kExamples + kModel);
     struct Row {
         const char* rule;
         const char* find;
@@ -668,15 +673,11 @@ TEST(PlantedTest, AFaultInAModelMakesNoOther) {
 
 // Which vehicle has the input is not known where the definition of the parameter that names it is broken.
 TEST(PlantedTest, AVehicleThatIsNotUnderstoodMakesNoInputUnknown) {
-    const std::string folder = testing::TempDir() + "broken_vehicle";
-    std::filesystem::copy(kExamples, folder,
-                          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing |
-                              std::filesystem::copy_options::skip_symlinks);
-    std::ifstream file(kExamples + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary);
+    const std::string folder = CopyOfExamples("broken_vehicle");
     const std::string call = PARAMETER_OF("VEHICLE", "KIND=\"VEHICLE\"\n\t\t\t\tVALUE=\"0\"\n\t\t\t")
         PARAMETER_OF("CHANNEL", "KIND=\"VHC_INPUT\"\n\t\t\t\tVALUE=\"0\"\n\t\t\t");
-    std::string model{std::istreambuf_iterator<char>(file), {}};
-    model = Replaced(model, "LABEL=\"Stop\"\n\t\t\tCODE=\"1\"\n", "LABEL=\"Stop\"\n\t\t\tCODE=\"1\"\n" + call);
+    std::string model = Replaced(contentOf(kExamples + kModel), "LABEL=\"Stop\"\n\t\t\tCODE=\"1\"\n",
+                                 "LABEL=\"Stop\"\n\t\t\tCODE=\"1\"\n" + call);
     const std::string first = "\t\tTYPEOF PARAMETER (STATE)\n\t\t{\n\t\t\tLABEL";
     model = Replaced(model, first,
                      "\t\tTYPEOF PARAMETER (CHANNEL)\n\t\t{\n\t\t\tTYPE=\"INTEGER\"\n\t\t\tUSAGE=\"BY_VALUE\"\n"
@@ -689,7 +690,7 @@ TEST(PlantedTest, AVehicleThatIsNotUnderstoodMakesNoInputUnknown) {
     std::ofstream(job.path, std::ios::binary)
         << Replaced(File(script, Form::Plain, false, false), "</Vehicle>", "  <Input></Input>\n    </Vehicle>");
     for (const bool isBroken : {false, true}) {
-        std::ofstream(folder + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary)
+        std::ofstream(folder + kModel, std::ios::binary)
             << Replaced(model, "KINDLIST=\"VEHICLE\"", isBroken ? "KINDLIST=\"VEHICEL\"" : "KINDLIST=\"VEHICLE\"");
         std::vector<std::string> found;
         for (const Finding& finding : Check({job}, {}).findings) found.emplace_back(finding.rule->id);
@@ -699,12 +700,8 @@ TEST(PlantedTest, AVehicleThatIsNotUnderstoodMakesNoInputUnknown) {
 
 // The model is read all the same, so the script is what the library refuses.
 TEST(PlantedTest, ADefinitionThatIsReadWithAnotherNameIsMissedWhereItIsUsed) {
-    const std::string folder = testing::TempDir() + "renamed_model";
-    std::filesystem::copy(kExamples, folder,
-                          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing |
-                              std::filesystem::copy_options::skip_symlinks);
-    std::ifstream file(kExamples + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary);
-    const std::string model{std::istreambuf_iterator<char>(file), {}};
+    const std::string folder = CopyOfExamples("renamed_model");
+    const std::string model = contentOf(kExamples + kModel);
     struct Row {
         const char* find;
         const char* replacement;
@@ -717,8 +714,7 @@ TEST(PlantedTest, ADefinitionThatIsReadWithAnotherNameIsMissedWhereItIsUsed) {
         {"ENUM (GREEN)", "ENUM  (GREEN)", "TV2008", "VALUE=\"RED\"", "VALUE=\"@<GREEN>@\""},
     };
     for (const Row& row : rows) {
-        std::ofstream(folder + "/pack/data/tools/nuro/nuro.mdl", std::ios::binary)
-            << Replaced(model, row.find, row.replacement);
+        std::ofstream(folder + kModel, std::ios::binary) << Replaced(model, row.find, row.replacement);
         std::string scenario = File(Script({}), Form::Plain, false, false);
         scenario.replace(scenario.find(row.inScript), std::string(row.inScript).size(),
                          Replaced(Replaced(row.use, "@<", kBegin), ">@", kEnd));

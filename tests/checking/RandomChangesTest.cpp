@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <random>
 #include <set>
@@ -22,6 +21,7 @@
 #include <lmkUtils/EnvConfig.h>
 #include <processes/ChildProcess.h>
 #include <scenario/ItemModel.h>
+#include <support/InstallationBuilder.h>
 
 namespace {
 
@@ -29,11 +29,6 @@ using namespace TavrelChecking;
 namespace fs = std::filesystem;
 
 constexpr std::size_t kChanges = 300;
-
-std::string BytesOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // One change of one line of the first script.
 std::string Changed(const std::string& file, std::mt19937& random) {
@@ -127,7 +122,7 @@ TEST(RandomChangesTest, AnErrorIsToldIfAndOnlyIfTheLibraryHasOne) {
     std::vector<Job> jobs;
     while (jobs.size() < kChanges) {
         Job job = sample[random() % sample.size()];
-        const std::string bytes = BytesOf(job.path);
+        const std::string bytes = contentOf(job.path);
         if (bytes.find("<text>\n") == std::string::npos) continue;
         job.path = folder + std::to_string(jobs.size()) + ".sce";
         std::ofstream(job.path, std::ios::binary) << Changed(bytes, random);
@@ -150,7 +145,7 @@ TEST(RandomChangesTest, AnErrorIsToldIfAndOnlyIfTheLibraryHasOne) {
     const Result result = Check(jobs, {});
     std::size_t refused = 0;
     for (std::size_t at = 0; at < jobs.size(); ++at) {
-        const std::string bytes = BytesOf(jobs[at].path);
+        const std::string bytes = contentOf(jobs[at].path);
         const Commons::TextPlaces places(bytes);
         bool hasError = false;
         std::string all;
